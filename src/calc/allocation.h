@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The parts of an amount that fall to the units.
+#pragma once
+
+#include "calc/calc_error.h"
+#include "calc/millesimi.h"
+#include "calc/modello_lavoro.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace zelto::calc {
+
+/// The amount of a text in hundredths: both separators are read, blanks do not count, a text
+/// without a number is 0.
+double importoCent(const QString& importo);
+
+/// The part of a share: share × amount / 1000 in whole hundredths, halves to the even one.
+double quotaCent(Millesimi share, double importoCent);
+
+/// One part in hundredths for every unit. The parts are not closed to the amount: each is rounded
+/// by itself. Throws CalcError, naming the unit, when a part or the amount is too large to be
+/// printed whole (999 999 999,99 in all, 9 999 999,99 for a unit).
+std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const Millesimi> shares,
+                                 double importoCent);
+
+} // namespace zelto::calc

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/job_loader.h"
+
+#include "calc/coefficient_list.h"
+#include "calc/shares.h"
+#include "store/schema.h"
+#include "text/decimal_text.h"
+#include "text/table_text.h"
+
+#include <QDate>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace zelto::calc {
+
+namespace {
+
+using store::TableRecordset;
+
+/// The coefficient lists 1 to 6; list 0, the room names, takes no part in the calculation.
+constexpr int NumListe = 6;
+using Liste = std::array<CoefficientList, NumListe>;
+
+/// Lines of the table of codes that are looked at.
+constexpr int MaxCodici = 1000;
+
+float toSingle(double number)
+{
+    return static_cast<float>(number);
+}
+
+/// The unit as messages name it.
+QString nomeUnita(const UnitaImmobiliare& unita)
+{
+    return QStringLiteral("L'unità %1 (%2)").arg(QString::number(unita.RifUI), unita.Riferimento);
+}
+
+Liste leggiListe(store::Database& lavoro)
+{
+    Liste liste;
+    TableRecordset variabili = lavoro.openTable(store::TabellaVariabili);
+    if (variabili.EndOfFile())
+        return liste;
+    for (int k = 1; k <= NumListe; ++k)
+        if (!variabili.isNull(k))
+            liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
+    return liste;
+}
+
+std::vector<CodiceScala> leggiCodici(const QString& tableText)
+{
+    const int righe = std::min(text::rowCount(tableText), MaxCodici);
+    const text::CellTable table = text::TextToTable(tableText, righe, 3);
+    std::vector<CodiceScala> codici;
+    for (int riga = 1; riga <= righe; ++riga)
+        if (!table.at(riga, 1).isEmpty())
+            codici.push_back({.codice = table.at(riga, 1),
+                              .titolo = table.at(riga, 2),
+                              .percentuale = text::readNumber(table.at(riga, 3))});
+    return codici;
+}
+
+void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
+{
+    TableRecordset dati = lavoro.openTable(store::TabellaDatiGenerali);
+    dati.setIndex(store::IndicePrimario);
+    if (dati.EndOfFile())
+        return;
+    modello.Descrizione = dati.text(1);
+    modello.Descrizione2 = dati.text(2);
+    modello.Note = dati.text(3);
+    modello.DataLavoro =
+        QDate::fromString(dati.text(4), Qt::ISODate).toString(QStringLiteral("dd.MM.yyyy"));
+    modello.Relazione = dati.text(5);
+    for (int t = 1; t <= MaxTabelle; ++t)
+        if (!dati.isNull(5 + t))
+            modello.NomeTabella.push_back(dati.text(5 + t));
+    modello.tabellaCodici = leggiCodici(dati.text(16));
+}
+
+UnitaImmobiliare leggiUnita(const TableRecordset& record)
+{
+    UnitaImmobiliare unita;
+    unita.RifUI = static_cast<int>(record.integer(1));
+    unita.Riferimento = record.text(2);
+    unita.Livello = record.text(3);
+    unita.CodScala = record.text(4).toUpper();
+    unita.HPiano = toSingle(text::leadingNumber(record.utf8(5)));
+    const QString flag = record.text(6).leftJustified(MaxTabelle, u' ');
+    std::copy_n(flag.begin(), MaxTabelle, unita.FlagTab.begin());
+    if (!std::isfinite(unita.HPiano))
+        throw CalcError(nomeUnita(unita) + QStringLiteral(" ha un'altezza di piano troppo grande."));
+    return unita;
+}
+
+void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
+{
+    TableRecordset record = lavoro.openTable(store::TabellaUnita);
+    record.setIndex(store::IndicePrimario);
+    for (; !record.EndOfFile(); record.MoveNext()) {
+        if (modello.NumUI() == MaxUI)
+            throw CalcError(QStringLiteral("La tabella «%1» contiene più di %2 unità, il massimo "
+                                           "di un lavoro.")
+                                .arg(store::TabellaUnita, QString::number(MaxUI)));
+        modello.unita.push_back(leggiUnita(record));
+    }
+}
+
+Vano leggiVano(const TableRecordset& record, Liste& liste)
+{
+    const auto coefficiente = [&](int ordinal, std::size_t lista) {
+        return toSingle(liste[lista - 1].resolve(record.utf8(ordinal)));
+    };
+    Vano vano;
+    vano.Ambiente = record.text(3);
+    vano.CR = toSingle(text::leadingNumber(record.utf8(4)));
+    vano.CD = coefficiente(5, 1);
+    vano.CO = coefficiente(6, 2);
+    vano.CP = coefficiente(7, 3);
+    vano.CL = coefficiente(8, 4);
+    vano.CFU = coefficiente(9, 5);
+    vano.PR = coefficiente(10, 6);
+    calcolaVano(vano);
+    return vano;
+}
+
+/// Reads the rooms of a unit from the record that its key finds.
+void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
+{
+    const QString chiave = store::unitKey(unita.RifUI);
+    const std::string prefix = chiave.toStdString();
+    record.Seek(TableRecordset::Comparison::GreaterOrEqual, chiave);
+    for (; !record.NoMatch() && !record.EndOfFile() && record.utf8(0).starts_with(prefix);
+         record.MoveNext()) {
+        if (unita.vani.size() == MaxVani)
+            throw CalcError(nomeUnita(unita) +
+                            QStringLiteral(" ha più di %1 vani, il massimo di un'unità.").arg(MaxVani));
+        unita.vani.push_back(leggiVano(record, liste));
+        if (!std::isfinite(unita.vani.back().CT))
+            throw CalcError(nomeUnita(unita) +
+                            QStringLiteral(" ha una consistenza troppo grande nel vano %1.")
+                                .arg(record.integer(2)));
+    }
+}
+
+} // namespace
+
+ModelloLavoro CaricaLavoro(store::Database& lavoro)
+{
+    ModelloLavoro modello;
+    Liste liste = leggiListe(lavoro);
+    leggiDatiGenerali(lavoro, modello);
+    leggiElencoUnita(lavoro, modello);
+
+    TableRecordset vani = lavoro.openTable(store::TabellaVani);
+    vani.setIndex(store::IndicePrimario);
+    for (UnitaImmobiliare& unita : modello.unita)
+        leggiVani(vani, unita, liste);
+    return modello;
+}
+
+} // namespace zelto::calc

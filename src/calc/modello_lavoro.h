@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A whole job in memory, as calculation and reports work on it.
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace zelto::calc {
+
+/// Limits of the model: a job beyond the first two is refused.
+inline constexpr int MaxUI = 300;
+inline constexpr int MaxVani = 50;
+inline constexpr int MaxTabelle = 10;
+
+/// One room: its real size, its coefficients and the sizes that follow from them.
+struct Vano
+{
+    QString Ambiente = {};
+    float CR = 0;  ///< real size
+    float CD = 0;  ///< destination coefficient
+    float CO = 0;  ///< orientation
+    float CP = 0;  ///< outlook
+    float CL = 0;  ///< brightness
+    float CFU = 0; ///< functionality
+    float PR = 0;  ///< floor reduction
+    float CF = 0;  ///< fictitious size
+    float CVT = 0; ///< total virtual size
+    float CT = 0;  ///< total size
+};
+
+/// One unit of the building with its rooms, in the order of their positions.
+struct UnitaImmobiliare
+{
+    int RifUI = 0; ///< unit number
+    QString Riferimento;
+    QString Livello;
+    QString CodScala; ///< staircase code in upper case; blank for none
+    float HPiano = 0; ///< height factor of the floor
+    std::array<QChar, MaxTabelle> FlagTab{};
+    std::vector<Vano> vani;
+
+    /// Whether the unit takes part in special table t, 1 to 10.
+    [[nodiscard]] bool isInTable(int t) const
+    {
+        return FlagTab[static_cast<std::size_t>(t - 1)] == u'X';
+    }
+};
+
+/// A staircase as the job's table of codes describes it.
+struct CodiceScala
+{
+    QString codice;
+    QString titolo = {};
+    double percentuale = 0; ///< weight of the floor share; 0 when none is given
+};
+
+/// The job: general data and units in the order of their keys.
+struct ModelloLavoro
+{
+    QString Descrizione;
+    QString Descrizione2;
+    QString Note;
+    QString DataLavoro; ///< dd.mm.yyyy, empty for none
+    QString Relazione;
+    std::vector<QString> NomeTabella; ///< names of the special tables, packed
+    std::vector<CodiceScala> tabellaCodici;
+    std::vector<UnitaImmobiliare> unita;
+
+    [[nodiscard]] int NumUI() const { return static_cast<int>(unita.size()); }
+    [[nodiscard]] int NumTabelle() const { return static_cast<int>(NomeTabella.size()); }
+
+    /// The first line of the table of codes for the staircase, nullptr for none.
+    [[nodiscard]] const CodiceScala* codiceScala(const QString& codice) const
+    {
+        for (const CodiceScala& riga : tabellaCodici)
+            if (riga.codice.toUpper() == codice)
+                return &riga;
+        return nullptr;
+    }
+};
+
+} // namespace zelto::calc

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/share_rule.h"
+
+#include <cmath>
+#include <string>
+
+namespace zelto::calc {
+
+namespace {
+
+/// The fixed-point value of a text with exactly three decimals, as the share masks write it.
+Millesimi parseThreePlaces(const std::string& text)
+{
+    std::int64_t thousandths = 0;
+    bool negative = false;
+    for (const char c : text) {
+        if (c == '-')
+            negative = true;
+        else if (c >= '0' && c <= '9')
+            thousandths = thousandths * 10 + (c - '0');
+    }
+    return Millesimi::fromTenThousandths((negative ? -thousandths : thousandths) * 10);
+}
+
+} // namespace
+
+Millesimi QuotaMillesimale(double parte, double totale, const text::NumberMask& maschera)
+{
+    if (totale == 0)
+        return {};
+    std::string text;
+    maschera.format(parte / totale * 1000, text);
+    return parseThreePlaces(text);
+}
+
+void Somma::add(double term)
+{
+    const double sum = m_sum + term;
+    m_carry += std::abs(m_sum) >= std::abs(term) ? (m_sum - sum) + term : (term - sum) + m_sum;
+    m_sum = sum;
+}
+
+std::vector<Millesimi> quoteChiuse(std::span<const double> basi, const Partecipanti& partecipanti,
+                                   const text::NumberMask& maschera)
+{
+    Somma totale;
+    for (const std::size_t u : partecipanti)
+        totale.add(basi[u]);
+
+    std::vector<Millesimi> quote(basi.size());
+    Millesimi somma;
+    Millesimi* maggiore = nullptr;
+    for (const std::size_t u : partecipanti) {
+        quote[u] = QuotaMillesimale(basi[u], totale.value(), maschera);
+        somma += quote[u];
+        if (quote[u] > (maggiore != nullptr ? *maggiore : Millesimi{}))
+            maggiore = &quote[u];
+    }
+    if (maggiore != nullptr)
+        *maggiore += Mille - somma;
+    return quote;
+}
+
+} // namespace zelto::calc

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/user_interface.h"
+
+#include <QString>
+
+namespace zelto::cli {
+
+/// The user at a terminal: messages about the job in hand go to standard error, progress to nowhere.
+class Console : public store::UserInterface
+{
+public:
+    /// The job that the next messages are about.
+    void setJob(const QString& job) { m_job = job; }
+
+    void SetStatus(const QString& text, bool busy) override;
+    void showMessage(const QString& text) override;
+    void ReportError(const std::exception& error) override;
+
+private:
+    QString m_job;
+};
+
+/// Writes UTF-8 text to standard output.
+void writeOut(const QString& text);
+
+} // namespace zelto::cli

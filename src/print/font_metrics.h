@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Fonts as the page operations name them, and the widths of their texts.
+#pragma once
+
+#include "print/text_measure.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QHash>
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace zelto::print {
+
+/// The font in force for the texts that follow.
+struct FontState
+{
+    QString name = QStringLiteral("Arial");
+    float size = 10; ///< points
+    bool bold = false;
+    bool underline = false;
+    bool italic = false;
+
+    bool operator==(const FontState&) const = default;
+};
+
+/// The text as it is drawn: TABs and other control characters stand for one blank each.
+[[nodiscard]] QString printable(const QString& text);
+
+/// One font at 1440 dots per inch, where its pixels are twips. It has no kerning, no ligatures and
+/// no hinting, so a text of simple scripts is as wide as its characters together and need not be
+/// laid out to be measured.
+class FontMetrics final : public TextMeasure
+{
+public:
+    /// Sizes are kept between 0.1 and 1000 points.
+    explicit FontMetrics(const FontState& state);
+
+    [[nodiscard]] const QFont& font() const { return m_font; }
+    [[nodiscard]] double ascent() const { return m_metrics.ascent(); }
+    [[nodiscard]] double height() const { return m_metrics.height(); }
+    [[nodiscard]] double width(QStringView text) const override;
+    [[nodiscard]] qsizetype fittingLength(QStringView text, double limit) const override;
+
+private:
+    [[nodiscard]] double advance(QChar c) const;
+    [[nodiscard]] double shapedWidth(QStringView text) const;
+    [[nodiscard]] qsizetype shapedFittingLength(QStringView text, double limit) const;
+
+    QFont m_font;
+    QFontMetricsF m_metrics;
+    std::array<double, 256> m_latin{};
+    mutable QHash<QChar, double> m_others;
+};
+
+/// The fonts in use. A report has a handful; a damaged page file may ask for any number.
+class FontCache
+{
+public:
+    [[nodiscard]] std::shared_ptr<const FontMetrics> find(const FontState& state);
+
+private:
+    static constexpr std::size_t MaxFonts = 32;
+
+    struct Entry
+    {
+        FontState state;
+        std::shared_ptr<const FontMetrics> metrics;
+    };
+    std::vector<Entry> m_fonts;
+};
+
+} // namespace zelto::print

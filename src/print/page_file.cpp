@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/page_file.h"
+
+#include "print/print_error.h"
+
+#include <QDir>
+
+namespace zelto::print {
+
+QString TempFolder(const QString& applicationFolder)
+{
+    const QString folder = qEnvironmentVariable("TEMP");
+    return folder.isEmpty() ? applicationFolder : folder;
+}
+
+QString pageFileName(int index)
+{
+    return QStringLiteral("~VKM%1.Tmp").arg(index % 10'000, 4, 10, QLatin1Char{'0'});
+}
+
+QString pageFilePath(const QString& folder, int index)
+{
+    return QDir{folder}.filePath(pageFileName(index));
+}
+
+void deletePageFiles(const QString& folder)
+{
+    // System lists links whose target is gone, too.
+    const auto anyFile = QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive;
+    QDir dir{folder};
+    for (const QString& name : dir.entryList({QStringLiteral("~VKM*.Tmp")}, anyFile))
+        dir.remove(name);
+}
+
+void PageFileWriter::open(const QString& path)
+{
+    abandon();
+    // Never through what somebody else left under the name: a page holds personal figures.
+    QFile::remove(path);
+    m_file.setFileName(path);
+    const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
+    if (!m_file.open(mode, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+        throw PrintError(PrintErrorNumber::PathAccess,
+                         QStringLiteral("Impossibile creare il file di pagina"), m_file);
+}
+
+qint64 PageFileWriter::close()
+{
+    writeOut();
+    const qint64 length = m_file.size();
+    m_file.close();
+    return length;
+}
+
+void PageFileWriter::abandon()
+{
+    m_file.close();
+    m_records.clear();
+}
+
+void PageFileWriter::writeOut()
+{
+    const auto size = static_cast<qint64>(m_records.bytes().size());
+    const bool written = m_file.write(m_records.bytes().data(), size) == size;
+    m_records.clear();
+    if (written)
+        return;
+    const PrintError error(PrintErrorNumber::DeviceFailed,
+                           QStringLiteral("Impossibile scrivere il file di pagina"), m_file);
+    m_file.close();
+    throw error;
+}
+
+} // namespace zelto::print

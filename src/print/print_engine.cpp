@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Documents, pages and fonts; texts, shapes and replay have files of their own.
+#include "print/print_engine.h"
+
+#include "print/print_error.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zelto::print {
+
+PrintEngine::PrintEngine(QString pageFolder, const text::DecimalSeparators& separators)
+    : m_pageFolder(std::move(pageFolder)), m_page(separators.LocalDecimalSeparator.toLatin1())
+{
+}
+
+double PrintEngine::Zoom() const
+{
+    return m_surface != nullptr ? m_surface->zoom() : 0;
+}
+
+void PrintEngine::BeginDocument()
+{
+    m_page.abandon();
+    DeletePages();
+    openPage(0);
+}
+
+void PrintEngine::NewPage()
+{
+    if (!isRecording()) {
+        if (m_surface != nullptr)
+            m_surface->newPage();
+        return;
+    }
+    m_page.close();
+    openPage(m_pageNumber + 1);
+    WriteState();
+}
+
+void PrintEngine::EndDocument()
+{
+    if (!isRecording()) {
+        if (m_surface != nullptr)
+            m_surface->finish();
+        return;
+    }
+    // No state record is longer with the fonts of the reports.
+    constexpr qint64 SmallestPage = 61;
+    if (m_page.close() < SmallestPage) {
+        QFile::remove(pageFilePath(m_pageFolder, m_pageNumber));
+        --m_pageNumber;
+        --m_pageCount;
+    }
+}
+
+void PrintEngine::WriteState()
+{
+    if (isRecording())
+        m_page.write(Opcode::State, m_lineHeight, m_charWidth, m_font.name, m_font.size,
+                     m_font.bold, m_font.underline, m_font.italic);
+}
+
+void PrintEngine::DeletePages()
+{
+    deletePageFiles(m_pageFolder);
+    m_pageNumber = 0;
+    m_pageCount = 0;
+}
+
+void PrintEngine::openPage(int index)
+{
+    m_page.open(pageFilePath(m_pageFolder, index));
+    m_pageNumber = index;
+    m_pageCount = index + 1;
+}
+
+void PrintEngine::SetFontName(const QString& name)
+{
+    m_font.name = name;
+    m_metrics.reset();
+    if (isRecording())
+        m_page.write(Opcode::FontName, name);
+}
+
+void PrintEngine::SetFontSize(float points)
+{
+    m_font.size = points;
+    m_metrics.reset();
+    if (isRecording())
+        m_page.write(Opcode::FontSize, points);
+}
+
+void PrintEngine::SetFontBold(bool on)
+{
+    m_font.bold = on;
+    m_metrics.reset();
+    if (isRecording())
+        m_page.write(Opcode::FontBold, on);
+}
+
+void PrintEngine::SetFontUnderline(bool on)
+{
+    m_font.underline = on;
+    m_metrics.reset();
+    if (isRecording())
+        m_page.write(Opcode::FontUnderline, on);
+}
+
+void PrintEngine::SetFontItalic(bool on)
+{
+    m_font.italic = on;
+    m_metrics.reset();
+}
+
+void PrintEngine::SetColours(ColourNumber fill, ColourNumber fore)
+{
+    if (isRecording())
+        return m_page.write(Opcode::Colours, fill, fore);
+    const auto colour = [](ColourNumber number) {
+        return QColor{number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF};
+    };
+    if (m_surface != nullptr)
+        m_surface->setColours(colour(fill), colour(fore));
+}
+
+float PrintEngine::textWidth(const QString& text) const
+{
+    return static_cast<float>(metrics().width(text));
+}
+
+float PrintEngine::textHeight(const QString& text) const
+{
+    const auto lines = static_cast<double>(text.count(u'\n') + 1);
+    return static_cast<float>(lines * metrics().height());
+}
+
+const FontMetrics& PrintEngine::metrics() const
+{
+    if (m_metrics == nullptr)
+        m_metrics = m_fonts.find(m_font);
+    return *m_metrics;
+}
+
+/// The point in twips. Damaged pages may ask for places that no painter can bear.
+QPointF PrintEngine::position(float row, float column) const
+{
+    const auto twips = [](float count, float unit) {
+        constexpr double Limit = 1e7;
+        const double place = static_cast<double>(count) * static_cast<double>(unit);
+        return std::isnan(place) ? 0 : std::clamp(place, -Limit, Limit);
+    };
+    return {twips(column, m_charWidth), twips(row, m_lineHeight)};
+}
+
+} // namespace zelto::print

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/allocation_section.h"
+
+#include "reports/figures.h"
+#include "reports/tables.h"
+#include "text/decimal_text.h"
+#include "text/format_mask.h"
+
+namespace zelto::reports {
+
+namespace {
+
+using calc::Millesimi;
+using calc::ModelloLavoro;
+
+/// Hundredths in the mask, then grouped by thousands; nothing for 0.
+QString importoTesto(double cent, QStringView mask)
+{
+    return text::FormatGroupedComma(text::FormatMask(mask, text::decimalText(cent / 100)));
+}
+
+std::vector<TableColumn> shareColumns()
+{
+    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 29},
+            {.head = QStringLiteral("LIVELLO"), .position = 40, .side = Side::Left, .width = 27},
+            {.head = QStringLiteral("CONS.TOT."), .position = 80},
+            {.head = QStringLiteral("MILLESIMI"), .position = 100},
+            {.head = QStringLiteral("IMPORTO"), .position = 120}};
+}
+
+std::vector<TableColumn> staircaseColumns()
+{
+    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 8, .side = Side::Left, .width = 26},
+            {.head = QStringLiteral("LIVELLO"), .position = 35, .side = Side::Left, .width = 18},
+            {.head = QStringLiteral("CONS.VIRT."), .position = 65},
+            {.head = QStringLiteral("M.PROP."), .position = 77},
+            {.head = QStringLiteral("IND.H.P."), .position = 88},
+            {.head = QStringLiteral("M.PIANO"), .position = 100},
+            {.head = QStringLiteral("M.SCALA"), .position = 112},
+            {.head = QStringLiteral("IMPORTO"), .position = 127}};
+}
+
+/// The table of the shares with a column of parts behind it.
+TableReport withParts(TableReport table, std::vector<TableColumn> columns,
+                      const ModelloLavoro& modello, const std::vector<Millesimi>& shares,
+                      const QString& importo)
+{
+    const double totale = calc::importoCent(importo);
+    const std::vector<double> quote = calc::calcolaQuote(modello, shares, totale);
+    table.columns = std::move(columns);
+    for (std::size_t u = 0; u < table.rows.size(); ++u)
+        table.rows[u] << importoTesto(quote[u], u"######0.00");
+    table.totals << importoTesto(totale, u"########0.00");
+    return table;
+}
+
+/// Builds the table for each kind of share set.
+struct TableOf
+{
+    const ModelloLavoro& modello;
+    const QString& importo;
+
+    TableReport operator()(const MillesimiGenerali&) const
+    {
+        return withParts(tabellaGenerale(modello), shareColumns(), modello,
+                         calc::calcolaMillGen(calc::calcolaConsistenze(modello)), importo);
+    }
+
+    TableReport operator()(const TabellaSpecifica& scelta) const
+    {
+        const auto consistenze = calc::calcolaConsistenze(modello);
+        return withParts(tabellaSpeciale(modello, scelta.t), shareColumns(), modello,
+                         calc::calcolaMillTab(modello, consistenze, scelta.t), importo);
+    }
+
+    TableReport operator()(const MillesimiScala& scelta) const
+    {
+        const auto quote = calc::calcolaScala(modello, calc::calcolaConsistenze(modello),
+                                              scelta.codice, scelta.indice);
+        return withParts(tabellaScala(modello, quote), staircaseColumns(), modello,
+                         quote.MillScala, importo);
+    }
+};
+
+} // namespace
+
+TableReport tabellaRiparto(const ModelloLavoro& modello, const OpzioniRiparto& opzioni)
+{
+    return std::visit(TableOf{modello, opzioni.importo}, opzioni.quote);
+}
+
+void StampaSezioneRiparto(const ReportContext& context, const OpzioniRiparto& opzioni)
+{
+    context.user.SetStatus(QStringLiteral("Stampa riparto importo"), true);
+    ReportPage page(context, 1);
+    printTable(page, tabellaRiparto(context.modello, opzioni), Paging::FortyFiveUnits);
+}
+
+} // namespace zelto::reports

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/cover_page.h"
+
+namespace zelto::reports {
+
+namespace {
+
+constexpr float LeftRule = 5;
+constexpr float RightRule = 76;
+constexpr float RuleWidth = 6;
+constexpr float Centre = 40.5F;
+
+void drawFrame(const ReportContext& context)
+{
+    print::PrintEngine& engine = context.engine;
+    engine.PrintRight(7, 74, 0, QStringLiteral("Rif. - %1 -").arg(context.jobReference()));
+    engine.SetFontSize(12);
+    engine.DrawHLine(20, LeftRule, RightRule, RuleWidth);
+    engine.SetFontSize(20);
+    constexpr float Width = RightRule - LeftRule;
+    engine.PrintCentred(21.5F, Centre, Width, QStringLiteral("TABELLE MILLESIMALI"));
+    engine.PrintCentred(23.5F, Centre, Width, context.modello.Descrizione);
+    engine.PrintCentred(25.5F, Centre, Width, context.modello.Descrizione2);
+    engine.DrawHLine(29, LeftRule, RightRule, RuleWidth);
+}
+
+void drawDate(const ReportContext& context)
+{
+    context.engine.SetFontSize(12);
+    context.engine.SetFontBold(true);
+    if (!context.modello.DataLavoro.trimmed().isEmpty())
+        context.engine.PrintText(60, 60, 0, QStringLiteral("Data - ") + context.modello.DataLavoro);
+    context.engine.SetFontBold(false);
+}
+
+void drawNotes(const ReportContext& context)
+{
+    constexpr float FirstRow = 25 / 1.2F * 1.5F;
+    constexpr float Rows = 10;
+    context.engine.setLineHeight(300);
+    context.engine.WriteState(); // a replay has to learn of the new line height
+    QString notes = context.modello.Note;
+    float row = FirstRow;
+    context.engine.PrintParagraph(12, 58, row, FirstRow + Rows, notes, print::Alignment::Justified);
+}
+
+} // namespace
+
+void StampaPrimaPagina(const ReportContext& context)
+{
+    context.user.SetStatus(QStringLiteral("Stampa prima pagina"), true);
+    context.engine.setLineHeight(240);
+    context.engine.setCharWidth(144);
+    context.engine.SetFontName(QStringLiteral("Arial"));
+    context.engine.SetFontSize(9);
+    context.engine.WriteState();
+    drawFrame(context);
+    drawDate(context);
+    drawNotes(context);
+    context.engine.NewPage();
+}
+
+} // namespace zelto::reports

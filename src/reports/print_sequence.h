@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What one press of a print button draws, in its order.
+#pragma once
+
+#include "reports/allocation_section.h"
+#include "reports/prospectus.h"
+#include "reports/report_context.h"
+
+namespace zelto::reports {
+
+/// The sections of a print, in the order in which they are drawn.
+struct SezioniStampa
+{
+    bool primaPagina = true;
+    bool relazione = true;
+    bool calcolo = true;
+};
+
+/// What belongs to the calculation sections.
+struct OpzioniCalcolo
+{
+    bool dettaglio = true;
+    bool generali = true;
+    bool tabelle = true;
+    bool scale = true;
+    FormatoDettaglio formato = FormatoDettaglio::Compatto;
+    calc::IndicePiano indice = calc::IndicePiano::PerConsistenza;
+    int primaPagina = 1; ///< number of the first calculation page
+};
+
+/// Cover page, technical report and calculation sections, with their text files.
+void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
+                     const OpzioniCalcolo& opzioni);
+
+/// Cover page, technical report and the allocation of an amount.
+void StampaRiparto(const ReportContext& context, const SezioniStampa& sezioni,
+                   const OpzioniRiparto& opzioni);
+
+} // namespace zelto::reports

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/prospectus.h"
+
+#include "calc/shares.h"
+#include "reports/figures.h"
+#include "reports/text_output.h"
+#include "text/format_mask.h"
+
+#include <array>
+
+namespace zelto::reports {
+
+namespace {
+
+using calc::UnitaImmobiliare;
+using calc::Vano;
+
+constexpr float RoomColumn = 8;
+
+/// A figure of a room: its heading, the column it ends at, its mask and its place in the model.
+struct RoomFigure
+{
+    const char16_t* head;
+    float column;
+    const text::NumberMask& mask;
+    float Vano::*value;
+};
+
+constexpr std::array RoomFigures{
+    RoomFigure{u"C.R.", 40, MascheraSuperficie, &Vano::CR},
+    RoomFigure{u"C.D.", 48, MascheraCoefficiente, &Vano::CD},
+    RoomFigure{u"C.F.", 56, MascheraSuperficie, &Vano::CF},
+    RoomFigure{u"C.O.", 63, MascheraCoefficiente, &Vano::CO},
+    RoomFigure{u"C.P.", 70, MascheraCoefficiente, &Vano::CP},
+    RoomFigure{u"C.L.", 77, MascheraCoefficiente, &Vano::CL},
+    RoomFigure{u"C.FU.", 84, MascheraCoefficiente, &Vano::CFU},
+    RoomFigure{u"C.V.T.", 93, MascheraSuperficie, &Vano::CVT},
+    RoomFigure{u"P.R.", 101, MascheraCoefficiente, &Vano::PR},
+    RoomFigure{u"C.T.", 110, MascheraSuperficie, &Vano::CT},
+};
+
+struct LegendLine
+{
+    const char16_t* left;
+    const char16_t* leftMeaning;
+    const char16_t* right;
+    const char16_t* rightMeaning;
+};
+
+constexpr std::array Legend{
+    LegendLine{u"C.R.       ", u"= CONSISTENZA REALE             ", u"C.L.       ",
+               u"= COEFF. LUMINOSITA'"},
+    LegendLine{u"C.D.       ", u"= COEFF.DESTINAZIONE            ", u"C.FU.      ",
+               u"= COEFF. FUNZIONALITA'"},
+    LegendLine{u"C.F.       ", u"= CONSISTENZA FITTIZIA          ", u"C.V.T.     ",
+               u"= CONSISTENZA VIRTUALE TOTALE"},
+    LegendLine{u"C.O.       ", u"= COEFF.ORIENTAMENTO            ", u"P.R.       ",
+               u"= PIANO RIDUTTORE"},
+    LegendLine{u"C.P.       ", u"= COEFF.PROSPETTO               ", u"C.T.       ",
+               u"= CONSISTENZA TOTALE"},
+};
+
+void printLegend(ReportPage& page)
+{
+    for (const LegendLine& line : Legend) {
+        page.nextRow();
+        page.left(8, QString::fromUtf16(line.left));
+        page.left(18, QString::fromUtf16(line.leftMeaning));
+        page.left(50, QString::fromUtf16(line.right));
+        page.left(60, QString::fromUtf16(line.rightMeaning));
+    }
+    page.rule();
+}
+
+void printHeads(ReportPage& page)
+{
+    page.nextRow();
+    page.setBold(true);
+    page.left(RoomColumn, QStringLiteral("VANO AMBIENTE"));
+    for (const RoomFigure& figure : RoomFigures)
+        page.right(figure.column, QString::fromUtf16(figure.head));
+    page.setBold(false);
+    page.rule();
+}
+
+void printPageHead(ReportPage& page)
+{
+    page.header();
+    printLegend(page);
+    printHeads(page);
+}
+
+void printRoom(ReportPage& page, const QStringList& fields)
+{
+    constexpr float NumberColumn = 12;
+    constexpr float NameColumn = 13;
+    page.nextRow();
+    page.right(NumberColumn, fields[0]);
+    page.left(NameColumn, fields[1]);
+    for (std::size_t i = 0; i < RoomFigures.size(); ++i)
+        page.right(RoomFigures[i].column, fields[static_cast<qsizetype>(i) + 2]);
+}
+
+/// Number, name and figures of room r, counted from 1.
+QStringList roomFields(const Vano& vano, int r)
+{
+    QStringList fields{MascheraNumero.format(static_cast<double>(r)),
+                       text::FormatMask(u" -  \\                  \\", vano.Ambiente)};
+    fields.reserve(2 + static_cast<qsizetype>(RoomFigures.size()));
+    for (const RoomFigure& figure : RoomFigures)
+        fields << figure.mask.format(vano.*figure.value);
+    return fields;
+}
+
+void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& unita, double CTUI)
+{
+    page.nextRow();
+    page.left(RoomColumn, QStringLiteral("Riferimento - ") + unita.Riferimento, 49);
+    page.left(58, QStringLiteral("Livello - ") + unita.Livello);
+    int r = 0;
+    for (const Vano& vano : unita.vani) {
+        const QStringList fields = roomFields(vano, ++r);
+        printRoom(page, fields);
+        output.writeLine(QStringList{unita.Riferimento} + fields);
+    }
+    page.nextRow();
+    page.left(94, QStringLiteral("TOTALE"));
+    page.right(110, MascheraTotaleUnita.format(CTUI));
+    page.rule();
+}
+
+/// Whether the block of a unit, heading, total and rule included, still fits the page.
+bool fits(const ReportPage& page, const UnitaImmobiliare& unita)
+{
+    return page.row() + static_cast<float>(unita.vani.size()) + 4 <= page.lastUsableRow();
+}
+
+} // namespace
+
+void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato)
+{
+    const calc::Consistenze consistenze = calc::calcolaConsistenze(context.modello);
+    TextOutput output(context.outputFolder, QStringLiteral("consistenza.out"));
+    for (std::size_t u = 0; u < context.modello.unita.size(); ++u) {
+        const UnitaImmobiliare& unita = context.modello.unita[u];
+        if (u == 0 || !fits(page, unita)) {
+            if (u > 0)
+                page.finish();
+            printPageHead(page);
+        }
+        printUnit(page, output, unita, consistenze.CTUI[u]);
+        if (formato == FormatoDettaglio::Esteso)
+            page.fill();
+    }
+    if (!context.modello.unita.empty())
+        page.finish();
+    output.commit();
+}
+
+} // namespace zelto::reports

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "reports/report_page.h"
+
+namespace zelto::reports {
+
+enum class FormatoDettaglio {
+    Esteso,  ///< every unit on a page of its own
+    Compatto ///< units follow each other as long as they fit
+};
+
+/// The calculation prospectus: every unit with its rooms, their sizes and coefficients. Also writes
+/// "consistenza.out", one line per room. A building without units prints nothing.
+void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato);
+
+} // namespace zelto::reports

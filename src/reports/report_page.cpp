@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/report_page.h"
+
+#include <cmath>
+
+namespace zelto::reports {
+
+namespace {
+
+constexpr float RowHeight = 200; // twips
+constexpr float ColumnWidth = 84;
+constexpr float BodySize = 9; // points
+constexpr float TitleSize = 11;
+constexpr float TitleColumn = 8;
+constexpr float HeaderRow = 2;
+constexpr float RuleFrom = 5;
+constexpr float RuleTo = 130;
+constexpr float RuleWidth = 2;
+/// Rows at the foot of the page that sections leave free.
+constexpr float FootRows = 4;
+
+} // namespace
+
+ReportPage::ReportPage(const ReportContext& context, int firstPage)
+    : m_context(context), m_engine(context.engine), m_pageNumber(firstPage - 1)
+{
+    fill();
+}
+
+void ReportPage::begin()
+{
+    m_begun = true;
+    m_engine.setLineHeight(RowHeight);
+    m_engine.setCharWidth(ColumnWidth);
+    m_engine.SetFontName(QStringLiteral("Times New Roman"));
+    m_engine.SetFontSize(BodySize);
+    m_engine.SetFontBold(false);
+    m_engine.WriteState();
+}
+
+float ReportPage::lastUsableRow() const
+{
+    return std::floor(m_engine.PageHeight() / RowHeight) - FootRows;
+}
+
+void ReportPage::header()
+{
+    constexpr float NumberColumn = 110;
+    constexpr float JobColumn = 6;
+    if (!m_begun)
+        begin();
+    ++m_pageNumber;
+    m_row = HeaderRow - 1;
+    rule();
+    nextRow();
+    left(NumberColumn, QStringLiteral("DATA - ") + m_context.modello.DataLavoro);
+    nextRow();
+    left(JobColumn,
+         QStringLiteral("- %1 - %2 %3")
+             .arg(m_context.jobPath, m_context.modello.Descrizione, m_context.modello.Descrizione2),
+         RuleTo - JobColumn);
+    nextRow();
+    left(NumberColumn, QStringLiteral("PAG. N. %1").arg(m_pageNumber));
+    rule();
+}
+
+void ReportPage::rule()
+{
+    nextRow();
+    m_engine.DrawHLine(m_row + 0.5F, RuleFrom, RuleTo, RuleWidth);
+}
+
+void ReportPage::finish()
+{
+    m_engine.NewPage();
+}
+
+void ReportPage::left(float column, const QString& text, float width)
+{
+    m_engine.PrintText(m_row, column, width, text);
+}
+
+void ReportPage::right(float column, const QString& text)
+{
+    m_engine.PrintRight(m_row, column, 0, text);
+}
+
+void ReportPage::title(const QString& text, float width)
+{
+    m_engine.SetFontSize(TitleSize);
+    left(TitleColumn, text, width);
+    m_engine.SetFontSize(BodySize);
+}
+
+void ReportPage::setBold(bool bold)
+{
+    m_engine.SetFontBold(bold);
+}
+
+} // namespace zelto::reports

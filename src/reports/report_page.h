@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "reports/report_context.h"
+
+#include <QString>
+
+namespace zelto::reports {
+
+/// The page that the calculation sections fill row by row: its grid and font, its header, its rules
+/// and its number. Rows count from the top, columns from the left; texts stand with their top at
+/// the row.
+class ReportPage
+{
+public:
+    /// The first header carries the given page number. Nothing is recorded before it, so that
+    /// sections without content leave no page.
+    ReportPage(const ReportContext& context, int firstPage);
+
+    [[nodiscard]] float row() const { return m_row; }
+    [[nodiscard]] float lastUsableRow() const;
+
+    /// Makes the page count as full, so that whatever comes next starts a new one.
+    void fill() { m_row = lastUsableRow(); }
+
+    /// Counts a page and prints its header.
+    void header();
+
+    void nextRow() { m_row += 1; }
+
+    /// One row down, and a rule across the page half a row below.
+    void rule();
+
+    /// Ends the page.
+    void finish();
+
+    void left(float column, const QString& text, float width = 0);
+    void right(float column, const QString& text);
+
+    /// A section title in its larger size.
+    void title(const QString& text, float width = 0);
+
+    void setBold(bool bold);
+
+private:
+    /// Sets the body font and the grid of 200 twips a row and 84 a column.
+    void begin();
+
+    const ReportContext& m_context;
+    print::PrintEngine& m_engine;
+    float m_row = 0;
+    int m_pageNumber;
+    bool m_begun = false;
+};
+
+} // namespace zelto::reports

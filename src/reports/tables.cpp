@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/tables.h"
+
+#include "reports/figures.h"
+#include "reports/text_output.h"
+
+namespace zelto::reports {
+
+namespace {
+
+using calc::Millesimi;
+using calc::ModelloLavoro;
+using calc::QuoteScala;
+using calc::UnitaImmobiliare;
+
+constexpr float TitleWidth = 120;
+
+std::vector<TableColumn> shareColumns()
+{
+    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 39},
+            {.head = QStringLiteral("LIVELLO"), .position = 50, .side = Side::Left, .width = 27},
+            {.head = QStringLiteral("CONS.TOT."), .position = 90},
+            {.head = QStringLiteral("MILLESIMI"), .position = 110}};
+}
+
+std::vector<TableColumn> staircaseColumns()
+{
+    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 8, .side = Side::Left, .width = 26},
+            {.head = QStringLiteral("LIVELLO"), .position = 35, .side = Side::Left, .width = 18},
+            {.head = QStringLiteral("CONS.VIRT."), .position = 65},
+            {.head = QStringLiteral("MILL.PROP."), .position = 80},
+            {.head = QStringLiteral("IND.H.P."), .position = 95},
+            {.head = QStringLiteral("MILL.PIANO"), .position = 110},
+            {.head = QStringLiteral("MILL.SCALA"), .position = 125}};
+}
+
+QString consistenza(double CTUI)
+{
+    return MascheraConsistenza.format(CTUI);
+}
+
+TableReport shareTable(const QString& title)
+{
+    return {.title = title,
+            .titleWidth = TitleWidth,
+            .columns = shareColumns(),
+            .rows = {},
+            .totals = {QString(), QString(), QString(), TotaleMillesimi}};
+}
+
+/// The figures of a unit of the staircase, in the order of the columns.
+QStringList staircaseFigures(const UnitaImmobiliare& unita, double CTUI, const QuoteScala& quote,
+                             std::size_t u)
+{
+    return {consistenza(CTUI), cifra(quote.MillProp[u]), MascheraConsistenza.format(unita.HPiano),
+            cifra(quote.MillPiano[u]), cifra(quote.MillScala[u])};
+}
+
+QStringList staircaseCells(const UnitaImmobiliare& unita, double CTUI, const QuoteScala& quote,
+                           std::size_t u)
+{
+    QStringList figures = staircaseFigures(unita, CTUI, quote, u);
+    if (unita.CodScala != quote.codice)
+        figures.fill(NonApplicabile);
+    else if (unita.HPiano == 0)
+        figures[2] = figures[3] = NonApplicabile;
+    return QStringList{unita.Riferimento, unita.Livello} + figures;
+}
+
+void writeStaircase(TextOutput& output, const ModelloLavoro& modello,
+                    const calc::Consistenze& consistenze, const QuoteScala& quote)
+{
+    output.writeLine({quote.codice});
+    for (std::size_t u = 0; u < modello.unita.size(); ++u) {
+        const UnitaImmobiliare& unita = modello.unita[u];
+        if (unita.CodScala == quote.codice)
+            output.writeLine(QStringList{unita.Riferimento, unita.Livello} +
+                             staircaseFigures(unita, consistenze.CTUI[u], quote, u));
+    }
+}
+
+} // namespace
+
+TableReport tabellaGenerale(const ModelloLavoro& modello)
+{
+    const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
+    const std::vector<Millesimi> MillGen = calc::calcolaMillGen(consistenze);
+    TableReport table = shareTable(QStringLiteral("DETERMINAZIONE MILLESIMI GENERALI"));
+    for (std::size_t u = 0; u < modello.unita.size(); ++u)
+        table.rows.push_back({modello.unita[u].Riferimento, modello.unita[u].Livello,
+                              consistenza(consistenze.CTUI[u]), cifra(MillGen[u])});
+    return table;
+}
+
+TableReport tabellaSpeciale(const ModelloLavoro& modello, int t)
+{
+    const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
+    const std::vector<Millesimi> MillTab = calc::calcolaMillTab(modello, consistenze, t);
+    TableReport table = shareTable(QStringLiteral("  DETERMINAZIONE MILLESIMI ") +
+                                   modello.NomeTabella[static_cast<std::size_t>(t - 1)]);
+    for (std::size_t u = 0; u < modello.unita.size(); ++u) {
+        const UnitaImmobiliare& unita = modello.unita[u];
+        const bool member = unita.isInTable(t);
+        table.rows.push_back({unita.Riferimento, unita.Livello,
+                              member ? consistenza(consistenze.CTUI[u]) : NonApplicabile,
+                              member ? cifra(MillTab[u]) : NonApplicabile});
+    }
+    return table;
+}
+
+QString titoloScala(const ModelloLavoro& modello, const QString& codice)
+{
+    const QString heading = QStringLiteral("  DETERMINAZIONE MILLESIMI ");
+    const calc::CodiceScala* riga = modello.codiceScala(codice);
+    if (riga != nullptr && !riga->titolo.trimmed().isEmpty())
+        return heading + riga->titolo;
+    return heading + QStringLiteral("SCALA ") + codice;
+}
+
+TableReport tabellaScala(const ModelloLavoro& modello, const QuoteScala& quote)
+{
+    const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
+    TableReport table{.title = titoloScala(modello, quote.codice),
+                      .titleWidth = TitleWidth,
+                      .columns = staircaseColumns(),
+                      .rows = {},
+                      .totals = {QString(), QString(), QString(), TotaleMillesimi, QString(),
+                                 TotaleMillesimi, TotaleMillesimi}};
+    for (std::size_t u = 0; u < modello.unita.size(); ++u)
+        table.rows.push_back(staircaseCells(modello.unita[u], consistenze.CTUI[u], quote, u));
+    return table;
+}
+
+void StampaMillesimiGenerali(ReportPage& page, const ReportContext& context)
+{
+    const TableReport table = tabellaGenerale(context.modello);
+    printTable(page, table, Paging::FullPage);
+    TextOutput output(context.outputFolder, QStringLiteral("calcolo.out"));
+    for (const QStringList& row : table.rows)
+        output.writeLine(row);
+    output.commit();
+}
+
+void StampaTabelle(ReportPage& page, const ReportContext& context)
+{
+    for (int t = 1; t <= context.modello.NumTabelle(); ++t)
+        printTable(page, tabellaSpeciale(context.modello, t), Paging::FullPage);
+}
+
+void StampaScale(ReportPage& page, const ReportContext& context, calc::IndicePiano indice)
+{
+    const calc::Consistenze consistenze = calc::calcolaConsistenze(context.modello);
+    TextOutput output(context.outputFolder, QStringLiteral("scale.out"));
+    for (const QString& codice : calc::elencoScale(context.modello)) {
+        const QuoteScala quote = calc::calcolaScala(context.modello, consistenze, codice, indice);
+        printTable(page, tabellaScala(context.modello, quote), Paging::FullPage);
+        writeStaircase(output, context.modello, consistenze, quote);
+    }
+    output.commit();
+}
+
+} // namespace zelto::reports

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QSaveFile>
+#include <QString>
+#include <QStringList>
+
+namespace zelto::reports {
+
+/// A plain copy of printed figures: UTF-8, fields separated by TAB, lines ended by CR LF. An older
+/// file is replaced only by a complete one.
+class TextOutput
+{
+public:
+    /// Opens the file in the folder; throws PrintError when it cannot be written.
+    TextOutput(const QString& folder, const QString& name);
+
+    void writeLine(const QStringList& fields);
+
+    /// Puts the file in its place; throws PrintError when not all of it could be written.
+    void commit();
+
+private:
+    QSaveFile m_file;
+};
+
+} // namespace zelto::reports

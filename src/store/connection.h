@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Opening a file from a stranger: everything the engine could be talked into is switched off and
+// the file's structure is checked before the first record is read.
+#pragma once
+
+#include <QString>
+
+#include <SQLiteCpp/Database.h>
+#include <memory>
+
+namespace zelto::store {
+
+/// Marks our files among all files of the engine: the ASCII characters "ZLT9".
+inline constexpr int ApplicationId = 0x5A4C5439;
+
+/// How long an operation waits for another program to let go of the file.
+inline constexpr int BusyTimeoutMilliseconds = 5000;
+
+enum class OpenMode { ReadWrite, ReadOnly };
+
+/// The engine's handle of one file, shared by the database and its open recordsets.
+struct Connection
+{
+    QString path;
+    SQLite::Database handle;
+};
+
+using ConnectionPtr = std::shared_ptr<Connection>;
+
+/// As the operations of Database with these names.
+[[nodiscard]] ConnectionPtr createFile(const QString& path);
+[[nodiscard]] ConnectionPtr openFile(const QString& path, OpenMode mode);
+[[nodiscard]] ConnectionPtr copyToMemory(const QString& path);
+
+} // namespace zelto::store

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/database.h"
+
+#include "store/engine_errors.h"
+#include "store/table_layout.h"
+
+#include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+Database Database::create(const QString& path)
+{
+    return Database(createFile(path));
+}
+
+Database Database::open(const QString& path, OpenMode mode)
+{
+    return Database(openFile(path, mode));
+}
+
+Database Database::openCopyInMemory(const QString& path)
+{
+    return Database(copyToMemory(path));
+}
+
+QStringList Database::tableNames() const
+{
+    return store::tableNames(*m_connection);
+}
+
+void Database::appendTable(const TableDef& table)
+{
+    if (tableNames().contains(table.name, Qt::CaseInsensitive))
+        throw DatabaseError(ErrorNumber::TableExists,
+                            u"La tabella «%1» esiste già nel file «%2»."_s.arg(table.name, path()));
+    Execute(createTableSql(table));
+}
+
+int Database::Execute(const QString& sql, std::span<const Value> parameters)
+{
+    return onFile(path(), [&] {
+        SQLite::Statement statement(m_connection->handle, sql.toStdString());
+        bindParameters(statement, parameters);
+        return statement.exec();
+    });
+}
+
+TableRecordset Database::openTable(QStringView name)
+{
+    return {m_connection, name};
+}
+
+QueryRecordset Database::OpenRecordset(const QString& sql, std::span<const Value> parameters)
+{
+    return {m_connection, sql, parameters};
+}
+
+Database::Transaction::Transaction(Database& database) : m_connection(database.m_connection)
+{
+    onFile(m_connection->path, [&] {
+        m_transaction = std::make_unique<SQLite::Transaction>(
+            m_connection->handle, SQLite::TransactionBehavior::IMMEDIATE);
+    });
+}
+
+Database::Transaction::~Transaction() = default;
+
+void Database::Transaction::commit()
+{
+    onFile(m_connection->path, [&] { m_transaction->commit(); });
+}
+
+} // namespace zelto::store

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <exception>
+
+namespace zelto::store {
+
+/// Numbers under which the user finds a failure in the error report.
+enum class ErrorNumber : int {
+    TableExists = 3010,
+    IndexNotFound = 3015,
+    NoCurrentIndex = 3019,
+    NoPendingEdit = 3020,
+    NoCurrentRecord = 3021,
+    DuplicateKey = 3022,
+    FileNotFound = 3024,
+    DiskFull = 3026,
+    ReadOnly = 3027,
+    DiskError = 3043,
+    InUse = 3045,
+    Damaged = 3049,
+    CannotOpen = 3051,
+    NullKey = 3058,
+    TableNotFound = 3078,
+    Internal = 3146,
+    TextTooLong = 3163,
+    RecordDeleted = 3167,
+    FileExists = 3204,
+    Locked = 3260,
+    FieldNotFound = 3265,
+    EmptyNotAllowed = 3315,
+    NotADatabase = 3343,
+    BadValue = 3421,
+};
+
+/// A failed operation of the database layer; the description is Italian and says which file,
+/// table or field is concerned.
+class DatabaseError : public std::exception
+{
+public:
+    DatabaseError(ErrorNumber number, const QString& description)
+        : m_number(number), m_description(description.toUtf8())
+    {}
+
+    [[nodiscard]] ErrorNumber number() const noexcept { return m_number; }
+    [[nodiscard]] QString description() const { return QString::fromUtf8(m_description); }
+    [[nodiscard]] const char* what() const noexcept override { return m_description.constData(); }
+
+private:
+    ErrorNumber m_number;
+    QByteArray m_description;
+};
+
+} // namespace zelto::store

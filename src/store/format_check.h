@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+namespace zelto::store {
+
+class Database;
+class UserInterface;
+
+/// Leaves the path as it is when the file is a job of the current format; otherwise says so and
+/// empties it. The file is only read. Throws DatabaseError when it cannot be read as a database or
+/// its marker record is missing or empty.
+void VerificaFormato(QString& path, UserInterface& user);
+
+/// Gives a job of an earlier edition, which lacks the table "Variabili" or its record, what a new
+/// job has there. Leaves a current job as it is.
+void ControllaVersione(Database& database);
+
+} // namespace zelto::store

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/schema.h"
+
+#include "store/database.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int SpecialTables = 10;
+constexpr int CoefficientGroups = 7;
+constexpr int RoomTextSize = 15;
+
+FieldDef text(QString name, int size)
+{
+    return {.name = std::move(name), .type = FieldType::Text, .size = size, .allowEmpty = true};
+}
+
+FieldDef memo(QString name)
+{
+    return {.name = std::move(name), .type = FieldType::Memo, .allowEmpty = true};
+}
+
+FieldDef key(int size)
+{
+    return {.name = u"Chiave"_s, .type = FieldType::Text, .size = size};
+}
+
+FieldDef number(QString name)
+{
+    return {.name = std::move(name), .type = FieldType::Integer};
+}
+
+TableDef zelto()
+{
+    return {.name = TabellaZelto.toString(),
+            .fields = {text(u"Versione"_s, 50), text(u"Utente"_s, 50)}};
+}
+
+TableDef datiGenerali()
+{
+    TableDef table{.name = TabellaDatiGenerali.toString(),
+                   .fields = {{.name = u"Chiave"_s, .type = FieldType::AutoNumber},
+                              text(u"Descrizione"_s, 30),
+                              text(u"Descrizionee"_s, 30),
+                              memo(u"Note"_s),
+                              {.name = u"Data"_s, .type = FieldType::Date},
+                              memo(u"Relazione"_s)},
+                   .primaryKey = u"Chiave"_s};
+    for (int i = 1; i <= SpecialTables; ++i)
+        table.fields.push_back(text(u"Tabella %1"_s.arg(i), 50));
+    table.fields.push_back(memo(u"Tabella Codici"_s));
+    return table;
+}
+
+TableDef unita()
+{
+    return {.name = TabellaUnita.toString(),
+            .fields = {key(5), number(u"Riferimento unità"_s), text(u"Riferimento"_s, 23),
+                       text(u"Livello"_s, 20), text(u"Codice scala"_s, 1), text(u"H piano"_s, 10),
+                       text(u"Flag tabelle"_s, 10)},
+            .primaryKey = u"Chiave"_s};
+}
+
+TableDef vani()
+{
+    TableDef table{.name = TabellaVani.toString(),
+                   .fields = {key(10), number(u"Riferimento unità"_s), number(u"Posizione"_s)},
+                   .primaryKey = u"Chiave"_s};
+    for (const QString& name :
+         {u"Ambiente"_s, u"Consistenza reale"_s, u"Destinazione"_s, u"Orientamento"_s,
+          u"Prospetto"_s, u"Luminosità"_s, u"Funzionalità"_s, u"Piano riduttore"_s})
+        table.fields.push_back(text(name, RoomTextSize));
+    return table;
+}
+
+TableDef variabili()
+{
+    TableDef table{.name = TabellaVariabili.toString()};
+    for (int group = 0; group < CoefficientGroups; ++group)
+        table.fields.push_back(memo(u"Var%1"_s.arg(group)));
+    return table;
+}
+
+/// The values of a record's first fields; the others stay Null.
+void addRecord(Database& database, QStringView table, std::initializer_list<Value> values)
+{
+    TableRecordset records = database.openTable(table);
+    records.AddNew();
+    int ordinal = 0;
+    for (const Value& value : values)
+        records.setField(ordinal++, value);
+    records.Update();
+}
+
+} // namespace
+
+std::span<const TableDef> jobTables()
+{
+    static const std::array tables{zelto(), datiGenerali(), unita(), vani(), variabili()};
+    return tables;
+}
+
+const TableDef& jobTable(QStringView name)
+{
+    const auto table = std::ranges::find(jobTables(), name, &TableDef::name);
+    Q_ASSERT(table != jobTables().end());
+    return *table;
+}
+
+void CreaTabelleBase(Database& database)
+{
+    Database::Transaction transaction(database);
+    for (const TableDef& table : jobTables())
+        database.appendTable(table);
+    addRecord(database, TabellaZelto, {QString::number(VersioneFormato)});
+    addRecord(database, TabellaDatiGenerali, {});
+    addRecord(database, TabellaUnita, {unitKey(1), 1});
+    addRecord(database, TabellaVani, {roomKey(1, 1), 1, 1});
+    addBlankGroups(database);
+    transaction.commit();
+}
+
+void addBlankGroups(Database& database)
+{
+    TableRecordset groups = database.openTable(TabellaVariabili);
+    groups.AddNew();
+    for (int group = 0; group < CoefficientGroups; ++group)
+        groups.setField(group, u" "_s);
+    groups.Update();
+}
+
+QString unitKey(int unit)
+{
+    return (u"     "_s + QString::number(unit)).right(5);
+}
+
+QString roomKey(int unit, int position)
+{
+    return unitKey(unit) + unitKey(position);
+}
+
+} // namespace zelto::store

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The five tables of a job.
+#pragma once
+
+#include "store/table_def.h"
+
+#include <QString>
+#include <QStringView>
+
+#include <span>
+
+namespace zelto::store {
+
+class Database;
+
+inline constexpr QStringView TabellaZelto = u"ZELTO";
+inline constexpr QStringView TabellaDatiGenerali = u"Dati Generali";
+inline constexpr QStringView TabellaUnita = u"Unità immobiliari";
+inline constexpr QStringView TabellaVani = u"Vani";
+inline constexpr QStringView TabellaVariabili = u"Variabili";
+
+/// What the marker table's first field reads as in a job of this format.
+inline constexpr float VersioneFormato = 2009;
+
+/// The tables in the order in which a new job gets them. The order of their fields is part of the
+/// format: many readers address them by position.
+[[nodiscard]] std::span<const TableDef> jobTables();
+
+/// The definition of one of the job's tables, named exactly.
+[[nodiscard]] const TableDef& jobTable(QStringView name);
+
+/// Gives an empty database the five tables and a new job's records, all or nothing.
+void CreaTabelleBase(Database& database);
+
+/// Adds the record of empty coefficient groups, each a single blank.
+void addBlankGroups(Database& database);
+
+/// The key of a unit: its number right-aligned in five characters, so that the order of keys is
+/// the order of numbers.
+[[nodiscard]] QString unitKey(int unit);
+
+/// The key of a room: its unit's key and its position, right-aligned in five characters.
+[[nodiscard]] QString roomKey(int unit, int position);
+
+} // namespace zelto::store

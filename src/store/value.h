@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <concepts>
+#include <utility>
+#include <variant>
+
+namespace zelto::store {
+
+/// The content of one field: Null, a whole number or a text. Dates are texts "YYYY-MM-DD".
+class Value
+{
+public:
+    /// Null.
+    Value() = default;
+
+    template <std::integral Integer>
+    Value(Integer number)
+        : m_content(static_cast<qint64>(number)) // NOLINT(google-explicit-constructor)
+    {}
+
+    /// A text, which is never Null: a null QString is the empty text.
+    Value(QString text) : m_content(std::move(text)) {} // NOLINT(google-explicit-constructor)
+
+    /// What an input field stores: Null when nothing was entered.
+    static Value nullIfEmpty(const QString& text) { return text.isEmpty() ? Value() : Value(text); }
+
+    [[nodiscard]] bool isNull() const { return std::holds_alternative<std::monostate>(m_content); }
+    [[nodiscard]] bool isInteger() const { return std::holds_alternative<qint64>(m_content); }
+
+    /// The text, a number in decimal; empty for Null.
+    [[nodiscard]] QString text() const;
+
+    /// The number, also of a text that is a whole number and nothing else; 0 for Null. Throws
+    /// DatabaseError BadValue for any other text.
+    [[nodiscard]] qint64 integer() const;
+
+    bool operator==(const Value&) const = default;
+
+private:
+    std::variant<std::monostate, qint64, QString> m_content;
+};
+
+} // namespace zelto::store

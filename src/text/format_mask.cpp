@@ -1,0 +1,301 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "text/format_mask.h"
+
+#include "text/decimal_text.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <type_traits>
+
+namespace zelto::text {
+
+namespace {
+
+/// Significant digits that the decimal text of a number keeps.
+template <typename Real>
+constexpr int SignificantDigits = std::is_same_v<Real, float> ? 7 : 15;
+
+/// Enough for the largest double and any field the system prints.
+constexpr std::size_t MaxDigits = 400;
+
+/// The decimal digits of a non-negative number rounded to a number of places.
+struct RoundedDigits
+{
+    std::array<char, MaxDigits> digits; ///< integer digits without leading zeros, then the places
+    std::size_t size = 0;
+    std::size_t integerDigits = 0;
+};
+
+/// Adds one unit in the last place; the digit that this may put in front was reserved at [0].
+void increment(char* first, char* last)
+{
+    while (last != first) {
+        --last;
+        if (*last != '9') {
+            ++*last;
+            return;
+        }
+        *last = '0';
+    }
+}
+
+/// A positive number as the digits of its text and the power of ten of the first.
+template <typename Real>
+struct Significant
+{
+    static constexpr int Count = SignificantDigits<Real>;
+
+    explicit Significant(Real magnitude)
+    {
+        // "d.dddddde±xx": the digits go without the point behind a spare zero for a carry.
+        std::array<char, 32> text{};
+        const auto written = std::to_chars(text.data(), text.data() + text.size(), magnitude,
+                                           std::chars_format::scientific, Count - 1);
+        digits[0] = '0';
+        digits[1] = text[0];
+        std::copy_n(&text[2], Count - 1, &digits[2]);
+        const char* power = &text[Count + 2];
+        std::from_chars(power + (*power == '+' ? 1 : 0), written.ptr, exponent);
+    }
+
+    /// Cuts behind the given decimal place, a half goes up.
+    void round(int places)
+    {
+        kept = std::clamp(exponent + 1 + places, -1, Count) + 1; // counted with the spare digit
+        if (kept >= 1 && kept <= Count && digits[static_cast<std::size_t>(kept)] >= '5')
+            increment(digits.data(), digits.data() + kept);
+    }
+
+    /// The digit worth ten to that power.
+    [[nodiscard]] char at(int power) const
+    {
+        const int index = exponent - power + 1;
+        return index >= 0 && index < kept ? digits[static_cast<std::size_t>(index)] : '0';
+    }
+
+    std::array<char, Count + 1> digits{};
+    int exponent = 0;
+    int kept = Count + 1;
+};
+
+/// Rounds on the decimal text: 0.0005 is a half and goes up although its binary value may lie
+/// below.
+template <typename Real>
+RoundedDigits roundDigits(Real magnitude, int places)
+{
+    Significant<Real> significant{magnitude};
+    significant.round(places);
+    int highest = std::max(significant.exponent + 1, -1);
+    while (highest >= 0 && significant.at(highest) == '0')
+        --highest;
+    RoundedDigits result;
+    for (int power = highest; power >= -places && result.size < MaxDigits; --power)
+        result.digits[result.size++] = significant.at(power);
+    result.integerDigits = static_cast<std::size_t>(highest + 1);
+    return result;
+}
+
+} // namespace
+
+void NumberMask::appendInteger(std::string_view digits, std::string& out) const
+{
+    int placesLeft = m_integerPlaces;
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < m_point; ++i) {
+        if (m_field[i] != '#' && m_field[i] != '0') {
+            out.push_back(m_field[i]);
+            continue;
+        }
+        // The first place also takes the digits for which the field has none.
+        for (; digits.size() - next > static_cast<std::size_t>(placesLeft); ++next)
+            out.push_back(digits[next]);
+        if (digits.size() - next == static_cast<std::size_t>(placesLeft))
+            out.push_back(digits[next++]);
+        else if (placesLeft <= m_minInteger)
+            out.push_back('0');
+        --placesLeft;
+    }
+}
+
+void NumberMask::appendDecimals(std::string_view digits, std::string& out) const
+{
+    if (m_point == m_field.size())
+        return;
+    std::size_t shown = digits.size();
+    while (shown > static_cast<std::size_t>(m_minPlaces) && digits[shown - 1] == '0')
+        --shown;
+    out.push_back('.');
+    std::size_t next = 0;
+    for (std::size_t i = m_point + 1; i < m_field.size(); ++i) {
+        if (m_field[i] != '#' && m_field[i] != '0')
+            out.push_back(m_field[i]);
+        else if (next < shown)
+            out.push_back(digits[next++]);
+    }
+}
+
+template <typename Real>
+void NumberMask::formatReal(Real number, std::string& out) const
+{
+    const RoundedDigits rounded =
+        roundDigits(std::isfinite(number) ? std::abs(number) : Real{0}, m_places);
+    const std::string_view digits{rounded.digits.data(), rounded.size};
+    out.clear();
+    if (number < 0)
+        out.push_back('-');
+    appendInteger(digits.substr(0, rounded.integerDigits), out);
+    appendDecimals(digits.substr(rounded.integerDigits), out);
+
+    if (out.size() > width())
+        out.erase(0, out.size() - width());
+    else
+        out.insert(0, width() - out.size(), ' ');
+}
+
+void NumberMask::format(double number, std::string& out) const
+{
+    formatReal(number, out);
+}
+
+void NumberMask::format(float number, std::string& out) const
+{
+    formatReal(number, out);
+}
+
+namespace {
+
+/// Fills one mask from front to back.
+class MaskFiller
+{
+public:
+    /// The blank behind the mask belongs to a text field that nothing closes.
+    MaskFiller(QStringView mask, QStringView values)
+        : m_mask(mask.toString() + u' '), m_values(values.split(u'\t'))
+    {
+        if (m_values.size() > MaxMaskValues)
+            throw MaskError("FormatMask: più di 30 valori");
+    }
+
+    QString fill()
+    {
+        m_result.reserve(m_mask.size());
+        while (m_position < m_mask.size())
+            step(m_mask[m_position].unicode());
+        while (m_result.endsWith(u' '))
+            m_result.chop(1);
+        return m_result;
+    }
+
+private:
+    void step(char16_t c)
+    {
+        if (c == u'#' || c == u'0')
+            numericField();
+        else if (c == u'\\')
+            textField();
+        else if (c == u'!')
+            characterField();
+        else
+            copyCharacter();
+    }
+
+    void copyCharacter()
+    {
+        if (m_position < m_mask.size())
+            m_result.append(m_mask[m_position++]);
+    }
+
+    QStringView nextValue()
+    {
+        if (m_field == MaxMaskValues)
+            throw MaskError("FormatMask: più di 30 campi");
+        const qsizetype index = m_field++;
+        return index < m_values.size() ? m_values[index] : QStringView{};
+    }
+
+    void numericField()
+    {
+        qsizetype end = m_position;
+        while (end < m_mask.size() && QStringView{u"-+0.#"}.contains(m_mask[end]))
+            ++end;
+        const std::string field =
+            QStringView{m_mask}.sliced(m_position, end - m_position).toLatin1().toStdString();
+        m_result.append(NumberMask{field}.format(readNumber(nextValue().toString())));
+        m_position = end;
+        copyCharacter();
+    }
+
+    void textField()
+    {
+        const qsizetype closing = m_mask.indexOf(u'\\', m_position + 1);
+        const qsizetype end = closing < 0 ? m_mask.size() : closing + 1;
+        const qsizetype width = end - m_position;
+        const QStringView value = nextValue().left(width);
+        m_result.append(value);
+        m_result.append(QString(width - value.size(), u' '));
+        m_position = end;
+        copyCharacter();
+    }
+
+    void characterField()
+    {
+        const QStringView value = nextValue();
+        m_result.append(value.isEmpty() ? QChar(u' ') : value.front());
+        ++m_position;
+    }
+
+    QString m_mask;
+    QList<QStringView> m_values;
+    QString m_result;
+    qsizetype m_position = 0;
+    int m_field = 0;
+};
+
+QString formatGrouped(const QString& text, int mode)
+{
+    if (readNumber(text) == 0)
+        return {};
+    const QString plain = mode == 1 || mode == 2 ? QString{} : FormatMask(u"############0.00", text);
+    const qsizetype point = plain.indexOf(u'.');
+    const qsizetype integerEnd = point < 0 ? plain.size() : point;
+
+    QString result;
+    for (qsizetype i = 0; i < integerEnd; ++i) {
+        if ((integerEnd - i) % 3 == 0)
+            result.append(u' ');
+        result.append(plain[i]);
+    }
+    result = result.trimmed() + plain.sliced(integerEnd);
+    if (result.startsWith(u'.'))
+        result.prepend(u'0');
+    return result;
+}
+
+} // namespace
+
+QString FormatMask(QStringView mask, QStringView values)
+{
+    if (mask.isEmpty())
+        return {};
+    return MaskFiller{mask, values}.fill();
+}
+
+QString FormatGroupedComma(const QString& text, int mode)
+{
+    QString result = formatGrouped(text, mode);
+    const qsizetype point = result.indexOf(u'.');
+    if (point >= 0)
+        result[point] = u',';
+    return result;
+}
+
+QString FormatGroupedPoint(const QString& text, int mode)
+{
+    return formatGrouped(text, mode);
+}
+
+} // namespace zelto::text

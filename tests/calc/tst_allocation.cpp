@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/allocation.h"
+#include "support/building.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::calc;
+
+class TestAllocation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void amounts_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("cent");
+        QTest::addRow("comma") << u"1000,50"_s << 100050.0;
+        QTest::addRow("blank") << u"1 000"_s << 100000.0;
+        QTest::addRow("not whole in binary") << u"0.29"_s << 29.0;
+        QTest::addRow("negative") << u"-4.35"_s << -435.0;
+        QTest::addRow("no number") << u"euro"_s << 0.0;
+    }
+
+    void amounts()
+    {
+        QFETCH(QString, text);
+        QTEST(importoCent(text), "cent");
+    }
+
+    void parts_data()
+    {
+        QTest::addColumn<qint64>("tenThousandths");
+        QTest::addColumn<double>("cent");
+        QTest::addColumn<double>("part");
+        QTest::addRow("third") << qint64{3333340} << 10000.0 << 3333.0;
+        QTest::addRow("half to the even zero") << qint64{5000000} << 1.0 << 0.0;
+        QTest::addRow("half to the even two") << qint64{5000000} << 3.0 << 2.0;
+        QTest::addRow("half that binary fractions miss") << qint64{1450} << 100000.0 << 14.0;
+        QTest::addRow("same, odd below") << qint64{1350} << 100000.0 << 14.0;
+        QTest::addRow("large") << qint64{100000} << 99999999999.0 << 1000000000.0;
+    }
+
+    void parts()
+    {
+        QFETCH(qint64, tenThousandths);
+        QFETCH(double, cent);
+        QTEST(quotaCent(Millesimi::fromTenThousandths(tenThousandths), cent), "part");
+    }
+
+    void tooLarge_data()
+    {
+        QTest::addColumn<double>("cent");
+        QTest::addColumn<QString>("named"); // what the message has to name, empty where it is fine
+        QTest::addRow("largest part") << 1999999998.0 << u""_s;
+        QTest::addRow("part too large") << 2000000000.0 << u"unità 1 (Int. 1)"_s;
+        QTest::addRow("amount too large") << 1e11 << u"999 999 999,99"_s;
+        QTest::addRow("negative part too large") << -200000000.0 << u"unità 1 (Int. 1)"_s;
+    }
+
+    void tooLarge()
+    {
+        QFETCH(double, cent);
+        QFETCH(QString, named);
+        const ModelloLavoro modello = zelto::test::building({{.size = 1}, {.size = 1}});
+        const auto shares = calcolaMillGen(calcolaConsistenze(modello));
+        QString message;
+        try {
+            QCOMPARE(calcolaQuote(modello, shares, cent).size(), 2U);
+        } catch (const CalcError& error) {
+            message = QString::fromUtf8(error.what());
+        }
+        QCOMPARE(message.isEmpty(), named.isEmpty());
+        QVERIFY2(message.contains(named), qPrintable(message));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestAllocation)
+#include "tst_allocation.moc"

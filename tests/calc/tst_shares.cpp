@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/share_rule.h"
+#include "calc/shares.h"
+#include "calc/staircase_shares.h"
+#include "support/building.h"
+#include "support/property.h"
+#include "text/decimal_text.h"
+
+#include <QTest>
+
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::calc;
+using zelto::test::building;
+using zelto::test::sharesText;
+using zelto::test::UnitData;
+
+class TestShares : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void oneShare_data()
+    {
+        QTest::addColumn<double>("parte");
+        QTest::addColumn<double>("totale");
+        QTest::addColumn<qint64>("tenThousandths");
+        QTest::addRow("no total") << 5.0 << 0.0 << qint64{0};
+        QTest::addRow("third") << 1.0 << 3.0 << qint64{3333330};
+        QTest::addRow("half of a thousandth") << 1.0005 << 1000.0 << qint64{10010};
+        QTest::addRow("all") << 7.5 << 7.5 << qint64{10000000};
+        QTest::addRow("negative size") << -1.0 << 3.0 << qint64{-3333330};
+    }
+
+    void oneShare()
+    {
+        QFETCH(double, parte);
+        QFETCH(double, totale);
+        QFETCH(qint64, tenThousandths);
+        QCOMPARE(QuotaMillesimale(parte, totale).tenThousandths(), tenThousandths);
+        QCOMPARE(QuotaMillesimale(parte, totale, MascheraGenerale).tenThousandths(), tenThousandths);
+    }
+
+    void roomSizes()
+    {
+        Vano vano{.CR = 10.1F, .CD = 0.35F, .CO = 1.1F, .CP = 0.9F, .CL = 0.95F, .CFU = 1.05F, .PR = 0.9F};
+        calcolaVano(vano);
+        QCOMPARE(vano.CF, static_cast<float>(double{10.1F} * double{0.35F}));
+        QCOMPARE(vano.CVT, 3.490935F); // each product starts from the stored single
+        QCOMPARE(vano.CT, 3.1418415F);
+    }
+
+    void generalShares_data()
+    {
+        QTest::addColumn<QList<float>>("sizes");
+        QTest::addColumn<QString>("shares");
+        QTest::addRow("residual to the first of equals")
+            << QList<float>{10, 10, 10} << u"333.334 333.333 333.333"_s;
+        QTest::addRow("residual to the largest") << QList<float>{1, 1, 4} << u"166.667 166.667 666.666"_s;
+        QTest::addRow("no residual") << QList<float>{500.0004F, 499.9996F} << u"500 500"_s;
+        QTest::addRow("size zero still there") << QList<float>{5, 0, 5} << u"500 0 500"_s;
+        QTest::addRow("no size at all") << QList<float>{0, 0} << u"0 0"_s;
+        QTest::addRow("no unit") << QList<float>{} << u""_s;
+    }
+
+    void generalShares()
+    {
+        QFETCH(QList<float>, sizes);
+        std::vector<UnitData> units;
+        for (const float size : sizes)
+            units.push_back({.size = size});
+        QTEST(sharesText(calcolaMillGen(calcolaConsistenze(building(units)))), "shares");
+    }
+
+    void tableShares()
+    {
+        const ModelloLavoro modello = building({{.size = 30, .flags = u"X"_s},
+                                                {.size = 30, .flags = u"xX"_s},
+                                                {.size = 60, .flags = u"X"_s},
+                                                {.size = 10, .flags = u" X"_s}});
+        const Consistenze consistenze = calcolaConsistenze(modello);
+        QCOMPARE(sharesText(calcolaMillTab(modello, consistenze, 1)), u"333.333 0 666.667 0"_s);
+        QCOMPARE(sharesText(calcolaMillTab(modello, consistenze, 2)), u"0 750 0 250"_s);
+        QCOMPARE(sharesText(calcolaMillTab(modello, consistenze, 3)), u"0 0 0 0"_s);
+    }
+
+    void staircasesInOrderOfAppearance()
+    {
+        const ModelloLavoro modello =
+            building({{.scala = u"B"_s}, {.scala = u" "_s}, {.scala = u"A"_s}, {}, {.scala = u"B"_s}});
+        QCOMPARE(elencoScale(modello), (std::vector<QString>{u"B"_s, u"A"_s}));
+    }
+
+    void staircaseShares_data()
+    {
+        QTest::addColumn<QString>("percentuale");
+        QTest::addColumn<bool>("proporzionale");
+        QTest::addColumn<QString>("piano");
+        QTest::addColumn<QString>("scala");
+        QTest::addRow("half by default") << u""_s << false << u"200 800 0"_s << u"350 650 0"_s;
+        QTest::addRow("zero is the default too") << u"0"_s << false << u"200 800 0"_s << u"350 650 0"_s;
+        QTest::addRow("thirty percent") << u"30"_s << false << u"200 800 0"_s << u"410 590 0"_s;
+        QTest::addRow("comma") << u"12,5"_s << false << u"200 800 0"_s << u"462.5 537.5 0"_s;
+        QTest::addRow("by size of the floor") << u""_s << true << u"200 800 0"_s << u"350 650 0"_s;
+    }
+
+    /// Two equal flats, one four times as high as the other, and one of another staircase.
+    void staircaseShares()
+    {
+        QFETCH(QString, percentuale);
+        QFETCH(bool, proporzionale);
+        ModelloLavoro modello = building({{.size = 50, .scala = u"A"_s, .HPiano = 1},
+                                          {.size = 50, .scala = u"A"_s, .HPiano = 4},
+                                          {.size = 80, .scala = u"B"_s, .HPiano = 2}});
+        if (!percentuale.isEmpty())
+            modello.tabellaCodici = {
+                {.codice = u"a"_s, .percentuale = percentuale.replace(u',', u'.').toDouble()},
+                {.codice = u"A"_s, .percentuale = 99}};
+        const auto indice = proporzionale ? IndicePiano::Proporzionale : IndicePiano::PerConsistenza;
+        const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), u"A"_s, indice);
+        QCOMPARE(sharesText(quote.MillProp), u"500 500 0"_s);
+        QTEST(sharesText(quote.MillPiano), "piano");
+        QTEST(sharesText(quote.MillScala), "scala");
+    }
+
+    void indexOfAFloorIsDividedBySize()
+    {
+        const ModelloLavoro modello = building({{.size = 60, .scala = u"A"_s, .HPiano = 1.2F},
+                                                {.size = 0, .scala = u"A"_s, .HPiano = 3},
+                                                {.size = 40, .scala = u"A"_s, .HPiano = 1.2F}});
+        const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), u"A"_s,
+                                              IndicePiano::Proporzionale);
+        QStringList texts;
+        for (const float index : quote.IndHP)
+            texts << zelto::text::decimalText(index);
+        QCOMPARE(texts.join(u' '), u"0.72 0 0.48"_s);
+    }
+
+    /// Sizes in whole hundredths, as surveyors write them, in any order of units.
+    void orderOfUnitsDoesNotMatter()
+    {
+        QVERIFY(zelto::test::holds("a unit's share follows it", [] {
+            const auto cents = *rc::gen::nonEmpty(rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 20000)));
+            std::vector<double> bases;
+            for (const int c : cents)
+                bases.push_back(c / 100.0);
+            std::vector<double> reversed(bases.rbegin(), bases.rend());
+            Partecipanti all(bases.size());
+            std::iota(all.begin(), all.end(), 0U);
+            const auto shares = quoteChiuse(bases, all);
+            auto back = quoteChiuse(reversed, all);
+            std::reverse(back.begin(), back.end());
+
+            const auto largest = *std::max_element(bases.begin(), bases.end());
+            Millesimi sum;
+            for (std::size_t i = 0; i < bases.size(); ++i) {
+                sum += shares[i];
+                RC_ASSERT(bases[i] == largest || shares[i] == back[i]);
+            }
+            RC_ASSERT(sum == Mille);
+        }));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestShares)
+#include "tst_shares.moc"

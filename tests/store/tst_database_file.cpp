@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store_fixture.h"
+
+#include <QSemaphore>
+#include <QTest>
+#include <QThread>
+
+#include <functional>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::store;
+using namespace zelto::test;
+
+namespace {
+
+/// Makes something unfit out of a fresh job's path.
+using Tampering = std::function<void(const QString&)>;
+
+Tampering sql(const QByteArray& statements)
+{
+    return [statements](const QString& path) {
+        RawFile raw(path);
+        raw.allowSchemaChanges();
+        raw.run(statements);
+    };
+}
+
+Tampering bytes(std::function<QByteArray(QByteArray)> change)
+{
+    return [change](const QString& path) { writeBytes(path, change(bytesOf(path))); };
+}
+
+Tampering instead(std::function<void(const QString&)> make)
+{
+    return [make](const QString& path) {
+        QFile::remove(path);
+        make(path);
+    };
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Tampering)
+
+class TestDatabaseFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void createdFile();
+    void createRefuses_data();
+    void createRefuses();
+    void unfitFiles_data();
+    void unfitFiles();
+    void acceptsForeignFiles_data();
+    void acceptsForeignFiles();
+    void readingLeavesTheFileAlone();
+    void copyInMemoryIsWritable();
+    void waitsForAnotherProgram();
+    void refusesWhatAnotherProgramHolds();
+    void undoesAnInterruptedWrite();
+    void transactions();
+    void statements();
+};
+
+void TestDatabaseFile::createdFile()
+{
+    const JobFolder folder;
+    // Characters that mean something in a URI or to the engine.
+    const QString name = u"file:è ?mode=memory&%41.ZLT"_s;
+    const QString path = folder.newJob(name);
+    QCOMPARE(folder.names(), QStringList{name});
+    QVERIFY(bytesOf(path).startsWith("SQLite format 3"));
+    QCOMPARE(bytesOf(path).mid(68, 4), "ZLT9");
+    QCOMPARE(Database::open(path).path(), path);
+}
+
+void TestDatabaseFile::createRefuses_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("error");
+    QTest::newRow("existing file") << u"file"_s << 3204;
+    QTest::newRow("folder") << u"folder"_s << 3204;
+    QTest::newRow("dangling link") << u"link"_s << 3204;
+    QTest::newRow("below a file") << u"file/x.ZLT"_s << 3051;
+    QTest::newRow("in no folder") << u"none/x.ZLT"_s << 3051;
+}
+
+void TestDatabaseFile::createRefuses()
+{
+    QFETCH(QString, name);
+    const JobFolder folder;
+    writeBytes(folder.file(u"file"_s), "precious");
+    QVERIFY(QDir().mkdir(folder.file(u"folder"_s)));
+    QVERIFY(QFile::link(folder.file(u"nowhere"_s), folder.file(u"link"_s)));
+    const QStringList before = folder.names();
+    QTEST(errorOf([&] { Database::create(folder.file(name)); }), "error");
+    QCOMPARE(folder.names(), before);
+    QCOMPARE(bytesOf(folder.file(u"file"_s)), "precious");
+}
+
+void TestDatabaseFile::unfitFiles_data()
+{
+    QTest::addColumn<Tampering>("tamper");
+    QTest::addColumn<int>("error");
+    const auto row = [](const char* name, int error, Tampering tamper) {
+        QTest::newRow(name) << std::move(tamper) << error;
+    };
+    row("missing", 3024, instead([](const QString&) {}));
+    row("folder", 3051, instead([](const QString& path) { QDir().mkdir(path); }));
+    row("pipe", 3051, instead([](const QString& path) { mkfifo(QFile::encodeName(path), 0600); }));
+    row("empty", 3343, bytes([](const QByteArray&) { return QByteArray(); }));
+    row("text", 3343, bytes([](const QByteArray&) { return QByteArray(5000, 'x'); }));
+    row("header cut", 3343, bytes([](const QByteArray& all) { return all.left(60); }));
+    row("encrypted", 3343, bytes([](QByteArray all) {
+            std::ranges::for_each(
+                all, [key = 17](char& c) mutable { c ^= static_cast<char>(key += 31); });
+            return all;
+        }));
+    row("cut in the middle", 3049,
+        bytes([](const QByteArray& all) { return all.left(all.size() / 2); }));
+    row("page overwritten", 3049,
+        bytes([](QByteArray all) { return all.replace(4096, 4096, QByteArray(4096, '\xff')); }));
+    row("WAL", 3343, sql("PRAGMA journal_mode=WAL"));
+    row("view", 3343, sql("CREATE VIEW v AS SELECT 1"));
+    row("trigger", 3343, sql("CREATE TRIGGER t AFTER INSERT ON Vani BEGIN DELETE FROM Vani; END"));
+    row("virtual table", 3343, sql("CREATE VIRTUAL TABLE v USING fts5(x)"));
+    row("broken schema", 3049,
+        sql("PRAGMA writable_schema=ON;"
+            "UPDATE sqlite_schema SET sql='CREATE TABLE Vani(' WHERE name='Vani'"));
+}
+
+void TestDatabaseFile::unfitFiles()
+{
+    QFETCH(Tampering, tamper);
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    tamper(path);
+    QTEST(errorOf([&] { Database::open(path, OpenMode::ReadWrite); }), "error");
+    QTEST(errorOf([&] { Database::open(path, OpenMode::ReadOnly); }), "error");
+    QTEST(errorOf([&] { Database::openCopyInMemory(path); }), "error");
+}
+
+void TestDatabaseFile::acceptsForeignFiles_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::newRow("no application id") << QByteArray();
+    QTest::newRow("small pages") << QByteArray("PRAGMA page_size=512;");
+    QTest::newRow("UTF-16") << QByteArray("PRAGMA encoding='UTF-16';");
+    QTest::newRow("auto-vacuum") << QByteArray("PRAGMA auto_vacuum=FULL;");
+}
+
+void TestDatabaseFile::acceptsForeignFiles()
+{
+    QFETCH(QByteArray, settings);
+    const JobFolder folder;
+    const QString path = folder.file(u"a.db"_s);
+    RawFile(path).run(settings + "CREATE TABLE t (a TEXT); INSERT INTO t VALUES ('già €𝄞')");
+    for (Database database : {Database::open(path), Database::open(path, OpenMode::ReadOnly),
+                              Database::openCopyInMemory(path)})
+        QCOMPARE(database.openTable(u"T").text(0), u"già €𝄞"_s);
+}
+
+void TestDatabaseFile::readingLeavesTheFileAlone()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    const QByteArray before = bytesOf(path);
+    Database database = Database::open(path, OpenMode::ReadOnly);
+    TableRecordset units = database.openTable(TabellaUnita);
+    units.Edit();
+    units.setField(2, u"A"_s);
+    QCOMPARE(errorOf([&] { units.Update(); }), 3027);
+    QCOMPARE(errorOf([&] { database.Execute(u"DELETE FROM Vani"_s); }), 3027);
+    QCOMPARE(bytesOf(path), before);
+    QCOMPARE(folder.names().size(), 1);
+}
+
+void TestDatabaseFile::copyInMemoryIsWritable()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    const QByteArray before = bytesOf(path);
+    Database copy = Database::openCopyInMemory(path);
+    QCOMPARE(copy.path(), path);
+    copy.Execute(u"DROP TABLE Variabili"_s);
+    copy.appendTable(jobTable(TabellaVariabili));
+    QVERIFY(copy.openTable(TabellaVariabili).EndOfFile());
+    QCOMPARE(bytesOf(path), before);
+}
+
+void TestDatabaseFile::waitsForAnotherProgram()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    QSemaphore locked;
+    const std::unique_ptr<QThread> other(QThread::create([&] {
+        RawFile raw(path);
+        raw.run("BEGIN EXCLUSIVE");
+        locked.release();
+        QThread::msleep(300);
+        raw.run("COMMIT");
+    }));
+    other->start();
+    locked.acquire();
+    QCOMPARE(errorOf([&] { Database::open(path); }), 0);
+    other->wait();
+}
+
+void TestDatabaseFile::refusesWhatAnotherProgramHolds()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    Database database = Database::open(path);
+    RawFile other(path);
+    other.run("BEGIN IMMEDIATE");
+    QCOMPARE(errorOf([&] { database.Execute(u"DELETE FROM Vani"_s); }), 3045);
+    QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
+}
+
+void TestDatabaseFile::undoesAnInterruptedWrite()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    const QString crashed = folder.file(u"CRASHED.ZLT"_s);
+    {
+        RawFile raw(path);
+        // A tiny cache makes the engine write changed pages before the end of the transaction.
+        raw.run("PRAGMA cache_size=1; BEGIN; UPDATE Variabili SET Var0 = 'half';"
+                "WITH n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < 3000)"
+                "INSERT INTO Vani (Chiave) SELECT printf('%10d', i) FROM n");
+        QVERIFY(QFile::copy(path, crashed));
+        QVERIFY(QFile::copy(path + u"-journal"_s, crashed + u"-journal"_s));
+    }
+    QVERIFY(bytesOf(crashed).contains("half") || bytesOf(crashed).size() > bytesOf(path).size());
+    Database database = Database::open(crashed, OpenMode::ReadOnly);
+    QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(database.openTable(TabellaVariabili).text(0), u" "_s);
+    QVERIFY(!QFile::exists(crashed + u"-journal"_s));
+}
+
+void TestDatabaseFile::transactions()
+{
+    const JobFolder folder;
+    Database database = Database::open(folder.newJob());
+    const auto rooms = [&] { return database.openTable(TabellaVani).RecordCount(); };
+    {
+        Database::Transaction transaction(database);
+        database.Execute(u"DELETE FROM Vani"_s);
+        QCOMPARE(errorOf([&] { Database::Transaction inner(database); }), 3146);
+        QCOMPARE(rooms(), 0);
+    }
+    QCOMPARE(rooms(), 1);
+    {
+        Database::Transaction transaction(database);
+        database.Execute(u"DELETE FROM Vani"_s);
+        transaction.commit();
+    }
+    QCOMPARE(rooms(), 0);
+}
+
+void TestDatabaseFile::statements()
+{
+    const JobFolder folder;
+    Database database = Database::open(folder.newJob());
+    const std::array<Value, 2> values{u"x"_s, 1};
+    const QString update = u"UPDATE Vani SET Ambiente = :1 WHERE [Riferimento unità] = :2"_s;
+    QCOMPARE(database.Execute(update, values), 1);
+    // The number counts, not the place in the statement.
+    QueryRecordset room = database.OpenRecordset(
+        u"SELECT Ambiente AS Nome FROM Vani WHERE Posizione = :2 AND Ambiente = :1"_s, values);
+    QCOMPARE(room.field(u"nome"), Value(u"x"_s));
+    QCOMPARE(errorOf([&] { database.Execute(update, std::span(values).first(1)); }), 3146);
+    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE nulla SET x = 1"_s); }), 3146);
+    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Vani SET Ambiente = \"x\""_s); }), 3146);
+    QCOMPARE(errorOf([&] { database.appendTable({.name = u"vani"_s}); }), 3010);
+}
+
+QTEST_GUILESS_MAIN(TestDatabaseFile)
+#include "tst_database_file.moc"

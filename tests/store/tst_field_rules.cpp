@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "property.h"
+#include "store_fixture.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::store;
+using namespace zelto::test;
+
+Q_DECLARE_METATYPE(Value)
+
+class TestFieldRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void stores_data();
+    void stores();
+    void keys_data();
+    void keys();
+    void fileKeepsTheRules();
+    void anyTextStoredOrRefused();
+
+private:
+    /// The error of changing the field of the first record.
+    [[nodiscard]] int store(QStringView table, QStringView field, const Value& value)
+    {
+        TableRecordset record = m_job->openTable(table);
+        record.Edit();
+        record.setField(field, value);
+        return errorOf([&] { record.Update(); });
+    }
+    [[nodiscard]] Value stored(QStringView table, QStringView field)
+    {
+        return m_job->openTable(table).field(field);
+    }
+
+    JobFolder m_folder;
+    std::unique_ptr<Database> m_job;
+};
+
+void TestFieldRules::initTestCase()
+{
+    m_job = std::make_unique<Database>(Database::open(m_folder.newJob()));
+}
+
+void TestFieldRules::stores_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<Value>("value");
+    QTest::addColumn<int>("error");
+    const auto row = [](const char* name, QStringView table, QStringView field, const Value& value,
+                        int error = 0) {
+        QTest::newRow(name) << table.toString() << field.toString() << value << error;
+    };
+    const QString accents(23, u'è');
+    row("text at its length", TabellaUnita, u"Riferimento", accents);
+    row("text too long", TabellaUnita, u"Riferimento", accents + u'x', 3163);
+    row("text with NUL", TabellaUnita, u"Riferimento", u"a\0b"_s, 3421);
+    row("empty text", TabellaUnita, u"Riferimento", u""_s);
+    row("Null text", TabellaUnita, u"Riferimento", {});
+    row("one character", TabellaUnita, u"Codice scala", u"A"_s);
+    row("two characters", TabellaUnita, u"Codice scala", u"AB"_s, 3163);
+    row("special table", TabellaDatiGenerali, u"Tabella 10", QString(51, u'x'), 3163);
+    row("room text", TabellaVani, u"Piano riduttore", QString(16, u'x'), 3163);
+    row("version", TabellaZelto, u"Versione", QString(51, u'x'), 3163);
+    row("long memo", TabellaDatiGenerali, u"Relazione", QString(1'000'000, u'x'));
+    row("empty memo", TabellaVariabili, u"Var6", u""_s);
+    row("memo with NUL", TabellaVariabili, u"Var6", u"\0"_s, 3421);
+    row("huge memo", TabellaVariabili, u"Var6", QString(17 << 20, u'x'), 3163);
+    row("integer", TabellaVani, u"Posizione", 32767);
+    row("integer, lowest", TabellaVani, u"Posizione", -32768);
+    row("integer too large", TabellaVani, u"Posizione", 32768, 3421);
+    row("integer too low", TabellaVani, u"Posizione", -32769, 3421);
+    row("integer no number", TabellaVani, u"Posizione", u"uno"_s, 3421);
+    row("integer fraction", TabellaVani, u"Posizione", u"1.5"_s, 3421);
+    row("integer empty", TabellaVani, u"Posizione", u""_s, 3421);
+    row("date", TabellaDatiGenerali, u"Data", u"2024-02-29"_s);
+    row("date not there", TabellaDatiGenerali, u"Data", u"2023-02-29"_s, 3421);
+    row("date otherwise written", TabellaDatiGenerali, u"Data", u"29.02.2024"_s, 3421);
+    row("date with time", TabellaDatiGenerali, u"Data", u"2024-02-29 10:00"_s, 3421);
+    row("date empty", TabellaDatiGenerali, u"Data", u""_s, 3421);
+    row("date today", TabellaDatiGenerali, u"Data", u"now"_s, 3421);
+    row("date Null", TabellaDatiGenerali, u"Data", {});
+    row("auto-number too large", TabellaDatiGenerali, u"Chiave", 1LL << 31, 3421);
+    row("auto-number text", TabellaDatiGenerali, u"Chiave", u"x"_s, 3421);
+}
+
+void TestFieldRules::stores()
+{
+    QFETCH(QString, table);
+    QFETCH(QString, field);
+    QFETCH(Value, value);
+    QFETCH(int, error);
+    const Value before = stored(table, field);
+    QCOMPARE(store(table, field, value), error);
+    QCOMPARE(stored(table, field), error == 0 ? value : before);
+}
+
+void TestFieldRules::keys_data()
+{
+    QTest::addColumn<Value>("key");
+    QTest::addColumn<int>("error");
+    QTest::newRow("new") << Value(unitKey(2)) << 0;
+    QTest::newRow("there already") << Value(unitKey(1)) << 3022;
+    QTest::newRow("empty") << Value(QString()) << 3315;
+    QTest::newRow("Null") << Value() << 3058;
+    QTest::newRow("too long") << Value(u"123456"_s) << 3163;
+}
+
+void TestFieldRules::keys()
+{
+    QFETCH(Value, key);
+    TableRecordset units = m_job->openTable(TabellaUnita);
+    units.AddNew();
+    units.setField(0, key);
+    QTEST(errorOf([&] { units.Update(); }), "error");
+}
+
+/// Another program that writes the file is held to the same rules.
+void TestFieldRules::fileKeepsTheRules()
+{
+    for (const QString& change :
+         {u"UPDATE Vani SET Ambiente = x'41'"_s, u"UPDATE Vani SET Ambiente = 'sedici caratteri'"_s,
+          u"UPDATE Vani SET Posizione = 1.5"_s, u"UPDATE Vani SET Chiave = ''"_s,
+          u"UPDATE [Dati Generali] SET Data = 20240229"_s,
+          u"INSERT INTO Vani (Chiave) VALUES (NULL)"_s,
+          u"INSERT INTO Vani (Chiave) VALUES (x'')"_s})
+        QVERIFY2(errorOf([&] { m_job->Execute(change); }) != 0, qPrintable(change));
+}
+
+void TestFieldRules::anyTextStoredOrRefused()
+{
+    QVERIFY(holds("a text is stored unchanged when it fits and refused when it does not", [this] {
+        const auto content = *rc::gen::container<std::u32string>(
+            rc::gen::elementOf(std::u32string(U"aÀ€\U0001D11E'\"%1\t\r\n\0 ", 14)));
+        const QString text = QString::fromStdU32String(content);
+        const bool fits = content.size() <= 15 && !text.contains(QChar(u'\0'));
+        RC_ASSERT((store(TabellaVani, u"Ambiente", text) == 0) == fits);
+        RC_ASSERT(!fits || stored(TabellaVani, u"Ambiente") == Value(text));
+    }));
+}
+
+QTEST_GUILESS_MAIN(TestFieldRules)
+#include "tst_field_rules.moc"

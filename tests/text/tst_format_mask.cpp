@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/property.h"
+#include "text/decimal_text.h"
+#include "text/format_mask.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::text;
+
+class TestFormatMask : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fields_data()
+    {
+        QTest::addColumn<QString>("mask");
+        QTest::addColumn<QString>("values");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char16_t* mask, const char16_t* values,
+                            const char16_t* expected) {
+            QTest::addRow("%s", name) << QString::fromUtf16(mask) << QString::fromUtf16(values)
+                                      << QString::fromUtf16(expected);
+        };
+        row("right-aligned", u"####0.000", u"12,3456", u"   12.346");
+        row("text then number", u"\\      \\ ###0.00", u"Rif\t3.5", u"Rif         3.50");
+        row("room name", u" -  \\                  \\", u"Cucina", u" -  Cucina");
+        row("text cut to its width", u"\\  \\|", u"abcdef", u"abcd|");
+        row("text field that nothing closes", u"\\  ", u"abcdef", u"abcd");
+        row("one character", u"!-!", u"abc\t", u"a-");
+        row("wider than its field", u"0.00", u"123.456", u"3.46");
+        row("missing value is zero", u"0.0 0.0", u"1", u"1.0 0.0");
+        row("nothing significant", u"##", u"0", u"");
+        row("room number", u"##", u"7", u" 7");
+        row("optional places", u"0.0##", u"1.50", u"  1.5");
+        row("negative", u"###0.00", u"-1.005", u"  -1.01");
+        row("negative rounded away", u"###0.00", u"-0.001", u"  -0.00");
+        row("character behind a field is no field", u"0#0.0\\0", u"5", u"005.0\\0");
+        row("other characters stand", u"n. #0 pag.", u"4", u"n.  4 pag.");
+        row("second point and sign stand", u"0-0.0.0", u"12.34", u"1-2.3.4");
+        row("empty mask", u"", u"1\t2", u"");
+        row("not a number", u"0.00", u"abc", u"0.00");
+        row("read up to the second separator", u"##0.000", u"1.234,5", u"  1.234");
+    }
+
+    void fields()
+    {
+        QFETCH(QString, mask);
+        QFETCH(QString, values);
+        QTEST(FormatMask(mask, values), "expected");
+    }
+
+    void rounding_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QString>("text");
+        QTest::addRow("half of the text, below in binary") << 1.0005 << u"1.001"_s;
+        QTest::addRow("half") << 0.0005 << u"0.001"_s;
+        QTest::addRow("below half") << 0.000499999999 << u"0.000"_s;
+        QTest::addRow("half at sixteen digits is a half") << 333.33349999999999 << u"333.334"_s;
+        QTest::addRow("carry") << 999.9995 << u"1000.000"_s;
+        QTest::addRow("carry from below one") << 0.9996 << u"1.000"_s;
+        QTest::addRow("far below") << 1e-300 << u"0.000"_s;
+        QTest::addRow("digits beyond fifteen are zero") << 123456789012345678.0 << u"123456789012346000.000"_s;
+    }
+
+    void rounding()
+    {
+        QFETCH(double, number);
+        QFETCH(QString, text);
+        QCOMPARE(NumberMask{"####################0.000"}.format(number).trimmed(), text);
+    }
+
+    void singlesGoThroughTheirText()
+    {
+        QVERIFY(zelto::test::holds("a single prints as its seven digits do", [](float number) {
+            RC_PRE(std::isfinite(number));
+            const QString text = decimalText(number);
+            RC_ASSERT(NumberMask{"####0.000"}.format(number) ==
+                      FormatMask(u"####0.000", text).rightJustified(9));
+        }));
+    }
+
+    void agreesWithExactDecimals()
+    {
+        QVERIFY(zelto::test::holds("three places of an exact decimal", [] {
+            const auto millionths = *rc::gen::inRange<qint64>(0, 2'000'000'000);
+            const qint64 rounded = (millionths + 500) / 1000;
+            const QString out = NumberMask{"######0.000"}.format(static_cast<double>(millionths) / 1e6);
+            const auto expected =
+                QStringLiteral("%1.%2").arg(rounded / 1000).arg(rounded % 1000, 3, 10, QChar(u'0'));
+            RC_ASSERT(out.trimmed() == expected);
+        }));
+    }
+
+    void sameOnEveryMachine()
+    {
+        QVERIFY(zelto::test::holds("comma and point format alike", [] {
+            const auto text = *rc::gen::container<std::string>(rc::gen::element('1', '0', '9', '.', ',', '-', ' '));
+            const QString value = QString::fromStdString(text);
+            const QString plain = FormatMask(u"######0.000", value);
+            for (const QChar local : {QChar(u','), QChar(u'.')}) {
+                const DecimalSeparators machine{local, local == u',' ? u'.' : u','};
+                RC_ASSERT(FormatMask(u"######0.000", ToLocalDecimal(value, machine)) == plain);
+            }
+        }));
+    }
+
+    void refusesThirtyOneOfThem()
+    {
+        const QString fields = QStringLiteral("! ").repeated(MaxMaskValues);
+        const QString values = QStringLiteral("a\t").repeated(MaxMaskValues - 1);
+        QCOMPARE(FormatMask(fields, values).size(), 2 * MaxMaskValues - 3);
+        QVERIFY_EXCEPTION_THROWN(FormatMask(fields + u"!"_s, values), MaskError);
+        QVERIFY_EXCEPTION_THROWN(FormatMask(u"!", values + u"\t"_s), MaskError);
+    }
+
+    void grouped_data()
+    {
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("comma");
+        QTest::addRow("millions") << u"1234567.5"_s << u"1 234 567,50"_s;
+        QTest::addRow("half") << u"0,5"_s << u"0,50"_s;
+        QTest::addRow("negative") << u"-123"_s << u"- 123,00"_s;
+        QTest::addRow("thousands") << u"1234,5"_s << u"1 234,50"_s;
+        QTest::addRow("hundreds") << u"100"_s << u"100,00"_s;
+        QTest::addRow("zero") << u"0,00"_s << u""_s;
+        QTest::addRow("empty") << u""_s << u""_s;
+    }
+
+    void grouped()
+    {
+        QFETCH(QString, number);
+        QFETCH(QString, comma);
+        QCOMPARE(FormatGroupedComma(number), comma);
+        QCOMPARE(FormatGroupedPoint(number), QString(comma).replace(u',', u'.'));
+        QCOMPARE(FormatGroupedComma(number, 1), QString());
+        QCOMPARE(FormatGroupedPoint(number, 2), QString());
+    }
+};
+
+QTEST_APPLESS_MAIN(TestFormatMask)
+#include "tst_format_mask.moc"

@@ -1,0 +1,27 @@
+# Shared by ./run and ./test: makes sure that the Debian packages of the project are installed.
+# shellcheck shell=bash
+
+installa_pacchetti() {
+    local list missing=() package
+    list="$(dirname "${BASH_SOURCE[0]}")/../packaging/pacchetti-debian.txt"
+    while read -r package; do
+        [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+            missing+=("$package")
+    done < <(grep -v -e '^#' -e '^$' "$list")
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    echo "Installing ${missing[*]}"
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+# compila PRESET [TARGET...]: configures once, then builds.
+compila() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" > /dev/null
+    cmake --build --preset "$preset" ${1:+--target "$@"} -- --quiet
+}
