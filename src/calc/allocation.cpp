@@ -42,10 +42,10 @@ std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const M
     for (std::size_t u = 0; u < shares.size(); ++u) {
         quote.push_back(quotaCent(shares[u], importoCent));
         if (quote.back() > MaxQuotaCent || quote.back() < MinQuotaCent)
-            throw CalcError(QStringLiteral("La quota dell'unità %1 (%2) supera 9 999 999,99: "
-                                           "ripartire l'importo in più parti.")
-                                .arg(QString::number(modello.unita[u].RifUI),
-                                     modello.unita[u].Riferimento));
+            throw CalcError(
+                QStringLiteral("La quota dell'unità %1 (%2) supera 9 999 999,99: "
+                               "ripartire l'importo in più parti.")
+                    .arg(QString::number(modello.unita[u].RifUI), modello.unita[u].Riferimento));
     }
     return quote;
 }

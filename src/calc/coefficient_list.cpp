@@ -33,7 +33,8 @@ double CoefficientList::lookUp(std::string_view reference) const
         if (!entry.starts_with(reference))
             continue;
         const std::size_t bracket = entry.find("] ");
-        return bracket == std::string_view::npos ? 0 : text::leadingNumber(entry.substr(bracket + 2));
+        return bracket == std::string_view::npos ? 0
+                                                 : text::leadingNumber(entry.substr(bracket + 2));
     }
     return 0;
 }

@@ -91,7 +91,8 @@ UnitaImmobiliare leggiUnita(const TableRecordset& record)
     const QString flag = record.text(6).leftJustified(MaxTabelle, u' ');
     std::copy_n(flag.begin(), MaxTabelle, unita.FlagTab.begin());
     if (!std::isfinite(unita.HPiano))
-        throw CalcError(nomeUnita(unita) + QStringLiteral(" ha un'altezza di piano troppo grande."));
+        throw CalcError(nomeUnita(unita) +
+                        QStringLiteral(" ha un'altezza di piano troppo grande."));
     return unita;
 }
 
@@ -135,8 +136,9 @@ void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
     for (; !record.NoMatch() && !record.EndOfFile() && record.utf8(0).starts_with(prefix);
          record.MoveNext()) {
         if (unita.vani.size() == MaxVani)
-            throw CalcError(nomeUnita(unita) +
-                            QStringLiteral(" ha più di %1 vani, il massimo di un'unità.").arg(MaxVani));
+            throw CalcError(
+                nomeUnita(unita) +
+                QStringLiteral(" ha più di %1 vani, il massimo di un'unità.").arg(MaxVani));
         unita.vani.push_back(leggiVano(record, liste));
         if (!std::isfinite(unita.vani.back().CT))
             throw CalcError(nomeUnita(unita) +

@@ -20,7 +20,10 @@ public:
     }
 
     [[nodiscard]] constexpr std::int64_t tenThousandths() const { return m_value; }
-    [[nodiscard]] constexpr double toDouble() const { return static_cast<double>(m_value) / 10'000; }
+    [[nodiscard]] constexpr double toDouble() const
+    {
+        return static_cast<double>(m_value) / 10'000;
+    }
 
     constexpr Millesimi& operator+=(Millesimi other)
     {

@@ -7,7 +7,8 @@
 
 namespace zelto::cli {
 
-/// The user at a terminal: messages about the job in hand go to standard error, progress to nowhere.
+/// The user at a terminal: messages about the job in hand go to standard error, progress to
+/// nowhere.
 class Console : public store::UserInterface
 {
 public:

@@ -38,8 +38,7 @@ QString pageFolderTemplate()
 
 JobPrinter::JobPrinter(const Options& options, store::UserInterface& user)
     : m_options(options), m_user(user)
-{
-}
+{}
 
 bool JobPrinter::print(const QString& lavoro)
 {

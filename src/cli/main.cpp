@@ -38,6 +38,12 @@ int run(const Options& options, zelto::cli::Console& console)
     return printJobs(options, console);
 }
 
+/// What the libraries have to remark is no message for the user of a command.
+void ignoreLibraryRemarks(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
+                          const QString& /*text*/)
+{
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -49,6 +55,7 @@ int main(int argc, char* argv[])
     // Pages are drawn without a display.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(ignoreLibraryRemarks);
     const QGuiApplication application(argc, argv);
     zelto::cli::Console console;
     try {

@@ -4,10 +4,9 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include <getopt.h>
-
 #include <algorithm>
 #include <array>
+#include <getopt.h>
 #include <map>
 #include <vector>
 
@@ -49,15 +48,15 @@ constexpr std::array LongOptions{
 };
 
 /// Sets to true what the comma-separated list names, everything else to false.
-void readList(const QString& list, const QString& option,
-              const std::map<QString, bool*>& choices)
+void readList(const QString& list, const QString& option, const std::map<QString, bool*>& choices)
 {
     for (const auto& [name, chosen] : choices)
         *chosen = false;
     for (const QString& name : list.split(u',')) {
         const auto choice = choices.find(name.trimmed());
         if (choice == choices.end())
-            throw UsageError(QStringLiteral("%1: «%2» non è una voce dell'elenco").arg(option, name));
+            throw UsageError(
+                QStringLiteral("%1: «%2» non è una voce dell'elenco").arg(option, name));
         *choice->second = true;
     }
 }
@@ -83,7 +82,8 @@ int readPrimaPagina(const QString& text)
 
 QString readImporto(const QString& text)
 {
-    static const QRegularExpression amount(QStringLiteral("^ *-?[0-9 ]*[0-9][0-9 ]*([.,][0-9]{0,2})? *$"));
+    static const QRegularExpression amount(
+        QStringLiteral("^ *-?[0-9 ]*[0-9][0-9 ]*([.,][0-9]{0,2})? *$"));
     if (!amount.match(text).hasMatch())
         throw UsageError(QStringLiteral("--riparto: «%1» non è un importo").arg(text));
     return text;
@@ -121,8 +121,12 @@ void apply(Pieces& pieces, int option, const QString& value)
 {
     Options& options = pieces.options;
     switch (option) {
-    case Pdf: options.pdf = value; break;
-    case Uscite: options.uscite = value; break;
+    case Pdf:
+        options.pdf = value;
+        break;
+    case Uscite:
+        options.uscite = value;
+        break;
     case Sezioni:
         readList(value, QStringLiteral("--sezioni"),
                  {{QStringLiteral("prima-pagina"), &options.sezioni.primaPagina},
@@ -137,15 +141,32 @@ void apply(Pieces& pieces, int option, const QString& value)
                   {QStringLiteral("scale"), &options.calcolo.scale}});
         pieces.calcoloGiven = true;
         break;
-    case Formato: options.calcolo.formato = readFormato(value); break;
-    case IndiceProporzionale: options.calcolo.indice = calc::IndicePiano::Proporzionale; break;
-    case PrimaPagina: options.calcolo.primaPagina = readPrimaPagina(value); break;
-    case Riparto: pieces.importo = readImporto(value); break;
-    case Quote: pieces.quote = readQuote(value); break;
-    case Mostra: options.mostra = true; break;
-    case Help: options.action = Options::Action::ShowHelp; break;
-    case Version: options.action = Options::Action::ShowVersion; break;
-    default: break;
+    case Formato:
+        options.calcolo.formato = readFormato(value);
+        break;
+    case IndiceProporzionale:
+        options.calcolo.indice = calc::IndicePiano::Proporzionale;
+        break;
+    case PrimaPagina:
+        options.calcolo.primaPagina = readPrimaPagina(value);
+        break;
+    case Riparto:
+        pieces.importo = readImporto(value);
+        break;
+    case Quote:
+        pieces.quote = readQuote(value);
+        break;
+    case Mostra:
+        options.mostra = true;
+        break;
+    case Help:
+        options.action = Options::Action::ShowHelp;
+        break;
+    case Version:
+        options.action = Options::Action::ShowVersion;
+        break;
+    default:
+        break;
     }
 }
 
@@ -174,8 +195,9 @@ Options complete(Pieces pieces)
     if (pieces.calcoloGiven && pieces.importo)
         throw UsageError(QStringLiteral("--calcolo e --riparto non vanno insieme"));
     if (pieces.importo) {
-        options.riparto = reports::OpzioniRiparto{
-            .importo = *pieces.importo, .quote = pieces.quote.value_or(reports::MillesimiGenerali{})};
+        options.riparto =
+            reports::OpzioniRiparto{.importo = *pieces.importo,
+                                    .quote = pieces.quote.value_or(reports::MillesimiGenerali{})};
         if (auto* scala = std::get_if<reports::MillesimiScala>(&options.riparto->quote))
             scala->indice = options.calcolo.indice;
     }

@@ -26,7 +26,7 @@ struct Options
 
     Action action = Action::Print;
     QStringList lavori;
-    QString pdf; ///< file, or folder for several jobs; empty for none
+    QString pdf;                          ///< file, or folder for several jobs; empty for none
     QString uscite = QStringLiteral("."); ///< folder of the text files, or of the jobs' folders
     reports::SezioniStampa sezioni;
     reports::OpzioniCalcolo calcolo;

@@ -59,7 +59,7 @@ FontMetrics::FontMetrics(const FontState& state) : m_font(fontOf(state)), m_metr
 {
     for (char16_t code = 0; code < m_latin.size(); ++code) {
         const QChar shown = isControl(QChar{code}) ? u' ' : QChar{code};
-        m_latin[code] = m_metrics.horizontalAdvance(shown);
+        m_latin[code] = m_metrics.horizontalAdvance(QString{shown});
     }
 }
 
@@ -70,7 +70,7 @@ double FontMetrics::advance(QChar c) const
     const auto known = m_others.constFind(c);
     if (known != m_others.constEnd())
         return *known;
-    return *m_others.insert(c, m_metrics.horizontalAdvance(c));
+    return *m_others.insert(c, m_metrics.horizontalAdvance(QString{c}));
 }
 
 double FontMetrics::width(QStringView text) const

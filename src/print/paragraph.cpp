@@ -87,7 +87,8 @@ JustifiedLine justify(QStringView line, qsizetype extraBlanks)
 
     qsizetype gaps = 1; // the one before the last word
     const qsizetype indent = skipBlanks(head, 0);
-    for (qsizetype i = skipWord(head, indent); i < head.size(); i = skipWord(head, skipBlanks(head, i)))
+    for (qsizetype i = skipWord(head, indent); i < head.size();
+         i = skipWord(head, skipBlanks(head, i)))
         ++gaps;
 
     JustifiedLine result{.head = {}, .lastWord = line.sliced(lastBlank + 1).toString()};
@@ -98,8 +99,7 @@ JustifiedLine justify(QStringView line, qsizetype extraBlanks)
         wordStart = wordEnd;
         wordEnd = skipWord(head, skipBlanks(head, wordStart));
         if (wordStart < head.size())
-            result.head +=
-                QString((gap + 1) * extraBlanks / gaps - gap * extraBlanks / gaps, u' ');
+            result.head += QString((gap + 1) * extraBlanks / gaps - gap * extraBlanks / gaps, u' ');
     }
     return result;
 }

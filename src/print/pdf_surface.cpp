@@ -25,8 +25,7 @@ QIODevice* PdfTarget::open()
 
 PdfSurface::PdfSurface(const QString& fileName, const QString& title)
     : PdfTarget(fileName, title), PagedSurface(m_writer)
-{
-}
+{}
 
 void PdfSurface::commit()
 {

@@ -12,8 +12,7 @@ namespace zelto::print {
 
 PrintEngine::PrintEngine(QString pageFolder, const text::DecimalSeparators& separators)
     : m_pageFolder(std::move(pageFolder)), m_page(separators.LocalDecimalSeparator.toLatin1())
-{
-}
+{}
 
 double PrintEngine::Zoom() const
 {

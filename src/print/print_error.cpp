@@ -6,9 +6,9 @@
 namespace zelto::print {
 
 PrintError::PrintError(PrintErrorNumber number, const QString& what, const QFileDevice& file)
-    : PrintError(number, QStringLiteral("%1 «%2»: %3.")
-                             .arg(what, QDir::toNativeSeparators(file.fileName()), file.errorString()))
-{
-}
+    : PrintError(number,
+                 QStringLiteral("%1 «%2»: %3.")
+                     .arg(what, QDir::toNativeSeparators(file.fileName()), file.errorString()))
+{}
 
 } // namespace zelto::print

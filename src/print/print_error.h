@@ -25,8 +25,7 @@ class PrintError : public std::exception
 public:
     PrintError(PrintErrorNumber number, const QString& description)
         : m_number(number), m_description(description.toUtf8())
-    {
-    }
+    {}
 
     /// "<what> «<file>»: <what the system says about it>."
     PrintError(PrintErrorNumber number, const QString& what, const QFileDevice& file);

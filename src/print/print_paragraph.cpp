@@ -59,8 +59,8 @@ void PrintEngine::printLine(float row, float column, float width, const Paragrap
 void PrintEngine::printJustified(float row, float column, float width, QStringView line)
 {
     const double blank = metrics().width(u" ");
-    const double room = static_cast<double>(width) * static_cast<double>(m_charWidth) -
-                        metrics().width(line);
+    const double room =
+        static_cast<double>(width) * static_cast<double>(m_charWidth) - metrics().width(line);
     const auto extraBlanks = room > 0 && blank > 0 ? static_cast<qsizetype>(room / blank) : 0;
     const JustifiedLine justified = justify(line, extraBlanks);
     PrintText(row, column, 0, justified.head);

@@ -75,8 +75,8 @@ QString PrintEngine::clipped(const QString& text, float width, const FontMetrics
 {
     if (width == 0)
         return text;
-    return text.left(metrics.fittingLength(text, static_cast<double>(width) *
-                                                     static_cast<double>(m_charWidth)));
+    return text.left(
+        metrics.fittingLength(text, static_cast<double>(width) * static_cast<double>(m_charWidth)));
 }
 
 /// The text's top edge at the point, which is its left end, its right end or its middle.

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <span>
 
 namespace zelto::print {
 
@@ -112,9 +113,8 @@ void RecordBuffer::appendField(float number)
         return appendField(0);
     std::array<char, text::DecimalTextSize> buffer{};
     const int thousandths = wholeThousandths(std::abs(number));
-    const std::string_view digits = thousandths > 0
-                                        ? writeThousandths(thousandths, buffer)
-                                        : text::decimalText(std::abs(number), buffer);
+    const std::string_view digits = thousandths > 0 ? writeThousandths(thousandths, buffer)
+                                                    : text::decimalText(std::abs(number), buffer);
     *m_end++ = number < 0 ? '-' : ' ';
     for (const char c : digits)
         *m_end++ = c == '.' ? m_separator : c;
@@ -135,7 +135,7 @@ void RecordBuffer::appendField(QStringView text)
     char* const start = m_end;
     for (const QChar c : text) {
         if (c.unicode() >= 0x80) { // rare, and then the whole field is left to the converter
-            QStringEncoder encoder(QStringEncoder::Utf8);
+            QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
             m_end = encoder.appendToBuffer(start, text);
             std::transform(start, m_end, start, fieldCharacter);
             return;

@@ -45,6 +45,8 @@ class RecordBuffer
 public:
     /// Numbers are written with the separator ("," or ".").
     explicit RecordBuffer(char decimalSeparator) : m_separator(decimalSeparator) {}
+    RecordBuffer(const RecordBuffer&) = delete;
+    RecordBuffer& operator=(const RecordBuffer&) = delete;
 
     /// One whole record. Fields are float, int, bool (true is -1) or texts, one of them long.
     template <typename... Fields>

@@ -32,8 +32,9 @@ void PrintEngine::ReplayPage()
     QFile file(pageFilePath(m_pageFolder, m_pageNumber));
     const QString failure = QStringLiteral("Impossibile leggere il file di pagina");
     if (!QFileInfo{file}.isFile())
-        throw PrintError(PrintErrorNumber::FileNotFound,
-                         QStringLiteral("%1 «%2»: il file non esiste.").arg(failure, file.fileName()));
+        throw PrintError(
+            PrintErrorNumber::FileNotFound,
+            QStringLiteral("%1 «%2»: il file non esiste.").arg(failure, file.fileName()));
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         throw PrintError(PrintErrorNumber::PathAccess, failure, file);
     ReplayRecords(file);

@@ -21,11 +21,12 @@ QString importoTesto(double cent, QStringView mask)
 
 std::vector<TableColumn> shareColumns()
 {
-    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 29},
-            {.head = QStringLiteral("LIVELLO"), .position = 40, .side = Side::Left, .width = 27},
-            {.head = QStringLiteral("CONS.TOT."), .position = 80},
-            {.head = QStringLiteral("MILLESIMI"), .position = 100},
-            {.head = QStringLiteral("IMPORTO"), .position = 120}};
+    return {
+        {.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 29},
+        {.head = QStringLiteral("LIVELLO"), .position = 40, .side = Side::Left, .width = 27},
+        {.head = QStringLiteral("CONS.TOT."), .position = 80},
+        {.head = QStringLiteral("MILLESIMI"), .position = 100},
+        {.head = QStringLiteral("IMPORTO"), .position = 120}};
 }
 
 std::vector<TableColumn> staircaseColumns()
@@ -77,8 +78,8 @@ struct TableOf
     {
         const auto quote = calc::calcolaScala(modello, calc::calcolaConsistenze(modello),
                                               scelta.codice, scelta.indice);
-        return withParts(tabellaScala(modello, quote), staircaseColumns(), modello,
-                         quote.MillScala, importo);
+        return withParts(tabellaScala(modello, quote), staircaseColumns(), modello, quote.MillScala,
+                         importo);
     }
 };
 

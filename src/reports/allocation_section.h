@@ -15,8 +15,7 @@ namespace zelto::reports {
 
 /// The set of shares an amount is divided by.
 struct MillesimiGenerali
-{
-};
+{};
 struct TabellaSpecifica
 {
     int t = 1; ///< special table, 1 to 10

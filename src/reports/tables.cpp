@@ -17,10 +17,11 @@ constexpr float TitleWidth = 120;
 
 std::vector<TableColumn> shareColumns()
 {
-    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 39},
-            {.head = QStringLiteral("LIVELLO"), .position = 50, .side = Side::Left, .width = 27},
-            {.head = QStringLiteral("CONS.TOT."), .position = 90},
-            {.head = QStringLiteral("MILLESIMI"), .position = 110}};
+    return {
+        {.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 39},
+        {.head = QStringLiteral("LIVELLO"), .position = 50, .side = Side::Left, .width = 27},
+        {.head = QStringLiteral("CONS.TOT."), .position = 90},
+        {.head = QStringLiteral("MILLESIMI"), .position = 110}};
 }
 
 std::vector<TableColumn> staircaseColumns()

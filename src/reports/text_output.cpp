@@ -19,7 +19,8 @@ namespace {
 
 } // namespace
 
-TextOutput::TextOutput(const QString& folder, const QString& name) : m_file(QDir(folder).filePath(name))
+TextOutput::TextOutput(const QString& folder, const QString& name)
+    : m_file(QDir(folder).filePath(name))
 {
     if (!m_file.open(QIODevice::WriteOnly))
         fail(m_file);
@@ -33,7 +34,8 @@ void TextOutput::writeLine(const QStringList& fields)
             line.append('\t');
         // A tab or line break in a text would shift everything behind it.
         QByteArray bytes = field.toUtf8();
-        std::ranges::replace_if(bytes, [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
+        std::ranges::replace_if(
+            bytes, [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
         line.append(bytes);
     }
     line.append("\r\n");

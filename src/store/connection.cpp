@@ -64,6 +64,12 @@ DatabaseError notADatabase(QStringView description, const QString& path)
     return {ErrorNumber::NotADatabase, description.toString().arg(path)};
 }
 
+DatabaseError damaged(const QString& path, const char* detail)
+{
+    return {ErrorNumber::Damaged,
+            u"Il file «%1» è danneggiato (%2)."_s.arg(path, QString::fromUtf8(detail))};
+}
+
 /// Looks at the file's first bytes through the engine's own descriptor: closing another one would
 /// drop the locks that this process holds on the file.
 void checkHeader(SQLite::Database& handle, const QString& path)
@@ -103,8 +109,7 @@ void checkStructure(SQLite::Database& handle, const QString& path)
     SQLite::Statement check(handle, "PRAGMA quick_check(1)");
     const std::string result = check.executeStep() ? check.getColumn(0).getString() : std::string();
     if (result != "ok")
-        throw DatabaseError(ErrorNumber::Damaged, u"Il file «%1» è danneggiato (%2)."_s.arg(
-                                                      path, QString::fromStdString(result)));
+        throw damaged(path, result.c_str());
 }
 
 ConnectionPtr connect(const QString& path, int flags)
@@ -115,6 +120,19 @@ ConnectionPtr connect(const QString& path, int flags)
         path, SQLite::Database(name, flags | SQLite::OPEN_NOMUTEX, BusyTimeoutMilliseconds));
 }
 
+void checkContents(SQLite::Database& handle, const QString& path)
+{
+    try {
+        checkObjects(handle, path);
+        checkStructure(handle, path);
+    } catch (const SQLite::Exception& failure) {
+        // Our own statements are sound: what does not run is a table definition of the file.
+        if (failure.getErrorCode() == SQLITE_ERROR)
+            throw damaged(path, failure.what());
+        throw;
+    }
+}
+
 /// Throws SQLite::Exception as well.
 ConnectionPtr openChecked(const QString& path, int flags)
 {
@@ -122,8 +140,7 @@ ConnectionPtr openChecked(const QString& path, int flags)
     checkHeader(connection->handle, path);
     harden(connection->handle);
     connection->handle.exec("PRAGMA journal_mode=DELETE");
-    checkObjects(connection->handle, path);
-    checkStructure(connection->handle, path);
+    checkContents(connection->handle, path);
     return connection;
 }
 

@@ -7,6 +7,7 @@
 
 #include <SQLiteCpp/Database.h>
 #include <memory>
+#include <utility>
 
 namespace zelto::store {
 
@@ -21,6 +22,10 @@ enum class OpenMode { ReadWrite, ReadOnly };
 /// The engine's handle of one file, shared by the database and its open recordsets.
 struct Connection
 {
+    Connection(QString name, SQLite::Database engine)
+        : path(std::move(name)), handle(std::move(engine))
+    {}
+
     QString path;
     SQLite::Database handle;
 };

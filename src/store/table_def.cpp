@@ -128,7 +128,7 @@ std::optional<FieldRule> FieldRule::fromConstraintName(const QString& name)
     const QStringList parts = name.split(u'|');
     if (parts.size() != 3)
         return std::nullopt;
-    const auto text = std::ranges::find(KindTexts, QStringView(parts[2]), &KindText::name);
+    const auto* const text = std::ranges::find(KindTexts, QStringView(parts[2]), &KindText::name);
     if (text == KindTexts.end())
         return std::nullopt;
     return FieldRule{.table = parts[0], .field = parts[1], .kind = text->kind};

@@ -5,6 +5,7 @@
 #include "store/engine_errors.h"
 #include "store/table_def.h"
 
+#include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
 
@@ -13,6 +14,17 @@ namespace zelto::store {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// A name that could not be written back as it was read is not one of ours.
+QString nameOf(const Connection& connection, const SQLite::Column& column)
+{
+    const QByteArray bytes = column.getText();
+    if (!bytes.isValidUtf8())
+        throw DatabaseError(
+            ErrorNumber::Damaged,
+            u"Il file «%1» è danneggiato (nome non valido)."_s.arg(connection.path));
+    return QString::fromUtf8(bytes);
+}
 
 QString findName(Connection& connection, QStringView name)
 {
@@ -36,7 +48,7 @@ void readFields(Connection& connection, TableLayout& layout)
         if (keyPosition == 1)
             layout.keyField = static_cast<int>(layout.fields.size());
         severalKeys = severalKeys || keyPosition > 1;
-        layout.fields += QString::fromUtf8(columns.getColumn(0).getText());
+        layout.fields += nameOf(connection, columns.getColumn(0));
     }
     if (severalKeys)
         layout.keyField.reset();
@@ -74,7 +86,7 @@ QStringList tableNames(Connection& connection)
                                  "NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid");
         QStringList names;
         while (tables.executeStep())
-            names += QString::fromUtf8(tables.getColumn(0).getText());
+            names += nameOf(connection, tables.getColumn(0));
         return names;
     });
 }

@@ -13,7 +13,7 @@ namespace zelto::store {
 
 using namespace Qt::StringLiterals;
 
-TableRecordset::TableRecordset(ConnectionPtr connection, QStringView table)
+TableRecordset::TableRecordset(const ConnectionPtr& connection, QStringView table)
     : Recordset(connection, table.toString()), m_layout(readLayout(*connection, table))
 {
     setFields(m_layout.fields);

@@ -20,7 +20,7 @@ public:
     enum class Comparison { Equal, GreaterOrEqual };
 
     /// Stands on the first record, if there is one.
-    TableRecordset(ConnectionPtr connection, QStringView table);
+    TableRecordset(const ConnectionPtr& connection, QStringView table);
 
     /// Puts the records in the order of the index and moves to the first; IndexNotFound unless it
     /// is "PrimaryKey" of a table that has one.

@@ -41,8 +41,7 @@ double outOfRange(std::string_view number, bool negative)
 {
     const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
     const auto first = static_cast<std::ptrdiff_t>(number.find_first_of("123456789"));
-    const auto point =
-        static_cast<std::ptrdiff_t>(std::min(number.find('.'), mantissaEnd));
+    const auto point = static_cast<std::ptrdiff_t>(std::min(number.find('.'), mantissaEnd));
     double exponent = 0; // as a double, since it may have any number of digits itself
     if (mantissaEnd < number.size())
         exponent = leadingNumber(number.substr(mantissaEnd + 1));

@@ -259,7 +259,8 @@ QString formatGrouped(const QString& text, int mode)
 {
     if (readNumber(text) == 0)
         return {};
-    const QString plain = mode == 1 || mode == 2 ? QString{} : FormatMask(u"############0.00", text);
+    const QString plain =
+        mode == 1 || mode == 2 ? QString{} : FormatMask(u"############0.00", text);
     const qsizetype point = plain.indexOf(u'.');
     const qsizetype integerEnd = point < 0 ? plain.size() : point;
 

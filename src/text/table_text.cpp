@@ -34,8 +34,7 @@ void lineToRow(QStringView line, CellTable& table, int row, const CellRange& ran
 CellTable::CellTable(int rows, int columns)
     : m_rows(std::max(rows, 0)), m_columns(std::max(columns, 0)),
       m_cells(static_cast<std::size_t>(m_rows) * static_cast<std::size_t>(m_columns))
-{
-}
+{}
 
 std::size_t CellTable::index(int row, int column) const
 {
@@ -70,7 +69,8 @@ QString GridToText(const CellTable& table, const CellRange& range)
 CellTable TextToTable(QStringView text, int rows, int columns)
 {
     CellTable table(rows + 1, columns + 1);
-    TextToGrid(text, table, {.firstRow = 1, .lastRow = rows, .firstColumn = 1, .lastColumn = columns});
+    TextToGrid(text, table,
+               {.firstRow = 1, .lastRow = rows, .firstColumn = 1, .lastColumn = columns});
     return table;
 }
 

@@ -20,7 +20,10 @@ public:
     [[nodiscard]] int columns() const { return m_columns; }
 
     /// Row and column must lie inside the table.
-    [[nodiscard]] const QString& at(int row, int column) const { return m_cells[index(row, column)]; }
+    [[nodiscard]] const QString& at(int row, int column) const
+    {
+        return m_cells[index(row, column)];
+    }
     [[nodiscard]] QString& at(int row, int column) { return m_cells[index(row, column)]; }
 
 private:

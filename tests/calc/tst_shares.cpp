@@ -39,12 +39,19 @@ private slots:
         QFETCH(double, totale);
         QFETCH(qint64, tenThousandths);
         QCOMPARE(QuotaMillesimale(parte, totale).tenThousandths(), tenThousandths);
-        QCOMPARE(QuotaMillesimale(parte, totale, MascheraGenerale).tenThousandths(), tenThousandths);
+        QCOMPARE(QuotaMillesimale(parte, totale, MascheraGenerale).tenThousandths(),
+                 tenThousandths);
     }
 
     void roomSizes()
     {
-        Vano vano{.CR = 10.1F, .CD = 0.35F, .CO = 1.1F, .CP = 0.9F, .CL = 0.95F, .CFU = 1.05F, .PR = 0.9F};
+        Vano vano{.CR = 10.1F,
+                  .CD = 0.35F,
+                  .CO = 1.1F,
+                  .CP = 0.9F,
+                  .CL = 0.95F,
+                  .CFU = 1.05F,
+                  .PR = 0.9F};
         calcolaVano(vano);
         QCOMPARE(vano.CF, static_cast<float>(double{10.1F} * double{0.35F}));
         QCOMPARE(vano.CVT, 3.490935F); // each product starts from the stored single
@@ -57,7 +64,8 @@ private slots:
         QTest::addColumn<QString>("shares");
         QTest::addRow("residual to the first of equals")
             << QList<float>{10, 10, 10} << u"333.334 333.333 333.333"_s;
-        QTest::addRow("residual to the largest") << QList<float>{1, 1, 4} << u"166.667 166.667 666.666"_s;
+        QTest::addRow("residual to the largest")
+            << QList<float>{1, 1, 4} << u"166.667 166.667 666.666"_s;
         QTest::addRow("no residual") << QList<float>{500.0004F, 499.9996F} << u"500 500"_s;
         QTest::addRow("size zero still there") << QList<float>{5, 0, 5} << u"500 0 500"_s;
         QTest::addRow("no size at all") << QList<float>{0, 0} << u"0 0"_s;
@@ -87,8 +95,8 @@ private slots:
 
     void staircasesInOrderOfAppearance()
     {
-        const ModelloLavoro modello =
-            building({{.scala = u"B"_s}, {.scala = u" "_s}, {.scala = u"A"_s}, {}, {.scala = u"B"_s}});
+        const ModelloLavoro modello = building(
+            {{.scala = u"B"_s}, {.scala = u" "_s}, {.scala = u"A"_s}, {}, {.scala = u"B"_s}});
         QCOMPARE(elencoScale(modello), (std::vector<QString>{u"B"_s, u"A"_s}));
     }
 
@@ -99,7 +107,8 @@ private slots:
         QTest::addColumn<QString>("piano");
         QTest::addColumn<QString>("scala");
         QTest::addRow("half by default") << u""_s << false << u"200 800 0"_s << u"350 650 0"_s;
-        QTest::addRow("zero is the default too") << u"0"_s << false << u"200 800 0"_s << u"350 650 0"_s;
+        QTest::addRow("zero is the default too")
+            << u"0"_s << false << u"200 800 0"_s << u"350 650 0"_s;
         QTest::addRow("thirty percent") << u"30"_s << false << u"200 800 0"_s << u"410 590 0"_s;
         QTest::addRow("comma") << u"12,5"_s << false << u"200 800 0"_s << u"462.5 537.5 0"_s;
         QTest::addRow("by size of the floor") << u""_s << true << u"200 800 0"_s << u"350 650 0"_s;
@@ -117,7 +126,8 @@ private slots:
             modello.tabellaCodici = {
                 {.codice = u"a"_s, .percentuale = percentuale.replace(u',', u'.').toDouble()},
                 {.codice = u"A"_s, .percentuale = 99}};
-        const auto indice = proporzionale ? IndicePiano::Proporzionale : IndicePiano::PerConsistenza;
+        const auto indice =
+            proporzionale ? IndicePiano::Proporzionale : IndicePiano::PerConsistenza;
         const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), u"A"_s, indice);
         QCOMPARE(sharesText(quote.MillProp), u"500 500 0"_s);
         QTEST(sharesText(quote.MillPiano), "piano");
@@ -129,8 +139,8 @@ private slots:
         const ModelloLavoro modello = building({{.size = 60, .scala = u"A"_s, .HPiano = 1.2F},
                                                 {.size = 0, .scala = u"A"_s, .HPiano = 3},
                                                 {.size = 40, .scala = u"A"_s, .HPiano = 1.2F}});
-        const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), u"A"_s,
-                                              IndicePiano::Proporzionale);
+        const QuoteScala quote =
+            calcolaScala(modello, calcolaConsistenze(modello), u"A"_s, IndicePiano::Proporzionale);
         QStringList texts;
         for (const float index : quote.IndHP)
             texts << zelto::text::decimalText(index);
@@ -141,7 +151,8 @@ private slots:
     void orderOfUnitsDoesNotMatter()
     {
         QVERIFY(zelto::test::holds("a unit's share follows it", [] {
-            const auto cents = *rc::gen::nonEmpty(rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 20000)));
+            const auto cents = *rc::gen::nonEmpty(
+                rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 20000)));
             std::vector<double> bases;
             for (const int c : cents)
                 bases.push_back(c / 100.0);

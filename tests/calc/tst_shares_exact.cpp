@@ -8,9 +8,8 @@
 
 #include <QTest>
 
-#include <gmpxx.h>
-
 #include <cmath>
+#include <gmpxx.h>
 #include <random>
 #include <ranges>
 
@@ -78,8 +77,8 @@ public:
 
     ModelloLavoro make()
     {
-        ModelloLavoro modello = zelto::test::building(std::vector<zelto::test::UnitData>(
-            static_cast<std::size_t>(within(1, 60))));
+        ModelloLavoro modello = zelto::test::building(
+            std::vector<zelto::test::UnitData>(static_cast<std::size_t>(within(1, 60))));
         for (UnitaImmobiliare& unita : modello.unita)
             fill(unita);
         modello.tabellaCodici = {{u"A"_s, u""_s, static_cast<double>(within(0, 80))}};
@@ -103,9 +102,12 @@ private:
             flag = within(0, 2) == 0 ? u' ' : u'X';
         unita.vani.clear();
         for (int rooms = within(0, 9); rooms > 0; --rooms) {
-            unita.vani.push_back({.CR = decimal(100, 6000, 2), .CD = decimal(20, 110, 2),
-                                  .CO = decimal(95, 105, 2), .CP = decimal(90, 110, 2),
-                                  .CL = decimal(90, 110, 2), .CFU = decimal(80, 110, 2),
+            unita.vani.push_back({.CR = decimal(100, 6000, 2),
+                                  .CD = decimal(20, 110, 2),
+                                  .CO = decimal(95, 105, 2),
+                                  .CP = decimal(90, 110, 2),
+                                  .CL = decimal(90, 110, 2),
+                                  .CFU = decimal(80, 110, 2),
                                   .PR = decimal(70, 110, 2)});
             calcolaVano(unita.vani.back());
         }

@@ -26,12 +26,12 @@ Tampering sql(const QByteArray& statements)
     };
 }
 
-Tampering bytes(std::function<QByteArray(QByteArray)> change)
+Tampering bytes(const std::function<QByteArray(QByteArray)>& change)
 {
     return [change](const QString& path) { writeBytes(path, change(bytesOf(path))); };
 }
 
-Tampering instead(std::function<void(const QString&)> make)
+Tampering instead(const std::function<void(const QString&)>& make)
 {
     return [make](const QString& path) {
         QFile::remove(path);
@@ -62,6 +62,8 @@ private slots:
     void undoesAnInterruptedWrite();
     void transactions();
     void statements();
+    void textBeyondTheLimit();
+    void fullDisk();
 };
 
 void TestDatabaseFile::createdFile()
@@ -104,8 +106,8 @@ void TestDatabaseFile::unfitFiles_data()
 {
     QTest::addColumn<Tampering>("tamper");
     QTest::addColumn<int>("error");
-    const auto row = [](const char* name, int error, Tampering tamper) {
-        QTest::newRow(name) << std::move(tamper) << error;
+    const auto row = [](const char* name, int error, const Tampering& tamper) {
+        QTest::newRow(name) << tamper << error;
     };
     row("missing", 3024, instead([](const QString&) {}));
     row("folder", 3051, instead([](const QString& path) { QDir().mkdir(path); }));
@@ -114,8 +116,7 @@ void TestDatabaseFile::unfitFiles_data()
     row("text", 3343, bytes([](const QByteArray&) { return QByteArray(5000, 'x'); }));
     row("header cut", 3343, bytes([](const QByteArray& all) { return all.left(60); }));
     row("encrypted", 3343, bytes([](QByteArray all) {
-            std::ranges::for_each(
-                all, [key = 17](char& c) mutable { c ^= static_cast<char>(key += 31); });
+            std::ranges::for_each(all, [](char& c) { c = static_cast<char>(c ^ 0x5b); });
             return all;
         }));
     row("cut in the middle", 3049,
@@ -275,6 +276,28 @@ void TestDatabaseFile::statements()
     QCOMPARE(errorOf([&] { database.Execute(u"UPDATE nulla SET x = 1"_s); }), 3146);
     QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Vani SET Ambiente = \"x\""_s); }), 3146);
     QCOMPARE(errorOf([&] { database.appendTable({.name = u"vani"_s}); }), 3010);
+}
+
+void TestDatabaseFile::textBeyondTheLimit()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    RawFile(path).run("UPDATE Variabili SET Var0 = hex(zeroblob(10000000))");
+    QCOMPARE(errorOf([&] { Database::open(path); }), 3163);
+    Database database = Database::open(path, OpenMode::ReadOnly);
+    QCOMPARE(errorOf([&] { (void)database.openTable(TabellaVariabili); }), 3163);
+}
+
+void TestDatabaseFile::fullDisk()
+{
+    const JobFolder folder;
+    Database database = Database::open(folder.newJob());
+    (void)database.OpenRecordset(u"PRAGMA max_page_count = 1"_s);
+    TableRecordset groups = database.openTable(TabellaVariabili);
+    groups.Edit();
+    groups.setField(0, QString(100'000, u'x'));
+    QCOMPARE(errorOf([&] { groups.Update(); }), 3026);
+    QCOMPARE(groups.text(0), u" "_s);
 }
 
 QTEST_GUILESS_MAIN(TestDatabaseFile)

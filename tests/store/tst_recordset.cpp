@@ -24,6 +24,7 @@ private slots:
     void fieldAccess();
     void unfitContents_data();
     void unfitContents();
+    void unfitNames();
     void outlivesItsDatabase();
 
 private:
@@ -214,6 +215,15 @@ void TestRecordset::unfitContents()
     QCOMPARE(errorOf([&] { (void)records.text(0); }), 3421);
     QCOMPARE(errorOf([&] { (void)records.integer(0); }), 3421);
     QVERIFY(!records.utf8(0).empty());
+}
+
+void TestRecordset::unfitNames()
+{
+    const QString path = m_folder->file(u"a.db"_s);
+    RawFile(path).run("CREATE TABLE fields ([a\xff])");
+    QCOMPARE(errorOf([&] { (void)Database::open(path).openTable(u"fields"); }), 3049);
+    RawFile(path).run("CREATE TABLE [t\xff] (a)");
+    QCOMPARE(errorOf([&] { (void)Database::open(path).tableNames(); }), 3049);
 }
 
 void TestRecordset::outlivesItsDatabase()

@@ -15,7 +15,8 @@ namespace zelto::test {
 /// A room whose total size is its real size.
 inline calc::Vano room(float size, const QString& name = QStringLiteral("Camera"))
 {
-    calc::Vano vano{.Ambiente = name, .CR = size, .CD = 1, .CO = 1, .CP = 1, .CL = 1, .CFU = 1, .PR = 1};
+    calc::Vano vano{
+        .Ambiente = name, .CR = size, .CD = 1, .CO = 1, .CP = 1, .CL = 1, .CFU = 1, .PR = 1};
     calc::calcolaVano(vano);
     return vano;
 }

@@ -5,7 +5,6 @@
 #include <QTest>
 
 #include <rapidcheck.h>
-
 #include <string>
 #include <utility>
 

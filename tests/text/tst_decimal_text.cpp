@@ -11,8 +11,10 @@ using namespace Qt::StringLiterals;
 using namespace zelto::text;
 
 namespace {
-const DecimalSeparators commaMachine{.LocalDecimalSeparator = u',', .ForeignDecimalSeparator = u'.'};
-const DecimalSeparators pointMachine{.LocalDecimalSeparator = u'.', .ForeignDecimalSeparator = u','};
+const DecimalSeparators commaMachine{.LocalDecimalSeparator = u',',
+                                     .ForeignDecimalSeparator = u'.'};
+const DecimalSeparators pointMachine{.LocalDecimalSeparator = u'.',
+                                     .ForeignDecimalSeparator = u','};
 } // namespace
 
 class TestDecimalText : public QObject
@@ -113,11 +115,12 @@ private slots:
 
     void everyDecimalTextReadsBack()
     {
-        QVERIFY(zelto::test::holds("text of a double reads back to fifteen digits", [](double number) {
-            RC_PRE(std::isfinite(number));
-            const double back = leadingNumber(QStringView{decimalText(number)});
-            RC_ASSERT(std::abs(back - number) <= std::abs(number) * 1e-14);
-        }));
+        QVERIFY(
+            zelto::test::holds("text of a double reads back to fifteen digits", [](double number) {
+                RC_PRE(std::isfinite(number));
+                const double back = leadingNumber(QStringView{decimalText(number)});
+                RC_ASSERT(std::abs(back - number) <= std::abs(number) * 1e-14);
+            }));
     }
 };
 

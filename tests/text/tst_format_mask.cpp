@@ -62,7 +62,8 @@ private slots:
         QTest::addRow("carry") << 999.9995 << u"1000.000"_s;
         QTest::addRow("carry from below one") << 0.9996 << u"1.000"_s;
         QTest::addRow("far below") << 1e-300 << u"0.000"_s;
-        QTest::addRow("digits beyond fifteen are zero") << 123456789012345678.0 << u"123456789012346000.000"_s;
+        QTest::addRow("digits beyond fifteen are zero")
+            << 123456789012345678.0 << u"123456789012346000.000"_s;
     }
 
     void rounding()
@@ -87,7 +88,8 @@ private slots:
         QVERIFY(zelto::test::holds("three places of an exact decimal", [] {
             const auto millionths = *rc::gen::inRange<qint64>(0, 2'000'000'000);
             const qint64 rounded = (millionths + 500) / 1000;
-            const QString out = NumberMask{"######0.000"}.format(static_cast<double>(millionths) / 1e6);
+            const QString out =
+                NumberMask{"######0.000"}.format(static_cast<double>(millionths) / 1e6);
             const auto expected =
                 QStringLiteral("%1.%2").arg(rounded / 1000).arg(rounded % 1000, 3, 10, QChar(u'0'));
             RC_ASSERT(out.trimmed() == expected);
@@ -97,7 +99,8 @@ private slots:
     void sameOnEveryMachine()
     {
         QVERIFY(zelto::test::holds("comma and point format alike", [] {
-            const auto text = *rc::gen::container<std::string>(rc::gen::element('1', '0', '9', '.', ',', '-', ' '));
+            const auto text = *rc::gen::container<std::string>(
+                rc::gen::element('1', '0', '9', '.', ',', '-', ' '));
             const QString value = QString::fromStdString(text);
             const QString plain = FormatMask(u"######0.000", value);
             for (const QChar local : {QChar(u','), QChar(u'.')}) {

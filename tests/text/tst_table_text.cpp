@@ -42,7 +42,8 @@ private slots:
         CellTable table(3, 3);
         table.at(0, 1) = u"head"_s;
         table.at(1, 2) = u"kept"_s;
-        TextToGrid(u"1\r\n", table, {.firstRow = 1, .lastRow = 2, .firstColumn = 1, .lastColumn = 2});
+        TextToGrid(u"1\r\n", table,
+                   {.firstRow = 1, .lastRow = 2, .firstColumn = 1, .lastColumn = 2});
         QCOMPARE(table.at(1, 1), u"1"_s);
         QCOMPARE(table.at(1, 2), u"kept"_s);
         QCOMPARE(table.at(0, 1), u"head"_s);
@@ -66,7 +67,8 @@ private slots:
 
     void everyTableReadsBack()
     {
-        const auto cell = rc::gen::container<std::string>(rc::gen::element('a', '1', '.', '[', ']', '%'));
+        const auto cell =
+            rc::gen::container<std::string>(rc::gen::element('a', '1', '.', '[', ']', '%'));
         QVERIFY(zelto::test::holds("text of a table gives the table", [&] {
             const CellRange range{1, *rc::gen::inRange(1, 6), 1, *rc::gen::inRange(1, 5)};
             CellTable table(range.lastRow + 1, range.lastColumn + 1);

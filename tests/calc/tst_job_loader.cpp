@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/job_loader.h"
+#include "store/schema.h"
+#include "store/store_fixture.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::calc;
+using zelto::store::Database;
+using zelto::store::TableRecordset;
+using zelto::store::Value;
+
+namespace {
+
+/// A job whose records a test sets field by field.
+class Job
+{
+public:
+    Job() : m_database(Database::open(m_folder.newJob())) {}
+
+    Database& database() { return m_database; }
+    ModelloLavoro load() { return CaricaLavoro(m_database); }
+
+    void set(QStringView table, int ordinal, const Value& value)
+    {
+        TableRecordset record = m_database.openTable(table);
+        record.Edit();
+        record.setField(ordinal, value);
+        record.Update();
+    }
+
+    void addUnit(int number, const QString& riferimento = {})
+    {
+        TableRecordset record = m_database.openTable(zelto::store::TabellaUnita);
+        record.AddNew();
+        record.setField(0, zelto::store::unitKey(number));
+        record.setField(1, number);
+        record.setField(2, Value::nullIfEmpty(riferimento));
+        record.Update();
+    }
+
+    /// Fields from "Ambiente" on, separated by "|"; an empty one stays Null.
+    void addRoom(int unit, int position, const QString& fields)
+    {
+        TableRecordset record = m_database.openTable(zelto::store::TabellaVani);
+        record.AddNew();
+        record.setField(0, zelto::store::roomKey(unit, position));
+        record.setField(1, unit);
+        record.setField(2, position);
+        int ordinal = 3;
+        for (const QString& field : fields.split(u'|'))
+            record.setField(ordinal++, Value::nullIfEmpty(field));
+        record.Update();
+    }
+
+private:
+    zelto::test::JobFolder m_folder;
+    Database m_database;
+};
+
+QString refusal(Job& job)
+{
+    try {
+        job.load();
+    } catch (const CalcError& error) {
+        return QString::fromUtf8(error.what());
+    }
+    return {};
+}
+
+} // namespace
+
+class TestJobLoader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newJobIsEmptyButForOneRoom()
+    {
+        Job job;
+        const ModelloLavoro modello = job.load();
+        QCOMPARE(modello.NumUI(), 1);
+        QCOMPARE(modello.NumTabelle(), 0);
+        QCOMPARE(modello.Descrizione + modello.Descrizione2 + modello.Note + modello.DataLavoro +
+                     modello.Relazione,
+                 QString());
+        const UnitaImmobiliare& unita = modello.unita.front();
+        QCOMPARE(unita.RifUI, 1);
+        QCOMPARE(unita.vani.size(), 1U);
+        QCOMPARE(unita.vani.front().CT, 0.0F);
+        for (int t = 1; t <= MaxTabelle; ++t)
+            QVERIFY(!unita.isInTable(t));
+    }
+
+    void emptyTablesLoad()
+    {
+        Job job;
+        for (const auto& table : {u"Dati Generali"_s, u"Variabili"_s, u"Unità immobiliari"_s})
+            job.database().Execute(u"DELETE FROM \"%1\""_s.arg(table));
+        QCOMPARE(job.load().NumUI(), 0);
+    }
+
+    void generalData()
+    {
+        Job job;
+        const auto table = zelto::store::TabellaDatiGenerali;
+        job.set(table, 1, u"Condominio"_s);
+        job.set(table, 2, u"Via Roma 1"_s);
+        job.set(table, 4, u"2024-03-09"_s);
+        job.set(table, 7, u"Ascensore"_s); // "Tabella 2": the names are packed, the flags are not
+        job.set(table, 15, u"Acqua"_s);
+        job.set(table, 16, u"a\tScala A\t30\r\n\t\t\r\nB\t\t12,5\r\nA\tseconda\t99\r\n"_s);
+        job.set(zelto::store::TabellaUnita, 4, u"b"_s);
+        job.set(zelto::store::TabellaUnita, 5, u"1.20 m"_s);
+        job.set(zelto::store::TabellaUnita, 6, u" X"_s);
+
+        const ModelloLavoro modello = job.load();
+        QCOMPARE(modello.Descrizione2, u"Via Roma 1"_s);
+        QCOMPARE(modello.DataLavoro, u"09.03.2024"_s);
+        QCOMPARE(modello.NomeTabella, (std::vector<QString>{u"Ascensore"_s, u"Acqua"_s}));
+        QVERIFY(!modello.unita[0].isInTable(1));
+        QVERIFY(modello.unita[0].isInTable(2));
+        QCOMPARE(modello.unita[0].CodScala, u"B"_s);
+        QCOMPARE(modello.unita[0].HPiano, 1.2F);
+        QCOMPARE(modello.codiceScala(u"A"_s)->titolo, u"Scala A"_s);
+        QCOMPARE(modello.codiceScala(u"B"_s)->percentuale, 12.5);
+        QCOMPARE(modello.codiceScala(u"C"_s), nullptr);
+    }
+
+    void coefficients_data()
+    {
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<float>("coefficient");
+        const QString list =
+            u"1.10\tCamera\tx\r\n0.9\tAB\t\r\n0.8\tA\t\r\n0.7\t\t\r\n0.6\tAB\t\r\n"_s;
+        QTest::addRow("by name") << list << u"[Camera]"_s << 1.1F;
+        QTest::addRow("first of two") << list << u"[AB]"_s << 0.9F;
+        QTest::addRow("prefix of another name") << list << u"[A]"_s << 0.8F;
+        QTest::addRow("open bracket matches what it begins") << list << u"[Cam"_s << 1.1F;
+        QTest::addRow("letter case counts") << list << u"[camera]"_s << 0.0F;
+        QTest::addRow("unknown") << list << u"[X]"_s << 0.0F;
+        QTest::addRow("number") << list << u"1.5"_s << 1.5F;
+        QTest::addRow("comma ends a number") << list << u"1,5"_s << 1.0F;
+        QTest::addRow("nothing") << list << u""_s << 0.0F;
+        QTest::addRow("list ends where a value is missing")
+            << u"1\tA\t\r\n\tB\t\r\n2\tC\t\r\n"_s << u"[C]"_s << 0.0F;
+        QTest::addRow("entry 200")
+            << u"1\tA\t\r\n"_s.repeated(199) + u"2\tC\t\r\n"_s << u"[C]"_s << 2.0F;
+        QTest::addRow("entry 201")
+            << u"1\tA\t\r\n"_s.repeated(200) + u"2\tC\t\r\n"_s << u"[C]"_s << 0.0F;
+        QTest::addRow("no list") << u" "_s << u"[C]"_s << 0.0F;
+    }
+
+    void coefficients()
+    {
+        QFETCH(QString, list);
+        QFETCH(QString, field);
+        Job job;
+        job.set(zelto::store::TabellaVariabili, 3, list); // list 3 resolves "Prospetto"
+        job.addRoom(1, 2, u"Sala|10|2|1|%1|1|1|0.5"_s.arg(field));
+        const Vano vano = job.load().unita[0].vani[1];
+        QTEST(vano.CP, "coefficient");
+        QCOMPARE(vano.CF, 20.0F);
+        QCOMPARE(vano.CT, 10 * vano.CP);
+    }
+
+    void unitsAndRoomsInKeyOrder()
+    {
+        Job job;
+        job.addUnit(10);
+        job.addUnit(2);
+        job.addRoom(10, 10, u"c|1"_s);
+        job.addRoom(10, 9, u"b|1"_s);
+        job.addRoom(2, 1, u"a|1"_s);
+        job.addRoom(3, 1, u"orphan|1"_s);
+        QStringList order;
+        for (const UnitaImmobiliare& unita : job.load().unita)
+            for (const Vano& vano : unita.vani)
+                order << QString::number(unita.RifUI) + vano.Ambiente;
+        QCOMPARE(order.join(u' '), u"1 2a 10b 10c"_s);
+    }
+
+    void refusesMoreThanTheModelHolds()
+    {
+        Job units;
+        for (int n = 2; n <= MaxUI; ++n)
+            units.addUnit(n);
+        QCOMPARE(units.load().NumUI(), MaxUI);
+        units.addUnit(MaxUI + 1);
+        const QString tooMany = refusal(units);
+        QVERIFY2(tooMany.contains(u"Unità immobiliari") && tooMany.contains(u"300"),
+                 qPrintable(tooMany));
+
+        Job rooms;
+        rooms.addUnit(7, u"%2 Rossi"_s);
+        for (int r = 1; r <= MaxVani; ++r)
+            rooms.addRoom(7, r, u"Sala"_s);
+        QCOMPARE(rooms.load().unita[1].vani.size(), static_cast<std::size_t>(MaxVani));
+        rooms.addRoom(7, MaxVani + 1, u"Sala"_s);
+        QCOMPARE(refusal(rooms),
+                 u"L'unità 7 (%2 Rossi) ha più di 50 vani, il massimo di un'unità."_s);
+    }
+
+    void refusesSizesBeyondNumbers()
+    {
+        Job job;
+        job.addRoom(1, 2, u"Sala|9E37|9E9|1|1|1|1|1"_s);
+        QVERIFY(refusal(job).contains(u"nel vano 2"));
+        Job height;
+        height.set(zelto::store::TabellaUnita, 5, u"1E99"_s);
+        QVERIFY(refusal(height).contains(u"L'unità 1 "));
+    }
+
+    void missingTablesAreErrors()
+    {
+        Job job;
+        job.database().Execute(u"DROP TABLE Variabili"_s);
+        QCOMPARE(zelto::test::errorOf([&] { job.load(); }),
+                 static_cast<int>(zelto::store::ErrorNumber::TableNotFound));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestJobLoader)
+#include "tst_job_loader.moc"

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The printing command as its users start it.
+#include "store/store_fixture.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using zelto::test::bytesOf;
+using zelto::test::JobFolder;
+
+namespace {
+
+struct Result
+{
+    int status;
+    QString out;
+    QString errors;
+};
+
+Result run(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(PROGRAM), arguments);
+    if (!process.waitForFinished(120'000))
+        qFatal("the program does not end");
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+const QString example = QStringLiteral(EXAMPLE_JOB);
+
+int pageCount(const QString& pdf)
+{
+    return static_cast<int>(bytesOf(pdf).count("/Type /Page\n"));
+}
+
+} // namespace
+
+class TestZeltoStampa : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void printsTheExample()
+    {
+        const JobFolder folder;
+        const QByteArray before = bytesOf(example);
+        const Result result = run({example, u"--mostra"_s, u"-o"_s, folder.file(u"a.pdf"_s),
+                                   u"-u"_s, folder.file(u"out"_s)});
+        QCOMPARE(result.status, 0);
+        QVERIFY2(result.errors.isEmpty(), qPrintable(result.errors));
+        QVERIFY(result.out.startsWith(u"DETERMINAZIONE MILLESIMI GENERALI\n"));
+        QCOMPARE(result.out.count(u"DETERMINAZIONE MILLESIMI"), 6);
+        QVERIFY(pageCount(folder.file(u"a.pdf"_s)) >= 15);
+        QVERIFY(bytesOf(folder.file(u"out/calcolo.out"_s)).contains("\r\n"));
+        QVERIFY(!bytesOf(folder.file(u"out/consistenza.out"_s)).isEmpty());
+        QVERIFY(!bytesOf(folder.file(u"out/scale.out"_s)).isEmpty());
+        QCOMPARE(bytesOf(example), before);
+    }
+
+    void writesOnlyWhatIsAskedFor()
+    {
+        const JobFolder folder;
+        const Result result = run({example, u"--calcolo"_s, u"generali"_s, u"--sezioni"_s,
+                                   u"calcolo"_s, u"-u"_s, folder.file(u"out"_s)});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(folder.names(), QStringList{u"out"_s});
+        QCOMPARE(QDir(folder.file(u"out"_s)).entryList(QDir::Files), QStringList{u"calcolo.out"_s});
+    }
+
+    void allocation()
+    {
+        const JobFolder folder;
+        const QString pdf = folder.file(u"r.pdf"_s);
+        QCOMPARE(run({example, u"--riparto"_s, u"12000,00"_s, u"--quote"_s, u"scala=A"_s,
+                      u"--sezioni"_s, u"calcolo"_s, u"-o"_s, pdf, u"-u"_s, folder.file(u"u"_s)})
+                     .status,
+                 0);
+        QCOMPARE(pageCount(pdf), 1);
+        QVERIFY(QDir(folder.file(u"u"_s)).isEmpty());
+        for (const QString& quote : {u"scala=Z"_s, u"tabella=9"_s}) {
+            const Result refused = run({example, u"--riparto"_s, u"1"_s, u"--quote"_s, quote,
+                                        u"-u"_s, folder.file(u"u"_s)});
+            QCOMPARE(refused.status, 2);
+            QVERIFY(refused.errors.contains(example));
+        }
+    }
+
+    /// Jobs that cannot be read are named, the others printed.
+    void severalJobs()
+    {
+        const JobFolder folder;
+        const QString good = folder.newJob(u"BUONO.ZLT"_s);
+        const QString garbage = folder.file(u"ROTTO.ZLT"_s);
+        zelto::test::writeBytes(garbage, "no database at all");
+        const QString otherVersion = folder.newJob(u"ALTRO.ZLT"_s);
+        zelto::test::RawFile(otherVersion).run("UPDATE ZELTO SET Versione='2008'");
+
+        const Result result = run({garbage, good, otherVersion, folder.file(u"MANCA.ZLT"_s),
+                                   u"-o"_s, folder.file(u"pdf"_s), u"-u"_s, folder.file(u"out"_s)});
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.errors.count(u'\n'), 3);
+        QVERIFY(result.errors.contains(
+            otherVersion + u": Formato non compatibile, eseguire la conversione dell'archivio"_s));
+        QCOMPARE(QDir(folder.file(u"pdf"_s)).entryList(QDir::Files), QStringList{u"BUONO.pdf"_s});
+        QVERIFY(QFile::exists(folder.file(u"out/BUONO/scale.out"_s)));
+    }
+
+    void jobOfTheEarlierEdition()
+    {
+        const JobFolder folder;
+        const QString job = folder.newJob();
+        zelto::test::RawFile(job).run("DROP TABLE Variabili");
+        QFile::setPermissions(job, QFile::ReadOwner);
+        const QByteArray before = bytesOf(job);
+        QCOMPARE(run({job, u"-u"_s, folder.file(u"out"_s)}).status, 0);
+        QCOMPARE(bytesOf(job), before);
+    }
+
+    void failuresKeepOlderFiles()
+    {
+        const JobFolder folder;
+        const QString pdf = folder.file(u"a.pdf"_s);
+        zelto::test::writeBytes(pdf, "old");
+        const QString job = folder.newJob();
+        zelto::test::RawFile(job).run(
+            "UPDATE Vani SET [Consistenza reale]='9E37', Destinazione='9E9'");
+        QCOMPARE(run({job, u"-o"_s, pdf, u"-u"_s, folder.file(u"out"_s)}).status, 2);
+        QCOMPARE(bytesOf(pdf), QByteArray("old"));
+        const Result nowhere =
+            run({example, u"-o"_s, folder.file(u"no/a.pdf"_s), u"-u"_s, folder.file(u"out"_s)});
+        QCOMPARE(nowhere.status, 2);
+        QVERIFY(nowhere.errors.contains(u"no/a.pdf"));
+    }
+
+    void wrongUsage()
+    {
+        const Result result = run({u"--formato"_s, u"grande"_s, example});
+        QCOMPARE(result.status, 1);
+        QVERIFY(result.errors.contains(u"grande"));
+        QVERIFY(run({u"--help"_s}).out.startsWith(u"Uso: zelto-stampa"));
+        QCOMPARE(run({u"--version"_s}).status, 0);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestZeltoStampa)
+#include "tst_zelto_stampa.moc"

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/font_metrics.h"
+#include "support/property.h"
+
+#include <QFontInfo>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::print;
+
+class TestFontMetrics : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QCOMPARE(QFontInfo(QFont(u"Arial"_s)).family(), u"Liberation Sans"_s);
+        QCOMPARE(QFontInfo(QFont(u"Times New Roman"_s)).family(), u"Liberation Serif"_s);
+    }
+
+    void aTextIsAsWideAsItsCharacters_data()
+    {
+        QTest::addColumn<FontState>("state");
+        for (const QString& name : {u"Arial"_s, u"Times New Roman"_s}) {
+            for (const float size : {9.0F, 10.0F, 11.0F, 20.0F}) {
+                const auto points = static_cast<int>(size);
+                QTest::addRow("%s %d", qPrintable(name), points)
+                    << FontState{.name = name, .size = size};
+                QTest::addRow("%s %d bold italic", qPrintable(name), points)
+                    << FontState{.name = name, .size = size, .bold = true, .italic = true};
+            }
+        }
+    }
+
+    void aTextIsAsWideAsItsCharacters()
+    {
+        QFETCH(FontState, state);
+        const FontMetrics metrics(state);
+        QString everyCharacter;
+        for (char16_t code = u' '; code < 0x180; ++code) {
+            if (code < 0x7F || code >= 0xA0)
+                everyCharacter += QChar(code);
+        }
+        for (const QString& text :
+             {u"AVATo «L’ufficio è a Città», profilo, fluff — 1.234,50 € m² n° ½"_s,
+              everyCharacter}) {
+            const double laidOut = QFontMetricsF(metrics.font()).horizontalAdvance(text);
+            QVERIFY2(qAbs(metrics.width(text) - laidOut) < 0.01, qPrintable(text));
+        }
+        QCOMPARE(metrics.width(u"a\tb\x01"), metrics.width(u"a b "));
+    }
+
+    void sizes_data()
+    {
+        QTest::addColumn<float>("points");
+        QTest::addColumn<int>("twips");
+        QTest::addRow("whole") << 10.0F << 200;
+        QTest::addRow("half") << 8.5F << 170;
+        QTest::addRow("none") << 0.0F << 2;
+        QTest::addRow("negative") << -5.0F << 2;
+        QTest::addRow("huge") << 1e9F << 20'000;
+    }
+
+    void sizes()
+    {
+        QFETCH(float, points);
+        QTEST(FontMetrics({.size = points}).font().pixelSize(), "twips");
+    }
+
+    void complexTextIsLaidOut()
+    {
+        const FontMetrics metrics({});
+        const QString combined = u"citta\u0300"_s; // the accent adds nothing
+        QCOMPARE(metrics.width(combined), metrics.width(u"citta"));
+        const QString houses = u"\U0001F3E0\U0001F3E0\U0001F3E0"_s;
+        const qsizetype length = metrics.fittingLength(houses, metrics.width(houses) / 2);
+        QCOMPARE(length, 2);
+    }
+
+    void fittingLengthIsTheLongest()
+    {
+        const FontMetrics metrics({});
+        QVERIFY(zelto::test::holds("longest prefix", [&](const std::string& latin, int limit) {
+            const QString text =
+                QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size()));
+            const double width = limit % 2000;
+            const qsizetype length = metrics.fittingLength(text, width);
+            RC_ASSERT(length == 0 || metrics.width(text.left(length)) <= width);
+            RC_ASSERT(length == text.size() || metrics.width(text.left(length + 1)) > width);
+        }));
+    }
+
+    void manyFontsStayUsable()
+    {
+        FontCache cache;
+        const auto first = cache.find({.size = 10});
+        QCOMPARE(cache.find({.size = 10}), first);
+        for (int size = 1; size < 200; ++size)
+            QCOMPARE(cache.find({.size = static_cast<float>(size)})->font().pixelSize(), size * 20);
+        QCOMPARE(first->font().pixelSize(), 200);
+    }
+};
+
+QTEST_MAIN(TestFontMetrics)
+#include "tst_font_metrics.moc"

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The life of page files: which ones exist when, and what happens where they cannot be written.
+#include "print/print_engine.h"
+#include "print/print_error.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::print;
+
+namespace {
+
+/// Files of this process cannot grow beyond the size, as on a full disk.
+class DiskLimit
+{
+public:
+    explicit DiskLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{.rlim_cur = bytes, .rlim_max = m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~DiskLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    DiskLimit(const DiskLimit&) = delete;
+    DiskLimit& operator=(const DiskLimit&) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+
+} // namespace
+
+class TestPageFile : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+
+    [[nodiscard]] QStringList files() const
+    {
+        return QDir(m_dir->path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+    }
+    void put(const QString& name) const
+    {
+        QFile file(m_dir->filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("resto di una stampa precedente\r\n");
+    }
+    [[nodiscard]] PrintEngine engine() const { return {m_dir->path(), {}}; }
+
+private slots:
+    void init() { m_dir = std::make_unique<QTemporaryDir>(); }
+
+    void names_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("name");
+        QTest::addRow("first") << 0 << u"~VKM0000.Tmp"_s;
+        QTest::addRow("second") << 1 << u"~VKM0001.Tmp"_s;
+        QTest::addRow("last digits") << 12'345 << u"~VKM2345.Tmp"_s;
+    }
+
+    void names()
+    {
+        QFETCH(int, index);
+        QTEST(pageFileName(index), "name");
+    }
+
+    void folderOfTheSession()
+    {
+        qputenv("TEMP", "/un/posto");
+        QCOMPARE(TempFolder(u"/programma"_s), u"/un/posto"_s);
+        qputenv("TEMP", "");
+        QCOMPARE(TempFolder(u"/programma"_s), u"/programma"_s);
+    }
+
+    void aRecordingDeletesOlderPages()
+    {
+        for (const QString& name : {u"~VKM0000.Tmp"_s, u"~VKM0007.Tmp"_s, u"altro.Tmp"_s})
+            put(name);
+        QFile::link(u"/nessun/file"_s, m_dir->filePath(u"~VKM0008.Tmp"_s));
+        PrintEngine print = engine();
+        print.BeginDocument();
+        QCOMPARE(files(), (QStringList{u"altro.Tmp"_s, u"~VKM0000.Tmp"_s}));
+        QCOMPARE(QFileInfo(m_dir->filePath(u"~VKM0000.Tmp"_s)).size(), 0);
+        print.DeletePages();
+        QCOMPARE(files(), QStringList{u"altro.Tmp"_s});
+        QCOMPARE(print.pageCount(), 0);
+    }
+
+    void pagesOfADocument_data()
+    {
+        QTest::addColumn<int>("texts"); // on each page
+        QTest::addColumn<bool>("breakAtEnd");
+        QTest::addColumn<int>("pages");
+        QTest::addRow("two pages") << 3 << false << 2;
+        QTest::addRow("break at the end") << 3 << true << 2;
+        QTest::addRow("empty second page") << 0 << false << 1;
+    }
+
+    void pagesOfADocument()
+    {
+        QFETCH(int, texts);
+        QFETCH(bool, breakAtEnd);
+        PrintEngine print = engine();
+        print.BeginDocument();
+        print.PrintText(1, 1, 0, QString(80, u'x'));
+        print.NewPage();
+        for (int i = 0; i < texts; ++i)
+            print.PrintText(1, 1, 0, u"Unità immobiliare"_s);
+        if (breakAtEnd)
+            print.NewPage();
+        QVERIFY(print.isRecording());
+        print.EndDocument();
+        QVERIFY(!print.isRecording());
+        QTEST(print.pageCount(), "pages");
+        QTEST(static_cast<int>(files().size()), "pages");
+        QCOMPARE(print.PageNumber(), print.pageCount() - 1);
+    }
+
+    void shortestPageThatCounts_data()
+    {
+        QTest::addColumn<int>("bytes");
+        QTest::addColumn<int>("pages");
+        QTest::addRow("60") << 60 << 0;
+        QTest::addRow("61") << 61 << 1;
+    }
+
+    void shortestPageThatCounts()
+    {
+        QFETCH(int, bytes);
+        PrintEngine print = engine();
+        print.BeginDocument();
+        constexpr int RecordFrame = 7; // opcode, TAB, line end
+        print.SetFontName(QString(bytes - RecordFrame, u'n'));
+        print.EndDocument();
+        QTEST(print.pageCount(), "pages");
+        QTEST(static_cast<int>(files().size()), "pages");
+    }
+
+    void namesAreUsedAgainAfterTenThousand()
+    {
+        PrintEngine print = engine();
+        print.BeginDocument();
+        print.setPageNumber(9'999);
+        print.NewPage();
+        print.EndDocument();
+        QCOMPARE(files(), QStringList());
+        QCOMPARE(print.PageNumber(), 9'999);
+    }
+
+    void nobodyElseReadsAPage()
+    {
+        const QString target = m_dir->filePath(u"documento"_s);
+        put(u"documento"_s);
+        PrintEngine print = engine();
+        print.BeginDocument();
+        QFile::link(target, m_dir->filePath(u"~VKM0001.Tmp"_s));
+        print.NewPage();
+        print.EndDocument();
+        QVERIFY(QFileInfo(target).size() > 0);
+        const auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+                            QFileDevice::ReadOther | QFileDevice::WriteOther;
+        print.BeginDocument();
+        QVERIFY(!(QFile::permissions(m_dir->filePath(u"~VKM0000.Tmp"_s)) & others));
+    }
+
+    void aFolderThatIsNotThere()
+    {
+        PrintEngine print(m_dir->filePath(u"manca"_s), {});
+        try {
+            print.BeginDocument();
+            QFAIL("a page file in no folder");
+        } catch (const PrintError& error) {
+            QVERIFY(error.description().startsWith(u"Impossibile creare il file di pagina «"));
+            QVERIFY(error.description().contains(m_dir->filePath(u"manca/~VKM0000.Tmp"_s)));
+        }
+        QVERIFY(!print.isRecording());
+    }
+
+    void aFullDiskEndsTheRecording()
+    {
+        PrintEngine print = engine();
+        print.BeginDocument();
+        const DiskLimit limit(100'000);
+        const auto recordMuch = [&] {
+            for (int i = 0; i < 1'000; ++i)
+                print.PrintText(1, 1, 0, QString(1'000, u'x'));
+        };
+        QVERIFY_THROWS_EXCEPTION(PrintError, recordMuch());
+        QVERIFY(!print.isRecording());
+        print.BeginDocument();
+        print.PrintText(1, 1, 0, QString(150'000, u'è')); // still in memory when the page ends
+        for (int i = 0; i < 10; ++i)
+            print.PrintText(1, 1, 0, QString(16'000, u'x'));
+        QVERIFY_THROWS_EXCEPTION(PrintError, print.EndDocument());
+    }
+
+    void nothingToReplay()
+    {
+        PrintEngine print = engine();
+        QVERIFY_THROWS_EXCEPTION(PrintError, print.ReplayPage());
+        QVERIFY(QDir(m_dir->path()).mkdir(u"~VKM0000.Tmp"_s));
+        QVERIFY_THROWS_EXCEPTION(PrintError, print.ReplayPage());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPageFile)
+#include "tst_page_file.moc"

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Pages on pictures and in PDF files.
+#include "print/pdf_surface.h"
+#include "print/picture_surface.h"
+#include "print/print_engine.h"
+#include "print/print_error.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::print;
+
+namespace {
+
+constexpr QRgb Black = qRgb(0, 0, 0);
+
+QImage sheet(int width = 800, int height = 1150)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+void drawEverything(PrintEngine& print)
+{
+    print.SetFontName(u"Times New Roman"_s);
+    print.SetFontSize(12);
+    print.SetFontBold(true);
+    print.WriteState();
+    print.PrintCentred(3, 40, 0, u"TABELLE MILLESIMALI"_s);
+    print.SetFontBold(false);
+    print.PrintText(5, 5.5F, 8, u"Unità immobiliare cancellata a destra"_s);
+    print.PrintRight(5, 70, 0, u"1000.000"_s);
+    print.PrintNumber(6, 70, u"1234567.891"_s);
+    print.PrintField(7, 5, 0, {.size = 20, .italic = true, .underline = true}, u"Città"_s);
+    print.SetColours(0, 0x0000FF);
+    print.DrawHLine(9.5F, 5, 70, 6);
+    print.DrawVLine(5, 9.5F, 20, 20);
+    print.DrawBox(12, 10, 20, 60, 2, true);
+    float row = 13;
+    QString text =
+        u"Relazione tecnica con un testo giustificato su alcune righe, perché no.\r\nFine"_s;
+    print.PrintParagraph(12, 30, row, 19, text, Alignment::Justified);
+}
+
+QString outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput())
+                                     : QString();
+}
+
+} // namespace
+
+class TestSurfaces : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    PrintEngine m_print{m_dir.path(), {.LocalDecimalSeparator = u','}};
+
+    [[nodiscard]] QByteArray contents(const QString& fileName) const
+    {
+        QFile file(fileName);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private slots:
+    void cleanup() { m_print.setSurface(nullptr); }
+
+    void replayLooksLikeDrawing_data()
+    {
+        QTest::addColumn<double>("zoom");
+        for (const double zoom : {0.3, 1.0, 2.0})
+            QTest::addRow("%g", zoom) << zoom;
+    }
+
+    void replayLooksLikeDrawing()
+    {
+        QFETCH(double, zoom);
+        QImage direct = sheet();
+        PictureSurface directSurface(direct, zoom);
+        QCOMPARE(directSurface.zoom(), zoom);
+        m_print.setSurface(&directSurface);
+        drawEverything(m_print);
+        directSurface.finish();
+
+        m_print.BeginDocument();
+        drawEverything(m_print);
+        m_print.EndDocument();
+        QImage replayed = sheet();
+        PictureSurface surface(replayed, zoom);
+        m_print.setSurface(&surface);
+        m_print.ReplayPage();
+        surface.finish();
+        QVERIFY(replayed != sheet());
+        QCOMPARE(replayed, direct);
+    }
+
+    void aPictureShowsTheWholePage()
+    {
+        QImage image = sheet(567, 814);
+        const double zoom = PictureSurface::zoomToFit(image, m_print.PageWidth());
+        PictureSurface surface(image, zoom);
+        m_print.setSurface(&surface);
+        m_print.setCharWidth(m_print.PageWidth() / 100);
+        m_print.setLineHeight(m_print.PageHeight() / 100);
+        m_print.DrawBox(25, 25, 75, 75, 1, false);
+        surface.finish();
+        for (const QPoint corner : {QPoint(142, 203), QPoint(425, 610)}) {
+            const QRect around(corner - QPoint(2, 2), QSize(5, 5));
+            QVERIFY(image.copy(around) != sheet(5, 5));
+        }
+        QCOMPARE(image.pixel(283, 407), qRgb(255, 255, 255));
+    }
+
+    void penWidthsOnAPicture_data()
+    {
+        QTest::addColumn<double>("zoom");
+        QTest::addColumn<float>("penWidth");
+        QTest::addColumn<int>("dots");
+        QTest::addRow("rounded") << 0.5 << 5.0F << 3;
+        QTest::addRow("at least one") << 0.1 << 1.0F << 1;
+        QTest::addRow("enlarged") << 2.0 << 3.0F << 6;
+        QTest::addRow("damaged") << 1.0 << -4.0F << 1;
+    }
+
+    void penWidthsOnAPicture()
+    {
+        QFETCH(double, zoom);
+        QFETCH(float, penWidth);
+        QImage image = sheet(100, 100);
+        PictureSurface surface(image, zoom);
+        surface.drawLine({0, 750 / zoom, 1500 / zoom, 750 / zoom}, penWidth);
+        surface.finish();
+        int dots = 0;
+        for (int y = 0; y < image.height(); ++y)
+            dots += image.pixel(50, y) == Black ? 1 : 0;
+        QTEST(dots, "dots");
+    }
+
+    void theStandardPage()
+    {
+        QVERIFY(qAbs(m_print.PageWidth() - 200 / 25.4F * 1440) < 20);
+        QVERIFY(qAbs(m_print.PageHeight() - 287 / 25.4F * 1440) < 20);
+    }
+
+    void pagesOfAPdf()
+    {
+        const QString fileName = m_dir.filePath(u"tabelle.pdf"_s);
+        m_print.BeginDocument();
+        m_print.setLineHeight(240);
+        m_print.setCharWidth(144);
+        for (int page = 1; page <= 3; ++page) {
+            m_print.WriteState();
+            if (page != 2) // an empty page between others stays
+                m_print.PrintText(10, 5, 0, u"Città n. %1\tfine"_s.arg(page));
+            m_print.WriteState();
+            m_print.NewPage();
+        }
+        m_print.EndDocument();
+        QCOMPARE(m_print.pageCount(), 3);
+        PdfSurface surface(fileName, u"Stampa «prova»"_s);
+        m_print.setSurface(&surface);
+        m_print.PrintDocument(1, 3);
+        QVERIFY(!QFile::exists(fileName));
+        surface.commit();
+
+        if (QStandardPaths::findExecutable(u"pdfinfo"_s).isEmpty())
+            QSKIP("poppler-utils is not installed");
+        const QString info = outputOf(u"pdfinfo"_s, {fileName});
+        QVERIFY(info.contains(QRegularExpression(u"Title: +Stampa «prova»"_s)));
+        QVERIFY(info.contains(QRegularExpression(u"Pages: +3\\b"_s)));
+        QVERIFY(info.contains(u"A4"_s));
+        const QStringList pages =
+            outputOf(u"pdftotext"_s, {u"-layout"_s, fileName, u"-"_s}).split(u'\f');
+        QCOMPARE(pages.value(0).trimmed(), u"Città n. 1 fine"_s);
+        QCOMPARE(pages.value(1).trimmed(), QString());
+        QCOMPARE(pages.value(2).trimmed(), u"Città n. 3 fine"_s);
+    }
+
+    void anOlderPdfGoesOnlyForAWholeOne()
+    {
+        const QString fileName = m_dir.filePath(u"vecchio.pdf"_s);
+        QFile old(fileName);
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("vecchio") == 7);
+        old.close();
+        {
+            PdfSurface surface(fileName, u"mai finito"_s);
+            m_print.setSurface(&surface);
+            m_print.PrintText(1, 1, 0, u"x"_s);
+        }
+        QCOMPARE(contents(fileName), "vecchio"_ba);
+        PdfSurface surface(fileName, u"finito"_s);
+        m_print.setSurface(&surface);
+        m_print.PrintText(1, 1, 0, u"x"_s);
+        surface.commit();
+        QVERIFY(contents(fileName).startsWith("%PDF-"));
+    }
+
+    void aPdfThatCannotBeCreated()
+    {
+        const QString fileName = m_dir.filePath(u"manca/tabelle.pdf"_s);
+        try {
+            const PdfSurface surface(fileName, QString());
+            QFAIL("a file in no folder");
+        } catch (const PrintError& error) {
+            QCOMPARE(error.number(), PrintErrorNumber::PathAccess);
+            QVERIFY(error.description().startsWith(
+                u"Impossibile creare il file «%1»: "_s.arg(fileName)));
+        }
+    }
+};
+
+QTEST_MAIN(TestSurfaces)
+#include "tst_surfaces.moc"

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reports drawn on a surface that remembers what stands where.
+#pragma once
+
+#include "reports/report_context.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <cmath>
+#include <vector>
+
+namespace zelto::test {
+
+/// A text of a page, in twips.
+struct PlacedText
+{
+    int page;
+    double left;
+    double top;
+    double right;
+    QString text;
+};
+
+struct PlacedLine
+{
+    int page;
+    QLineF line;
+};
+
+/// Keeps texts and lines instead of drawing them.
+class MemorySurface : public print::Surface
+{
+public:
+    void drawText(QPointF topLeft, const QString& text, const print::FontMetrics& metrics) override
+    {
+        texts.push_back(
+            {m_page, topLeft.x(), topLeft.y(), topLeft.x() + metrics.width(text), text});
+    }
+    void drawLine(const QLineF& line, float /*penWidth*/) override
+    {
+        lines.push_back({m_page, line});
+    }
+    void drawBox(const QRectF& /*box*/, float /*penWidth*/) override {}
+    void drawPicture(const QRectF& /*area*/, const QImage& /*picture*/) override {}
+    void setColours(QColor /*fill*/, QColor /*fore*/) override {}
+    void newPage() override { ++m_page; }
+    void finish() override {}
+    [[nodiscard]] double zoom() const override { return 0; }
+
+    /// Every text beginning with the given one.
+    [[nodiscard]] std::vector<PlacedText> find(QStringView beginning) const
+    {
+        std::vector<PlacedText> found;
+        for (const PlacedText& placed : texts)
+            if (placed.text.startsWith(beginning))
+                found.push_back(placed);
+        return found;
+    }
+
+    std::vector<PlacedText> texts;
+    std::vector<PlacedLine> lines;
+
+private:
+    int m_page = 0;
+};
+
+/// A user who notes the status line and must never be told of an error.
+class QuietUser : public store::UserInterface
+{
+public:
+    void SetStatus(const QString& text, bool /*busy*/) override { status << text; }
+    void showMessage(const QString& text) override { qFatal("%s", qPrintable(text)); }
+    void ReportError(const std::exception& error) override { qFatal("%s", error.what()); }
+
+    QStringList status;
+};
+
+/// Draws the reports of a building and keeps what they drew.
+class Printer
+{
+public:
+    explicit Printer(const calc::ModelloLavoro& modello)
+        : context{.modello = modello,
+                  .jobPath = QStringLiteral("/lavori/Verdi.2.zlt"),
+                  .outputFolder = m_folder.path(),
+                  .engine = m_engine,
+                  .user = user}
+    {
+        m_engine.setSurface(&surface);
+    }
+
+    /// Records the reports first and draws the pages then; gives their number.
+    template <typename Report>
+    int record(Report&& report)
+    {
+        m_engine.BeginDocument();
+        report(context);
+        m_engine.EndDocument();
+        m_engine.PrintDocument(1, m_engine.pageCount());
+        return m_engine.pageCount();
+    }
+
+    [[nodiscard]] QStringList outputLines(const QString& name) const
+    {
+        QFile file(m_folder.filePath(name));
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        return QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+    }
+
+    [[nodiscard]] float pageWidth() const { return m_engine.PageWidth(); }
+    [[nodiscard]] float pageHeight() const { return m_engine.PageHeight(); }
+
+    MemorySurface surface;
+    QuietUser user;
+
+private:
+    QTemporaryDir m_folder;
+    print::PrintEngine m_engine{m_folder.path(),
+                                {.LocalDecimalSeparator = u',', .ForeignDecimalSeparator = u'.'}};
+
+public:
+    reports::ReportContext context;
+};
+
+} // namespace zelto::test
