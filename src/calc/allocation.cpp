@@ -36,15 +36,18 @@ std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const M
                                  double importoCent)
 {
     if (importoCent > MaxImportoCent || importoCent < MinImportoCent)
-        throw CalcError(QStringLiteral("L'importo da ripartire non può superare 999 999 999,99."));
+        throw CalcError(
+            QStringLiteral("L'importo da ripartire ha troppe cifre: al massimo 999 999 999,99, "
+                           "se negativo 99 999 999,99."));
     std::vector<double> quote;
     quote.reserve(shares.size());
     for (std::size_t u = 0; u < shares.size(); ++u) {
         quote.push_back(quotaCent(shares[u], importoCent));
         if (quote.back() > MaxQuotaCent || quote.back() < MinQuotaCent)
             throw CalcError(
-                QStringLiteral("La quota dell'unità %1 (%2) supera 9 999 999,99: "
-                               "ripartire l'importo in più parti.")
+                QStringLiteral("La quota dell'unità %1 (%2) non sta nella sua colonna (al massimo "
+                               "9 999 999,99, se negativa 999 999,99): ripartire l'importo in più "
+                               "parti.")
                     .arg(QString::number(modello.unita[u].RifUI), modello.unita[u].Riferimento));
     }
     return quote;

@@ -35,13 +35,14 @@ public:
     {
         return fromTenThousandths(a.m_value - b.m_value);
     }
-    friend constexpr auto operator<=>(Millesimi, Millesimi) = default;
+    friend constexpr bool operator==(Millesimi a, Millesimi b) { return a.m_value == b.m_value; }
+    friend constexpr auto operator<=>(Millesimi a, Millesimi b) { return a.m_value <=> b.m_value; }
 
 private:
     std::int64_t m_value = 0;
 };
 
 /// What every set of shares adds up to.
-inline constexpr Millesimi Mille = Millesimi::fromTenThousandths(1000 * 10'000);
+inline constexpr Millesimi Mille = Millesimi::fromTenThousandths(10'000'000);
 
 } // namespace zelto::calc

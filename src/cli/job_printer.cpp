@@ -9,6 +9,7 @@
 #include "reports/tables.h"
 #include "store/database.h"
 #include "store/format_check.h"
+#include "store/schema_check.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -65,6 +66,7 @@ std::optional<calc::ModelloLavoro> JobPrinter::load(QString path)
     // Jobs of the earlier format are converted before they are read: on a copy, not in the file.
     store::Database copy = store::Database::openCopyInMemory(path);
     store::ControllaVersione(copy);
+    store::ControllaTabelle(copy);
     return calc::CaricaLavoro(copy);
 }
 

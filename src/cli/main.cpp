@@ -41,8 +41,7 @@ int run(const Options& options, zelto::cli::Console& console)
 /// What the libraries have to remark is no message for the user of a command.
 void ignoreLibraryRemarks(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
                           const QString& /*text*/)
-{
-}
+{}
 
 } // namespace
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/options.h"
 
+#include <QByteArrayList>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -221,10 +222,11 @@ QString jobName(const QString& lavoro)
 
 Options parseOptions(const QStringList& arguments)
 {
-    std::vector<QByteArray> bytes;
+    QByteArrayList bytes;
     for (const QString& argument : arguments)
-        bytes.push_back(argument.toUtf8());
+        bytes << argument.toUtf8();
     std::vector<char*> argv;
+    argv.reserve(static_cast<std::size_t>(bytes.size()) + 1);
     for (QByteArray& argument : bytes)
         argv.push_back(argument.data());
     const int argc = static_cast<int>(argv.size());

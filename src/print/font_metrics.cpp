@@ -57,7 +57,7 @@ QString printable(const QString& text)
 
 FontMetrics::FontMetrics(const FontState& state) : m_font(fontOf(state)), m_metrics(m_font)
 {
-    for (char16_t code = 0; code < m_latin.size(); ++code) {
+    for (char16_t code = 0; code <= 0xFF; ++code) {
         const QChar shown = isControl(QChar{code}) ? u' ' : QChar{code};
         m_latin[code] = m_metrics.horizontalAdvance(QString{shown});
     }

@@ -4,6 +4,7 @@
 #include "print/print_error.h"
 
 #include <QDir>
+#include <QScopeGuard>
 
 namespace zelto::print {
 
@@ -65,10 +66,9 @@ void PageFileWriter::writeOut()
     m_records.clear();
     if (written)
         return;
-    const PrintError error(PrintErrorNumber::DeviceFailed,
-                           QStringLiteral("Impossibile scrivere il file di pagina"), m_file);
-    m_file.close();
-    throw error;
+    const auto closing = qScopeGuard([this] { m_file.close(); });
+    throw PrintError(PrintErrorNumber::DeviceFailed,
+                     QStringLiteral("Impossibile scrivere il file di pagina"), m_file);
 }
 
 } // namespace zelto::print

@@ -26,7 +26,7 @@ std::optional<std::string_view> PageReader::nextLine()
         return std::nullopt;
 
     const std::string_view line = pending().substr(0, std::min(length, MaxRecordLength));
-    m_lineCut = length == std::string_view::npos || length > MaxRecordLength;
+    m_lineCut = length > MaxRecordLength; // or there is no end at all
     m_begin += m_lineCut ? line.size() : length + 1;
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
 }

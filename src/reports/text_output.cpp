@@ -17,6 +17,15 @@ namespace {
                             QStringLiteral("Impossibile scrivere il file"), file);
 }
 
+/// A tab or line break in a text would shift everything behind it.
+void appendField(QString& line, const QString& field)
+{
+    const qsizetype start = line.size();
+    line += field;
+    const auto shifts = [](QChar c) { return c == u'\t' || c == u'\r' || c == u'\n'; };
+    std::replace_if(line.begin() + start, line.end(), shifts, QChar{u' '});
+}
+
 } // namespace
 
 TextOutput::TextOutput(const QString& folder, const QString& name)
@@ -28,18 +37,14 @@ TextOutput::TextOutput(const QString& folder, const QString& name)
 
 void TextOutput::writeLine(const QStringList& fields)
 {
-    QByteArray line;
+    QString line;
     for (const QString& field : fields) {
         if (&field != &fields.front())
-            line.append('\t');
-        // A tab or line break in a text would shift everything behind it.
-        QByteArray bytes = field.toUtf8();
-        std::ranges::replace_if(
-            bytes, [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
-        line.append(bytes);
+            line += u'\t';
+        appendField(line, field);
     }
-    line.append("\r\n");
-    m_file.write(line);
+    line += QStringLiteral("\r\n");
+    m_file.write(line.toUtf8());
 }
 
 void TextOutput::commit()

@@ -31,7 +31,7 @@ struct RoundedDigits
 };
 
 /// Adds one unit in the last place; the digit that this may put in front was reserved at [0].
-void increment(char* first, char* last)
+void increment(const char* first, char* last)
 {
     while (last != first) {
         --last;
@@ -51,11 +51,29 @@ struct Significant
 
     explicit Significant(Real magnitude)
     {
-        // "d.dddddde±xx": the digits go without the point behind a spare zero for a carry.
+        digits[0] = '0'; // spare, for a carry
+        if (std::is_same_v<Real, float> && magnitude < 1e7F && double{magnitude} >= 0.01)
+            readProduct(double{magnitude});
+        else
+            readText(magnitude);
+    }
+
+    /// The digits of a single of usual size are a product that double precision holds exactly: 24
+    /// bits of the single and at most 19 of a power of five.
+    void readProduct(double magnitude)
+    {
+        double scale = 1;
+        for (exponent = Count - 1; magnitude * scale < 1e6; --exponent)
+            scale *= 10;
+        std::to_chars(&digits[1], digits.data() + digits.size(), std::lrint(magnitude * scale));
+    }
+
+    void readText(Real magnitude)
+    {
+        // "d.dddddde±xx": the digits go without the point.
         std::array<char, 32> text{};
         const auto written = std::to_chars(text.data(), text.data() + text.size(), magnitude,
                                            std::chars_format::scientific, Count - 1);
-        digits[0] = '0';
         digits[1] = text[0];
         std::copy_n(&text[2], Count - 1, &digits[2]);
         const char* power = &text[Count + 2];
@@ -89,13 +107,13 @@ RoundedDigits roundDigits(Real magnitude, int places)
 {
     Significant<Real> significant{magnitude};
     significant.round(places);
-    int highest = std::max(significant.exponent + 1, -1);
-    while (highest >= 0 && significant.at(highest) == '0')
-        --highest;
+    int integerDigits = std::max(significant.exponent + 2, 0);
+    while (integerDigits > 0 && significant.at(integerDigits - 1) == '0')
+        --integerDigits;
     RoundedDigits result;
-    for (int power = highest; power >= -places && result.size < MaxDigits; --power)
+    for (int power = integerDigits - 1; power >= -places && result.size < MaxDigits; --power)
         result.digits[result.size++] = significant.at(power);
-    result.integerDigits = static_cast<std::size_t>(highest + 1);
+    result.integerDigits = static_cast<std::size_t>(integerDigits);
     return result;
 }
 

@@ -154,6 +154,7 @@ private slots:
             const auto cents = *rc::gen::nonEmpty(
                 rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 20000)));
             std::vector<double> bases;
+            bases.reserve(cents.size());
             for (const int c : cents)
                 bases.push_back(c / 100.0);
             std::vector<double> reversed(bases.rbegin(), bases.rend());

@@ -103,36 +103,6 @@ private slots:
         QTEST(record.number(0), "number");
     }
 
-    void opcodes_data()
-    {
-        QTest::addColumn<QByteArray>("field");
-        QTest::addColumn<int>("opcode");
-        QTest::addRow("written") << " 21 "_ba << 21;
-        QTest::addRow("state") << " 0 "_ba << 0;
-        QTest::addRow("empty line is no state") << ""_ba << -1;
-        QTest::addRow("word is no state") << "abc"_ba << -1;
-        QTest::addRow("negative") << "-21 "_ba << -1;
-        QTest::addRow("fraction") << " 21,5 "_ba << -1;
-    }
-
-    void opcodes()
-    {
-        QFETCH(QByteArray, field);
-        const RecordFields record(
-            std::string_view{field.data(), static_cast<std::size_t>(field.size())});
-        QTEST(static_cast<int>(record.opcode()), "opcode");
-    }
-
-    void linesOfAnyShapeAreRead()
-    {
-        const RecordFields many("1\t2\t3\t4\t5\t6\t7\t8\t9\t10\t11\t12\t13");
-        QCOMPARE(many.count(), 11);
-        QCOMPARE(many.number(10), 11.0F);
-        const RecordFields few(" 21 ");
-        QCOMPARE(few.count(), 1);
-        QCOMPARE(few.text(4), QString());
-    }
-
     void whatIsWrittenIsRead()
     {
         QVERIFY(zelto::test::holds("numbers keep seven digits", [](int over, bool comma) {

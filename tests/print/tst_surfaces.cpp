@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pages on pictures and in PDF files.
+#include "disk_limit.h"
 #include "print/pdf_surface.h"
 #include "print/picture_surface.h"
 #include "print/print_engine.h"
@@ -15,6 +16,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
+using zelto::test::DiskLimit;
 
 namespace {
 
@@ -203,6 +205,17 @@ private slots:
         m_print.PrintText(1, 1, 0, u"x"_s);
         surface.commit();
         QVERIFY(contents(fileName).startsWith("%PDF-"));
+    }
+
+    void aPdfOnAFullDisk()
+    {
+        const QString fileName = m_dir.filePath(u"pieno.pdf"_s);
+        PdfSurface surface(fileName, QString());
+        m_print.setSurface(&surface);
+        m_print.PrintText(1, 1, 0, u"x"_s);
+        const DiskLimit limit(500);
+        QVERIFY_THROWS_EXCEPTION(PrintError, surface.commit());
+        QVERIFY(!QFile::exists(fileName));
     }
 
     void aPdfThatCannotBeCreated()

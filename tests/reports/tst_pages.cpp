@@ -130,11 +130,11 @@ private slots:
         const auto totals = printer.surface.find(u"TOTALE");
         QCOMPARE(totals.size(), 2U);
         QCOMPARE(rowOf(totals[1]), rowOf(printer.surface.find(u"Riferimento - Int. 2")[0]) + 1);
-        QCOMPARE(
-            printer.outputLines(u"consistenza.out"_s),
-            (QStringList{u"Int. 1\t 1\t -  Soggiorno con angolo\t   12.35\t 1.000\t   12.35\t 1.000\t "
-                         u"1.000\t 1.000\t 1.000\t   12.35\t 1.000\t   12.35"_s,
-                         QString()}));
+        QCOMPARE(printer.outputLines(u"consistenza.out"_s),
+                 (QStringList{
+                     u"Int. 1\t 1\t -  Soggiorno con angolo\t   12.35\t 1.000\t   12.35\t 1.000\t "
+                     u"1.000\t 1.000\t 1.000\t   12.35\t 1.000\t   12.35"_s,
+                     QString()}));
         QVERIFY(printer.outputLines(u"calcolo.out"_s).isEmpty());
     }
 

@@ -8,7 +8,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace zelto::reports;
-using zelto::calc::CodiceScala;
 using zelto::calc::ModelloLavoro;
 
 namespace {

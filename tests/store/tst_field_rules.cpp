@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "property.h"
 #include "store_fixture.h"
+#include "support/property.h"
 
 #include <QTest>
 

@@ -1,0 +1,92 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""rapporti.py BUILD_FOLDER: runs the benchmarks and prints each beside its baseline.
+
+Figures are reported, never asserted: a missed target shows in the table and nowhere else."""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+REPETITIONS = 9
+PEAK_TARGET_MB = 150
+
+# Benchmark, what it measures, most that it may take as a multiple of its baseline.
+RATIOS = [
+    ("caricamento", "caricare il lavoro / scorrere le sue tabelle", 2.0),
+    ("quota", "arrotondare una quota / snprintf", 2.0),
+    ("registrazione", "registrare la relazione / scriverne i byte", 3.0),
+    ("pdf", "stampare in PDF / QPainter nudo", 1.3),
+]
+TO_MILLISECONDS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
+SHARES_IN_A_TURN = 4096
+
+
+def environment():
+    """No display, and temporary files in memory so that the disk is not what is measured."""
+    variables = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
+    if os.access("/dev/shm", os.W_OK):
+        variables["TMPDIR"] = "/dev/shm"
+    return variables
+
+
+def medians(bench):
+    """Median time of every benchmark in milliseconds. Repetitions of all are mixed, so that a
+    disturbance of the machine hits both sides of a ratio."""
+    output = subprocess.run(
+        [bench, f"--benchmark_repetitions={REPETITIONS}", "--benchmark_format=json",
+         "--benchmark_enable_random_interleaving=true",
+         "--benchmark_report_aggregates_only=true"],
+        env=environment(), check=True, stdout=subprocess.PIPE).stdout
+    return {run["run_name"]: run["cpu_time"] * TO_MILLISECONDS[run["time_unit"]]
+            for run in json.loads(output)["benchmarks"] if run.get("aggregate_name") == "median"}
+
+
+def peak_memory(binaries):
+    """Peak resident memory in MB of printing the large job in PDF."""
+    with tempfile.TemporaryDirectory() as folder:
+        job = f"{folder}/GRANDE.ZLT"
+        subprocess.run([binaries / "zelto_bench", "--crea", job], env=environment(), check=True)
+        command = ["zelto-stampa", "-o", f"{folder}/grande.pdf", "-u", folder, job]
+        child = os.posix_spawn(binaries / "zelto-stampa", command, environment())
+        _, status, usage = os.wait4(child, 0)
+        if status != 0:
+            sys.exit("zelto-stampa non ha stampato il lavoro")
+        return usage.ru_maxrss / 1024
+
+
+def duration(name, milliseconds):
+    if name == "quota":
+        return f"{milliseconds / SHARES_IN_A_TURN * 1e6:.1f} ns"
+    return f"{milliseconds:.2f} ms"
+
+
+def row(what, ours, base, ratio, target, met):
+    print(f"{what:<46} {ours:>11} {base:>11} {ratio:>9} {target:>9}  {met}")
+
+
+def verdict(met):
+    return "raggiunto" if met else "MANCATO"
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit("Uso: rapporti.py CARTELLA_DI_COMPILAZIONE")
+    binaries = pathlib.Path(sys.argv[1]).resolve() / "bin"
+    times = medians(binaries / "zelto_bench")
+    row("che cosa (300 unità, 15 000 vani)", "Zelto", "base", "rapporto", "obiettivo", "esito")
+    for name, what, target in RATIOS:
+        ours, base = times[f"{name}/zelto"], times[f"{name}/base"]
+        ratio = ours / base
+        row(what, duration(name, ours), duration(name, base), f"{ratio:.2f}", f"≤ {target:.1f}",
+            verdict(ratio <= target))
+    peak = peak_memory(binaries)
+    row("memoria massima della stampa in PDF", f"{peak:.0f} MB", "", "", f"≤ {PEAK_TARGET_MB} MB",
+        verdict(peak <= PEAK_TARGET_MB))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bench/whole_report.h"
+
+#include "calc/job_loader.h"
+#include "reports/print_sequence.h"
+
+#include <utility>
+
+namespace zelto::bench {
+
+namespace {
+
+class Nobody : public store::UserInterface
+{
+public:
+    void SetStatus(const QString& /*text*/, bool /*busy*/) override {}
+    void showMessage(const QString& /*text*/) override {}
+    void ReportError(const std::exception& /*error*/) override {}
+};
+
+calc::ModelloLavoro load(const QString& jobPath)
+{
+    store::Database job = store::Database::openCopyInMemory(jobPath);
+    return calc::CaricaLavoro(job);
+}
+
+} // namespace
+
+WholeReport::WholeReport(const QString& jobPath, QString folder)
+    : m_jobPath(jobPath), m_folder(std::move(folder)), m_modello(load(jobPath)),
+      m_engine(m_folder, text::DecimalSeparators{})
+{
+    record();
+}
+
+void WholeReport::record()
+{
+    Nobody nobody;
+    const reports::ReportContext context{.modello = m_modello,
+                                         .jobPath = m_jobPath,
+                                         .outputFolder = m_folder,
+                                         .engine = m_engine,
+                                         .user = nobody};
+    m_engine.BeginDocument();
+    reports::StampaMillesimi(context, reports::SezioniStampa{}, reports::OpzioniCalcolo{});
+    m_engine.EndDocument();
+}
+
+void WholeReport::printOn(print::Surface& surface)
+{
+    m_engine.setSurface(&surface);
+    m_engine.PrintDocument(1, m_engine.pageCount());
+    m_engine.setSurface(nullptr);
+}
+
+} // namespace zelto::bench
