@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace zelto::test {
@@ -80,8 +81,9 @@ public:
 class Printer
 {
 public:
-    explicit Printer(const calc::ModelloLavoro& modello)
-        : context{.modello = modello,
+    explicit Printer(calc::ModelloLavoro modello)
+        : m_modello(std::move(modello)),
+          context{.modello = m_modello,
                   .jobPath = QStringLiteral("/lavori/Verdi.2.zlt"),
                   .outputFolder = m_folder.path(),
                   .engine = m_engine,
@@ -116,6 +118,7 @@ public:
     QuietUser user;
 
 private:
+    calc::ModelloLavoro m_modello;
     QTemporaryDir m_folder;
     print::PrintEngine m_engine{m_folder.path(),
                                 {.LocalDecimalSeparator = u',', .ForeignDecimalSeparator = u'.'}};
