@@ -20,6 +20,7 @@ struct PlacedText
     double left;
     double top;
     double right;
+    double inkRight; ///< without blanks at the end
     QString text;
 };
 
@@ -35,8 +36,11 @@ class MemorySurface : public print::Surface
 public:
     void drawText(QPointF topLeft, const QString& text, const print::FontMetrics& metrics) override
     {
-        texts.push_back(
-            {m_page, topLeft.x(), topLeft.y(), topLeft.x() + metrics.width(text), text});
+        QString ink = text;
+        while (ink.endsWith(u' '))
+            ink.chop(1);
+        texts.push_back({m_page, topLeft.x(), topLeft.y(), topLeft.x() + metrics.width(text),
+                         topLeft.x() + metrics.width(ink), text});
     }
     void drawLine(const QLineF& line, float /*penWidth*/) override
     {
@@ -82,12 +86,11 @@ class Printer
 {
 public:
     explicit Printer(calc::ModelloLavoro modello)
-        : m_modello(std::move(modello)),
-          context{.modello = m_modello,
-                  .jobPath = QStringLiteral("/lavori/Verdi.2.zlt"),
-                  .outputFolder = m_folder.path(),
-                  .engine = m_engine,
-                  .user = user}
+        : m_modello(std::move(modello)), context{.modello = m_modello,
+                                                 .jobPath = QStringLiteral("/lavori/Verdi.2.zlt"),
+                                                 .outputFolder = m_folder.path(),
+                                                 .engine = m_engine,
+                                                 .user = user}
     {
         m_engine.setSurface(&surface);
     }
