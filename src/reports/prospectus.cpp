@@ -94,9 +94,10 @@ void printRoom(ReportPage& page, const QStringList& fields)
 {
     constexpr float NumberColumn = 12;
     constexpr float NameColumn = 13;
+    constexpr float NameWidth = 18; // up to the widest real size
     page.nextRow();
     page.right(NumberColumn, fields[0]);
-    page.left(NameColumn, fields[1]);
+    page.left(NameColumn, fields[1], NameWidth);
     for (std::size_t i = 0; i < RoomFigures.size(); ++i)
         page.right(RoomFigures[i].column, fields[static_cast<qsizetype>(i) + 2]);
 }

@@ -38,6 +38,7 @@ TextOutput::TextOutput(const QString& folder, const QString& name)
 void TextOutput::writeLine(const QStringList& fields)
 {
     QString line;
+    line.reserve(256); // most lines
     for (const QString& field : fields) {
         if (&field != &fields.front())
             line += u'\t';
