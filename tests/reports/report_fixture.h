@@ -20,7 +20,8 @@ struct PlacedText
     double left;
     double top;
     double right;
-    double inkRight; ///< without blanks at the end
+    double inkLeft; ///< without the blanks around it
+    double inkRight;
     QString text;
 };
 
@@ -36,11 +37,10 @@ class MemorySurface : public print::Surface
 public:
     void drawText(QPointF topLeft, const QString& text, const print::FontMetrics& metrics) override
     {
-        QString ink = text;
-        while (ink.endsWith(u' '))
-            ink.chop(1);
+        const QString blanks = text.left(text.indexOf(text.trimmed()));
+        const double inkLeft = topLeft.x() + metrics.width(blanks);
         texts.push_back({m_page, topLeft.x(), topLeft.y(), topLeft.x() + metrics.width(text),
-                         topLeft.x() + metrics.width(ink), text});
+                         inkLeft, inkLeft + metrics.width(text.trimmed()), text});
     }
     void drawLine(const QLineF& line, float /*penWidth*/) override
     {

@@ -248,7 +248,7 @@ private slots:
             QVERIFY2(text.right <= printer.pageWidth() && text.top + 205 <= printer.pageHeight(),
                      qPrintable(text.text));
             if (previous != nullptr && previous->page == text.page && previous->top == text.top)
-                QVERIFY2(text.left >= previous->inkRight || text.inkRight <= previous->left,
+                QVERIFY2(text.inkLeft >= previous->inkRight || text.inkRight <= previous->inkLeft,
                          qPrintable(previous->text + u'/' + text.text));
             previous = &text;
         }
