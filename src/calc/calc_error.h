@@ -1,23 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "text/error.h"
 
-#include <exception>
+#include <QString>
 
 namespace zelto::calc {
 
 /// A job or an amount that the calculation cannot take; the Italian text names what and where.
-class CalcError : public std::exception
+class CalcError : public text::Error
 {
 public:
-    explicit CalcError(const QString& description) : m_description(description.toUtf8()) {}
+    explicit CalcError(const QString& description) : Error(Overflow, description) {}
 
-    [[nodiscard]] const char* what() const noexcept override { return m_description.constData(); }
-
-private:
-    QByteArray m_description;
+    /// The number of every failure of this kind in the error report.
+    static constexpr int Overflow = 6;
 };
 
 } // namespace zelto::calc

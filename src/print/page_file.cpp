@@ -61,12 +61,20 @@ void PageFileWriter::abandon()
 
 void PageFileWriter::writeOut()
 {
-    const auto size = static_cast<qint64>(m_records.bytes().size());
-    const bool written = m_file.write(m_records.bytes().data(), size) == size;
+    std::string_view rest = m_records.bytes();
+    while (!rest.empty()) {
+        // A full disk takes a part first; only the next attempt tells the reason.
+        const qint64 written = m_file.write(rest.data(), static_cast<qint64>(rest.size()));
+        if (written <= 0)
+            fail();
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
     m_records.clear();
-    if (written)
-        return;
-    const auto closing = qScopeGuard([this] { m_file.close(); });
+}
+
+void PageFileWriter::fail()
+{
+    [[maybe_unused]] const auto closing = qScopeGuard([this] { abandon(); });
     throw PrintError(PrintErrorNumber::DeviceFailed,
                      QStringLiteral("Impossibile scrivere il file di pagina"), m_file);
 }

@@ -51,6 +51,7 @@ private:
     static constexpr std::size_t BlockSize = 262'144;
 
     void writeOut();
+    [[noreturn]] void fail();
 
     RecordBuffer m_records;
     QFile m_file;

@@ -30,7 +30,9 @@ PdfSurface::PdfSurface(const QString& fileName, const QString& title)
 void PdfSurface::commit()
 {
     finish();
-    if (!m_file.commit())
+    // The file takes what fits on a full disk for written; only flushing again tells the reason.
+    const bool written = m_file.flush() || m_file.flush();
+    if (!written || !m_file.commit())
         throw PrintError(PrintErrorNumber::DeviceFailed,
                          QStringLiteral("Impossibile scrivere il file"), m_file);
 }

@@ -2,11 +2,10 @@
 // Failures of the print engine as the user reads them.
 #pragma once
 
-#include <QByteArray>
+#include "text/error.h"
+
 #include <QFileDevice>
 #include <QString>
-
-#include <exception>
 
 namespace zelto::print {
 
@@ -20,23 +19,20 @@ enum class PrintErrorNumber : int {
 };
 
 /// A failed page file, output file or printer; the description is Italian and names it.
-class PrintError : public std::exception
+class PrintError : public text::Error
 {
 public:
     PrintError(PrintErrorNumber number, const QString& description)
-        : m_number(number), m_description(description.toUtf8())
+        : Error(static_cast<int>(number), description)
     {}
 
     /// "<what> «<file>»: <what the system says about it>."
     PrintError(PrintErrorNumber number, const QString& what, const QFileDevice& file);
 
-    [[nodiscard]] PrintErrorNumber number() const noexcept { return m_number; }
-    [[nodiscard]] QString description() const { return QString::fromUtf8(m_description); }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.constData(); }
-
-private:
-    PrintErrorNumber m_number;
-    QByteArray m_description;
+    [[nodiscard]] PrintErrorNumber number() const noexcept
+    {
+        return static_cast<PrintErrorNumber>(code());
+    }
 };
 
 } // namespace zelto::print

@@ -52,19 +52,18 @@ std::string_view writeThousandths(int thousandths, std::span<char, text::Decimal
     return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
 }
 
-/// The number of a field: blanks do not count, and the first "," is the decimal point.
+/// The number of a field: blanks do not count, and either separator is the decimal point. A second
+/// one ends the number.
 double readNumber(std::string_view field)
 {
     std::array<char, 64> normal{};
     std::size_t length = 0;
-    bool commaSeen = false;
     for (const char c : field) {
         if (c == ' ')
             continue;
         if (length == normal.size())
             break;
-        normal[length++] = c == ',' && !commaSeen ? '.' : c;
-        commaSeen = commaSeen || c == ',';
+        normal[length++] = c == ',' ? '.' : c;
     }
     return text::leadingNumber(std::string_view{normal.data(), length});
 }
@@ -109,8 +108,10 @@ void RecordBuffer::grow()
 
 void RecordBuffer::appendField(float number)
 {
-    if (number == 0 || !std::isfinite(number))
+    if (!std::isfinite(number))
         return appendField(0);
+    if (std::abs(number) < 1e7F && number == static_cast<float>(static_cast<int>(number)))
+        return appendField(static_cast<int>(number));
     std::array<char, text::DecimalTextSize> buffer{};
     const int thousandths = wholeThousandths(std::abs(number));
     const std::string_view digits = thousandths > 0 ? writeThousandths(thousandths, buffer)

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "text/error.h"
 
-#include <exception>
+#include <QString>
 
 namespace zelto::store {
 
@@ -38,20 +37,14 @@ enum class ErrorNumber : int {
 
 /// A failed operation of the database layer; the description is Italian and says which file,
 /// table or field is concerned.
-class DatabaseError : public std::exception
+class DatabaseError : public text::Error
 {
 public:
     DatabaseError(ErrorNumber number, const QString& description)
-        : m_number(number), m_description(description.toUtf8())
+        : Error(static_cast<int>(number), description)
     {}
 
-    [[nodiscard]] ErrorNumber number() const noexcept { return m_number; }
-    [[nodiscard]] QString description() const { return QString::fromUtf8(m_description); }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.constData(); }
-
-private:
-    ErrorNumber m_number;
-    QByteArray m_description;
+    [[nodiscard]] ErrorNumber number() const noexcept { return static_cast<ErrorNumber>(code()); }
 };
 
 } // namespace zelto::store

@@ -119,40 +119,57 @@ RoundedDigits roundDigits(Real magnitude, int places)
 
 } // namespace
 
-void NumberMask::appendInteger(std::string_view digits, std::string& out) const
+/// Fills a text from its end; what it has no room for at the front is dropped.
+class NumberMask::BackWriter
 {
-    int placesLeft = m_integerPlaces;
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < m_point; ++i) {
-        if (m_field[i] != '#' && m_field[i] != '0') {
-            out.push_back(m_field[i]);
-            continue;
-        }
-        // The first place also takes the digits for which the field has none.
-        for (; digits.size() - next > static_cast<std::size_t>(placesLeft); ++next)
-            out.push_back(digits[next]);
-        if (digits.size() - next == static_cast<std::size_t>(placesLeft))
-            out.push_back(digits[next++]);
-        else if (placesLeft <= m_minInteger)
-            out.push_back('0');
-        --placesLeft;
-    }
-}
+public:
+    explicit BackWriter(std::string& text) : m_text(text), m_left(text.size()) {}
 
-void NumberMask::appendDecimals(std::string_view digits, std::string& out) const
+    void put(char c)
+    {
+        if (m_left > 0)
+            m_text[--m_left] = c;
+    }
+
+private:
+    std::string& m_text;
+    std::size_t m_left;
+};
+
+void NumberMask::putDecimals(std::string_view digits, BackWriter& out) const
 {
     if (m_point == m_field.size())
         return;
     std::size_t shown = digits.size();
     while (shown > static_cast<std::size_t>(m_minPlaces) && digits[shown - 1] == '0')
         --shown;
-    out.push_back('.');
-    std::size_t next = 0;
-    for (std::size_t i = m_point + 1; i < m_field.size(); ++i) {
+    auto place = static_cast<std::size_t>(m_places);
+    for (std::size_t i = m_field.size(); --i > m_point;) {
         if (m_field[i] != '#' && m_field[i] != '0')
-            out.push_back(m_field[i]);
-        else if (next < shown)
-            out.push_back(digits[next++]);
+            out.put(m_field[i]);
+        else if (--place < shown)
+            out.put(digits[place]);
+    }
+    out.put('.');
+}
+
+void NumberMask::putInteger(std::string_view digits, BackWriter& out) const
+{
+    int place = 0; // counted from the units
+    const auto last = static_cast<int>(digits.size()) - 1;
+    for (std::size_t i = m_point; i-- > 0;) {
+        if (m_field[i] != '#' && m_field[i] != '0') {
+            out.put(m_field[i]);
+            continue;
+        }
+        if (place <= last)
+            out.put(digits[static_cast<std::size_t>(last - place)]);
+        else if (place < m_minInteger)
+            out.put('0');
+        ++place;
+        // The first place also takes the digits for which the field has none.
+        for (; place >= m_integerPlaces && place <= last; ++place)
+            out.put(digits[static_cast<std::size_t>(last - place)]);
     }
 }
 
@@ -162,16 +179,12 @@ void NumberMask::formatReal(Real number, std::string& out) const
     const RoundedDigits rounded =
         roundDigits(std::isfinite(number) ? std::abs(number) : Real{0}, m_places);
     const std::string_view digits{rounded.digits.data(), rounded.size};
-    out.clear();
+    out.assign(width(), ' ');
+    BackWriter writer(out);
+    putDecimals(digits.substr(rounded.integerDigits), writer);
+    putInteger(digits.substr(0, rounded.integerDigits), writer);
     if (number < 0)
-        out.push_back('-');
-    appendInteger(digits.substr(0, rounded.integerDigits), out);
-    appendDecimals(digits.substr(rounded.integerDigits), out);
-
-    if (out.size() > width())
-        out.erase(0, out.size() - width());
-    else
-        out.insert(0, width() - out.size(), ' ');
+        writer.put('-');
 }
 
 void NumberMask::format(double number, std::string& out) const
@@ -195,7 +208,7 @@ public:
         : m_mask(mask.toString() + u' '), m_values(values.split(u'\t'))
     {
         if (m_values.size() > MaxMaskValues)
-            throw MaskError("FormatMask: più di 30 valori");
+            throw MaskError(QStringLiteral("FormatMask: più di 30 valori."));
     }
 
     QString fill()
@@ -230,7 +243,7 @@ private:
     QStringView nextValue()
     {
         if (m_field == MaxMaskValues)
-            throw MaskError("FormatMask: più di 30 campi");
+            throw MaskError(QStringLiteral("FormatMask: più di 30 campi."));
         const qsizetype index = m_field++;
         return index < m_values.size() ? m_values[index] : QStringView{};
     }
@@ -254,7 +267,7 @@ private:
         const qsizetype width = end - m_position;
         const QStringView value = nextValue().left(width);
         m_result.append(value);
-        m_result.append(QString(width - value.size(), u' '));
+        m_result.resize(m_result.size() + width - value.size(), u' ');
         m_position = end;
         copyCharacter();
     }
@@ -275,10 +288,10 @@ private:
 
 QString formatGrouped(const QString& text, int mode)
 {
-    if (readNumber(text) == 0)
+    if (readNumber(text) == 0 || mode == 1 || mode == 2)
         return {};
-    const QString plain =
-        mode == 1 || mode == 2 ? QString{} : FormatMask(u"############0.00", text);
+    // The number ends before a TAB, and the mask takes no more than thirty of them.
+    const QString plain = FormatMask(u"############0.00", text.section(u'\t', 0, 0));
     const qsizetype point = plain.indexOf(u'.');
     const qsizetype integerEnd = point < 0 ? plain.size() : point;
 

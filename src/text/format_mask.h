@@ -2,10 +2,11 @@
 // Figures and texts laid out in fixed-width fields described by a mask.
 #pragma once
 
+#include "text/error.h"
+
 #include <QString>
 #include <QStringView>
 
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,10 +14,13 @@
 namespace zelto::text {
 
 /// More than MaxMaskValues values or fields: a fault of the caller's mask.
-class MaskError : public std::length_error
+class MaskError : public Error
 {
 public:
-    using std::length_error::length_error;
+    explicit MaskError(const QString& description) : Error(OutOfRange, description) {}
+
+    /// The number of every failure of this kind in the error report.
+    static constexpr int OutOfRange = 9;
 };
 
 /// As many values and fields as one mask takes.
@@ -70,8 +74,9 @@ private:
     }
     template <typename Real>
     void formatReal(Real number, std::string& out) const;
-    void appendInteger(std::string_view digits, std::string& out) const;
-    void appendDecimals(std::string_view digits, std::string& out) const;
+    class BackWriter;
+    void putInteger(std::string_view digits, BackWriter& out) const;
+    void putDecimals(std::string_view digits, BackWriter& out) const;
 
     std::string_view m_field;
     std::size_t m_point = 0;

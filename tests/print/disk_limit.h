@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "print/print_error.h"
+
+#include <QTest>
+
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <sys/resource.h>
 
 namespace zelto::test {
@@ -29,5 +35,17 @@ private:
     rlimit m_before{};
     void (*m_handler)(int) = nullptr;
 };
+
+/// The action must fail and tell the user that the file cannot grow.
+template <typename Action>
+void verifyDiskIsFull(Action&& action)
+{
+    try {
+        action();
+        QFAIL("written to a full disk");
+    } catch (const print::PrintError& error) {
+        QVERIFY(error.description().contains(QString::fromLocal8Bit(std::strerror(EFBIG))));
+    }
+}
 
 } // namespace zelto::test

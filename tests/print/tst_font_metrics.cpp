@@ -81,6 +81,7 @@ private slots:
     void fittingLengthIsTheLongest()
     {
         const FontMetrics metrics({});
+        QCOMPARE(metrics.fittingLength(u"Città", metrics.width(u"Città")), 5);
         QVERIFY(zelto::test::holds("longest prefix", [&](const std::string& latin, int limit) {
             const QString text =
                 QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size()));

@@ -87,6 +87,7 @@ private slots:
         QTest::addColumn<float>("number");
         QTest::addRow("comma") << " 21,5 "_ba << 21.5F;
         QTest::addRow("point") << " 21.5 "_ba << 21.5F;
+        QTest::addRow("two separators") << "1,5,7"_ba << 1.5F;
         QTest::addRow("blanks inside") << "-1 234,5"_ba << -1234.5F;
         QTest::addRow("no number") << "riga"_ba << 0.0F;
         QTest::addRow("empty") << ""_ba << 0.0F;

@@ -61,6 +61,8 @@ private slots:
         QTest::addRow("field of any alignment and style")
             << " 20 \t 1 \t 1 \t 0 \t 10 \t-7 \t1\ti\r\n"_ba
             << QStringList{u"text 116 240 Arial 200 bold i"_s};
+        QTest::addRow("shadow that is none") << " 30 \t 1 \t 1 \t 2 \t 2 \t 1 \t 2 \r\n"_ba
+                                             << QStringList{u"box 144 240 288 480 1"_s};
         QTest::addRow("picture without size")
             << " 90 \t 1 \t 1 \t 0 \t-1 \t/dev/null\r\n"_ba << QStringList();
         QTest::addRow("broken letters")

@@ -130,6 +130,7 @@ private slots:
         QTest::addRow("hundreds") << u"100"_s << u"100,00"_s;
         QTest::addRow("zero") << u"0,00"_s << u""_s;
         QTest::addRow("empty") << u""_s << u""_s;
+        QTest::addRow("more TABs than fields") << u"5"_s + u"\t"_s.repeated(31) << u"5,00"_s;
     }
 
     void grouped()
