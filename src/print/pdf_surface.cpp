@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/pdf_surface.h"
 
+#include "print/complete_file.h"
 #include "print/page_size.h"
-#include "print/print_error.h"
 
 namespace zelto::print {
 
@@ -17,9 +17,7 @@ PdfTarget::PdfTarget(const QString& fileName, const QString& title)
 
 QIODevice* PdfTarget::open()
 {
-    if (!m_file.open(QIODevice::WriteOnly))
-        throw PrintError(PrintErrorNumber::PathAccess, QStringLiteral("Impossibile creare il file"),
-                         m_file);
+    openForWriting(m_file);
     return &m_file;
 }
 
@@ -30,11 +28,7 @@ PdfSurface::PdfSurface(const QString& fileName, const QString& title)
 void PdfSurface::commit()
 {
     finish();
-    // The file takes what fits on a full disk for written; only flushing again tells the reason.
-    const bool written = m_file.flush() || m_file.flush();
-    if (!written || !m_file.commit())
-        throw PrintError(PrintErrorNumber::DeviceFailed,
-                         QStringLiteral("Impossibile scrivere il file"), m_file);
+    commitComplete(m_file);
 }
 
 } // namespace zelto::print

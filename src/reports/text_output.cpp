@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/text_output.h"
 
-#include "print/print_error.h"
+#include "print/complete_file.h"
 
 #include <QDir>
 
@@ -10,12 +10,6 @@
 namespace zelto::reports {
 
 namespace {
-
-[[noreturn]] void fail(const QSaveFile& file)
-{
-    throw print::PrintError(print::PrintErrorNumber::PathAccess,
-                            QStringLiteral("Impossibile scrivere il file"), file);
-}
 
 /// A tab or line break in a text would shift everything behind it.
 void appendField(QString& line, const QString& field)
@@ -31,8 +25,7 @@ void appendField(QString& line, const QString& field)
 TextOutput::TextOutput(const QString& folder, const QString& name)
     : m_file(QDir(folder).filePath(name))
 {
-    if (!m_file.open(QIODevice::WriteOnly))
-        fail(m_file);
+    print::openForWriting(m_file);
 }
 
 void TextOutput::writeLine(const QStringList& fields)
@@ -50,8 +43,7 @@ void TextOutput::writeLine(const QStringList& fields)
 
 void TextOutput::commit()
 {
-    if (!m_file.commit())
-        fail(m_file);
+    print::commitComplete(m_file);
 }
 
 } // namespace zelto::reports
