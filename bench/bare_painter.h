@@ -43,8 +43,7 @@ private:
         double penWidth = 0;
     };
     struct PageBreak
-    {
-    };
+    {};
 
     /// A break behind the last drawing would make an empty page.
     void turnPage();

@@ -40,7 +40,7 @@ void setFields(TableRecordset& target, const Record& record, int from)
 void writeGeneralData(Database& job, Record record)
 {
     for (int t = 1; t <= SpecialTables; ++t)
-        record[static_cast<std::size_t>(5 + t)] = QStringLiteral("Tabella di servizio %1").arg(t);
+        record[static_cast<std::size_t>(t) + 5] = QStringLiteral("Tabella di servizio %1").arg(t);
     QString codes;
     for (int s = 0; s < Staircases; ++s)
         codes += QStringLiteral("%1\tScala %1 - corpo %2\t50\r\n").arg(QChar(u'A' + s)).arg(s + 1);

@@ -33,8 +33,8 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalizer>;
 File openBare(const QString& path)
 {
     sqlite3* file = nullptr;
-    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &file,
-                                       SQLITE_OPEN_READONLY, nullptr);
+    const int result =
+        sqlite3_open_v2(QFile::encodeName(path).constData(), &file, SQLITE_OPEN_READONLY, nullptr);
     File opened(file);
     if (result != SQLITE_OK)
         throw std::runtime_error(sqlite3_errmsg(file));
@@ -100,8 +100,7 @@ void baseline(benchmark::State& state, const QString& jobPath)
 
 void registerLoading(const QString& jobPath)
 {
-    benchmark::RegisterBenchmark("caricamento/zelto", ours, jobPath)
-        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("caricamento/zelto", ours, jobPath)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("caricamento/base", baseline, jobPath)
         ->Unit(benchmark::kMillisecond);
 }

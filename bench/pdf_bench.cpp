@@ -33,8 +33,9 @@ void baseline(benchmark::State& state, WholeReport& report)
 void registerPdf(WholeReport& report)
 {
     const auto add = [&](const char* name, void (*run)(benchmark::State&, WholeReport&)) {
-        benchmark::RegisterBenchmark(name, [run, &report](auto& state) { run(state, report); })
-            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(name, [run, &report](auto& state) {
+            run(state, report);
+        })->Unit(benchmark::kMillisecond);
     };
     add("pdf/zelto", ours);
     add("pdf/base", baseline);

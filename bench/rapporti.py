@@ -25,37 +25,34 @@ TO_MILLISECONDS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
 SHARES_IN_A_TURN = 4096
 
 
-def environment():
-    """No display, and temporary files in memory so that the disk is not what is measured."""
-    variables = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
-    if os.access("/dev/shm", os.W_OK):
-        variables["TMPDIR"] = "/dev/shm"
-    return variables
+def environment(folder):
+    """No display; temporary files in the folder."""
+    return dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8", TMPDIR=folder,
+                XDG_RUNTIME_DIR=folder)
 
 
-def medians(bench):
+def medians(bench, variables):
     """Median time of every benchmark in milliseconds. Repetitions of all are mixed, so that a
     disturbance of the machine hits both sides of a ratio."""
     output = subprocess.run(
         [bench, f"--benchmark_repetitions={REPETITIONS}", "--benchmark_format=json",
          "--benchmark_enable_random_interleaving=true",
          "--benchmark_report_aggregates_only=true"],
-        env=environment(), check=True, stdout=subprocess.PIPE).stdout
+        env=variables, check=True, stdout=subprocess.PIPE).stdout
     return {run["run_name"]: run["cpu_time"] * TO_MILLISECONDS[run["time_unit"]]
             for run in json.loads(output)["benchmarks"] if run.get("aggregate_name") == "median"}
 
 
-def peak_memory(binaries):
+def peak_memory(binaries, folder, variables):
     """Peak resident memory in MB of printing the large job in PDF."""
-    with tempfile.TemporaryDirectory() as folder:
-        job = f"{folder}/GRANDE.ZLT"
-        subprocess.run([binaries / "zelto_bench", "--crea", job], env=environment(), check=True)
-        command = ["zelto-stampa", "-o", f"{folder}/grande.pdf", "-u", folder, job]
-        child = os.posix_spawn(binaries / "zelto-stampa", command, environment())
-        _, status, usage = os.wait4(child, 0)
-        if status != 0:
-            sys.exit("zelto-stampa non ha stampato il lavoro")
-        return usage.ru_maxrss / 1024
+    job, pdf = f"{folder}/GRANDE.ZLT", f"{folder}/grande.pdf"
+    subprocess.run([binaries / "zelto_bench", "--crea", job], env=variables, check=True)
+    command = ["zelto-stampa", "-o", pdf, "-u", folder, job]
+    child = os.posix_spawn(binaries / "zelto-stampa", command, variables)
+    _, status, usage = os.wait4(child, 0)
+    if status != 0 or not os.path.exists(pdf):
+        sys.exit("zelto-stampa non ha stampato il lavoro")
+    return usage.ru_maxrss / 1024
 
 
 def duration(name, milliseconds):
@@ -72,20 +69,28 @@ def verdict(met):
     return "raggiunto" if met else "MANCATO"
 
 
-def main():
-    if len(sys.argv) != 2:
-        sys.exit("Uso: rapporti.py CARTELLA_DI_COMPILAZIONE")
-    binaries = pathlib.Path(sys.argv[1]).resolve() / "bin"
-    times = medians(binaries / "zelto_bench")
+def report(binaries, folder):
+    variables = environment(folder)
+    times = medians(binaries / "zelto_bench", variables)
     row("che cosa (300 unità, 15 000 vani)", "Zelto", "base", "rapporto", "obiettivo", "esito")
     for name, what, target in RATIOS:
         ours, base = times[f"{name}/zelto"], times[f"{name}/base"]
         ratio = ours / base
         row(what, duration(name, ours), duration(name, base), f"{ratio:.2f}", f"≤ {target:.1f}",
             verdict(ratio <= target))
-    peak = peak_memory(binaries)
+    peak = peak_memory(binaries, folder, variables)
     row("memoria massima della stampa in PDF", f"{peak:.0f} MB", "", "", f"≤ {PEAK_TARGET_MB} MB",
         verdict(peak <= PEAK_TARGET_MB))
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit("Uso: rapporti.py CARTELLA_DI_COMPILAZIONE")
+    binaries = pathlib.Path(sys.argv[1]).resolve() / "bin"
+    # In memory where there is such a folder: the disk is not what is measured.
+    memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
+    with tempfile.TemporaryDirectory(dir=memory) as folder:
+        report(binaries, folder)
 
 
 if __name__ == "__main__":

@@ -2,7 +2,9 @@
 #include "bench/benchmarks.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
+#include <QStringList>
 
 #include <benchmark/benchmark.h>
 #include <stdexcept>
@@ -12,47 +14,62 @@ namespace zelto::bench {
 
 namespace {
 
-using Page = std::vector<QByteArray>;
+/// One file as the records or lines that it was written in.
+struct WrittenFile
+{
+    QString path;
+    std::vector<QByteArray> records;
+};
 
-/// The text files that come with the report are written, too: they are part of a recording.
+/// The text files that come with the report are part of its recording.
+QStringList filesOf(WholeReport& report)
+{
+    QStringList paths;
+    for (int page = 0; page < report.engine().pageCount(); ++page)
+        paths << print::pageFilePath(report.folder(), page);
+    for (const QString& name : {QStringLiteral("consistenza.out"), QStringLiteral("calcolo.out"),
+                                QStringLiteral("scale.out")})
+        paths << QDir(report.folder()).filePath(name);
+    return paths;
+}
+
+std::vector<WrittenFile> readFiles(const QStringList& paths)
+{
+    std::vector<WrittenFile> files;
+    for (const QString& path : paths) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            throw std::runtime_error("a file of the report is missing");
+        WrittenFile& written = files.emplace_back(WrittenFile{.path = path, .records = {}});
+        while (!file.atEnd())
+            written.records.push_back(file.readLine());
+    }
+    return files;
+}
+
+void writeFiles(const std::vector<WrittenFile>& files)
+{
+    for (const WrittenFile& written : files) {
+        QFile file(written.path);
+        if (!file.open(QIODevice::WriteOnly))
+            throw std::runtime_error("a file cannot be written");
+        for (const QByteArray& record : written.records)
+            file.write(record);
+    }
+}
+
 void ours(benchmark::State& state, WholeReport& report)
 {
     for ([[maybe_unused]] const auto turn : state)
         report.record();
 }
 
-std::vector<Page> readPages(const WholeReport& report, int count)
-{
-    std::vector<Page> pages(static_cast<std::size_t>(count));
-    int index = 0;
-    for (Page& page : pages) {
-        QFile file(print::pageFilePath(report.folder(), index++));
-        if (!file.open(QIODevice::ReadOnly))
-            throw std::runtime_error("no page file");
-        while (!file.atEnd())
-            page.push_back(file.readLine());
-    }
-    return pages;
-}
-
-void writePages(const QString& folder, const std::vector<Page>& pages)
-{
-    int index = 0;
-    for (const Page& page : pages) {
-        QFile file(print::pageFilePath(folder, index++));
-        if (!file.open(QIODevice::WriteOnly))
-            throw std::runtime_error("no page file");
-        for (const QByteArray& record : page)
-            file.write(record);
-    }
-}
-
 void baseline(benchmark::State& state, WholeReport& report)
 {
-    const std::vector<Page> pages = readPages(report, report.engine().pageCount());
+    const std::vector<WrittenFile> files = readFiles(filesOf(report));
     for ([[maybe_unused]] const auto turn : state) {
         print::deletePageFiles(report.folder());
-        writePages(report.folder(), pages);
+        writeFiles(files);
     }
 }
 
@@ -61,8 +78,9 @@ void baseline(benchmark::State& state, WholeReport& report)
 void registerRecording(WholeReport& report)
 {
     const auto add = [&](const char* name, void (*run)(benchmark::State&, WholeReport&)) {
-        benchmark::RegisterBenchmark(name, [run, &report](auto& state) { run(state, report); })
-            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(name, [run, &report](auto& state) {
+            run(state, report);
+        })->Unit(benchmark::kMillisecond);
     };
     add("registrazione/zelto", ours);
     add("registrazione/base", baseline);

@@ -31,11 +31,11 @@ QString fieldList(const TableDef& table)
 
 void addUnit(Database& job, int unit)
 {
-    job.Execute(QStringLiteral("INSERT INTO [%1] VALUES (:1, :2, 'Int. 1', 'Piano 1', :3, '3.2', "
-                               "'XX XXXXXXX')")
-                    .arg(store::TabellaUnita),
-                std::array<store::Value, 3>{store::unitKey(unit), unit,
-                                            QString(QChar(u'A' + unit / 3))});
+    job.Execute(
+        QStringLiteral("INSERT INTO [%1] VALUES (:1, :2, 'Int. 1', 'Piano 1', :3, '3.2', "
+                       "'XX XXXXXXX')")
+            .arg(store::TabellaUnita),
+        std::array<store::Value, 3>{store::unitKey(unit), unit, QString(QChar(u'A' + unit / 3))});
     for (int room = 1; room <= RoomsOfUnit; ++room)
         job.Execute(QStringLiteral("INSERT INTO [%1] VALUES (:1, :2, :3, 'Camera', '12.5', "
                                    "'[a]', '[b]', '1', '0.9', '[a]', '1.05')")
@@ -46,10 +46,11 @@ void addUnit(Database& job, int unit)
 void fill(Database& job)
 {
     job.Execute(QStringLiteral("INSERT INTO [%1] VALUES ('2009', NULL)").arg(store::TabellaZelto));
-    job.Execute(QStringLiteral("INSERT INTO [%1] VALUES (1, 'Via', NULL, 'Nota', '2024-05-18', 'R', "
-                               "'T1', 'T2', NULL, 'T4', NULL, NULL, NULL, NULL, NULL, 'T10', :1)")
-                    .arg(store::TabellaDatiGenerali),
-                std::array<store::Value, 1>{QStringLiteral("A\tScala A\t50\r\nB\tScala B\t40\r\n")});
+    job.Execute(
+        QStringLiteral("INSERT INTO [%1] VALUES (1, 'Via', NULL, 'Nota', '2024-05-18', 'R', "
+                       "'T1', 'T2', NULL, 'T4', NULL, NULL, NULL, NULL, NULL, 'T10', :1)")
+            .arg(store::TabellaDatiGenerali),
+        std::array<store::Value, 1>{QStringLiteral("A\tScala A\t50\r\nB\tScala B\t40\r\n")});
     const store::Value list = QStringLiteral("0.8\ta\tprima\r\n1.15\tb\tseconda\r\n");
     job.Execute(QStringLiteral("INSERT INTO [%1] VALUES (:1, :2, :3, :4, :5, :6, :7)")
                     .arg(store::TabellaVariabili),
@@ -68,8 +69,9 @@ QString literal(std::string_view& bytes)
     if (kind == Byte)
         return QString::number(takeByte(bytes));
     const std::string_view content = take(bytes, static_cast<std::size_t>(takeByte(bytes)));
-    const QByteArray hex = QByteArray(content.data(), static_cast<qsizetype>(content.size())).toHex();
-    const QString blob = QStringLiteral("x'%1'").arg(QString::fromLatin1(hex));
+    const QByteArray hex =
+        QByteArray(content.data(), static_cast<qsizetype>(content.size())).toHex();
+    QString blob = QStringLiteral("x'%1'").arg(QString::fromLatin1(hex));
     switch (kind) {
     case Integer:
         return QStringLiteral("CAST(CAST(%1 AS TEXT) AS INTEGER)").arg(blob);
@@ -90,16 +92,17 @@ Database looseJob(const QString& folderTemplate)
     const QString path = folder.filePath(QStringLiteral("LAVORO.ZLT"));
     Database job = Database::create(path);
     for (const TableDef& table : store::jobTables())
-        job.Execute(
-            QStringLiteral("CREATE TABLE %1 (%2)").arg(store::quoted(table.name), fieldList(table)));
+        job.Execute(QStringLiteral("CREATE TABLE %1 (%2)")
+                        .arg(store::quoted(table.name), fieldList(table)));
     fill(job);
     return Database::openCopyInMemory(path);
 }
 
 void changeCells(Database& job, std::string_view bytes)
 {
+    constexpr int MaxChanges = 16;
     const auto tables = store::jobTables();
-    while (!bytes.empty()) {
+    for (int change = 0; change < MaxChanges && !bytes.empty(); ++change) {
         const TableDef& table = tables[static_cast<std::size_t>(takeByte(bytes)) % tables.size()];
         const auto field = static_cast<std::size_t>(takeByte(bytes)) % table.fields.size();
         const int record = 1 + takeByte(bytes) % Records;

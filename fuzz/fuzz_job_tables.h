@@ -11,8 +11,8 @@ namespace zelto::fuzz {
 /// A small sound job in memory without the rules that its file would keep.
 [[nodiscard]] store::Database looseJob(const QString& folderTemplate);
 
-/// Changes cells as the bytes say: table, field, record, kind and content of the new value, over and
-/// over. Throws DatabaseError for a change that even these tables refuse.
+/// Changes cells as the bytes say: table, field, record, kind and content of the new value, over
+/// and over. Throws DatabaseError for a change that even these tables refuse.
 void changeCells(store::Database& job, std::string_view bytes);
 
 } // namespace zelto::fuzz

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// zelto_fuzz_seeds JOB.ZLT FOLDER: small jobs cut out of a whole one. Small files are fuzzed faster,
-// and more of their bytes matter.
+// zelto_fuzz_seeds JOB.ZLT FOLDER: small jobs cut out of a whole one. Small files are fuzzed
+// faster, and more of their bytes matter.
 #include "store/database.h"
 #include "store/schema.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 
 #include <cstdio>
 
@@ -13,15 +14,19 @@ using namespace zelto::store;
 
 namespace {
 
-/// The job with its first units only and without its long texts.
-void writeSeed(const QString& job, int units, const QString& path)
+/// The job with its first units only, without its long texts and on the smallest pages.
+void writeSeed(const QString& example, int units, const QString& path)
 {
-    Database cut = Database::openCopyInMemory(job);
+    QFile::copy(example, path);
+    Database job = Database::open(path);
     for (const QStringView table : {TabellaUnita, TabellaVani})
-        cut.Execute(
-            QStringLiteral("DELETE FROM [%1] WHERE [Riferimento unità] > %2").arg(table).arg(units));
-    cut.Execute(QStringLiteral("UPDATE [Dati Generali] SET Relazione = NULL"));
-    cut.Execute(QStringLiteral("VACUUM INTO '%1'").arg(path));
+        job.Execute(QStringLiteral("DELETE FROM [%1] WHERE [Riferimento unità] > %2")
+                        .arg(table)
+                        .arg(units));
+    job.Execute(QStringLiteral("UPDATE [Dati Generali] SET Relazione = NULL, Note = NULL"));
+    job.Execute(QStringLiteral("UPDATE Variabili SET Var0 = NULL"));
+    job.Execute(QStringLiteral("PRAGMA page_size = 512"));
+    job.Execute(QStringLiteral("VACUUM"));
 }
 
 } // namespace

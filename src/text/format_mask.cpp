@@ -216,8 +216,10 @@ public:
         m_result.reserve(m_mask.size());
         while (m_position < m_mask.size())
             step(m_mask[m_position].unicode());
-        while (m_result.endsWith(u' '))
-            m_result.chop(1);
+        qsizetype length = m_result.size();
+        while (length > 0 && m_result.at(length - 1) == u' ')
+            --length;
+        m_result.truncate(length);
         return m_result;
     }
 
