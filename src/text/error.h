@@ -12,7 +12,8 @@ namespace zelto::text {
 class Error : public std::exception
 {
 public:
-    Error(int code, const QString& description) : m_code(code), m_description(description.toUtf8()) {}
+    Error(int code, const QString& description) : m_code(code), m_description(description.toUtf8())
+    {}
 
     [[nodiscard]] int code() const noexcept { return m_code; }
     [[nodiscard]] QString description() const { return QString::fromUtf8(m_description); }
