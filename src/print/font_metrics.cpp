@@ -48,9 +48,9 @@ bool isSimpleText(QStringView text)
 
 QString printable(const QString& text)
 {
-    if (std::none_of(text.begin(), text.end(), isControl))
-        return text;
-    QString shown = text;
+    QString shown = text.normalized(QString::NormalizationForm_C);
+    if (std::none_of(shown.cbegin(), shown.cend(), isControl))
+        return shown;
     std::replace_if(shown.begin(), shown.end(), isControl, QChar{u' '});
     return shown;
 }

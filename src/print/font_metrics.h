@@ -27,7 +27,8 @@ struct FontState
     bool operator==(const FontState&) const = default;
 };
 
-/// The text as it is drawn: TABs and other control characters stand for one blank each.
+/// The text as it is drawn: accents of their own joined to their letters, TABs and other control
+/// characters as one blank each.
 [[nodiscard]] QString printable(const QString& text);
 
 /// One font at 1440 dots per inch, where its pixels are twips. It has no kerning, no ligatures and

@@ -71,8 +71,8 @@ private slots:
     void complexTextIsLaidOut()
     {
         const FontMetrics metrics({});
-        const QString combined = u"citta\u0300"_s; // the accent adds nothing
-        QCOMPARE(metrics.width(combined), metrics.width(u"citta"));
+        // An accent of its own, for which a machine may have no font, joins its letter.
+        QCOMPARE(metrics.width(u"citta\u0300"), metrics.width(u"città"));
         const QString houses = u"\U0001F3E0\U0001F3E0\U0001F3E0"_s;
         const qsizetype length = metrics.fittingLength(houses, metrics.width(houses) / 2);
         QCOMPARE(length, 2);
