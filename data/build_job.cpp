@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // zelto_build_job FOLDER FILE.ZLT: makes a job file from its readable text.
 #include "data/job_text.h"
+#include "data/output_file.h"
 #include "store/database.h"
 #include "store/schema.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QTemporaryDir>
 
+#include <array>
 #include <cstdio>
-#include <filesystem>
 
 namespace zelto::data {
 namespace {
@@ -104,17 +102,10 @@ void writeJob(const QString& path, const JobText& text)
     transaction.commit();
 }
 
-/// Builds beside the output and swaps names at the end, so that a fault leaves the old file.
 void buildJob(const QString& folder, const QString& output)
 {
     const JobText text = readJobText(folder);
-    const QTemporaryDir workFolder(QFileInfo(output).absolutePath() +
-                                   QStringLiteral("/.job-XXXXXX"));
-    if (!workFolder.isValid())
-        throw DataFault(output, 0, workFolder.errorString());
-    const QString built = workFolder.filePath(QStringLiteral("job.zlt"));
-    writeJob(built, text);
-    std::filesystem::rename(built.toStdU16String(), output.toStdU16String());
+    buildFile(output, [&](const QString& path) { writeJob(path, text); });
 }
 
 } // namespace

@@ -18,6 +18,7 @@ enum class ErrorNumber : int {
     FileNotFound = 3024,
     DiskFull = 3026,
     ReadOnly = 3027,
+    WrongAccess = 3031,
     DiskError = 3043,
     InUse = 3045,
     Damaged = 3049,

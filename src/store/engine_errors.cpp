@@ -86,6 +86,10 @@ DatabaseError translated(const SQLite::Exception& failure, const QString& path)
     const int code = failure.getErrorCode() & 0xff;
     if (code == SQLITE_CONSTRAINT)
         return constraintError(failure);
+    if (failure.getExtendedErrorCode() == SQLITE_READONLY_DBMOVED)
+        return {ErrorNumber::ReadOnly,
+                u"Il file «%1» è stato spostato, sostituito o eliminato da un altro programma: "
+                "riaprire il lavoro prima di modificarlo."_s.arg(path)};
     for (const FailureText& text : FailureTexts)
         if (text.engineCode == code)
             return {text.number, text.description.toString().arg(path)};

@@ -33,10 +33,15 @@ bool hasGroupsTable(const Database& database)
 
 } // namespace
 
+bool isOfThisFormat(Database& database)
+{
+    return formatVersion(database) == VersioneFormato;
+}
+
 void VerificaFormato(QString& path, UserInterface& user)
 {
     Database database = Database::open(path, OpenMode::ReadOnly);
-    if (formatVersion(database) == VersioneFormato)
+    if (isOfThisFormat(database))
         return;
     user.showMessage(u"Formato non compatibile, eseguire la conversione dell'archivio"_s);
     path.clear();

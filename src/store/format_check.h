@@ -8,6 +8,10 @@ namespace zelto::store {
 class Database;
 class UserInterface;
 
+/// Whether the marker names the current format. Throws DatabaseError when its record is missing or
+/// empty.
+[[nodiscard]] bool isOfThisFormat(Database& database);
+
 /// Leaves the path as it is when the file is a job of the current format; otherwise says so and
 /// empties it. The file is only read. Throws DatabaseError when it cannot be read as a database or
 /// its marker record is missing or empty.

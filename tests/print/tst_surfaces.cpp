@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pages on pictures and in PDF files.
-#include "disk_limit.h"
+#include "support/disk_limit.h"
 #include "print/pdf_surface.h"
 #include "print/picture_surface.h"
 #include "print/print_engine.h"

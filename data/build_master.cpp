@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// zelto_build_master TEXT FILE.mdb: makes the master database from its readable text.
+#include "data/data_text.h"
+#include "data/output_file.h"
+#include "store/database.h"
+#include "store/master_database.h"
+
+#include <QCoreApplication>
+
+#include <array>
+#include <cstdio>
+
+namespace zelto::data {
+namespace {
+
+using store::Database;
+using store::FieldType;
+using store::TableDef;
+using store::Value;
+
+/// Readers take the first field.
+TableDef coefficenti()
+{
+    return {
+        .name = store::TabellaCoefficenti.toString(),
+        .fields = {{.name = QStringLiteral("Descrizione"), .type = FieldType::Text, .size = 100},
+                   {.name = QStringLiteral("Gruppo"), .type = FieldType::Text, .size = 20}}};
+}
+
+QStringList groupNames()
+{
+    return {QStringLiteral("Ambiente"),       QStringLiteral("Destinazione"),
+            QStringLiteral("Orientamento"),   QStringLiteral("Prospetto"),
+            QStringLiteral("Luminosità"),     QStringLiteral("Funzionalità"),
+            QStringLiteral("Piano riduttore")};
+}
+
+void requireGroups(const DataText& text)
+{
+    QStringList names;
+    for (const Row& row : text.rows()) {
+        text.requireCells(row, 2);
+        names += row.cells[0];
+    }
+    if (names != groupNames())
+        throw DataFault(text.path(), 0,
+                        QStringLiteral("i gruppi devono essere %1.")
+                            .arg(groupNames().join(QStringLiteral(", "))));
+}
+
+void writeMaster(const QString& path, const DataText& text)
+{
+    Database master = Database::create(path);
+    master.Execute(QStringLiteral("PRAGMA user_version = %1").arg(store::masterAccessMark()));
+    master.appendTable(coefficenti());
+    store::TableRecordset records = master.openTable(store::TabellaCoefficenti);
+    for (const Row& row : text.rows()) {
+        records.AddNew();
+        records.setField(0, Value::nullIfEmpty(row.cells[1]));
+        records.setField(1, row.cells[0]);
+        records.Update();
+    }
+}
+
+void buildMaster(const QString& textPath, const QString& output)
+{
+    const DataText text = DataText::read(textPath);
+    requireGroups(text);
+    buildFile(output, [&](const QString& path) { writeMaster(path, text); });
+}
+
+} // namespace
+} // namespace zelto::data
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3) {
+        std::fputs("Uso: zelto_build_master TESTO FILE.mdb\n", stderr);
+        return 1;
+    }
+    try {
+        zelto::data::buildMaster(arguments[1], arguments[2]);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    }
+    return 0;
+}

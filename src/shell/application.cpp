@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/application.h"
+
+#include "shell/dialogs.h"
+#include "shell/file_menu.h"
+#include "store/application_folder.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace zelto::shell {
+
+Application::Application(const store::ApplicationFolder& folder, Dialogs& dialogs)
+    : m_settings(folder.settingsPath()), m_master(folder.masterPath()), m_dialogs(dialogs),
+      m_window(m_recentJobs, dialogs), m_jobFiles(m_window, m_recentJobs, m_master)
+{
+    m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
+    m_recentJobs.load(m_settings);
+    m_window.showRecentJobs();
+    connectWindow();
+}
+
+std::unique_ptr<Application> Application::start(const QString& programFolder,
+                                                const QString& userFolder, Dialogs& dialogs)
+{
+    try {
+        const store::ApplicationFolder folder(programFolder, userFolder);
+        folder.provideMaster();
+        return std::make_unique<Application>(folder, dialogs);
+    } catch (const std::exception& error) {
+        dialogs.showError(nullptr, QStringLiteral("Zelto non può essere avviato.\n\n%1")
+                                       .arg(QString::fromUtf8(error.what())));
+        return nullptr;
+    }
+}
+
+void Application::connectWindow()
+{
+    connect(&m_window.menuFile(), &FileMenu::chosen, this,
+            [this](int fileEntry) { reportingErrors([this, fileEntry] { carryOut(fileEntry); }); });
+    // Later, so that the program dragged from does not wait for our dialogs.
+    connect(&m_window, &MainWindow::jobDropped, this, &Application::open, Qt::QueuedConnection);
+    connect(&m_window, &MainWindow::aboutRequested, this,
+            [this] { m_dialogs.showAbout(&m_window); });
+    connect(&m_window, &MainWindow::closing, this, &Application::shutDown);
+}
+
+void Application::show()
+{
+    constexpr QSize FirstSize(1000, 700);
+    m_window.resize(FirstSize);
+    m_window.restoreGeometry(QByteArray::fromBase64(
+        m_settings.LeggiIni(QStringLiteral("Main"), QStringLiteral("Finestra")).toLatin1()));
+    m_window.show();
+    QCoreApplication::processEvents();
+}
+
+void Application::open(const QString& path)
+{
+    reportingErrors([this, &path] {
+        if (!refusedByDocuments())
+            m_jobFiles.openGiven(QFileInfo(path).absoluteFilePath());
+    });
+}
+
+void Application::carryOut(int fileEntry)
+{
+    switch (FileEntry{fileEntry}) {
+    case FileEntry::Nuovo:
+        return m_jobFiles.NuovoLavoro();
+    case FileEntry::Apri:
+        return m_jobFiles.ApriLavoro();
+    case FileEntry::Duplica:
+        return m_jobFiles.DuplicaLavoro();
+    case FileEntry::Elimina:
+        return m_jobFiles.EliminaLavoro();
+    case FileEntry::Compattamento:
+        return m_jobFiles.CompattaArchivio();
+    case FileEntry::Riparazione:
+        return m_jobFiles.RiparaArchivio();
+    case FileEntry::ImpostaStampante:
+        return m_printerSetup.run(m_window, m_dialogs);
+    case FileEntry::Uscita:
+        m_window.close();
+        return;
+    default:
+        leggiRecent(fileEntry);
+    }
+}
+
+void Application::leggiRecent(int entry)
+{
+    if (!refusedByDocuments())
+        m_jobFiles.LeggiRecent(entry);
+}
+
+bool Application::refusedByDocuments()
+{
+    const bool refused = m_window.HasDocumentWindows();
+    if (refused)
+        m_window.showMessage(
+            QStringLiteral("Chiudere finestre aperte prima di selezionale un altro lavoro"));
+    return refused;
+}
+
+/// Nothing that goes wrong in an action ends the program.
+void Application::reportingErrors(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const std::exception& error) {
+        m_window.SetStatus({}, false);
+        m_window.ReportError(error);
+    }
+}
+
+void Application::shutDown()
+{
+    m_recentJobs.save(m_settings);
+    m_settings.ScriviIni(QStringLiteral("Main"), QStringLiteral("Finestra"),
+                         QString::fromLatin1(m_window.saveGeometry().toBase64()));
+    m_jobFiles.chiudiLavoro();
+}
+
+} // namespace zelto::shell

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "shell/main_window.h"
+#include "shell/printer_setup.h"
+#include "store/job_files.h"
+#include "store/master_database.h"
+#include "store/recent_jobs.h"
+#include "store/settings.h"
+#include "text/decimal_text.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+namespace zelto::store {
+class ApplicationFolder;
+} // namespace zelto::store
+
+namespace zelto::shell {
+
+/// The running program: owns settings, master database, main window and open job, and carries out
+/// what the user asks the window for.
+class Application : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Throws DatabaseError when the master database cannot be opened. The dialogs outlive it.
+    Application(const store::ApplicationFolder& folder, Dialogs& dialogs);
+
+    /// Starts the program with the window not yet shown; shows why and gives nothing when the
+    /// master database is missing or cannot be read.
+    [[nodiscard]] static std::unique_ptr<Application>
+    start(const QString& programFolder, const QString& userFolder, Dialogs& dialogs);
+
+    /// Shows the window where the user left it.
+    void show();
+
+    /// Opens a job that came from outside: the command line, a file manager, the mouse.
+    void open(const QString& path);
+
+    [[nodiscard]] MainWindow& window() { return m_window; }
+    [[nodiscard]] store::JobFiles& jobFiles() { return m_jobFiles; }
+
+    /// How numbers are written on this machine.
+    [[nodiscard]] const text::DecimalSeparators& decimalSeparators() const { return m_separators; }
+
+private:
+    void connectWindow();
+    void carryOut(int fileEntry);
+    void leggiRecent(int entry);
+    [[nodiscard]] bool refusedByDocuments();
+    void reportingErrors(const std::function<void()>& action);
+    void shutDown();
+
+    store::Settings m_settings;
+    store::RecentJobs m_recentJobs;
+    store::MasterDatabase m_master;
+    Dialogs& m_dialogs;
+    MainWindow m_window;
+    store::JobFiles m_jobFiles;
+    PrinterSetup m_printerSetup;
+    text::DecimalSeparators m_separators = text::DecimalSeparators::detect();
+};
+
+} // namespace zelto::shell

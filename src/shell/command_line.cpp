@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/command_line.h"
+
+namespace zelto::shell {
+
+namespace {
+
+QString helpText()
+{
+    return QStringLiteral("Uso: zelto [LAVORO.ZLT]\n"
+                          "Apre la finestra di Zelto e, se indicato, il lavoro.\n"
+                          "\n"
+                          "  -h, --help   questo aiuto\n"
+                          "  --version    versione del programma\n");
+}
+
+} // namespace
+
+std::optional<QString> textAskedFor(const QStringList& arguments)
+{
+    const QStringList options = arguments.mid(0, arguments.indexOf(u"--"));
+    if (options.contains(u"--help") || options.contains(u"-h"))
+        return helpText();
+    if (options.contains(u"--version"))
+        return QStringLiteral("zelto " ZELTO_VERSION "\n");
+    return std::nullopt;
+}
+
+QString jobNamed(const QStringList& arguments)
+{
+    QString lavoro;
+    bool optionsEnded = false;
+    for (const QString& argument : arguments) {
+        if (!optionsEnded && argument == u"--")
+            optionsEnded = true;
+        else if (!optionsEnded && argument.startsWith(u'-'))
+            throw UsageError(QStringLiteral("%1: opzione non valida").arg(argument));
+        else if (!lavoro.isEmpty())
+            throw UsageError(QStringLiteral("si può aprire un solo lavoro alla volta"));
+        else
+            lavoro = argument;
+    }
+    return lavoro;
+}
+
+} // namespace zelto::shell

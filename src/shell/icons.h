@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+namespace zelto::shell {
+
+/// One of the program's own icons, by the name of its file.
+[[nodiscard]] inline QIcon icon(const QString& name)
+{
+    return QIcon(QStringLiteral(":/zelto/icons/%1.svg").arg(name));
+}
+
+} // namespace zelto::shell

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/application.h"
+#include "shell/command_line.h"
+#include "shell/qt_dialogs.h"
+#include "store/application_folder.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTextStream>
+#include <QTranslator>
+
+#include <span>
+
+namespace {
+
+enum ExitStatus : int { Done = 0, Failed = 1 };
+
+QStringList textsOf(std::span<char* const> arguments)
+{
+    QStringList texts;
+    for (const char* argument : arguments)
+        texts << QString::fromLocal8Bit(argument);
+    return texts;
+}
+
+int runWindow(const QString& lavoro)
+{
+    zelto::shell::QtDialogs dialogs;
+    const auto application =
+        zelto::shell::Application::start(QCoreApplication::applicationDirPath(),
+                                         zelto::store::ApplicationFolder::userFolder(), dialogs);
+    if (!application)
+        return Failed;
+    application->show();
+    if (!lavoro.isEmpty())
+        application->open(lavoro);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QStringList arguments = textsOf(std::span(argv, static_cast<std::size_t>(argc)));
+    if (const auto text = zelto::shell::textAskedFor(arguments.mid(1))) {
+        QTextStream(stdout) << *text;
+        return Done;
+    }
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Zelto"));
+    QApplication::setApplicationName(QStringLiteral("zelto"));
+    QApplication::setApplicationVersion(QStringLiteral(ZELTO_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("zelto"));
+    // Qt's own dialogs speak Italian like ours, if the translation is installed.
+    QTranslator italian;
+    if (italian.load(QStringLiteral("qtbase_it"),
+                     QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&italian);
+    try {
+        return runWindow(zelto::shell::jobNamed(QApplication::arguments().mid(1)));
+    } catch (const zelto::shell::UsageError& error) {
+        QTextStream(stderr) << "zelto: " << error.what() << '\n'
+                            << QStringLiteral("«zelto --help» mostra l'uso\n");
+        return Failed;
+    }
+}

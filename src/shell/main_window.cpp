@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/main_window.h"
+
+#include "shell/context_menu.h"
+#include "shell/dialogs.h"
+#include "shell/error_report.h"
+#include "shell/file_menu.h"
+#include "shell/icons.h"
+#include "shell/status_bar.h"
+#include "shell/toolbar.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QStatusTipEvent>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace zelto::shell {
+
+namespace {
+
+/// The path of the one job that is dragged; empty when it is anything else.
+QString draggedJob(const QMimeData* data)
+{
+    const QList<QUrl> urls = data->urls();
+    const QString path = urls.size() == 1 ? urls.first().toLocalFile() : QString();
+    return path.endsWith(u".zlt", Qt::CaseInsensitive) ? path : QString();
+}
+
+} // namespace
+
+MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
+    : m_recentJobs(recentJobs), m_dialogs(dialogs), m_menuFile(new FileMenu(this)),
+      m_contextMenu(new ContextMenu(this)), m_stato(new StatusBar(this)),
+      m_documents(new QMdiArea(this))
+{
+    setObjectName(QStringLiteral("Main"));
+    setWindowIcon(icon(QStringLiteral("zelto")));
+    menuBar()->addMenu(m_menuFile);
+    buildHelpMenu();
+    addToolBar(new Toolbar(this));
+    setStatusBar(m_stato);
+    m_documents->setAccessibleName(QStringLiteral("Finestre del lavoro"));
+    setCentralWidget(m_documents);
+    shadeDocuments();
+    setAcceptDrops(true);
+    m_menuFile->showRecentJobs(m_recentJobs);
+}
+
+void MainWindow::buildHelpMenu()
+{
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&?"));
+    QAction* about =
+        help->addAction(icon(QStringLiteral("zelto")), QStringLiteral("&Informazioni su Zelto"),
+                        this, &MainWindow::aboutRequested);
+    about->setStatusTip(QStringLiteral("Versione, licenza e librerie"));
+    about->setMenuRole(QAction::NoRole);
+}
+
+/// A little darker than the window, in light and dark themes; left alone the area keeps the colour
+/// of the theme that it was made in.
+void MainWindow::shadeDocuments()
+{
+    constexpr int Darker = 110;
+    m_documents->setBackground(palette().window().color().darker(Darker));
+}
+
+void MainWindow::setTitle(const QString& title)
+{
+    m_title = title;
+    setWindowTitle(title);
+}
+
+QMdiSubWindow& MainWindow::addDocumentWindow(QWidget* screen)
+{
+    QMdiSubWindow* frame = m_documents->addSubWindow(screen);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    screen->show();
+    return *frame;
+}
+
+QString MainWindow::ShowFileDialog(const store::FileDialogRequest& request)
+{
+    return m_dialogs.chooseFile(this, request);
+}
+
+bool MainWindow::askYesNo(const QString& question)
+{
+    return m_dialogs.askYesNo(this, question);
+}
+
+// Other windows get to paint themselves; what the user types or clicks waits for the end of the
+// operation, which it could disturb.
+
+void MainWindow::BeginBusy()
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void MainWindow::EndBusy()
+{
+    QApplication::restoreOverrideCursor();
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void MainWindow::showJob(const QString& path)
+{
+    const QString title = QStringLiteral("Zelto 2009");
+    m_stato->showJob(path);
+    setTitle(path.isEmpty() ? title : title + QStringLiteral(" - ") + path);
+}
+
+void MainWindow::showRecentJobs()
+{
+    m_menuFile->showRecentJobs(m_recentJobs);
+}
+
+bool MainWindow::HasDocumentWindows() const
+{
+    return !m_documents->subWindowList().isEmpty();
+}
+
+bool MainWindow::closeDocumentWindows()
+{
+    const QList<QMdiSubWindow*> windows = m_documents->subWindowList();
+    return std::all_of(windows.begin(), windows.end(),
+                       [](QMdiSubWindow* window) { return window->close(); });
+}
+
+void MainWindow::SetStatus(const QString& text, bool busy)
+{
+    m_stato->SetStatus(text, busy);
+}
+
+void MainWindow::showMessage(const QString& text)
+{
+    m_dialogs.showMessage(this, text);
+}
+
+void MainWindow::showError(const QString& text)
+{
+    m_dialogs.showError(this, text);
+}
+
+void MainWindow::ReportError(const std::exception& error)
+{
+    QApplication::beep();
+    m_dialogs.showError(this, errorReportText(error));
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::StatusTip) {
+        // The status bar's own way of showing hints would hide its panels.
+        m_stato->showHint(static_cast<QStatusTipEvent*>(event)->tip());
+        return true;
+    }
+    // A document window that is maximised writes its own title behind ours.
+    if (event->type() == QEvent::WindowTitleChange && windowTitle() != m_title)
+        setWindowTitle(m_title);
+    if (event->type() == QEvent::PaletteChange)
+        shadeDocuments();
+    return QMainWindow::event(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!closeDocumentWindows()) {
+        event->ignore();
+        return;
+    }
+    emit closing();
+    event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!draggedJob(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QString path = draggedJob(event->mimeData());
+    event->acceptProposedAction();
+    emit jobDropped(path);
+}
+
+} // namespace zelto::shell

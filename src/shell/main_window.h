@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/main_window_services.h"
+
+#include <QMainWindow>
+
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace zelto::store {
+class RecentJobs;
+} // namespace zelto::store
+
+namespace zelto::shell {
+
+class ContextMenu;
+class Dialogs;
+class FileMenu;
+class StatusBar;
+
+/// The application's frame: menus, toolbar, status bar, document windows, and what the folders
+/// below need of the user. What the user asks for leaves it as signals.
+class MainWindow : public QMainWindow, public store::MainWindowServices
+{
+    Q_OBJECT
+
+public:
+    /// Both outlive the window.
+    MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs);
+
+    [[nodiscard]] FileMenu& menuFile() { return *m_menuFile; }
+    /// The context menu that the grids share.
+    [[nodiscard]] ContextMenu& mnuDxMouse() { return *m_contextMenu; }
+
+    /// The window's title, whatever document windows make of it.
+    void setTitle(const QString& title);
+
+    /// Puts a screen into the window, in a frame of its own that is deleted when it closes.
+    QMdiSubWindow& addDocumentWindow(QWidget* screen);
+
+    QString ShowFileDialog(const store::FileDialogRequest& request) override;
+    bool askYesNo(const QString& question) override;
+    void BeginBusy() override;
+    void EndBusy() override;
+    void showJob(const QString& path) override;
+    void showRecentJobs() override;
+    [[nodiscard]] bool HasDocumentWindows() const override;
+    bool closeDocumentWindows() override;
+    void SetStatus(const QString& text, bool busy) override;
+    void showMessage(const QString& text) override;
+    void showError(const QString& text) override;
+    void ReportError(const std::exception& error) override;
+
+signals:
+    /// A job's file was dropped on the window.
+    void jobDropped(const QString& path);
+    void aboutRequested();
+    /// The window is about to close for good.
+    void closing();
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void buildHelpMenu();
+    void shadeDocuments();
+
+    const store::RecentJobs& m_recentJobs;
+    Dialogs& m_dialogs;
+    QString m_title;
+    FileMenu* m_menuFile;
+    ContextMenu* m_contextMenu;
+    StatusBar* m_stato;
+    QMdiArea* m_documents;
+};
+
+} // namespace zelto::shell

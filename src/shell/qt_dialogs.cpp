@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/qt_dialogs.h"
+
+#include "shell/about_text.h"
+#include "shell/file_dialog.h"
+#include "shell/icons.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPushButton>
+#include <QStandardPaths>
+
+namespace zelto::shell {
+
+namespace {
+
+QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const QString& text,
+                                QMessageBox::StandardButtons buttons)
+{
+    QMessageBox box(icon, QStringLiteral("Zelto"), text, buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    if (auto* yes = box.button(QMessageBox::Yes))
+        yes->setText(QStringLiteral("&Sì"));
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+} // namespace
+
+QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& request)
+{
+    if (m_lastFolder.isEmpty())
+        m_lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const auto dialog = makeFileDialog(parent, request, m_lastFolder);
+    if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty())
+        return {};
+    QString path = dialog->selectedFiles().constFirst();
+    m_lastFolder = QFileInfo(path).absolutePath();
+    return path;
+}
+
+bool QtDialogs::askYesNo(QWidget* parent, const QString& question)
+{
+    return ask(parent, QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+void QtDialogs::showMessage(QWidget* parent, const QString& text)
+{
+    ask(parent, QMessageBox::Information, text, QMessageBox::Ok);
+}
+
+void QtDialogs::showError(QWidget* parent, const QString& text)
+{
+    ask(parent, QMessageBox::Critical, text, QMessageBox::Ok);
+}
+
+void QtDialogs::showAbout(QWidget* parent)
+{
+    QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Informazioni su Zelto"), aboutText(),
+                    QMessageBox::Ok, parent);
+    box.setIconPixmap(icon(QStringLiteral("zelto")).pixmap(64));
+    box.exec();
+}
+
+void QtDialogs::setUpPrinter(QWidget* parent, QPrinter& printer)
+{
+    QPrintDialog dialog(&printer, parent);
+    dialog.setWindowTitle(QStringLiteral("Imposta stampante"));
+    dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies |
+                      QAbstractPrintDialog::PrintShowPageSize);
+    if (auto* buttons = dialog.findChild<QDialogButtonBox*>())
+        for (QAbstractButton* button : buttons->buttons())
+            if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
+                button->setText(QStringLiteral("OK"));
+    dialog.exec();
+}
+
+} // namespace zelto::shell

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "shell/dialogs.h"
+
+#include <QMessageBox>
+
+namespace zelto::shell {
+
+/// The dialogs as the user sees them.
+class QtDialogs : public Dialogs
+{
+public:
+    QString chooseFile(QWidget* parent, const store::FileDialogRequest& request) override;
+    bool askYesNo(QWidget* parent, const QString& question) override;
+    void showMessage(QWidget* parent, const QString& text) override;
+    void showError(QWidget* parent, const QString& text) override;
+    void showAbout(QWidget* parent) override;
+    void setUpPrinter(QWidget* parent, QPrinter& printer) override;
+
+private:
+    QString m_lastFolder; ///< where the user last chose a file
+};
+
+} // namespace zelto::shell

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/toolbar.h"
+
+#include "shell/icons.h"
+
+#include <QAction>
+
+namespace zelto::shell {
+
+Toolbar::Toolbar(QWidget* parent) : QToolBar(QStringLiteral("Barra degli strumenti"), parent)
+{
+    setObjectName(QStringLiteral("Toolbar1"));
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    // Moved away or hidden, it would be hard to find again.
+    setMovable(false);
+    toggleViewAction()->setVisible(false);
+    addButton(QStringLiteral("DatiGenerali"), QStringLiteral("Dati generali"),
+              QStringLiteral("Dati generali e relazione del lavoro"),
+              QStringLiteral("dati_generali"));
+    addButton(QStringLiteral("Variabili"), QStringLiteral("Variabili"),
+              QStringLiteral("Coefficienti del lavoro"), QStringLiteral("variabili"));
+    addButton(QStringLiteral("Parametri"), QStringLiteral("Parametri"),
+              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"));
+}
+
+void Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
+                        const QString& iconName)
+{
+    QAction* button = addAction(icon(iconName), caption);
+    button->setObjectName(key);
+    button->setToolTip(hint);
+    button->setStatusTip(hint);
+    button->setEnabled(false);
+}
+
+} // namespace zelto::shell

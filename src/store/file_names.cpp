@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/file_names.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array<QStringView, 3> EngineSuffixes{u"-journal", u"-wal", u"-shm"};
+
+} // namespace
+
+QString folderOf(const QString& path)
+{
+    return path.left(std::max<qsizetype>(path.lastIndexOf(u'/'), 0));
+}
+
+QString nameOf(const QString& path)
+{
+    return path.sliced(path.lastIndexOf(u'/') + 1);
+}
+
+QString findFile(const QString& path)
+{
+    if (QFileInfo::exists(path))
+        return path;
+    const QString wanted = nameOf(path);
+    const QDir folder(QFileInfo(path).absolutePath());
+    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    for (const QString& name : folder.entryList(everything, QDir::Name))
+        if (name.compare(wanted, Qt::CaseInsensitive) == 0)
+            return path.chopped(wanted.size()) + name;
+    return {};
+}
+
+QString asOnDisk(const QString& path)
+{
+    const QString found = findFile(path);
+    return found.isEmpty() ? path : found;
+}
+
+QString realPath(const QString& path)
+{
+    const QString real = QFileInfo(path).canonicalFilePath();
+    return real.isEmpty() ? path : real;
+}
+
+QString withUpperCaseName(const QString& path)
+{
+    const QString name = nameOf(path);
+    return path.chopped(name.size()) + name.toUpper();
+}
+
+QString withoutExtension(const QString& path)
+{
+    constexpr qsizetype Extension = 4;
+    return path.chopped(std::clamp<qsizetype>(nameOf(path).size() - 1, 0, Extension));
+}
+
+bool isSameFile(const QString& one, const QString& other)
+{
+    if (one.compare(other, Qt::CaseInsensitive) == 0)
+        return true;
+    std::error_code failed;
+    return std::filesystem::equivalent(one.toStdU16String(), other.toStdU16String(), failed);
+}
+
+bool isEngineFile(const QString& name)
+{
+    return std::ranges::any_of(EngineSuffixes, [&](QStringView suffix) {
+        return name.endsWith(suffix, Qt::CaseInsensitive);
+    });
+}
+
+QStringList engineFilesOf(const QString& path)
+{
+    QStringList files;
+    for (const QStringView suffix : EngineSuffixes)
+        files += path + suffix.toString();
+    return files;
+}
+
+} // namespace zelto::store

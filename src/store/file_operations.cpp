@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/file_operations.h"
+
+#include "store/database.h"
+#include "store/engine_errors.h"
+#include "store/exclusive_access.h"
+#include "store/file_names.h"
+#include "store/new_file.h"
+#include "store/schema.h"
+
+#include <QFile>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void copyBytes(QFile& from, QFile& to)
+{
+    constexpr qint64 Piece = 1 << 16;
+    while (!from.atEnd()) {
+        const QByteArray bytes = from.read(Piece);
+        if (from.error() != QFileDevice::NoError)
+            throw DatabaseError(ErrorNumber::DiskError,
+                                u"Il file «%1» non può essere letto (%2)."_s.arg(
+                                    from.fileName(), from.errorString()));
+        if (to.write(bytes) != bytes.size())
+            return;
+    }
+}
+
+/// One who is writing the file keeps the lock for a moment only; one who merely has it open finds
+/// out at the next change.
+void requireNoWriter(const QString& path)
+{
+    try {
+        (void)openExclusively(path);
+    } catch (const DatabaseError& error) {
+        // Anything else, such as damage, is no reason to keep a file.
+        if (error.number() == ErrorNumber::InUse || error.number() == ErrorNumber::FileNotFound)
+            throw;
+    }
+}
+
+} // namespace
+
+void createJobFile(const QString& path)
+{
+    NewFile job(path);
+    {
+        Database database = Database::create(job.path());
+        CreaTabelleBase(database);
+    }
+    job.publish();
+}
+
+void copyDatabase(const QString& source, const QString& target)
+{
+    NewFile copy(target);
+    writeCompacted(*openFile(source, OpenMode::ReadOnly), copy);
+    copy.publish();
+}
+
+void copyFile(const QString& source, const QString& target, Existing existing)
+{
+    NewFile copy(target);
+    QFile from(source);
+    if (!from.open(QIODevice::ReadOnly))
+        throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile aprire il file «%1» (%2)."_s.arg(
+                                                         source, from.errorString()));
+    QFile to(copy.path());
+    if (to.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        copyBytes(from, to);
+    to.close();
+    if (to.error() != QFileDevice::NoError)
+        throw DatabaseError(
+            to.error() == QFileDevice::ResourceError ? ErrorNumber::DiskFull
+                                                     : ErrorNumber::DiskError,
+            u"Il file «%1» non può essere scritto (%2)."_s.arg(target, to.errorString()));
+    copy.takePermissions(source);
+    if (existing == Existing::Replace)
+        copy.replace();
+    else
+        copy.publish();
+}
+
+void deleteFile(const QString& path)
+{
+    requireNoWriter(path);
+    removeFile(path);
+    for (const QString& file : engineFilesOf(path))
+        removeFile(file);
+}
+
+void compact(const QString& path, const QString& backup)
+{
+    if (isSameFile(path, backup))
+        throw DatabaseError(ErrorNumber::FileExists,
+                            u"Il file «%1» è già la copia di sicurezza."_s.arg(path));
+    const QString file = realPath(path);
+    NewFile compacted(file);
+    const ConnectionPtr database = openExclusively(file);
+    writeCompacted(*database, compacted);
+    compacted.replaceKeeping(folderOf(file) + u'/' + nameOf(backup));
+}
+
+} // namespace zelto::store

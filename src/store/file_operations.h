@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Operations on whole files. Whenever they are broken off, every file is whole under its name:
+// as it was or as it is to be. They throw DatabaseError and then leave everything as it was.
+#pragma once
+
+#include <QString>
+
+namespace zelto::store {
+
+enum class Existing { Refuse, Replace };
+
+/// A new job with a new job's records; FileExists when there is a file of that name.
+void createJobFile(const QString& path);
+
+/// A consistent copy of a database that other programs may be using. FileExists when there is a
+/// target already, and what opening the source throws.
+void copyDatabase(const QString& source, const QString& target);
+
+/// A copy of any file that is not an open database.
+void copyFile(const QString& source, const QString& target, Existing existing = Existing::Refuse);
+
+/// Deletes a file, and what the engine left beside it. FileNotFound when there is none, InUse when
+/// another program is writing it.
+void deleteFile(const QString& path);
+
+/// Writes the database anew without the space that deleted records left. What it was stays beside
+/// it as the backup, in place of a former one. No program can write the file meanwhile.
+void compact(const QString& path, const QString& backup);
+
+} // namespace zelto::store

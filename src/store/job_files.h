@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/open_job.h"
+
+#include <QString>
+
+namespace zelto::store {
+
+class MainWindowServices;
+class MasterDatabase;
+class RecentJobs;
+
+/// The operations of the File menu on job files, and the job that is open. NuovoLavoro,
+/// DuplicaLavoro, EliminaLavoro, CompattaArchivio and RiparaArchivio report their own failures; the
+/// others throw DatabaseError, with no job open any more. Cancelling a dialog changes nothing.
+/// Before the open job is replaced or deleted, the document windows are closed; when one of them
+/// refuses, the operation stops.
+class JobFiles
+{
+public:
+    JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master);
+
+    [[nodiscard]] OpenJob& job() { return m_job; }
+    [[nodiscard]] const QString& JobPath() const { return m_job.JobPath(); }
+
+    /// Creates a job and opens it.
+    void NuovoLavoro();
+
+    /// Opens a job that the user chooses; refused while there are document windows.
+    void ApriLavoro();
+
+    /// Opens the job of recent entry 13 to 16. The caller refuses that while there are document
+    /// windows.
+    void LeggiRecent(int entry);
+
+    /// Opens the job given on the command line, by a file manager or by dropping it. The caller
+    /// refuses that while there are document windows.
+    void openGiven(const QString& path);
+
+    /// Copies a job with its companion files under a new name and opens the copy.
+    void DuplicaLavoro();
+
+    /// Deletes a job.
+    void EliminaLavoro();
+
+    /// Compacts a database; its previous state stays beside it as ".BAK".
+    void CompattaArchivio();
+
+    /// Repairs a database in its place.
+    void RiparaArchivio();
+
+    /// Closes the open job, if there is one.
+    void chiudiLavoro() { m_job.close(); }
+
+private:
+    enum class Conversion { No, Yes };
+
+    /// Runs the operation; the user hears of what it throws.
+    template <typename Operation>
+    void reportingErrors(Operation operation);
+
+    /// Lets go of the open job and the master database while the operation runs.
+    template <typename Operation>
+    void withFilesClosed(Operation operation);
+
+    /// Nothing shows the open job any more; false when a window refuses to close.
+    [[nodiscard]] bool documentsClosed();
+
+    void createJob(const QString& path);
+    void openVerified(QString path, Conversion conversion);
+    void openListed(const QString& listed, Conversion conversion);
+    [[nodiscard]] QString sourceOfDuplicate();
+    void duplicate(const QString& source, const QString& target);
+    void deleteJob(const QString& path);
+
+    MainWindowServices& m_window;
+    const RecentJobs& m_recent;
+    MasterDatabase& m_master;
+    OpenJob m_job;
+};
+
+} // namespace zelto::store

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/master_database.h"
+
+#include <QByteArrayView>
+#include <QCryptographicHash>
+#include <QtEndian>
+
+#include <utility>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QByteArrayView Credentials = "admin:vurtemol";
+
+Database openMaster(const QString& path)
+{
+    Database database = Database::open(path, OpenMode::ReadOnly);
+    if (database.OpenRecordset(u"PRAGMA user_version"_s).integer(0) != masterAccessMark())
+        throw DatabaseError(
+            ErrorNumber::WrongAccess,
+            u"Il file «%1» non è il database principale del programma."_s.arg(path));
+    return database;
+}
+
+} // namespace
+
+int masterAccessMark()
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(Credentials);
+    return qFromBigEndian<qint32>(hash.result().constData());
+}
+
+MasterDatabase::MasterDatabase(QString path) : m_path(std::move(path))
+{
+    reopen();
+}
+
+void MasterDatabase::reopen()
+{
+    m_database = openMaster(m_path);
+}
+
+QStringList MasterDatabase::groupDescriptions()
+{
+    if (!m_database)
+        reopen();
+    QStringList descriptions;
+    TableRecordset records = m_database->openTable(TabellaCoefficenti);
+    for (; !records.EndOfFile() && descriptions.size() < MaxDescriptions; records.MoveNext())
+        descriptions += records.text(0);
+    return descriptions;
+}
+
+} // namespace zelto::store

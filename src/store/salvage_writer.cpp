@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/salvage_writer.h"
+
+#include "store/database.h"
+#include "store/job_salvage.h"
+#include "store/schema.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Record = SalvagedJob::Record;
+
+/// Whether the failure is about the value or the key; others concern the file.
+bool isRefusal(ErrorNumber number)
+{
+    constexpr std::array Refusals{ErrorNumber::BadValue, ErrorNumber::DuplicateKey,
+                                  ErrorNumber::EmptyNotAllowed, ErrorNumber::NullKey,
+                                  ErrorNumber::TextTooLong};
+    return std::ranges::find(Refusals, number) != Refusals.end();
+}
+
+bool insert(Database& database, const TableDef& table, const Record& record)
+{
+    QStringList places;
+    for (std::size_t field = 1; field <= record.size(); ++field)
+        places += u":%1"_s.arg(field);
+    try {
+        database.Execute(
+            u"INSERT INTO %1 VALUES (%2)"_s.arg(quoted(table.name), places.join(u", "_s)), record);
+        return true;
+    } catch (const DatabaseError& error) {
+        if (!isRefusal(error.number()))
+            throw;
+        return false;
+    }
+}
+
+bool breaks(Database& database, const RuleCondition& check, const Value& value)
+{
+    const QString sql = u"SELECT 1 FROM (SELECT :1 AS %1) WHERE NOT (%2)"_s.arg(
+        quoted(check.rule.field), check.condition);
+    return !database.OpenRecordset(sql, std::span(&value, 1)).EndOfFile();
+}
+
+/// Makes Null what breaks a rule; returns how many fields that is.
+int dropRefused(Database& database, const TableDef& table, Record& record)
+{
+    int dropped = 0;
+    for (const RuleCondition& check : rulesOf(table)) {
+        const auto field = std::ranges::find(table.fields, check.rule.field, &FieldDef::name);
+        Value& value = record[static_cast<std::size_t>(field - table.fields.begin())];
+        if (!breaks(database, check, value))
+            continue;
+        value = Value();
+        ++dropped;
+    }
+    return dropped;
+}
+
+int addRecord(Database& database, const TableDef& table, Record record)
+{
+    if (insert(database, table, record))
+        return 0;
+    const int dropped = dropRefused(database, table, record);
+    return dropped > 0 && insert(database, table, record) ? dropped : 1;
+}
+
+bool isList(const TableDef& table)
+{
+    return table.name == TabellaUnita || table.name == TabellaVani;
+}
+
+int addRecords(Database& database, const TableDef& table, const std::vector<Record>& records)
+{
+    // The other tables have one record; what else is found there is out of date.
+    const std::size_t count =
+        isList(table) ? records.size() : std::min<std::size_t>(records.size(), 1);
+    int leftOut = 0;
+    for (const Record& record : std::span(records).first(count))
+        leftOut += addRecord(database, table, record);
+    return leftOut;
+}
+
+void addMissing(Database& database)
+{
+    const auto isEmpty = [&](QStringView table) { return database.openTable(table).EndOfFile(); };
+    if (isEmpty(TabellaZelto))
+        database.Execute(u"INSERT INTO %1 VALUES ('%2', NULL)"_s.arg(
+            quoted(TabellaZelto), QString::number(VersioneFormato)));
+    if (isEmpty(TabellaDatiGenerali))
+        database.Execute(u"INSERT INTO %1 DEFAULT VALUES"_s.arg(quoted(TabellaDatiGenerali)));
+    if (isEmpty(TabellaVariabili))
+        addBlankGroups(database);
+    // Without its unit no screen would show a room.
+    database.Execute(u"INSERT INTO %1 (Chiave, [Riferimento unità]) "
+                     "SELECT DISTINCT substr(Chiave, 1, 5), [Riferimento unità] FROM %2 "
+                     "WHERE substr(Chiave, 1, 5) NOT IN (SELECT Chiave FROM %1)"_s.arg(
+                         quoted(TabellaUnita), quoted(TabellaVani)));
+}
+
+} // namespace
+
+int writeSalvaged(Database& database, const SalvagedJob& job)
+{
+    Database::Transaction transaction(database);
+    int leftOut = job.broken;
+    for (const TableDef& table : jobTables()) {
+        database.appendTable(table);
+        if (const auto found = job.records.find(table.name); found != job.records.end())
+            leftOut += addRecords(database, table, found->second);
+    }
+    addMissing(database);
+    transaction.commit();
+    return leftOut;
+}
+
+} // namespace zelto::store

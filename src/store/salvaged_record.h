@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/tree_page.h"
+#include "store/value.h"
+
+#include <QStringView>
+
+#include <optional>
+#include <vector>
+
+namespace zelto::store {
+
+/// A record that a table of the job can take.
+struct TableRecord
+{
+    QStringView table;
+    std::vector<Value> values;
+};
+
+/// Whether it has the form of a unit or a room, be it readable or not.
+[[nodiscard]] bool isListed(const FoundRecord& found);
+
+/// Tells by kind, number of fields and key to which table of a job a record belongs. None when it
+/// is no record of a job, or its key is lost.
+[[nodiscard]] std::optional<TableRecord> recordOfJob(const FoundRecord& found);
+
+} // namespace zelto::store

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/context_menu.h"
+#include "shell/icons.h"
+#include "shell/status_bar.h"
+#include "shell/wheel_scroller.h"
+
+#include <QDirIterator>
+#include <QScrollBar>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::shell;
+
+namespace {
+
+void turnWheel(QTableWidget& grid, int eighths)
+{
+    const QPointF place = grid.viewport()->rect().center();
+    QWheelEvent event(place, grid.viewport()->mapToGlobal(place), {}, {0, eighths}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(grid.viewport(), &event);
+}
+
+/// Least contrast of a picture's opaque dots with a background, as WCAG defines it.
+double contrast(const QImage& picture, QColor background)
+{
+    const auto luminance = [](QColor color) {
+        const auto linear = [](double c) {
+            return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const double back = luminance(background) + 0.05;
+    double least = 21;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (const QColor color = picture.pixelColor(x, y); color.alpha() == 255) {
+                const double front = luminance(color) + 0.05;
+                least = std::min(least, front > back ? front / back : back / front);
+            }
+    return least;
+}
+
+} // namespace
+
+class TestWindowParts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void wheel_data()
+    {
+        QTest::addColumn<int>("start");
+        QTest::addColumn<QList<int>>("turns");
+        QTest::addColumn<int>("row");
+        QTest::addRow("one notch down") << 0 << QList{-120} << 3;
+        QTest::addRow("one notch up") << 50 << QList{120} << 47;
+        QTest::addRow("two notches at once") << 0 << QList{-240} << 6;
+        QTest::addRow("fine-grained") << 10 << QList{-30, -30, -30, -30} << 13;
+        QTest::addRow("less than a row") << 10 << QList{-39} << 10;
+        QTest::addRow("at the top") << 2 << QList{120} << 0;
+    }
+    void wheel()
+    {
+        QFETCH(int, start);
+        QFETCH(QList<int>, turns);
+        QTableWidget grid(100, 2);
+        new WheelScroller(&grid);
+        grid.resize(300, 300);
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        grid.verticalScrollBar()->setValue(start);
+        for (const int turn : std::as_const(turns))
+            turnWheel(grid, turn);
+        QTEST(grid.rowAt(0), "row");
+
+        grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum() - 1);
+        turnWheel(grid, -120);
+        QCOMPARE(grid.verticalScrollBar()->value(), grid.verticalScrollBar()->maximum());
+    }
+
+    void contextMenu()
+    {
+        ContextMenu menu;
+        menu.DxMouse(0).setText(u"Aggiungi"_s);
+        menu.DxMouse(3).setText(u"Elimina"_s);
+        menu.DxMouse(3).setVisible(true);
+        QTimer user;
+        user.setSingleShot(true);
+        connect(&user, &QTimer::timeout, this, [&menu] {
+            QTest::mouseClick(&menu, Qt::LeftButton, {},
+                              menu.actionGeometry(&menu.DxMouse(3)).center());
+        });
+        user.start();
+        QCOMPARE(menu.choose({}), u"3"_s);
+        user.disconnect();
+        connect(&user, &QTimer::timeout, this, [&menu] { QTest::keyClick(&menu, Qt::Key_Escape); });
+        user.start();
+        QCOMPARE(menu.choose({}), u"-1"_s);
+
+        menu.DxMouse(3).setEnabled(false);
+        menu.ResetContextMenu();
+        for (int i = 0; i < ContextMenu::EntryCount; ++i) {
+            QCOMPARE(menu.DxMouse(i).isVisible(), i == 0);
+            QVERIFY(menu.DxMouse(i).text().isEmpty());
+            QVERIFY(menu.DxMouse(i).isVisible() == false || menu.DxMouse(i).isEnabled());
+        }
+        menu.DxMouse(3).setVisible(true);
+        QVERIFY(menu.DxMouse(3).isEnabled());
+    }
+
+    void statusLine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("busy");
+        QTest::addColumn<QString>("shown");
+        QTest::addRow("empty") << QString() << false << u"Pronto"_s;
+        QTest::addRow("empty and busy") << QString() << true << u"Pronto"_s;
+        QTest::addRow("text") << u"Calcolo"_s << false << u"Calcolo"_s;
+        QTest::addRow("busy") << u"Calcolo"_s << true << u"Calcolo, Prego attendere..."_s;
+    }
+    void statusLine()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, busy);
+        StatusBar bar;
+        bar.SetStatus(text, busy);
+        QTEST(bar.findChild<ElidedLabel*>(u"Stato1"_s)->text(), "shown");
+    }
+
+    /// A path that is too long keeps its beginning and its end.
+    void jobPanel()
+    {
+        StatusBar bar;
+        auto* panel = bar.findChild<ElidedLabel*>(u"Stato3"_s);
+        bar.resize(1600, 30);
+        bar.show();
+        bar.showJob(u"/lavori/VERDI.ZLT"_s);
+        QCOMPARE(panel->shownText(), u"Codice lavoro: /lavori/VERDI.ZLT"_s);
+        bar.showJob(u'/' + u"cartella molto lunga/"_s.repeated(20) + u"VERDI.ZLT"_s);
+        QVERIFY(panel->shownText().startsWith(u"Codice lavoro: /"));
+        QVERIFY(panel->shownText().endsWith(u"VERDI.ZLT"));
+        QVERIFY(panel->fontMetrics().horizontalAdvance(panel->shownText()) <= panel->width());
+        QCOMPARE(bar.width(), 1600);
+        bar.showJob({});
+        QVERIFY(panel->text().isEmpty());
+    }
+
+    /// Every icon is drawn and can be told from a light and a dark window.
+    void iconsAreLegible_data()
+    {
+        QTest::addColumn<QString>("name");
+        QDirIterator icons(u":/zelto/icons"_s);
+        while (icons.hasNext()) {
+            icons.next();
+            QTest::addRow("%s", qPrintable(icons.fileName())) << icons.fileInfo().baseName();
+        }
+    }
+    void iconsAreLegible()
+    {
+        QFETCH(QString, name);
+        const QImage picture = icon(name).pixmap(32).toImage();
+        QVERIFY(!picture.isNull());
+        if (name == u"zelto")
+            return; // carries its own background
+        for (const QColor background : {QColor(0xef, 0xf0, 0xf1), QColor(0x23, 0x26, 0x29)})
+            QVERIFY2(contrast(picture, background) >= 3, qPrintable(background.name()));
+    }
+};
+
+QTEST_MAIN(TestWindowParts)
+#include "tst_window_parts.moc"

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/application_folder.h"
+#include "store/master_database.h"
+#include "store_fixture.h"
+#include "support/plain_user.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::store;
+using namespace zelto::test;
+
+class TestApplicationFolder : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void folders_data();
+    void folders();
+    void masterIsProvided();
+    void masterOfAnotherFolder();
+    void descriptions();
+    void unfitMasters_data();
+    void unfitMasters();
+
+private:
+    /// An installed program: PREFIX/bin and PREFIX/share/zelto with a master database.
+    static void install(const JobFolder& prefix)
+    {
+        QVERIFY(QDir().mkpath(prefix.file(u"bin"_s)));
+        QVERIFY(QDir().mkpath(prefix.file(u"share/zelto"_s)));
+        QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), prefix.file(u"share/zelto/Zelto.mdb"_s)));
+    }
+};
+
+void TestApplicationFolder::folders_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<int>("rights");
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("portable") << u"bin"_s << 0777 << u"bin"_s;
+    QTest::newRow("protected") << u"bin"_s << 0555 << u"home/zelto"_s;
+    QTest::newRow("of the system") << u"/usr/bin"_s << 0777 << u"home/zelto"_s;
+}
+
+void TestApplicationFolder::folders()
+{
+    QFETCH(QString, program);
+    QFETCH(int, rights);
+    QFETCH(QString, folder);
+    const JobFolder prefix;
+    install(prefix);
+    ::chmod(QFile::encodeName(prefix.file(u"."_s)).constData(), 0777);
+    ::chmod(QFile::encodeName(prefix.file(u"bin"_s)).constData(), static_cast<mode_t>(rights));
+    const PlainUser plain;
+    const ApplicationFolder chosen(QDir(prefix.file(u"."_s)).filePath(program),
+                                   prefix.file(u"home/zelto"_s));
+    QCOMPARE(QDir::cleanPath(chosen.path()), prefix.file(folder));
+    QVERIFY(QDir(chosen.path()).exists());
+    QCOMPARE(QDir::cleanPath(chosen.settingsPath()), prefix.file(folder + u"/Zelto.ini"_s));
+}
+
+void TestApplicationFolder::masterIsProvided()
+{
+    const JobFolder prefix;
+    install(prefix);
+    const QString delivered = prefix.file(u"share/zelto/Zelto.mdb"_s);
+    const ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
+    folder.provideMaster();
+    QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
+    // What the user did to his own stays until a newer one is delivered.
+    writeBytes(folder.masterPath(), "mine");
+    folder.provideMaster();
+    QCOMPARE(bytesOf(folder.masterPath()), "mine");
+    QFile newer(delivered);
+    QVERIFY(newer.open(QIODevice::ReadWrite));
+    QVERIFY(newer.setFileTime(QDateTime::currentDateTime().addSecs(60),
+                              QFileDevice::FileModificationTime));
+    newer.close();
+    folder.provideMaster();
+    QCOMPARE(MasterDatabase(folder.masterPath()).groupDescriptions().size(), 7);
+}
+
+void TestApplicationFolder::masterOfAnotherFolder()
+{
+    const JobFolder prefix;
+    QVERIFY(QDir().mkpath(prefix.file(u"bin"_s)));
+    const ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
+    QCOMPARE(errorOf([&] { folder.provideMaster(); }), 3024);
+    QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), folder.masterPath()));
+    QCOMPARE(errorOf([&] { folder.provideMaster(); }), 0);
+}
+
+void TestApplicationFolder::descriptions()
+{
+    const JobFolder folder;
+    const QString path = folder.file(u"Zelto.mdb"_s);
+    QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), path));
+    MasterDatabase master(path);
+    QStringList texts = master.groupDescriptions();
+    QCOMPARE(texts.size(), 7);
+    for (const QString& text : texts)
+        QVERIFY2(text.size() > 20, qPrintable(text));
+    QVERIFY(texts.first().contains(u"ambienti") && texts.last().contains(u"piano"));
+
+    master.close();
+    RawFile(path).run("UPDATE Coefficenti SET Descrizione = NULL WHERE Gruppo = 'Prospetto';"
+                      "INSERT INTO Coefficenti SELECT * FROM Coefficenti");
+    texts = master.groupDescriptions();
+    QCOMPARE(texts.size(), 11);
+    QCOMPARE(texts[3], QString());
+    QVERIFY(master.isOpen());
+}
+
+void TestApplicationFolder::unfitMasters_data()
+{
+    QTest::addColumn<QByteArray>("change");
+    QTest::addColumn<int>("error");
+    QTest::newRow("other access word") << QByteArray("PRAGMA user_version = 0") << 3031;
+    QTest::newRow("no table") << QByteArray("DROP TABLE Coefficenti") << 3078;
+    QTest::newRow("view") << QByteArray("CREATE VIEW v AS SELECT 1") << 3343;
+}
+
+void TestApplicationFolder::unfitMasters()
+{
+    QFETCH(QByteArray, change);
+    const JobFolder folder;
+    const QString path = folder.file(u"Zelto.mdb"_s);
+    QCOMPARE(errorOf([&] { const MasterDatabase master(path); }), 3024);
+    QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), path));
+    RawFile(path).run(change);
+    QTEST(errorOf([&] { (void)MasterDatabase(path).groupDescriptions(); }), "error");
+}
+
+QTEST_GUILESS_MAIN(TestApplicationFolder)
+#include "tst_application_folder.moc"

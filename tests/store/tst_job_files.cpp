@@ -1,0 +1,421 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "job_desk.h"
+#include "support/disk_limit.h"
+#include "support/plain_user.h"
+
+#include <QTest>
+
+#include <map>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::store;
+using namespace zelto::test;
+
+namespace {
+
+const std::map<QString, std::function<void(JobFiles&)>>& operations()
+{
+    static const std::map<QString, std::function<void(JobFiles&)>> all{
+        {u"new"_s, &JobFiles::NuovoLavoro},          {u"open"_s, &JobFiles::ApriLavoro},
+        {u"duplicate"_s, &JobFiles::DuplicaLavoro},  {u"delete"_s, &JobFiles::EliminaLavoro},
+        {u"compact"_s, &JobFiles::CompattaArchivio}, {u"repair"_s, &JobFiles::RiparaArchivio},
+    };
+    return all;
+}
+
+const QString Filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s;
+const QString BothFilters = Filter + u"|Database Access (*.MDB)|*.mdb"_s;
+
+const QString AskNew = u"save: Indicare codice lavoro, 12, "_s + Filter + u" in []"_s;
+const QString AskOpen = u"save: Selezionare codice lavoro, 4108, "_s + Filter + u" in []"_s;
+const QString AskSource = u"open: Selezionare Lavoro da Aprire, 4108, "_s + Filter + u" in []"_s;
+const QString AskTarget =
+    u"save: Selezionare Nuovo Nome del Lavoro, 12, "_s + Filter + u" in [%1]"_s;
+const QString AskDelete = u"save: Selezionare Lavoro da Eliminare, 4108, "_s + Filter + u" in []"_s;
+const QString AskCompact =
+    u"open: Selezionare Database da Compattare, 4108, "_s + BothFilters + u" in [%1]"_s;
+const QString AskRepair =
+    u"open: Selezionare Database da Riparare, 12, "_s + BothFilters + u" in [%1]"_s;
+const QString Incompatible =
+    u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s;
+const QString CloseWindows =
+    u"message: Chiudere finestre aperte prima di selezionale un altro lavoro"_s;
+
+QString opened(const QString& name)
+{
+    return u"job: ~/"_s + name + u"\nrecent"_s;
+}
+
+/// What stands between hourglass and pointer while the operation runs.
+QString busy(const QString& status, const QString& within = {})
+{
+    return u"hourglass\nstatus: "_s + status + u" (busy)\n"_s +
+           (within.isEmpty() ? within : within + u'\n') + u"status\npointer"_s;
+}
+
+} // namespace
+
+class TestJobFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void conversations_data();
+    void conversations();
+    void opening_data();
+    void opening();
+    void recentEntries();
+    void documentWindows_data();
+    void documentWindows();
+    void duplicateTakesCompanions();
+    void newJobIsWhole();
+    void nothingHalfMade_data();
+    void nothingHalfMade();
+    void lockedJob_data();
+    void lockedJob();
+    void readOnlyJob();
+    void anotherProgramReplacesTheJob();
+    void filesAreReopened();
+};
+
+void TestJobFiles::conversations_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<bool>("jobOpen"); // A.ZLT
+    QTest::addColumn<QStringList>("answers");
+    QTest::addColumn<QStringList>("said");
+    QTest::addColumn<QString>("openAfter");
+    const auto row = [](const char* name, const QString& operation, bool open,
+                        const QStringList& answers, const QStringList& said, const QString& after) {
+        QTest::newRow(name) << operation << open << answers << said << after;
+    };
+    const QString a = u"~/A.ZLT"_s;
+    const QString none;
+    const QString inFolder = u"~"_s;
+
+    row("new", u"new"_s, false, {u"~/nuovo.x.y"_s},
+        {AskNew, busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))},
+        u"~/nuovo.ZLT"_s);
+    row("new, cancelled", u"new"_s, false, {}, {AskNew}, none);
+    row("new, name exists", u"new"_s, false, {u"~/a"_s}, {AskNew, u"report: 3204"_s}, none);
+    row("new, no folder", u"new"_s, false, {u"~/none/x"_s},
+        {AskNew, busy(u"Creazione nuovo lavoro ~/none/x.ZLT"_s), u"report: 3024"_s}, none);
+
+    row("open", u"open"_s, true, {u"~/b.zlt"_s}, {AskOpen, u"job"_s, opened(u"B.ZLT"_s)},
+        u"~/B.ZLT"_s);
+    row("open, cancelled", u"open"_s, true, {}, {AskOpen}, a);
+    row("open, other format", u"open"_s, true, {u"~/OLD.ZLT"_s}, {AskOpen, u"job"_s, Incompatible},
+        none);
+
+    row("duplicate open job", u"duplicate"_s, true, {u"~/copia"_s},
+        {AskTarget.arg(inFolder), u"job"_s,
+         busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
+        u"~/COPIA.ZLT"_s);
+    row("duplicate chosen job", u"duplicate"_s, false, {u"~/b.zlt"_s, u"~/copia.zlt"_s},
+        {AskSource, AskTarget.arg(QString()),
+         busy(u"Duplicazione ~/B.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
+        u"~/COPIA.ZLT"_s);
+    row("duplicate, no source", u"duplicate"_s, false, {}, {AskSource}, none);
+    row("duplicate, no target", u"duplicate"_s, true, {}, {AskTarget.arg(inFolder)}, a);
+    row("duplicate, no database", u"duplicate"_s, false, {u"~/TEXT.ZLT"_s},
+        {AskSource, u"report: 3343"_s}, none);
+    row("duplicate, name exists", u"duplicate"_s, true, {u"~/b"_s},
+        {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
+    row("duplicate onto itself", u"duplicate"_s, true, {u"~/A.ZLT"_s},
+        {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
+
+    const QString confirm = u"ask: Confermi cancellazione del file ''~/%1''?"_s;
+    row("delete other", u"delete"_s, true, {u"~/b.zlt"_s}, {AskDelete, confirm.arg(u"B.ZLT"_s)}, a);
+    row("delete open job", u"delete"_s, true, {u"~/a.zlt"_s},
+        {AskDelete, confirm.arg(u"A.ZLT"_s), u"job"_s}, none);
+    row("delete, no job", u"delete"_s, true, {u"~/a.bak"_s},
+        {AskDelete, u"message: Il file selezionato non è un database ZELTO"_s}, a);
+    row("delete, cancelled", u"delete"_s, true, {}, {AskDelete}, a);
+    row("delete, missing", u"delete"_s, true, {u"~/none.zlt"_s},
+        {AskDelete, confirm.arg(u"none.zlt"_s), u"report: 3024"_s}, a);
+
+    row("compact open job", u"compact"_s, true, {u"~/a.zlt"_s},
+        {AskCompact.arg(inFolder), busy(u"Compattamento ~/A.BAK to ~/A.ZLT"_s)}, a);
+    row("compact, cancelled", u"compact"_s, true, {}, {AskCompact.arg(inFolder)}, a);
+    row("compact, no database", u"compact"_s, false, {u"~/TEXT.ZLT"_s},
+        {AskCompact.arg(QString()), busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s),
+         u"report: 3343"_s},
+        none);
+    row("repair open job", u"repair"_s, true, {u"~/a.zlt"_s},
+        {AskRepair.arg(inFolder), u"status: Riparazione database - ~/A.ZLT"_s, u"status"_s}, a);
+    row("repair, beyond repair", u"repair"_s, true, {u"~/text.zlt"_s},
+        {AskRepair.arg(inFolder), u"status: Riparazione database - ~/TEXT.ZLT"_s, u"status"_s,
+         u"report: 3049"_s},
+        a);
+    row("repair, missing", u"repair"_s, false, {u"~/none.zlt"_s},
+        {AskRepair.arg(QString()), u"status: Riparazione database - ~/none.zlt"_s, u"status"_s,
+         u"report: 3024"_s},
+        none);
+    row("repair, cancelled", u"repair"_s, true, {}, {AskRepair.arg(inFolder)}, a);
+}
+
+void TestJobFiles::conversations()
+{
+    QFETCH(QString, operation);
+    QFETCH(bool, jobOpen);
+    QFETCH(QStringList, answers);
+    QFETCH(QStringList, said);
+    JobDesk desk;
+    if (jobOpen)
+        desk.open(u"A.ZLT"_s);
+    desk.user.files = answers;
+    const QStringList before = desk.folder.names();
+    operations().at(operation)(desk.jobs);
+    QCOMPARE(desk.user.said(), said.join(u'\n'));
+    QTEST(desk.openJob(), "openAfter");
+    QVERIFY(desk.master.isOpen());
+    QCOMPARE(desk.jobs.job().isOpen(), !desk.openJob().isEmpty());
+    if (answers.isEmpty() || said.last().startsWith(u"report"))
+        QCOMPARE(desk.folder.names(), before);
+}
+
+void TestJobFiles::opening_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("error");
+    QTest::newRow("job") << u"B.ZLT"_s << 0;
+    QTest::newRow("earlier edition") << u"EARLIER.ZLT"_s << 0;
+    QTest::newRow("no database") << u"TEXT.ZLT"_s << 3343;
+    QTest::newRow("empty marker") << u"EMPTY.ZLT"_s << 3421;
+    QTest::newRow("not our tables") << u"STRANGE.ZLT"_s << 3049;
+    QTest::newRow("folder") << u"FOLDER.ZLT"_s << 3051;
+}
+
+void TestJobFiles::opening()
+{
+    QFETCH(QString, name);
+    JobDesk desk;
+    RawFile(desk.folder.newJob(u"EMPTY.ZLT"_s))
+        .run("DELETE FROM ZELTO; INSERT INTO ZELTO VALUES('','')");
+    RawFile(desk.folder.newJob(u"STRANGE.ZLT"_s)).run("ALTER TABLE Vani ADD COLUMN x");
+    QDir().mkdir(desk.path(u"FOLDER.ZLT"_s));
+    QFETCH(int, error);
+    const QString expected = error == 0 ? u"~/"_s + name : QString();
+
+    desk.open(u"A.ZLT"_s);
+    desk.recent.AggiornaRecent(desk.path(name));
+    QTEST(errorOf([&] { desk.jobs.LeggiRecent(RecentJobs::FirstEntry); }), "error");
+    QCOMPARE(desk.openJob(), expected);
+    if (name == u"EARLIER.ZLT")
+        QVERIFY(!desk.jobs.job().JobDatabase().tableNames().contains(u"Variabili"));
+
+    desk.open(u"A.ZLT"_s);
+    QTEST(errorOf([&] { desk.jobs.openGiven(desk.path(name.toLower())); }), "error");
+    QCOMPARE(desk.openJob(), expected);
+    if (error == 0)
+        QVERIFY(!desk.jobs.job().JobDatabase().openTable(TabellaVariabili).EndOfFile());
+
+    desk.open(u"A.ZLT"_s);
+    desk.user.files = QStringList{u"~/"_s + name};
+    QTEST(errorOf([&] { desk.jobs.ApriLavoro(); }), "error");
+    QCOMPARE(desk.openJob(), expected);
+    desk.jobs.chiudiLavoro();
+    QCOMPARE(desk.openJob(), QString());
+}
+
+void TestJobFiles::recentEntries()
+{
+    JobDesk desk;
+    desk.open(u"B.ZLT"_s);
+    desk.open(u"A.ZLT"_s);
+    QVERIFY(QFile::remove(desk.path(u"B.ZLT"_s)));
+    desk.jobs.LeggiRecent(RecentJobs::FirstEntry + 1);
+    QCOMPARE(desk.user.said(), u"error: Archivio < ~/B.ZLT > non trovato"_s);
+    QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
+    QCOMPARE(errorOf([&] { desk.open(u"TEXT.ZLT"_s); }), 3343);
+    QCOMPARE(desk.recent.path(RecentJobs::FirstEntry), desk.path(u"A.ZLT"_s));
+}
+
+void TestJobFiles::documentWindows_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QStringList>("answers");
+    QTest::newRow("new") << u"new"_s << QStringList{u"~/x"_s};
+    QTest::newRow("duplicate") << u"duplicate"_s << QStringList{u"~/x"_s};
+    QTest::newRow("delete") << u"delete"_s << QStringList{u"~/a.zlt"_s};
+    QTest::newRow("compact") << u"compact"_s << QStringList{u"~/b.zlt"_s};
+    QTest::newRow("repair") << u"repair"_s << QStringList{u"~/b.zlt"_s};
+}
+
+/// They close before the job does; one that refuses stops the operation.
+void TestJobFiles::documentWindows()
+{
+    QFETCH(QString, operation);
+    QFETCH(QStringList, answers);
+    JobDesk desk;
+    desk.open(u"A.ZLT"_s);
+    desk.user.hasDocuments = true;
+    desk.user.documentsClose = false;
+    desk.user.files = answers;
+    const QStringList before = desk.folder.names();
+    operations().at(operation)(desk.jobs);
+    QVERIFY(desk.user.said().endsWith(u"close documents"));
+    QCOMPARE(desk.folder.names(), before);
+    QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
+    desk.jobs.ApriLavoro();
+    QCOMPARE(desk.user.said(), CloseWindows);
+
+    desk.user.documentsClose = true;
+    desk.user.files = answers;
+    operations().at(operation)(desk.jobs);
+    QVERIFY(!desk.user.said().contains(u"report"));
+    QVERIFY(!desk.user.hasDocuments);
+    QVERIFY(desk.folder.names() != before || operation == u"repair"_s);
+}
+
+void TestJobFiles::duplicateTakesCompanions()
+{
+    JobDesk desk;
+    const QString a = desk.path(u"A.ZLT"_s);
+    RawFile(a).run("UPDATE ZELTO SET Utente='Rossi'");
+    for (const char16_t* name : {u"a.bak", u"A.html", u"A.jpeg", u"AB.TXT", u"A.ZLT-journal"})
+        writeBytes(desk.path(QString::fromUtf16(name)), QString::fromUtf16(name).toUtf8());
+    desk.user.files = QStringList{u"~/A.ZLT"_s, u"~/Nuovo.zlt"_s};
+    desk.jobs.DuplicaLavoro();
+    QCOMPARE(desk.openJob(), u"~/NUOVO.ZLT"_s);
+    QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaZelto).text(1), u"Rossi"_s);
+    QCOMPARE(desk.folder.names().filter(u"NUOVO"_s),
+             QStringList({u"NUOVO"_s, u"NUOVO.BAK"_s, u"NUOVO.JPEG"_s, u"NUOVO.ZLT"_s}));
+    QCOMPARE(bytesOf(desk.path(u"NUOVO.BAK"_s)), "a.bak");
+    QCOMPARE(bytesOf(desk.path(u"NUOVO"_s)), "A.html");
+    QCOMPARE(bytesOf(desk.path(u"NUOVO.JPEG"_s)), "A.jpeg");
+}
+
+void TestJobFiles::newJobIsWhole()
+{
+    JobDesk desk;
+    // What an engine left beside a file that is no more must not be taken for the new one's.
+    writeBytes(desk.path(u"x.ZLT-journal"_s), QByteArray(5000, 'x'));
+    desk.user.files = QStringList{u"~/x"_s};
+    desk.jobs.NuovoLavoro();
+    QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(desk.jobs.job().JobFolder(), QFileInfo(desk.path(u"x"_s)).path());
+    QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
+
+    QVERIFY(QDir().mkdir(desk.path(u"v.2"_s)));
+    desk.user.files = QStringList{u"~/v.2/lavoro"_s};
+    desk.jobs.NuovoLavoro();
+    QCOMPARE(desk.openJob(), u"~/v.ZLT"_s);
+}
+
+void TestJobFiles::nothingHalfMade_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QStringList>("answers");
+    QTest::newRow("new") << u"new"_s << QStringList{u"~/x"_s};
+    QTest::newRow("duplicate") << u"duplicate"_s << QStringList{u"~/x"_s};
+    QTest::newRow("compact") << u"compact"_s << QStringList{u"~/a.zlt"_s};
+    QTest::newRow("repair") << u"repair"_s << QStringList{u"~/a.zlt"_s};
+}
+
+/// On a full disk, and in a folder that cannot be written.
+void TestJobFiles::nothingHalfMade()
+{
+    QFETCH(QString, operation);
+    QFETCH(QStringList, answers);
+    JobDesk desk;
+    desk.open(u"A.ZLT"_s);
+    const QStringList names = desk.folder.names();
+    const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
+    const auto refused = [&](const char* errors) {
+        desk.user.files = answers;
+        operations().at(operation)(desk.jobs);
+        const QString report = desk.user.said().section(u"report: "_s, 1).section(u'\n', 0, 0);
+        QVERIFY2(QString::fromUtf8(errors).split(u' ').contains(report), qPrintable(report));
+        QCOMPARE(desk.folder.names(), names);
+        QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), before);
+        desk.jobs.chiudiLavoro();
+        desk.open(u"A.ZLT"_s);
+    };
+    {
+        const DiskLimit full(8192);
+        refused("3026 3043");
+    }
+    {
+        ::chmod(QFile::encodeName(QFileInfo(desk.path(u"x"_s)).path()).constData(), 0555);
+        const PlainUser plain;
+        refused("3051 3027");
+    }
+}
+
+void TestJobFiles::lockedJob_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::newRow("compact") << u"compact"_s;
+    QTest::newRow("delete") << u"delete"_s;
+}
+
+/// Another program is in the middle of a change.
+void TestJobFiles::lockedJob()
+{
+    QFETCH(QString, operation);
+    JobDesk desk;
+    const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
+    RawFile other(desk.path(u"A.ZLT"_s));
+    other.run("BEGIN IMMEDIATE; DELETE FROM Vani");
+    desk.user.files = QStringList{u"~/a.zlt"_s};
+    operations().at(operation)(desk.jobs);
+    QVERIFY(desk.user.said().endsWith(u"report: 3045"));
+    other.run("ROLLBACK");
+    QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), before);
+    QVERIFY(!QFile::exists(desk.path(u"A.BAK"_s)));
+}
+
+void TestJobFiles::readOnlyJob()
+{
+    JobDesk desk;
+    const QString folder = QFileInfo(desk.path(u"x"_s)).path();
+    ::chmod(QFile::encodeName(folder).constData(), 0755);
+    ::chmod(QFile::encodeName(desk.path(u"B.ZLT"_s)).constData(), 0444);
+    ::chmod(QFile::encodeName(desk.path(u"EARLIER.ZLT"_s)).constData(), 0444);
+    const PlainUser plain;
+    desk.open(u"B.ZLT"_s);
+    QCOMPARE(desk.openJob(), u"~/B.ZLT"_s);
+    QCOMPARE(errorOf([&] { desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s); }), 3027);
+    // It cannot be completed, so it does not stay open either.
+    QCOMPARE(errorOf([&] { desk.jobs.openGiven(desk.path(u"EARLIER.ZLT"_s)); }), 3027);
+    QCOMPARE(desk.openJob(), QString());
+}
+
+/// Whoever has the job open meanwhile finds out before anything of his goes to the wrong file.
+void TestJobFiles::anotherProgramReplacesTheJob()
+{
+    JobDesk desk;
+    Database other = Database::open(desk.path(u"A.ZLT"_s));
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    desk.jobs.CompattaArchivio();
+    QVERIFY(!desk.user.said().contains(u"report"));
+    const QByteArray backup = bytesOf(desk.path(u"A.BAK"_s));
+    QCOMPARE(errorOf([&] { other.Execute(u"DELETE FROM Vani"_s); }), 3027);
+    QCOMPARE(bytesOf(desk.path(u"A.BAK"_s)), backup);
+}
+
+void TestJobFiles::filesAreReopened()
+{
+    JobDesk desk;
+    desk.open(u"A.ZLT"_s);
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    desk.jobs.CompattaArchivio();
+    desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s);
+    QCOMPARE(Database::open(desk.path(u"A.ZLT"_s)).openTable(TabellaVani).RecordCount(), 0);
+    QCOMPARE(Database::open(desk.path(u"A.BAK"_s)).openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(desk.master.groupDescriptions().size(), 7);
+
+    // A job that is beyond repair does not stay open.
+    writeBytes(desk.path(u"A.ZLT"_s), "no database any more");
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    (void)desk.user.said();
+    desk.jobs.RiparaArchivio();
+    QVERIFY(desk.user.said().endsWith(u"report: 3049\njob\nreport: 3343"));
+    QCOMPARE(desk.openJob(), QString());
+    QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), "no database any more");
+}
+
+QTEST_GUILESS_MAIN(TestJobFiles)
+#include "tst_job_files.moc"

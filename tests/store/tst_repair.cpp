@@ -1,0 +1,350 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Repairing damaged copies of the example job: the rooms that come back, measured against those
+// whose bytes are still somewhere in the file.
+#include "store/job_salvage.h"
+#include "store/repair.h"
+#include "store_fixture.h"
+#include "support/property.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <functional>
+#include <random>
+#include <set>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::store;
+using namespace zelto::test;
+
+namespace {
+
+constexpr int PageSize = 4096;
+
+/// The fields of a room, in the form in which a record holds them one after the other.
+struct Room
+{
+    QByteArray key;
+    QByteArray rest; // all that follows the numbers
+
+    bool operator<(const Room& other) const
+    {
+        return std::tie(key, rest) < std::tie(other.key, other.rest);
+    }
+};
+
+std::set<Room> roomsOf(const QString& path)
+{
+    Database job = Database::open(path, OpenMode::ReadOnly);
+    TableRecordset records = job.openTable(TabellaVani);
+    std::set<Room> rooms;
+    for (; !records.EndOfFile(); records.MoveNext()) {
+        Room room{.key = records.text(0).toUtf8(), .rest = {}};
+        for (int field = 3; field < records.fieldCount(); ++field)
+            room.rest += records.text(field).toUtf8();
+        rooms.insert(room);
+    }
+    return rooms;
+}
+
+/// Key, two small numbers of at most one byte each, and the texts.
+bool isReadable(const Room& room, const QByteArray& bytes)
+{
+    for (qsizetype at = bytes.indexOf(room.key); at >= 0; at = bytes.indexOf(room.key, at + 1))
+        for (int numbers = 0; numbers <= 2; ++numbers)
+            if (bytes.mid(at + room.key.size() + numbers, room.rest.size()) == room.rest)
+                return true;
+    return false;
+}
+
+qsizetype readableIn(const QByteArray& bytes, const std::set<Room>& rooms)
+{
+    return std::ranges::count_if(rooms, [&](const Room& room) { return isReadable(room, bytes); });
+}
+
+using Damage = std::function<void(QByteArray&, std::mt19937&)>;
+
+int below(std::mt19937& random, qsizetype limit)
+{
+    return static_cast<int>(random() % static_cast<unsigned long>(limit));
+}
+
+Damage flips(int count)
+{
+    return [count](QByteArray& bytes, std::mt19937& random) {
+        for (int i = 0; i < count; ++i) {
+            char& byte = bytes[below(random, bytes.size())];
+            byte = static_cast<char>(byte ^ (1 + below(random, 255)));
+        }
+    };
+}
+
+void cutTheEnd(QByteArray& bytes, std::mt19937& random)
+{
+    bytes.truncate(bytes.size() - 1 - below(random, bytes.size() * 3 / 4));
+}
+
+Damage overwritePages(int count, char with)
+{
+    return [count, with](QByteArray& bytes, std::mt19937& random) {
+        for (int i = 0; i < count; ++i)
+            std::fill_n(bytes.begin() + below(random, bytes.size() / PageSize) * PageSize, PageSize,
+                        with);
+    };
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Damage)
+
+class TestRepair : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void roomsComeBack_data();
+    void roomsComeBack();
+    void formsOfFile_data();
+    void formsOfFile();
+    void soundFiles_data();
+    void soundFiles();
+    void lessThanAJob_data();
+    void lessThanAJob();
+    void deletedRoomsStayAway();
+    void beyondRepair_data();
+    void beyondRepair();
+    void damagedOriginalsAreKept();
+    void anyBytes();
+};
+
+void TestRepair::roomsComeBack_data()
+{
+    QTest::addColumn<Damage>("damage");
+    QTest::addColumn<int>("least"); // percentage of the readable rooms
+    QTest::newRow("1 byte changed") << flips(1) << 99;
+    QTest::newRow("20 bytes changed") << flips(20) << 99;
+    QTest::newRow("200 bytes changed") << flips(200) << 95;
+    QTest::newRow("end cut off") << Damage(cutTheEnd) << 100;
+    QTest::newRow("page of zeros") << overwritePages(1, '\0') << 100;
+    QTest::newRow("5 pages of zeros") << overwritePages(5, '\0') << 100;
+    QTest::newRow("page of 0xff") << overwritePages(1, '\xff') << 100;
+}
+
+/// Bytes of a room may be there while what tells where it begins is not.
+void TestRepair::roomsComeBack()
+{
+    QFETCH(Damage, damage);
+    const QByteArray whole = bytesOf(QStringLiteral(EXAMPLE_JOB));
+    const std::set<Room> rooms = roomsOf(QStringLiteral(EXAMPLE_JOB));
+    QCOMPARE(readableIn(whole, rooms), static_cast<qsizetype>(rooms.size()));
+    std::mt19937 random(20240518);
+    qsizetype readable = 0;
+    qsizetype back = 0;
+    for (int copy = 0; copy < 25; ++copy) {
+        const JobFolder folder;
+        const QString path = folder.file(u"LAVORO.ZLT"_s);
+        QByteArray bytes = whole;
+        damage(bytes, random);
+        writeBytes(path, bytes);
+        readable += readableIn(bytes, rooms);
+        if (errorOf([&] { repair(path); }) == 0) {
+            back += std::ranges::count_if(roomsOf(path),
+                                          [&](const Room& room) { return rooms.contains(room); });
+        } else {
+            QCOMPARE(readableIn(bytes, rooms), 0);
+            QCOMPARE(bytesOf(path), bytes);
+        }
+    }
+    qInfo("%lld rooms back, %lld still readable", static_cast<long long>(back),
+          static_cast<long long>(readable));
+    QFETCH(int, least);
+    QVERIFY(back * 100 >= readable * least);
+}
+
+void TestRepair::formsOfFile_data()
+{
+    QTest::addColumn<QByteArray>("form");
+    QTest::newRow("512") << QByteArray("PRAGMA page_size=512; VACUUM");
+    QTest::newRow("65536") << QByteArray("PRAGMA page_size=65536; VACUUM");
+    QTest::newRow("auto-vacuum") << QByteArray("PRAGMA auto_vacuum=FULL; VACUUM");
+    QTest::newRow("numbered rooms")
+        << QByteArray("CREATE TABLE v AS SELECT * FROM Vani; DROP TABLE Vani;"
+                      "ALTER TABLE v RENAME TO Vani; CREATE UNIQUE INDEX i ON Vani (Chiave)");
+}
+
+/// The list of tables is lost, and the memos take many pages.
+void TestRepair::formsOfFile()
+{
+    QFETCH(QByteArray, form);
+    const JobFolder folder;
+    const QString path = folder.file(u"LAVORO.ZLT"_s);
+    QVERIFY(QFile::copy(QStringLiteral(EXAMPLE_JOB), path));
+    RawFile(path).run(form);
+    QByteArray bytes = bytesOf(path);
+    writeBytes(path, bytes.replace(100, 8, QByteArray(8, '\xff')));
+    const RepairResult result = repair(path);
+    QCOMPARE(result.leftOut, 0);
+    QCOMPARE(roomsOf(path).size(), roomsOf(QStringLiteral(EXAMPLE_JOB)).size());
+    Database job = Database::open(path);
+    Database example = Database::open(QStringLiteral(EXAMPLE_JOB), OpenMode::ReadOnly);
+    QCOMPARE(job.openTable(TabellaDatiGenerali).text(5),
+             example.openTable(TabellaDatiGenerali).text(5));
+    for (int group = 0; group < 7; ++group)
+        QCOMPARE(job.openTable(TabellaVariabili).text(group),
+                 example.openTable(TabellaVariabili).text(group));
+}
+
+void TestRepair::soundFiles_data()
+{
+    QTest::addColumn<QByteArray>("change");
+    QTest::addColumn<bool>("damaged");
+    QTest::addColumn<QString>("room");
+    const QByteArray loose =
+        "CREATE TABLE v AS SELECT * FROM Vani; DROP TABLE Vani;"
+        "ALTER TABLE v RENAME TO Vani; CREATE UNIQUE INDEX i ON Vani (Chiave);";
+    QTest::newRow("job") << QByteArray("UPDATE Vani SET Ambiente='Bagno'") << false << u"Bagno"_s;
+    QTest::newRow("other database") << QByteArray("DROP TABLE ZELTO") << false << u""_s;
+    QTest::newRow("other format") << QByteArray(loose + "UPDATE ZELTO SET Versione='1997'") << false
+                                  << u""_s;
+    QTest::newRow("broken text") << QByteArray("UPDATE Vani SET Ambiente=CAST(x'4261ff' AS TEXT)")
+                                 << true << u"Ba\ufffd"_s;
+    QTest::newRow("text too long")
+        << QByteArray(loose + "UPDATE Vani SET Ambiente='sedici caratteri', Prospetto='1'") << true
+        << u""_s;
+    QTest::newRow("no coefficients") << QByteArray("DROP TABLE Variabili") << false << u""_s;
+    QTest::newRow("no general data") << QByteArray("DROP TABLE [Dati Generali]") << true << u""_s;
+    QTest::newRow("view") << QByteArray("CREATE VIEW v AS SELECT 1") << true << u""_s;
+    QTest::newRow("no marker") << QByteArray("DELETE FROM ZELTO") << true << u""_s;
+}
+
+void TestRepair::soundFiles()
+{
+    QFETCH(QByteArray, change);
+    QFETCH(bool, damaged);
+    QFETCH(QString, room);
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    RawFile(path).run(change);
+    const RepairResult result = repair(path);
+    QCOMPARE(!result.damagedOriginal.isEmpty(), damaged);
+    QCOMPARE(folder.names().size(), damaged ? 2 : 1);
+    Database database = Database::open(path);
+    QCOMPARE(database.openTable(TabellaVani).text(3), room);
+    if (damaged) {
+        QCOMPARE(database.openTable(TabellaZelto).text(0), u"2009"_s);
+        QCOMPARE(database.openTable(TabellaDatiGenerali).RecordCount(), 1);
+        QCOMPARE(database.openTable(TabellaVariabili).text(6), u" "_s);
+        QCOMPARE(result.units, 1);
+    }
+}
+
+void TestRepair::lessThanAJob_data()
+{
+    QTest::addColumn<QByteArray>("change");
+    QTest::addColumn<QString>("units");
+    QTest::addColumn<QString>("rooms");
+    QTest::newRow("rooms without unit")
+        << QByteArray("DELETE FROM [Unità immobiliari]; INSERT INTO Vani (Chiave, [Riferimento "
+                      "unità], Posizione) VALUES ('    3    2', 3, 2)")
+        << u"    1,    3"_s << u"    1    1,    3    2"_s;
+    QTest::newRow("keys lost")
+        << QByteArray("UPDATE Vani SET Chiave='x'; UPDATE [Unità immobiliari] SET Chiave='y'")
+        << u"    1"_s << u"    1    1"_s;
+    QTest::newRow("numbers lost") << QByteArray(
+                                         "UPDATE Vani SET [Riferimento unità]=-9, Posizione=NULL")
+                                  << u"    1"_s << u"    1    1"_s;
+    QTest::newRow("key and number lost")
+        << QByteArray("UPDATE Vani SET Chiave='x', Posizione=0") << u"    1"_s << u""_s;
+}
+
+void TestRepair::lessThanAJob()
+{
+    QFETCH(QByteArray, change);
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    RawFile(path).run(change + "; DROP TABLE [Dati Generali]");
+    repair(path);
+    Database job = Database::open(path);
+    const auto keys = [&](QStringView table) {
+        QStringList found;
+        for (TableRecordset records = job.openTable(table); !records.EndOfFile();
+             records.MoveNext())
+            found += records.text(0);
+        return found.join(u',');
+    };
+    QTEST(keys(TabellaUnita), "units");
+    QTEST(keys(TabellaVani), "rooms");
+}
+
+/// Their pages are still in the file.
+void TestRepair::deletedRoomsStayAway()
+{
+    const JobFolder folder;
+    const QString path = folder.file(u"LAVORO.ZLT"_s);
+    QVERIFY(QFile::copy(QStringLiteral(EXAMPLE_JOB), path));
+    RawFile(path).run("PRAGMA secure_delete=OFF; DELETE FROM Vani WHERE Chiave > '    3'");
+    const std::set<Room> all = roomsOf(QStringLiteral(EXAMPLE_JOB));
+    const std::set<Room> left = roomsOf(path);
+    QByteArray bytes = bytesOf(path);
+    QVERIFY(readableIn(bytes, all) > static_cast<qsizetype>(left.size()));
+    writeBytes(path, bytes.replace(100, 8, QByteArray(8, '\xff')));
+    repair(path);
+    QCOMPARE(roomsOf(path).size(), left.size());
+}
+
+void TestRepair::beyondRepair_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("error");
+    QTest::newRow("empty") << QByteArray() << 3049;
+    QTest::newRow("text") << QByteArray(9000, 'x') << 3049;
+    QTest::newRow("head of a job") << bytesOf(QStringLiteral(EXAMPLE_JOB)).left(PageSize) << 3049;
+}
+
+void TestRepair::beyondRepair()
+{
+    QFETCH(QByteArray, bytes);
+    const JobFolder folder;
+    const QString path = folder.file(u"LAVORO.ZLT"_s);
+    writeBytes(path, bytes);
+    QTEST(errorOf([&] { repair(path); }), "error");
+    QCOMPARE(bytesOf(path), bytes);
+    QCOMPARE(folder.names().size(), 1);
+}
+
+void TestRepair::damagedOriginalsAreKept()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob(u"lavoro.zlt"_s);
+    // The engine does not even look at the changes that wait beside such a file.
+    QByteArray bytes = bytesOf(path).replace(0, 8, QByteArray(8, '\xff'));
+    for (const QString& name : {u"LAVORO.DAN"_s, u"LAVORO-1.DAN"_s}) {
+        writeBytes(path, bytes);
+        writeBytes(path + u"-journal"_s, "waiting");
+        QCOMPARE(repair(path).damagedOriginal, folder.file(name));
+        QCOMPARE(bytesOf(folder.file(name)), bytes);
+        QCOMPARE(bytesOf(folder.file(name) + u"-journal"_s), "waiting");
+        QVERIFY(!QFile::exists(path + u"-journal"_s));
+        bytes[1] = '\1';
+    }
+    QCOMPARE(Database::open(path).openTable(TabellaVani).RecordCount(), 1);
+}
+
+/// Nothing in a damaged file is trusted.
+void TestRepair::anyBytes()
+{
+    const QByteArray whole = bytesOf(QStringLiteral(EXAMPLE_JOB));
+    QVERIFY(holds("salvage reads any bytes", [&](unsigned int seed) {
+        std::mt19937 random(seed);
+        QByteArray bytes = whole;
+        flips(1 + below(random, 3000))(bytes, random);
+        if (seed % 2 == 0)
+            cutTheEnd(bytes, random);
+        for (const auto& [table, records] : salvage(bytes).records)
+            RC_ASSERT(records.size() < 2000U);
+    }));
+}
+
+QTEST_GUILESS_MAIN(TestRepair)
+#include "tst_repair.moc"

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Dialogs that answer by script and note what they showed.
+#pragma once
+
+#include "shell/dialogs.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace zelto::test {
+
+/// Every dialog shown becomes a line; an unscripted file dialog is cancelled.
+class ScriptedDialogs : public shell::Dialogs
+{
+public:
+    QStringList files; ///< what the next file dialogs give
+    bool answer = true;
+
+    /// The lines since the last call.
+    [[nodiscard]] QString shown() { return std::exchange(m_lines, {}).join(u'\n'); }
+
+    QString chooseFile(QWidget* /*parent*/, const store::FileDialogRequest& request) override
+    {
+        m_lines << QStringLiteral("file: ") + request.title;
+        return files.isEmpty() ? QString() : files.takeFirst();
+    }
+    bool askYesNo(QWidget* /*parent*/, const QString& question) override
+    {
+        m_lines << QStringLiteral("question: ") + question;
+        return answer;
+    }
+    void showMessage(QWidget* /*parent*/, const QString& text) override
+    {
+        m_lines << QStringLiteral("message: ") + text;
+    }
+    void showError(QWidget* /*parent*/, const QString& text) override
+    {
+        m_lines << QStringLiteral("error: ") + text;
+    }
+    void showAbout(QWidget* /*parent*/) override { m_lines << QStringLiteral("about"); }
+    void setUpPrinter(QWidget* /*parent*/, QPrinter& /*printer*/) override
+    {
+        m_lines << QStringLiteral("printer");
+    }
+
+private:
+    QStringList m_lines;
+};
+
+} // namespace zelto::test

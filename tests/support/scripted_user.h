@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A user who answers dialogs from a script, and remembers the whole conversation.
+#pragma once
+
+#include "store/database_error.h"
+#include "store/main_window_services.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace zelto::test {
+
+/// Every call becomes a line; paths below the folder are written with "~".
+class ScriptedUser : public store::MainWindowServices
+{
+public:
+    explicit ScriptedUser(QString folder) : m_folder(std::move(folder)) {}
+
+    /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
+    QStringList files;
+    bool saysYes = true;
+    bool hasDocuments = false;
+    bool documentsClose = true;
+
+    /// The conversation since the last call.
+    [[nodiscard]] QString said() { return std::exchange(m_lines, {}).join(u'\n'); }
+
+    QString ShowFileDialog(const store::FileDialogRequest& request) override
+    {
+        const bool saving = request.kind == store::FileDialogRequest::Kind::Save;
+        say(saving ? u"save" : u"open",
+            QStringLiteral("%1, %2, %3 in [%4]")
+                .arg(request.title, QString::number(request.flags), request.filter,
+                     request.initialFolder + request.defaultName));
+        return files.isEmpty() ? QString() : files.takeFirst().replace(u'~', m_folder);
+    }
+    bool askYesNo(const QString& question) override
+    {
+        say(u"ask", question);
+        return saysYes;
+    }
+    void showMessage(const QString& text) override { say(u"message", text); }
+    void showError(const QString& text) override { say(u"error", text); }
+    void ReportError(const std::exception& error) override
+    {
+        const auto* const known = dynamic_cast<const store::DatabaseError*>(&error);
+        say(u"report", known == nullptr ? QString::fromUtf8(error.what())
+                                        : QString::number(static_cast<int>(known->number())));
+    }
+    void SetStatus(const QString& text, bool busy) override
+    {
+        say(u"status", text + (busy ? QStringLiteral(" (busy)") : QString()));
+    }
+    void BeginBusy() override { say(u"hourglass", {}); }
+    void EndBusy() override { say(u"pointer", {}); }
+    void showJob(const QString& path) override { say(u"job", path); }
+    void showRecentJobs() override { say(u"recent", {}); }
+    [[nodiscard]] bool HasDocumentWindows() const override { return hasDocuments; }
+    bool closeDocumentWindows() override
+    {
+        if (hasDocuments)
+            say(u"close documents", {});
+        hasDocuments = hasDocuments && !documentsClose;
+        return !hasDocuments;
+    }
+
+private:
+    void say(QStringView what, QString about)
+    {
+        about.replace(m_folder, QStringLiteral("~"));
+        m_lines += about.isEmpty() ? what.toString() : QStringLiteral("%1: %2").arg(what, about);
+    }
+
+    QString m_folder;
+    QStringList m_lines;
+};
+
+} // namespace zelto::test

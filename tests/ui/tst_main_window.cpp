@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The window itself: start, end, titles, recent entries, panels, dropped files.
+#include "ui/window_fixture.h"
+
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QMdiSubWindow>
+#include <QMimeData>
+#include <QPrinterInfo>
+#include <QSignalSpy>
+#include <QToolBar>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::shell;
+using zelto::test::Installation;
+using zelto::test::ScriptedDialogs;
+using zelto::test::Session;
+
+namespace {
+
+/// A screen that the user does not want to leave.
+class StubbornScreen : public QWidget
+{
+protected:
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+/// Whether the window takes what is dropped.
+bool drop(MainWindow& window, const QList<QUrl>& urls)
+{
+    QMimeData data;
+    data.setUrls(urls);
+    QDragEnterEvent enter(window.rect().center(), Qt::CopyAction, &data, Qt::LeftButton,
+                          Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &enter);
+    if (!enter.isAccepted())
+        return false;
+    QDropEvent event(window.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &event);
+    return true;
+}
+
+void write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+} // namespace
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void firstStart()
+    {
+        const Installation installation;
+        Session session(installation);
+        QCOMPARE(session.title(), u"Zelto 2011 - v. 5.0.0"_s);
+        session.verifyIdle({});
+        for (int k = 12; k <= 16; ++k)
+            QVERIFY(!session.entry(k).isVisible());
+        for (const QAction* button : session.window().findChild<QToolBar*>()->actions())
+            QVERIFY(!button->isEnabled());
+        QVERIFY(session.dialogs.shown().isEmpty());
+    }
+
+    void withoutMasterDatabase_data()
+    {
+        QTest::addColumn<bool>("exists");
+        QTest::addRow("missing") << false;
+        QTest::addRow("unreadable") << true;
+    }
+    void withoutMasterDatabase()
+    {
+        QFETCH(bool, exists);
+        const Installation installation;
+        QVERIFY(QFile::remove(installation.program(u"Zelto.mdb"_s)));
+        if (exists)
+            write(installation.program(u"Zelto.mdb"_s), "no database");
+        ScriptedDialogs dialogs;
+        QVERIFY(!installation.start(dialogs));
+        const QString shown = dialogs.shown();
+        QVERIFY(shown.startsWith(u"error: Zelto non può essere avviato.\n\n"));
+        QVERIFY(shown.contains(u"Zelto.mdb"));
+    }
+
+    void menuEntries()
+    {
+        const Installation installation;
+        Session session(installation);
+        QStringList captions;
+        for (int k = 3; k <= 18; ++k)
+            captions << (session.entry(k).isSeparator() ? u"-"_s : session.entry(k).text());
+        QCOMPARE(captions.join(u'|'),
+                 u"&Nuovo ...|&Apri ...|&Duplica ...|&Elimina ...|-|Compattamento archivio|"
+                 "Riparazione archivio|-|Imposta stampante ...|-|&1 |&2 |&3 |&4 |-|Uscita"_s);
+    }
+
+    /// What the settings say is shown, what is shown is written back.
+    void recentEntries()
+    {
+        const Installation installation;
+        const QString settings = installation.program(u"Zelto.ini"_s);
+        write(settings, "[Main]\nFile1 = /a & b/A.ZLT\nFile2 =\nFile3 = /C.ZLT\n");
+        Session session(installation);
+        QCOMPARE(session.entry(13).text(), u"&1 /a && b/A.ZLT"_s);
+        QCOMPARE(session.entry(15).text(), u"&3 /C.ZLT"_s);
+        for (int k = 12; k <= 16; ++k)
+            QCOMPARE(session.entry(k).isVisible(), k == 12 || k == 13 || k == 15);
+
+        const QString job = installation.newJob(u"D.ZLT"_s);
+        session.application().open(job);
+        session.choose(FileEntry::Uscita);
+        QVERIFY(!session.window().isVisible());
+        const zelto::store::Settings written(settings);
+        const QStringList expected{job, u"/a & b/A.ZLT"_s, {}, u"/C.ZLT"_s};
+        for (int n = 1; n <= 4; ++n)
+            QCOMPARE(written.LeggiIni(u"Main"_s, u"File%1"_s.arg(n)), expected.at(n - 1));
+    }
+
+    void placeIsRemembered()
+    {
+        const Installation installation;
+        {
+            Session session(installation);
+            session.window().setGeometry(40, 50, 640, 480);
+            session.window().close();
+        }
+        Session session(installation);
+        QCOMPARE(session.window().geometry(), QRect(40, 50, 640, 480));
+    }
+
+    /// A maximised document window leaves the title alone; one that stays open keeps the program
+    /// running.
+    void documentWindows()
+    {
+        const Installation installation;
+        Session session(installation);
+        const QString job = installation.newJob(u"A.ZLT"_s);
+        session.application().open(job);
+        auto* screen = new StubbornScreen;
+        screen->setWindowTitle(u"Parametri"_s);
+        QMdiSubWindow& frame = session.window().addDocumentWindow(screen);
+        frame.showMaximized();
+        QCoreApplication::processEvents();
+        QVERIFY(session.window().HasDocumentWindows());
+        session.verifyIdle(job);
+
+        session.choose(FileEntry::Uscita);
+        QVERIFY(session.window().isVisible());
+        session.dialogs.files = {job};
+        session.choose(FileEntry::Elimina);
+        QVERIFY(QFile::exists(job));
+        session.verifyIdle(job);
+        delete screen;
+    }
+
+    void busyPointerNests()
+    {
+        const Installation installation;
+        Session session(installation);
+        MainWindow& window = session.window();
+        window.BeginBusy();
+        window.BeginBusy();
+        window.EndBusy();
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        window.EndBusy();
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
+    void hintsKeepThePanels()
+    {
+        const Installation installation;
+        Session session(installation);
+        session.application().open(installation.newJob(u"A.ZLT"_s));
+        QMenuBar* bar = session.window().menuBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {},
+                          bar->actionGeometry(bar->actions().constFirst()).center());
+        QTest::keyClick(&session.window().menuFile(), Qt::Key_Down);
+        QVERIFY(!session.panel(2).isEmpty());
+        QVERIFY(session.window().findChild<QLabel*>(u"Stato3"_s)->isVisible());
+        QTest::keyClick(&session.window().menuFile(), Qt::Key_Escape);
+    }
+
+    void dropsOfFiles()
+    {
+        const Installation installation;
+        Session session(installation);
+        const QString job = installation.newJob(u"verdi.zlt"_s);
+        const QUrl url = QUrl::fromLocalFile(job);
+        QVERIFY(!drop(session.window(), {url, url}));
+        QVERIFY(!drop(session.window(), {QUrl::fromLocalFile(u"/etc/passwd"_s)}));
+        QVERIFY(!drop(session.window(), {QUrl(u"https://example.org/a.zlt"_s)}));
+        QVERIFY(drop(session.window(), {url}));
+        QTRY_COMPARE(session.application().jobFiles().JobPath(), job);
+        session.verifyIdle(job);
+
+        QVERIFY(drop(session.window(), {QUrl::fromLocalFile(installation.job(u"no.zlt"_s))}));
+        QCoreApplication::processEvents();
+        QCOMPARE(session.dialogs.shown(),
+                 u"error: Archivio < %1 > non trovato"_s.arg(installation.job(u"no.zlt"_s)));
+        session.verifyIdle(job);
+    }
+
+    void otherDialogs()
+    {
+        const Installation installation;
+        Session session(installation);
+        session.choose(FileEntry::ImpostaStampante);
+        QCOMPARE(session.dialogs.shown(), QPrinterInfo::availablePrinterNames().isEmpty()
+                                              ? u"message: Nessuna stampante installata"_s
+                                              : u"printer"_s);
+        emit session.window().aboutRequested();
+        QCOMPARE(session.dialogs.shown(), u"about"_s);
+    }
+
+    void shortcuts()
+    {
+        const Installation installation;
+        Session session(installation);
+        session.window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&session.window()));
+        QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+N"_s));
+        QCOMPARE(session.dialogs.shown(), u"file: Indicare codice lavoro"_s);
+        QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+O"_s));
+        QCOMPARE(session.dialogs.shown(), u"file: Selezionare codice lavoro"_s);
+        QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+Q"_s));
+        QVERIFY(!session.window().isVisible());
+    }
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_main_window.moc"

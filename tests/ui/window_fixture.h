@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The whole program in a folder of its own, driven through its real menus.
+#pragma once
+
+#include "shell/application.h"
+#include "shell/file_menu.h"
+#include "shell/status_bar.h"
+#include "support/scripted_dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMenuBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace zelto::test {
+
+/// A program folder with the master database, beside a folder "lavori" of jobs.
+class Installation
+{
+public:
+    Installation()
+    {
+        QDir(m_folder.path()).mkpath(QStringLiteral("bin"));
+        QDir(m_folder.path()).mkpath(QStringLiteral("lavori"));
+        QFile::copy(QStringLiteral(MASTER), program(QStringLiteral("Zelto.mdb")));
+    }
+    [[nodiscard]] QString program(const QString& name) const
+    {
+        return m_folder.filePath(QStringLiteral("bin/") + name);
+    }
+    [[nodiscard]] QString job(const QString& name) const
+    {
+        return m_folder.filePath(QStringLiteral("lavori/") + name);
+    }
+    /// A copy of the example.
+    [[nodiscard]] QString newJob(const QString& name) const
+    {
+        QFile::copy(QStringLiteral(EXAMPLE_JOB), job(name));
+        return job(name);
+    }
+    [[nodiscard]] QStringList jobs() const
+    {
+        return QDir(job({})).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    /// Nothing when the start fails.
+    [[nodiscard]] std::unique_ptr<shell::Application> start(shell::Dialogs& dialogs) const
+    {
+        return shell::Application::start(program({}), m_folder.filePath(QStringLiteral("user")),
+                                         dialogs);
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// A started program and a user at its window.
+class Session
+{
+public:
+    explicit Session(const Installation& installation) : m_application(installation.start(dialogs))
+    {
+        if (!m_application)
+            qFatal("%s", qPrintable(dialogs.shown()));
+        m_application->show();
+        if (!QTest::qWaitForWindowExposed(&window()))
+            qFatal("the window does not appear");
+    }
+
+    [[nodiscard]] shell::Application& application() { return *m_application; }
+    [[nodiscard]] shell::MainWindow& window() { return m_application->window(); }
+    [[nodiscard]] QAction& entry(int index) { return window().menuFile().VoceFile(index); }
+
+    /// Clicks an entry of the File menu with the mouse.
+    void choose(int index)
+    {
+        QMenu& menu = window().menuFile();
+        QMenuBar* bar = window().menuBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu.menuAction()).center());
+        if (!menu.isVisible() || !entry(index).isVisible())
+            qFatal("entry %d is not there to be clicked", index);
+        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&entry(index)).center());
+    }
+    void choose(shell::FileEntry index) { choose(static_cast<int>(index)); }
+
+    /// What a panel of the status bar says, 1 to 3.
+    [[nodiscard]] QString panel(int number)
+    {
+        return window().findChild<QLabel*>(QStringLiteral("Stato%1").arg(number))->text();
+    }
+    [[nodiscard]] QString title() { return window().windowTitle(); }
+
+    /// Nothing is going on and the window shows which job is open.
+    void verifyIdle(const QString& job)
+    {
+        QCOMPARE(panel(1), QStringLiteral("Pronto"));
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        QCOMPARE(m_application->jobFiles().JobPath(), job);
+        QCOMPARE(panel(3), job.isEmpty() ? job : QStringLiteral("Codice lavoro: ") + job);
+        if (!job.isEmpty())
+            QCOMPARE(title(), QStringLiteral("Zelto 2009 - ") + job);
+        else
+            QVERIFY(!title().contains(u" - /"));
+    }
+
+    ScriptedDialogs dialogs;
+
+private:
+    std::unique_ptr<shell::Application> m_application;
+};
+
+} // namespace zelto::test
