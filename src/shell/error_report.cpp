@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/error_report.h"
 
-#include "print/print_error.h"
-#include "store/database_error.h"
+#include "text/error.h"
 
 #include <new>
 
@@ -19,10 +18,8 @@ struct Report
 Report reportOf(const std::exception& error)
 {
     constexpr int OutOfMemory = 7;
-    if (const auto* database = dynamic_cast<const store::DatabaseError*>(&error))
-        return {database->description(), static_cast<int>(database->number())};
-    if (const auto* print = dynamic_cast<const print::PrintError*>(&error))
-        return {print->description(), static_cast<int>(print->number())};
+    if (const auto* known = dynamic_cast<const text::Error*>(&error))
+        return {known->description(), known->code()};
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
         return {QStringLiteral("Memoria esaurita"), OutOfMemory};
     return {QString::fromUtf8(error.what())};

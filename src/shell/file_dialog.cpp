@@ -41,8 +41,6 @@ std::unique_ptr<QFileDialog> makeFileDialog(QWidget* parent, const FileDialogReq
     const bool saves = request.kind == FileDialogRequest::Kind::Save && !mustExist;
     const QString folder = existing({request.initialFolder, fallbackFolder});
     auto dialog = std::make_unique<QFileDialog>(parent, request.title, folder);
-    constexpr QSize RoomForDates(860, 520);
-    dialog->resize(RoomForDates);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog->setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/main_window.h"
 
-#include "shell/context_menu.h"
 #include "shell/dialogs.h"
 #include "shell/error_report.h"
 #include "shell/file_menu.h"
 #include "shell/icons.h"
 #include "shell/status_bar.h"
 #include "shell/toolbar.h"
+#include "widgets/context_menu.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -37,7 +37,7 @@ QString draggedJob(const QMimeData* data)
 
 MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
     : m_recentJobs(recentJobs), m_dialogs(dialogs), m_menuFile(new FileMenu(this)),
-      m_contextMenu(new ContextMenu(this)), m_stato(new StatusBar(this)),
+      m_contextMenu(new widgets::ContextMenu(this)), m_stato(new StatusBar(this)),
       m_documents(new QMdiArea(this))
 {
     setObjectName(QStringLiteral("Main"));

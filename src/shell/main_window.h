@@ -12,9 +12,12 @@ namespace zelto::store {
 class RecentJobs;
 } // namespace zelto::store
 
+namespace zelto::widgets {
+class ContextMenu;
+} // namespace zelto::widgets
+
 namespace zelto::shell {
 
-class ContextMenu;
 class Dialogs;
 class FileMenu;
 class StatusBar;
@@ -31,7 +34,7 @@ public:
 
     [[nodiscard]] FileMenu& menuFile() { return *m_menuFile; }
     /// The context menu that the grids share.
-    [[nodiscard]] ContextMenu& mnuDxMouse() { return *m_contextMenu; }
+    [[nodiscard]] widgets::ContextMenu& mnuDxMouse() { return *m_contextMenu; }
 
     /// The window's title, whatever document windows make of it.
     void setTitle(const QString& title);
@@ -73,7 +76,7 @@ private:
     Dialogs& m_dialogs;
     QString m_title;
     FileMenu* m_menuFile;
-    ContextMenu* m_contextMenu;
+    widgets::ContextMenu* m_contextMenu;
     StatusBar* m_stato;
     QMdiArea* m_documents;
 };

@@ -125,6 +125,12 @@ std::optional<Varint> varintAt(Bytes bytes, std::size_t offset)
     return number;
 }
 
+bool describesRecord(Bytes payload, std::uint64_t payloadLength)
+{
+    const std::optional<Header> header = readHeader(payload);
+    return header && header->recordLength == payloadLength;
+}
+
 std::optional<RecordFields> readFields(Bytes payload, std::uint64_t payloadLength,
                                        TextEncoding encoding)
 {

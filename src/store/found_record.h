@@ -27,6 +27,9 @@ struct RecordFields
     bool whole = true;
 };
 
+/// Whether what the payload begins with describes a record of that length.
+[[nodiscard]] bool describesRecord(Bytes payload, std::uint64_t payloadLength);
+
 /// Reads a record of which the payload is all, or the beginning, of payloadLength bytes. None when
 /// it contradicts itself.
 [[nodiscard]] std::optional<RecordFields> readFields(Bytes payload, std::uint64_t payloadLength,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/job_salvage.h"
 
+#include "store/overflow_reader.h"
 #include "store/salvaged_record.h"
 
 #include <algorithm>
@@ -64,9 +65,10 @@ void take(const TreePage& page, SalvagedJob& job)
 
 SalvagedJob salvageFrom(const PageImage& image)
 {
+    OverflowReader overflow(image);
     std::vector<TreePage> pages;
     for (std::uint32_t number = 1; number <= image.pageCount(); ++number)
-        pages.emplace_back(image, number);
+        pages.emplace_back(number, overflow);
     SalvagedJob job;
     for (const std::uint32_t number : pagesInOrder(image, pages))
         take(pages[number - 1], job);

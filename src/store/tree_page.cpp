@@ -2,6 +2,7 @@
 #include "store/tree_page.h"
 
 #include "store/found_record.h"
+#include "store/overflow_reader.h"
 
 #include <algorithm>
 #include <utility>
@@ -71,40 +72,22 @@ std::uint64_t localLength(std::uint64_t length, std::size_t usable, bool keyed)
     return fitting <= most ? fitting : least;
 }
 
-/// The payload that begins on the page, as far as its overflow pages can be followed.
-std::vector<std::uint8_t> payloadAt(const PageImage& image, Bytes page, std::size_t offset,
-                                    std::uint64_t length, bool keyed)
-{
-    const std::uint64_t local = localLength(length, image.usableSize(), keyed);
-    if (offset > page.size() || local > page.size() - offset)
-        return {};
-    const Bytes first = page.subspan(offset, local);
-    std::vector<std::uint8_t> payload(first.begin(), first.end());
-    std::uint64_t next = numberAt(page, offset + local, 4).value_or(0);
-    // The length bounds the loop even when the pages form a circle.
-    while (payload.size() < length) {
-        const Bytes overflow = image.page(next);
-        if (overflow.size() <= 4)
-            break;
-        const Bytes content = overflow.subspan(4);
-        const auto piece = content.first(std::min(content.size(), length - payload.size()));
-        payload.insert(payload.end(), piece.begin(), piece.end());
-        next = numberAt(overflow, 0, 4).value_or(0);
-    }
-    return payload;
-}
-
 } // namespace
 
-TreePage::TreePage(const PageImage& image, std::uint32_t number)
+TreePage::TreePage(std::uint32_t number, OverflowReader& overflow)
 {
-    const Bytes page = image.page(number);
+    const Bytes page = overflow.image().page(number);
     const std::size_t start = number == 1 ? PageImage::HeaderSize : 0;
     m_kind = numberAt(page, start, 1).value_or(0);
     if (isInner(m_kind))
         readInner(page, start);
-    if (m_kind == KeyedInner || m_kind == KeyedLeaf || m_kind == NumberedLeaf)
-        readCells(image, page, start);
+    if (isKeyed() || m_kind == NumberedLeaf)
+        readCells(page, start, overflow);
+}
+
+bool TreePage::isKeyed() const
+{
+    return m_kind == KeyedInner || m_kind == KeyedLeaf;
 }
 
 void TreePage::readInner(Bytes page, std::size_t start)
@@ -118,36 +101,49 @@ void TreePage::readInner(Bytes page, std::size_t start)
     add(start + LastChildAt);
 }
 
-void TreePage::readCells(const PageImage& image, Bytes page, std::size_t start)
+void TreePage::readCells(Bytes page, std::size_t start, OverflowReader& overflow)
 {
     for (const std::size_t cell : cellsOf(page, start, m_kind))
-        readCell(image, page, cell + (m_kind == KeyedInner ? ChildSize : 0));
+        readCell(page, cell + (m_kind == KeyedInner ? ChildSize : 0), overflow);
     // The page contradicts itself, and how many records it had is anybody's guess.
     if (m_broken > static_cast<int>(m_records.size()))
         m_broken = 1;
 }
 
-void TreePage::readCell(const PageImage& image, Bytes page, std::size_t offset)
+void TreePage::readCell(Bytes page, std::size_t offset, OverflowReader& overflow)
 {
-    const bool keyed = m_kind != NumberedLeaf;
     const std::optional<Varint> length = varintAt(page, offset);
-    const std::optional<Varint> rowNumber = keyed    ? Varint{}
-                                            : length ? varintAt(page, offset + length->length)
-                                                     : std::nullopt;
+    std::optional<Varint> rowNumber = Varint{};
+    if (length && !isKeyed())
+        rowNumber = varintAt(page, offset + length->length);
     std::optional<RecordFields> fields;
     if (length && rowNumber && length->value <= LongestPayload) {
         const std::size_t begin = offset + length->length + rowNumber->length;
-        fields = readFields(payloadAt(image, page, begin, length->value, keyed), length->value,
-                            image.encoding());
+        fields = readFields(payloadAt(page, begin, length->value, overflow), length->value,
+                            overflow.image().encoding());
     }
     if (!fields) {
         ++m_broken;
         return;
     }
-    m_records.push_back({.keyed = keyed,
+    m_records.push_back({.keyed = isKeyed(),
                          .rowNumber = static_cast<qint64>(rowNumber->value),
                          .values = std::move(fields->values),
                          .whole = fields->whole});
+}
+
+/// The payload that begins on the page, as far as it can be read.
+std::vector<std::uint8_t> TreePage::payloadAt(Bytes page, std::size_t offset, std::uint64_t length,
+                                              OverflowReader& overflow) const
+{
+    const std::uint64_t local = localLength(length, overflow.image().usableSize(), isKeyed());
+    if (offset > page.size() || local > page.size() - offset)
+        return {};
+    const Bytes first = page.subspan(offset, local);
+    std::vector<std::uint8_t> payload(first.begin(), first.end());
+    if (local < length && describesRecord(first, length))
+        overflow.complete(payload, length, numberAt(page, offset + local, 4).value_or(0));
+    return payload;
 }
 
 } // namespace zelto::store

@@ -10,6 +10,8 @@
 
 namespace zelto::store {
 
+class OverflowReader;
+
 /// A record as it was found.
 struct FoundRecord
 {
@@ -27,7 +29,7 @@ class TreePage
 {
 public:
     /// Nothing is on a page that is no tree's.
-    TreePage(const PageImage& image, std::uint32_t number);
+    TreePage(std::uint32_t number, OverflowReader& overflow);
 
     [[nodiscard]] const std::vector<FoundRecord>& records() const { return m_records; }
     [[nodiscard]] const std::vector<std::uint32_t>& children() const { return m_children; }
@@ -37,8 +39,11 @@ public:
 
 private:
     void readInner(Bytes page, std::size_t start);
-    void readCells(const PageImage& image, Bytes page, std::size_t start);
-    void readCell(const PageImage& image, Bytes page, std::size_t offset);
+    void readCells(Bytes page, std::size_t start, OverflowReader& overflow);
+    void readCell(Bytes page, std::size_t offset, OverflowReader& overflow);
+    [[nodiscard]] std::vector<std::uint8_t>
+    payloadAt(Bytes page, std::size_t offset, std::uint64_t length, OverflowReader& overflow) const;
+    [[nodiscard]] bool isKeyed() const;
 
     std::uint64_t m_kind = 0;
     std::vector<FoundRecord> m_records;

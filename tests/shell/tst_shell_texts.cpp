@@ -51,7 +51,7 @@ private slots:
         QFETCH(QString, job);
         QVERIFY(!textAskedFor(arguments));
         if (job == u"!")
-            QVERIFY_EXCEPTION_THROWN(std::ignore = jobNamed(arguments), UsageError);
+            QVERIFY_THROWS_EXCEPTION(UsageError, std::ignore = jobNamed(arguments));
         else
             QCOMPARE(jobNamed(arguments), job);
     }

@@ -7,6 +7,7 @@
 #include <QMdiSubWindow>
 #include <QMimeData>
 #include <QPrinterInfo>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QToolBar>
 #include <QUrl>
@@ -66,6 +67,36 @@ private slots:
         for (const QAction* button : session.window().findChild<QToolBar*>()->actions())
             QVERIFY(!button->isEnabled());
         QVERIFY(session.dialogs.shown().isEmpty());
+    }
+
+    /// Answers that need no window come without a display.
+    void commandLine_data()
+    {
+        QTest::addColumn<QString>("platform");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("says");
+        QTest::addRow("help") << u"none"_s << QStringList{u"--help"_s} << 0 << u"Uso: zelto "_s;
+        QTest::addRow("version") << u"none"_s << QStringList{u"--version"_s} << 0
+                                 << u"zelto 5.0.0\n"_s;
+        QTest::addRow("unknown option")
+            << u"offscreen"_s << QStringList{u"--tutto"_s} << 1 << u"--tutto: opzione non valida"_s;
+    }
+    void commandLine()
+    {
+        QFETCH(QString, platform);
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, says);
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, platform);
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QStringLiteral(PROGRAM), arguments);
+        QVERIFY(program.waitForFinished());
+        QTEST(program.exitCode(), "status");
+        const QString said = QString::fromUtf8(program.readAll());
+        QVERIFY2(said.contains(says), qPrintable(said));
     }
 
     void withoutMasterDatabase_data()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/context_menu.h"
+#include "widgets/context_menu.h"
 
-namespace zelto::shell {
+namespace zelto::widgets {
 
 ContextMenu::ContextMenu(QWidget* parent) : QMenu(parent)
 {
@@ -30,4 +30,4 @@ QString ContextMenu::choose(const QPoint& place)
     return m_menuChoice;
 }
 
-} // namespace zelto::shell
+} // namespace zelto::widgets

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/wheel_scroller.h"
+#include "widgets/wheel_scroller.h"
 
 #include <QAbstractItemView>
 #include <QScrollBar>
 #include <QWheelEvent>
 
-namespace zelto::shell {
+namespace zelto::widgets {
 
 WheelScroller::WheelScroller(QAbstractItemView* view) : QObject(view), m_view(view)
 {
@@ -29,4 +29,4 @@ bool WheelScroller::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-} // namespace zelto::shell
+} // namespace zelto::widgets

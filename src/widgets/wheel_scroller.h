@@ -5,7 +5,7 @@
 
 class QAbstractItemView;
 
-namespace zelto::shell {
+namespace zelto::widgets {
 
 /// Makes an item view scroll by three rows for each notch of the wheel, whatever the desktop's own
 /// setting. Lives as long as its view.
@@ -25,4 +25,4 @@ private:
     int m_pending = 0; ///< turn of the wheel not yet scrolled, in eighths of a degree
 };
 
-} // namespace zelto::shell
+} // namespace zelto::widgets

@@ -5,7 +5,7 @@
 
 #include <array>
 
-namespace zelto::shell {
+namespace zelto::widgets {
 
 /// The context menu "MnuDxMouse" that the grids borrow: reset it, give captions to the entries that
 /// are needed, show it and read the choice.
@@ -38,4 +38,4 @@ private:
     QString m_menuChoice = QStringLiteral("-1");
 };
 
-} // namespace zelto::shell
+} // namespace zelto::widgets
