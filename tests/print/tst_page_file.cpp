@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The life of page files: which ones exist when, and what happens where they cannot be written.
-#include "support/disk_limit.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
+#include "support/disk_limit.h"
 
 #include <QDir>
 #include <QTemporaryDir>

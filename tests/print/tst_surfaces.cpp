@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pages on pictures and in PDF files.
-#include "support/disk_limit.h"
 #include "print/pdf_surface.h"
 #include "print/picture_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
+#include "support/disk_limit.h"
 
 #include <QBuffer>
 #include <QImage>
