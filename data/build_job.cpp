@@ -5,10 +5,7 @@
 #include "store/database.h"
 #include "store/schema.h"
 
-#include <QCoreApplication>
-
 #include <array>
-#include <cstdio>
 
 namespace zelto::data {
 namespace {
@@ -113,17 +110,6 @@ void buildJob(const QString& folder, const QString& output)
 
 int main(int argc, char* argv[])
 {
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3) {
-        std::fputs("Uso: zelto_build_job CARTELLA LAVORO.ZLT\n", stderr);
-        return 1;
-    }
-    try {
-        zelto::data::buildJob(arguments[1], arguments[2]);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 2;
-    }
-    return 0;
+    return zelto::data::runBuilder(argc, argv, "zelto_build_job CARTELLA LAVORO.ZLT",
+                                   zelto::data::buildJob);
 }

@@ -5,10 +5,7 @@
 #include "store/database.h"
 #include "store/master_database.h"
 
-#include <QCoreApplication>
-
 #include <array>
-#include <cstdio>
 
 namespace zelto::data {
 namespace {
@@ -74,17 +71,6 @@ void buildMaster(const QString& textPath, const QString& output)
 
 int main(int argc, char* argv[])
 {
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3) {
-        std::fputs("Uso: zelto_build_master TESTO FILE.mdb\n", stderr);
-        return 1;
-    }
-    try {
-        zelto::data::buildMaster(arguments[1], arguments[2]);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 2;
-    }
-    return 0;
+    return zelto::data::runBuilder(argc, argv, "zelto_build_master TESTO FILE.mdb",
+                                   zelto::data::buildMaster);
 }

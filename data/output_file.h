@@ -1,26 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// What the programs that build the delivered databases have in common.
 #pragma once
 
-#include "data/data_text.h"
+#include <QString>
 
-#include <QFileInfo>
-#include <QTemporaryDir>
-
-#include <filesystem>
+#include <functional>
 
 namespace zelto::data {
 
-/// Builds a file beside the output and swaps names at the end, so that a fault leaves the old one.
-template <typename Write>
-void buildFile(const QString& output, Write write)
-{
-    const QTemporaryDir workFolder(QFileInfo(output).absolutePath() +
-                                   QStringLiteral("/.build-XXXXXX"));
-    if (!workFolder.isValid())
-        throw DataFault(output, 0, workFolder.errorString());
-    const QString built = workFolder.filePath(QFileInfo(output).fileName());
-    write(built);
-    std::filesystem::rename(built.toStdU16String(), output.toStdU16String());
-}
+/// Has the file written beside the output and swaps names at the end, so that a fault leaves the
+/// old one.
+void buildFile(const QString& output, const std::function<void(const QString& path)>& write);
+
+/// The main function of a program with two arguments, what it reads and what it builds. Returns
+/// its exit status.
+int runBuilder(int argc, char* argv[], const char* usage,
+               const std::function<void(const QString& input, const QString& output)>& build);
 
 } // namespace zelto::data
