@@ -80,7 +80,7 @@ void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
     modello.tabellaCodici = leggiCodici(dati.text(16));
 }
 
-UnitaImmobiliare leggiUnita(const TableRecordset& record)
+UnitaImmobiliare leggiUnita(const store::Recordset& record)
 {
     UnitaImmobiliare unita;
     unita.RifUI = static_cast<int>(record.integer(1));
@@ -96,15 +96,21 @@ UnitaImmobiliare leggiUnita(const TableRecordset& record)
     return unita;
 }
 
+/// Refuses one unit more than a job may have.
+void requireRoom(const ModelloLavoro& modello)
+{
+    if (modello.NumUI() == MaxUI)
+        throw CalcError(QStringLiteral("La tabella «%1» contiene più di %2 unità, il massimo "
+                                       "di un lavoro.")
+                            .arg(store::TabellaUnita, QString::number(MaxUI)));
+}
+
 void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
 {
     TableRecordset record = lavoro.openTable(store::TabellaUnita);
     record.setIndex(store::IndicePrimario);
     for (; !record.EndOfFile(); record.MoveNext()) {
-        if (modello.NumUI() == MaxUI)
-            throw CalcError(QStringLiteral("La tabella «%1» contiene più di %2 unità, il massimo "
-                                           "di un lavoro.")
-                                .arg(store::TabellaUnita, QString::number(MaxUI)));
+        requireRoom(modello);
         modello.unita.push_back(leggiUnita(record));
     }
 }
@@ -147,6 +153,17 @@ void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
     }
 }
 
+/// The records of the unit with that number, each with its place among all units behind the fields.
+store::QueryRecordset cercaUnita(store::Database& lavoro, int rifUI)
+{
+    static const QString sql =
+        QStringLiteral(
+            "SELECT u.*, (SELECT COUNT(*) FROM [%1] p WHERE p.Chiave < u.Chiave) AS Posto "
+            "FROM [%1] u WHERE u.[Riferimento unità] = :1 ORDER BY u.Chiave")
+            .arg(store::TabellaUnita);
+    return lavoro.OpenRecordset(sql, std::array{store::Value(rifUI)});
+}
+
 } // namespace
 
 ModelloLavoro CaricaLavoro(store::Database& lavoro)
@@ -161,6 +178,25 @@ ModelloLavoro CaricaLavoro(store::Database& lavoro)
     for (UnitaImmobiliare& unita : modello.unita)
         leggiVani(vani, unita, liste);
     return modello;
+}
+
+void RicaricaUnita(store::Database& lavoro, ModelloLavoro& modello, int rifUI)
+{
+    ModelloLavoro nuovo = modello;
+    std::erase_if(nuovo.unita, [&](const UnitaImmobiliare& unita) { return unita.RifUI == rifUI; });
+    Liste liste = leggiListe(lavoro);
+    TableRecordset vani = lavoro.openTable(store::TabellaVani);
+    vani.setIndex(store::IndicePrimario);
+    store::QueryRecordset record = cercaUnita(lavoro, rifUI);
+    for (; !record.EndOfFile(); record.MoveNext()) {
+        requireRoom(nuovo);
+        UnitaImmobiliare unita = leggiUnita(record);
+        leggiVani(vani, unita, liste);
+        const auto posto = std::min(record.integer(record.fieldCount() - 1),
+                                    static_cast<qint64>(nuovo.unita.size()));
+        nuovo.unita.insert(nuovo.unita.begin() + posto, std::move(unita));
+    }
+    modello = std::move(nuovo);
 }
 
 } // namespace zelto::calc

@@ -29,6 +29,8 @@ struct Vano
     float CF = 0;  ///< fictitious size
     float CVT = 0; ///< total virtual size
     float CT = 0;  ///< total size
+
+    bool operator==(const Vano&) const = default;
 };
 
 /// One unit of the building with its rooms, in the order of their positions.
@@ -47,6 +49,8 @@ struct UnitaImmobiliare
     {
         return FlagTab[static_cast<std::size_t>(t - 1)] == u'X';
     }
+
+    bool operator==(const UnitaImmobiliare&) const = default;
 };
 
 /// A staircase as the job's table of codes describes it.
@@ -55,6 +59,8 @@ struct CodiceScala
     QString codice;
     QString titolo = {};
     double percentuale = 0; ///< weight of the floor share; 0 when none is given
+
+    bool operator==(const CodiceScala&) const = default;
 };
 
 /// The job: general data and units in the order of their keys.
@@ -80,6 +86,8 @@ struct ModelloLavoro
                 return &riga;
         return nullptr;
     }
+
+    bool operator==(const ModelloLavoro&) const = default;
 };
 
 } // namespace zelto::calc

@@ -182,6 +182,38 @@ private slots:
         QCOMPARE(order.join(u' '), u"1 2a 10b 10c"_s);
     }
 
+    /// After any change of one unit the model is as if the job were loaded anew.
+    void oneUnitAtATime_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addRow("none") << QString();
+        QTest::addRow("a room") << u"UPDATE Vani SET [Consistenza reale] = '7.5' WHERE "
+                                   "[Riferimento unità] = 3 AND Posizione = 2"_s;
+        QTest::addRow("a new room") << u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione) "
+                                       "VALUES ('    3    9', 3, 9)"_s;
+        QTest::addRow("deleted") << u"DELETE FROM [Unità immobiliari] WHERE Chiave = '    3'"_s;
+        QTest::addRow("among the others") << u"UPDATE [Unità immobiliari] SET Chiave = '    6' "
+                                             "WHERE [Riferimento unità] = 3"_s;
+        QTest::addRow("behind the others") << u"UPDATE [Unità immobiliari] SET Chiave = '   99' "
+                                              "WHERE [Riferimento unità] = 3"_s;
+        QTest::addRow("twice the number") << u"INSERT INTO [Unità immobiliari] "
+                                             "(Chiave, [Riferimento unità]) VALUES ('    5', 3)"_s;
+    }
+    void oneUnitAtATime()
+    {
+        QFETCH(QString, change);
+        Job job;
+        for (const int unit : {2, 3, 4, 7, 8}) {
+            job.addUnit(unit, u"Int. %1"_s.arg(unit));
+            job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
+        }
+        ModelloLavoro modello = job.load();
+        if (!change.isEmpty())
+            QCOMPARE(job.database().Execute(change), 1);
+        RicaricaUnita(job.database(), modello, 3);
+        QVERIFY(modello == job.load());
+    }
+
     void refusesMoreThanTheModelHolds()
     {
         Job units;
