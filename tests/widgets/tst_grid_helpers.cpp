@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/cell_picker.h"
 #include "widgets/context_menu.h"
 #include "widgets/wheel_scroller.h"
 
+#include <QLineEdit>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -57,6 +60,52 @@ private slots:
         grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum() - 1);
         turnWheel(grid, -120);
         QCOMPARE(grid.verticalScrollBar()->value(), grid.verticalScrollBar()->maximum());
+    }
+
+    void picker_data()
+    {
+        QTest::addColumn<CellPicker::Match>("match");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QList<Qt::Key>>("keys");
+        QTest::addColumn<QString>("chosen");
+        const QList enter{Qt::Key_Return};
+        const QList next{Qt::Key_Down, Qt::Key_Enter};
+        const auto whole = CellPicker::Match::Whole;
+        const auto beginning = CellPicker::Match::Beginning;
+        QTest::addRow("the cell's own") << beginning << u"[B]"_s << enter << u"[B] 0.9"_s;
+        QTest::addRow("below it") << beginning << u"[B]"_s << next << u"1.2"_s;
+        QTest::addRow("unknown text") << beginning << u"[C]"_s << enter << u"[A] 1"_s;
+        QTest::addRow("whole text") << whole << u"1.2"_s << enter << u"1.2"_s;
+        QTest::addRow("a part is no match") << whole << u"1"_s << enter << QString();
+        QTest::addRow("typed") << whole << QString() << QList{Qt::Key_1, Qt::Key_Return}
+                               << u"1.2"_s;
+        QTest::addRow("left") << beginning << u"[B]"_s << QList{Qt::Key_Escape} << QString();
+        QTest::addRow("focus gone") << beginning << u"[B]"_s << QList{Qt::Key_Tab} << QString();
+    }
+    void picker()
+    {
+        QFETCH(CellPicker::Match, match);
+        QFETCH(QString, text);
+        QFETCH(QList<Qt::Key>, keys);
+        QFETCH(QString, chosen);
+        QWidget window;
+        window.resize(300, 200);
+        QLineEdit other(&window);
+        CellPicker list(&window);
+        QSignalSpy choices(&list, &CellPicker::chosen);
+        QSignalSpy dismissals(&list, &CellPicker::dismissed);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        list.open({u"[A] 1"_s, u"[B] 0.9"_s, u"1.2"_s}, {10, 190, 80, 20}, text, match);
+        QVERIFY(list.hasFocus());
+        QVERIFY(window.rect().contains(list.geometry()));
+        for (const Qt::Key key : std::as_const(keys))
+            QTest::keyClick(&list, key);
+        if (chosen.isEmpty() && list.isVisible()) // nothing was current that Enter could choose
+            QTest::keyClick(&list, Qt::Key_Escape);
+        QVERIFY(list.isHidden());
+        QCOMPARE(choices.size() + dismissals.size(), 1);
+        QCOMPARE(choices.value(0).value(0).toString(), chosen);
     }
 
     void contextMenu()
