@@ -12,9 +12,9 @@ namespace zelto::calc {
 /// rooms in a unit) or with sizes beyond any number, and DatabaseError for what cannot be read.
 ModelloLavoro CaricaLavoro(store::Database& lavoro);
 
-/// Brings one unit of a loaded job up to date after it was changed, added or deleted, by its number.
-/// The rest of the job must not have changed since it was loaded. Throws as CaricaLavoro does and
-/// leaves the model as it was then.
+/// Brings one unit of a loaded job up to date after it was changed, added or deleted, by its
+/// number. The rest of the job must not have changed since it was loaded. Throws as CaricaLavoro
+/// does and leaves the model as it was then.
 void RicaricaUnita(store::Database& lavoro, ModelloLavoro& modello, int rifUI);
 
 } // namespace zelto::calc
