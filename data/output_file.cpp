@@ -23,7 +23,7 @@ void buildFile(const QString& output, const std::function<void(const QString& pa
     std::filesystem::rename(built.toStdU16String(), output.toStdU16String());
 }
 
-int runBuilder(int argc, char* argv[], const char* usage,
+int runBuilder(int argc, char** argv, const char* usage,
                const std::function<void(const QString& input, const QString& output)>& build)
 {
     const QCoreApplication application(argc, argv);

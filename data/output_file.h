@@ -14,7 +14,7 @@ void buildFile(const QString& output, const std::function<void(const QString& pa
 
 /// The main function of a program with two arguments, what it reads and what it builds. Returns
 /// its exit status.
-int runBuilder(int argc, char* argv[], const char* usage,
+int runBuilder(int argc, char** argv, const char* usage,
                const std::function<void(const QString& input, const QString& output)>& build);
 
 } // namespace zelto::data

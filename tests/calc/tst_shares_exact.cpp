@@ -65,6 +65,7 @@ std::vector<qint64> closedShares(const Fractions& bases, const std::vector<bool>
 std::vector<qint64> inThousandths(const std::vector<Millesimi>& shares)
 {
     std::vector<qint64> values;
+    values.reserve(shares.size());
     for (const Millesimi share : shares)
         values.push_back(share.tenThousandths() / 10);
     return values;

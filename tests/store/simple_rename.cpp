@@ -21,7 +21,8 @@ void zelto::test::allowPlainRenamesOnly()
     plainOnly() = true;
 }
 
-/// Takes the place of the system library's.
+/// Takes the place of the system library's, whose own names of parameters are reserved.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int renameat2(int oldFolder, const char* oldPath, int newFolder, const char* newPath,
                          unsigned int flags) noexcept
 {

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QTest>
 
+#include <array>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -191,11 +192,12 @@ void TestFileOperations::leftovers()
     const JobFolder folder;
     for (const QString& name : {u".zelto-abc123"_s, u".zelto-def456"_s, u".zelto-longer1"_s})
         QVERIFY(QDir().mkdir(folder.file(name)));
-    const timespec longAgo[2] = {{.tv_sec = 1'000'000, .tv_nsec = 0},
-                                 {.tv_sec = 1'000'000, .tv_nsec = 0}};
+    const timespec longAgo{.tv_sec = 1'000'000, .tv_nsec = 0};
+    const std::array times{longAgo, longAgo};
     for (const QString& name : {u".zelto-abc123"_s, u".zelto-longer1"_s})
-        QCOMPARE(
-            ::utimensat(AT_FDCWD, QFile::encodeName(folder.file(name)).constData(), longAgo, 0), 0);
+        QCOMPARE(::utimensat(AT_FDCWD, QFile::encodeName(folder.file(name)).constData(),
+                             times.data(), 0),
+                 0);
     createJobFile(folder.file(u"A.ZLT"_s));
     QCOMPARE(folder.names(), QStringList({u".zelto-def456"_s, u".zelto-longer1"_s, u"A.ZLT"_s}));
 }
