@@ -88,9 +88,10 @@ void cutTheEnd(QByteArray& bytes, std::mt19937& random)
 Damage overwritePages(int count, char with)
 {
     return [count, with](QByteArray& bytes, std::mt19937& random) {
-        for (int i = 0; i < count; ++i)
-            std::fill_n(bytes.begin() + below(random, bytes.size() / PageSize) * PageSize, PageSize,
-                        with);
+        for (int i = 0; i < count; ++i) {
+            const qsizetype page = below(random, bytes.size() / PageSize);
+            std::fill_n(bytes.begin() + page * PageSize, PageSize, with);
+        }
     };
 }
 
