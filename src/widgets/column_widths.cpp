@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/column_widths.h"
+
+#include "store/settings.h"
+#include "widgets/grid.h"
+
+#include <algorithm>
+
+namespace zelto::widgets {
+
+void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QString& section,
+                         const QString& prefix)
+{
+    for (int column = 0; column <= grid.cells().columnCount(); ++column) {
+        bool isNumber = false;
+        const int twips =
+            settings.LeggiIni(section, prefix + QString::number(column)).toInt(&isNumber);
+        if (isNumber)
+            grid.setWidthInTwips(column, twips);
+    }
+}
+
+void saveColumnWidths(const Grid& grid, store::Settings& settings, const QString& section,
+                      const QString& prefix, int minimum)
+{
+    store::Settings::KeyValues widths;
+    for (int column = 0; column <= grid.cells().columnCount(); ++column)
+        widths.emplace_back(prefix + QString::number(column),
+                            QString::number(std::max(grid.widthInTwips(column), minimum)));
+    settings.ScriviIni(section, widths);
+}
+
+} // namespace zelto::widgets

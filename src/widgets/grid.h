@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/grid_block.h"
+#include "widgets/grid_model.h"
+
+#include <QList>
+#include <QTableView>
+
+class QAbstractButton;
+
+namespace zelto::widgets {
+
+class TypedLine;
+
+/// What became of one cell.
+struct CellChange
+{
+    int row = 0;
+    int column = 0;
+    QString before;
+    QString after;
+};
+
+/// A grid of texts with a header, a number column and an editor laid over the current cell. It
+/// works by keyboard alone; blocks of cells go to and come from spreadsheets by way of the
+/// clipboard.
+class Grid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    /// What Enter does in the last column of the last row, and whether a pasted block may add rows.
+    enum class AtEnd { Stays, AppendsRow };
+
+    /// The character codes by which the editor is opened other than by a character.
+    static constexpr int F2Code = 0;
+    static constexpr int DoubleClickCode = 32;
+
+    Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, AtEnd atEnd,
+         QWidget* parent = nullptr);
+
+    [[nodiscard]] GridModel& cells() { return *m_model; }
+    [[nodiscard]] const GridModel& cells() const { return *m_model; }
+
+    /// -1 when there is none.
+    [[nodiscard]] int currentRow() const { return currentIndex().row(); }
+    [[nodiscard]] int currentColumn() const { return currentIndex().column(); }
+    void setCurrentCell(int row, int column);
+
+    /// First and last row of the selection, of the current cell when nothing is selected.
+    struct RowRange
+    {
+        int first = -1;
+        int last = -1;
+    };
+    [[nodiscard]] RowRange selectedRows() const;
+
+    /// Opens the editor over the current cell. A character (33 and above, or negative) starts the
+    /// text, in numeric columns only one of "0123456789-."; otherwise the editor starts with the
+    /// cell's text. A column that the screen edits itself emits cellRequested instead.
+    void MsFlexGridEdit(int keyCode);
+
+    /// What Enter, Esc, Up and Down (Qt::Key) do in the editor.
+    void EditKeyCode(int key);
+
+    /// Closes the editor and puts its text into its cell; nothing when it is closed already.
+    void commitEditor();
+    [[nodiscard]] bool isEditing() const;
+
+    void copySelection() const;
+    void pasteBlock();
+    void emptySelection();
+
+    /// Width of a column as the settings keep it: 0 is the number column, then the others; twips.
+    [[nodiscard]] int widthInTwips(int column) const;
+    void setWidthInTwips(int column, int twips);
+
+signals:
+    /// byKey: by a key or F2, not by a double click.
+    void editorOpened(bool byKey);
+    /// The user changed these cells, by the editor, a paste or a deletion.
+    void cellsChanged(const QList<zelto::widgets::CellChange>& changes);
+    /// By Enter or a paste.
+    void rowAppended(int row);
+    /// Nothing was pasted; why, and which cell is the first that does not fit.
+    void pasteRefused(const QString& why);
+    /// A cell of a column that the screen edits itself was to be opened.
+    void cellRequested(int row, int column, int keyCode);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setUpHeaders();
+    void buildEditor();
+    void placeEditor();
+    void hideEditor();
+    [[nodiscard]] QString startText(int keyCode) const;
+    void paintCorner();
+    bool filterEditor(QEvent* event);
+    void moveByEnter();
+    void appendRow();
+    bool command(QKeyEvent* event);
+    [[nodiscard]] QModelIndexList selectedCells() const;
+    void fillSelection(const QString& cell);
+    void pasteAt(const QModelIndex& first, const CellBlock& block);
+    void apply(const QList<CellChange>& changes);
+    [[nodiscard]] int numberWidth() const;
+
+    GridModel* m_model;
+    AtEnd m_atEnd;
+    TypedLine* m_editor;
+    QAbstractButton* m_corner = nullptr;
+    QPersistentModelIndex m_edited;
+    int m_numberWidth = 0; ///< as the user set it, in pixels
+};
+
+} // namespace zelto::widgets

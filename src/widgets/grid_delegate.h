@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace zelto::widgets {
+
+/// Draws the cells of a grid: shaded rows, and the corner of marked cells.
+class GridDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+};
+
+/// The background of shaded rows: pale yellow, in dark themes so deep that light text is legible.
+[[nodiscard]] QColor shadeColour(const QPalette& palette);
+
+} // namespace zelto::widgets

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/grid_model.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zelto::widgets {
+
+GridModel::GridModel(QString numberHeader, const std::vector<GridColumn>& columns, QObject* parent)
+    : QAbstractTableModel(parent), m_numberHeader(std::move(numberHeader)), m_columns(columns)
+{
+    m_tags.reserve(columns.size());
+    for (const GridColumn& column : columns)
+        m_tags.emplace_back(column.tag);
+}
+
+const GridColumn& GridModel::column(int column) const
+{
+    return m_columns[static_cast<std::size_t>(column)];
+}
+
+const FieldTag& GridModel::tag(int column) const
+{
+    return m_tags[static_cast<std::size_t>(column)];
+}
+
+const QString& GridModel::text(int row, int column) const
+{
+    return this->row(row).cells[static_cast<std::size_t>(column)];
+}
+
+const QString& GridModel::number(int row) const
+{
+    return this->row(row).number;
+}
+
+void GridModel::setText(int row, int column, const QString& text)
+{
+    QString& cell = this->row(row).cells[static_cast<std::size_t>(column)];
+    if (cell == text)
+        return;
+    cell = text;
+    emit dataChanged(index(row, column), index(row, column));
+}
+
+void GridModel::setNumber(int row, const QString& number)
+{
+    this->row(row).number = number;
+    emit headerDataChanged(Qt::Vertical, row, row);
+}
+
+void GridModel::setRows(const text::CellTable& table, const text::CellRange& range)
+{
+    beginResetModel();
+    m_rows.clear();
+    m_rows.reserve(static_cast<std::size_t>(range.lastRow - range.firstRow + 1));
+    for (int i = range.firstRow; i <= range.lastRow; ++i) {
+        const int number = i - range.firstRow + 1;
+        Row row{.number = QString::number(number), .shaded = number % 2 == 0};
+        row.cells.reserve(m_columns.size());
+        for (int column = range.firstColumn; column <= range.lastColumn; ++column)
+            row.cells.push_back(table.at(i, column));
+        row.cells.resize(m_columns.size());
+        m_rows.push_back(std::move(row));
+    }
+    endResetModel();
+}
+
+QString GridModel::tableText() const
+{
+    text::CellTable table(rowCount() + 1, columnCount() + 1);
+    for (int row = 0; row < rowCount(); ++row)
+        for (int column = 0; column < columnCount(); ++column)
+            table.at(row + 1, column + 1) = text(row, column);
+    return text::GridToText(table, {.lastRow = rowCount(), .lastColumn = columnCount()});
+}
+
+void GridModel::appendRow(const QString& number, const QStringList& cells)
+{
+    beginInsertRows({}, rowCount(), rowCount());
+    Row row{.number = number};
+    row.cells.assign(cells.begin(), cells.end());
+    row.cells.resize(m_columns.size());
+    m_rows.push_back(std::move(row));
+    endInsertRows();
+}
+
+void GridModel::removeRow(int row)
+{
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+void GridModel::clear()
+{
+    beginResetModel();
+    m_rows.clear();
+    endResetModel();
+}
+
+void GridModel::setMark(int row, int column, const QString& text)
+{
+    QHash<int, QString>& marks = this->row(row).marks;
+    if (marks.value(column) == text)
+        return;
+    if (text.isEmpty())
+        marks.remove(column);
+    else
+        marks.insert(column, text);
+    emit dataChanged(index(row, column), index(row, column));
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        return text(index.row(), index.column());
+    case Qt::TextAlignmentRole:
+        return QVariant(column(index.column()).alignment);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+    case MarkRole:
+        return row(index.row()).marks.value(index.column());
+    case ShadedRole:
+        return row(index.row()).shaded;
+    default:
+        return {};
+    }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    const bool rows = orientation == Qt::Vertical;
+    if (role == Qt::DisplayRole)
+        return rows ? number(section) : column(section).header;
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(rows ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignCenter);
+    return {};
+}
+
+} // namespace zelto::widgets

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "text/table_text.h"
+#include "widgets/field_tag.h"
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <QStringList>
+
+#include <vector>
+
+namespace zelto::widgets {
+
+/// One column of a grid beside the number column.
+struct GridColumn
+{
+    /// Who edits the column's cells: the in-grid editor, or the screen with a picker of its own.
+    enum class Editing { InPlace, ByScreen };
+
+    QString header;
+    Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
+    QString tag = QStringLiteral("AOL");
+    int maxLength = 0; ///< in characters, 0 for any
+    int width = 1200;  ///< in twips, until the user changes it
+    Editing editing = Editing::InPlace;
+};
+
+/// The texts of a grid. Rows and columns count from 0 and leave out header and number column.
+class GridModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    /// Whether a row is one of those that every second is shaded of; for delegates.
+    static constexpr int ShadedRole = Qt::UserRole;
+    /// The text of a cell's mark, empty for none; for delegates.
+    static constexpr int MarkRole = Qt::UserRole + 1;
+
+    GridModel(QString numberHeader, const std::vector<GridColumn>& columns,
+              QObject* parent = nullptr);
+
+    [[nodiscard]] const GridColumn& column(int column) const;
+    [[nodiscard]] const FieldTag& tag(int column) const;
+    [[nodiscard]] const QString& text(int row, int column) const;
+    /// What the number column shows.
+    [[nodiscard]] const QString& number(int row) const;
+    [[nodiscard]] const QString& numberHeader() const { return m_numberHeader; }
+
+    void setText(int row, int column, const QString& text);
+    void setNumber(int row, const QString& number);
+
+    /// Replaces all rows by those of the table that lie within the range; they are numbered from 1
+    /// and every second one is shaded.
+    void setRows(const text::CellTable& table, const text::CellRange& range);
+
+    /// The table text of all rows.
+    [[nodiscard]] QString tableText() const;
+
+    /// A row behind the last one, never shaded.
+    void appendRow(const QString& number, const QStringList& cells = {});
+    void removeRow(int row);
+    void clear();
+
+    /// What a cell has to say when the mouse rests on it and to assistive technology; empty takes
+    /// the mark away.
+    void setMark(int row, int column, const QString& text);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+
+private:
+    struct Row
+    {
+        QString number;
+        std::vector<QString> cells = {};
+        QHash<int, QString> marks = {};
+        bool shaded = false;
+    };
+
+    [[nodiscard]] const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] Row& row(int row) { return m_rows[static_cast<std::size_t>(row)]; }
+
+    QString m_numberHeader;
+    std::vector<GridColumn> m_columns;
+    std::vector<FieldTag> m_tags;
+    std::vector<Row> m_rows;
+};
+
+} // namespace zelto::widgets

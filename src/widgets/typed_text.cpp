@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/typed_text.h"
+
+#include "widgets/field_rules.h"
+
+#include <QApplication>
+#include <QMimeData>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <limits>
+
+namespace zelto::widgets {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isLineBreak(QChar c)
+{
+    return c == u'\n' || c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
+}
+
+qsizetype storedLength(QStringView text)
+{
+    return text.size() + std::count_if(text.begin(), text.end(), isLineBreak);
+}
+
+/// One character for each line break, as the Enter key types it.
+QString withSingleLineBreaks(QString text)
+{
+    return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+}
+
+QString withoutControls(QString text)
+{
+    return text.removeIf(
+        [](QChar c) { return c.category() == QChar::Other_Control && c != u'\n' && c != u'\t'; });
+}
+
+/// As much of the beginning as fits, never half a character.
+QString beginning(const QString& text, qsizetype room)
+{
+    qsizetype end = 0;
+    while (end < text.size()) {
+        room -= isLineBreak(text[end]) ? 2 : 1;
+        if (room < 0)
+            break;
+        ++end;
+    }
+    if (end > 0 && end < text.size() && text[end - 1].isHighSurrogate())
+        --end;
+    return text.left(end);
+}
+
+} // namespace
+
+TypedText::TypedText(int maxLength, QWidget* parent)
+    : QPlainTextEdit(parent), m_maxLength(maxLength)
+{
+    setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        if (document()->isModified()) // not while a dead key waits for its letter
+            emit edited();
+    });
+}
+
+void TypedText::setStoredText(const QString& text)
+{
+    const QSignalBlocker blocker(this);
+    m_stored = text;
+    setPlainText(text);
+}
+
+QString TypedText::storedText() const
+{
+    if (!document()->isModified())
+        return m_stored;
+    // toPlainText() would turn no-break spaces into blanks.
+    QString text = document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, u"\r\n"_s).replace(QChar::LineSeparator, u"\r\n"_s);
+    return text;
+}
+
+void TypedText::typeIn(const QString& text)
+{
+    if (isReadOnly())
+        return;
+    const QString typed = withSingleLineBreaks(text);
+    const QString taken = beginning(withoutControls(typed), room());
+    if (!taken.isEmpty())
+        insertPlainText(taken);
+    ensureCursorVisible();
+    if (taken.size() < typed.size()) {
+        QApplication::beep();
+        emit refused();
+    }
+}
+
+void TypedText::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const QString typed = enter ? u"\n"_s : typedBy(*event);
+    if (isReadOnly() || typed.isEmpty())
+        QPlainTextEdit::keyPressEvent(event);
+    else
+        typeIn(typed);
+}
+
+void TypedText::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (isReadOnly()) {
+        QPlainTextEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent composing(event->preeditString(), event->attributes());
+    QPlainTextEdit::inputMethodEvent(&composing);
+    if (event->replacementLength() > 0) {
+        QTextCursor cursor = textCursor();
+        cursor.setPosition(cursor.position() + event->replacementStart());
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor,
+                            event->replacementLength());
+        setTextCursor(cursor);
+    }
+    if (!event->commitString().isEmpty())
+        typeIn(event->commitString());
+}
+
+bool TypedText::canInsertFromMimeData(const QMimeData* source) const
+{
+    return source->hasText();
+}
+
+void TypedText::insertFromMimeData(const QMimeData* source)
+{
+    typeIn(source->text());
+}
+
+qsizetype TypedText::room() const
+{
+    if (m_maxLength == 0)
+        return std::numeric_limits<qsizetype>::max();
+    return m_maxLength - storedLength(document()->toRawText()) +
+           storedLength(textCursor().selectedText());
+}
+
+} // namespace zelto::widgets

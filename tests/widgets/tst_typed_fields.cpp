@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/typed_line.h"
+#include "widgets/typed_text.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::widgets;
+
+namespace {
+
+/// A screen with two fields of a kind, a text of several lines and two buttons.
+class Screen : public QDialog
+{
+public:
+    explicit Screen(const QString& tag, int maxLength = 0)
+        : line(tag, maxLength), other(tag, maxLength), text(12)
+    {
+        for (QWidget* widget : std::initializer_list<QWidget*>{&line, &other, &text, &ok, &cancel})
+            layout.addWidget(widget);
+        ok.setDefault(true);
+        cancel.setProperty(TypedLine::LeavesUnchecked, true);
+        show();
+        if (!QTest::qWaitForWindowActive(this))
+            qFatal("the screen does not become active");
+    }
+
+    QVBoxLayout layout{this};
+    TypedLine line, other;
+    TypedText text;
+    QPushButton ok, cancel;
+    QSignalSpy refused{&line, &TypedLine::refused};
+    QSignalSpy changed{&line, &TypedLine::changed};
+    QSignalSpy clicked{&ok, &QPushButton::clicked};
+    QSignalSpy textRefused{&text, &TypedText::refused};
+};
+
+/// Keys as a text; "<" is Home, ">" End, "l" Left, "b" Backspace, "d" Delete, "," the comma of the
+/// keypad, "x", "v" and "z" go with Ctrl; all other characters are themselves.
+void press(QWidget& widget, const QString& keys)
+{
+    static const QHash<QChar, Qt::Key> named{{u'<', Qt::Key_Home},
+                                             {u'>', Qt::Key_End},
+                                             {u'l', Qt::Key_Left},
+                                             {u'b', Qt::Key_Backspace},
+                                             {u'd', Qt::Key_Delete}};
+    for (const QChar key : keys) {
+        if (named.contains(key))
+            QTest::keyClick(&widget, named[key]);
+        else if (key == u',')
+            QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_Comma, key, Qt::KeypadModifier);
+        else
+            QTest::keyClick(&widget, key.toLatin1(),
+                            u"xvz"_s.contains(key) ? Qt::ControlModifier : Qt::NoModifier);
+    }
+}
+
+void compose(QWidget& widget, const QString& preedit, const QString& commit, int replaced = 0)
+{
+    QInputMethodEvent event(preedit, {});
+    event.setCommitString(commit, -replaced, replaced);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+using WayIn = void (*)(QWidget&, const QString&);
+
+void paste(QWidget& widget, const QString& text)
+{
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(&widget, Qt::Key_Insert, Qt::ShiftModifier);
+}
+
+void drop(QWidget& widget, const QString& text)
+{
+    QMimeData data;
+    data.setText(text);
+    QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&widget, &enter);
+    QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+void choosePaste(QWidget& widget, const QString& text)
+{
+    QApplication::clipboard()->setText(text);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+    QCoreApplication::sendEvent(&widget, &event);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    for (QAction* entry : menu->actions())
+        if (entry->text().startsWith(u"&Paste"_s))
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+    QVERIFY(!QApplication::activePopupWidget());
+}
+
+void composeAndCommit(QWidget& widget, const QString& text)
+{
+    compose(widget, text, {});
+    compose(widget, {}, text);
+}
+
+using Action = void (*)(Screen&);
+
+} // namespace
+
+Q_DECLARE_METATYPE(WayIn)
+Q_DECLARE_METATYPE(Action)
+
+class TestTypedFields : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keys_data()
+    {
+        QTest::addColumn<QString>("tag");
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<int>("refusals");
+        QTest::addRow("replaces") << u"SOL"_s << u"77"_s << u"1.2.3"_s << u"1.23"_s << 1;
+        QTest::addRow("keeps selection") << u"SOL"_s << u"77"_s << u"e"_s << u"77"_s << 1;
+        QTest::addRow("editing keys") << u"LOL"_s << u"1234"_s << u">b<d"_s << u"23"_s << 0;
+        QTest::addRow("undo") << u"LOL"_s << u"1234"_s << u">b<z"_s << u"1234"_s << 0;
+        QTest::addRow("caret") << u"EOL"_s << u"12.34"_s << u">l9<9"_s << u"912.34"_s << 1;
+        QTest::addRow("keypad") << u"SOL"_s << u"77"_s << u"1,5"_s << u"1.5"_s << 0;
+        QTest::addRow("cut and paste") << u"TOL"_s << u"1/2"_s << u"xvv"_s << u"1/21/2"_s << 0;
+    }
+    void keys()
+    {
+        QFETCH(QString, tag);
+        QFETCH(QString, before);
+        QFETCH(QString, keys);
+        Screen screen(tag);
+        screen.line.setText(before);
+        screen.line.selectAll();
+        press(screen.line, keys);
+        QTEST(screen.line.text(), "after");
+        QTEST(static_cast<int>(screen.refused.count()), "refusals");
+    }
+
+    void waysIn_data()
+    {
+        QTest::addColumn<WayIn>("bring");
+        QTest::addRow("paste") << WayIn(paste);
+        QTest::addRow("menu") << WayIn(choosePaste);
+        QTest::addRow("drop") << WayIn(drop);
+        QTest::addRow("input method") << WayIn(composeAndCommit);
+    }
+    void waysIn()
+    {
+        QFETCH(WayIn, bring);
+        Screen screen(u"LOL"_s, 4);
+        screen.line.setText(u"9"_s);
+        screen.line.selectAll();
+        bring(screen.line, u"x"_s);
+        QCOMPARE(screen.line.text(), u"9"_s);
+        QCOMPARE(screen.refused.count(), 1);
+        screen.line.clear();
+        bring(screen.line, u"1a2\n345"_s);
+        QCOMPARE(screen.line.text(), u"1234"_s);
+        QCOMPARE(screen.refused.count(), 2);
+        screen.line.setTag(FieldTag(u"AOL"_s), 3);
+        screen.line.clear();
+        bring(screen.line, u"è b"_s);
+        QCOMPARE(screen.line.text(), u"è b"_s);
+        QCOMPARE(screen.refused.count(), 2);
+        if (bring == WayIn(composeAndCommit))
+            return;
+        screen.line.setTag(FieldTag(u"SOL"_s), 0);
+        screen.line.clear();
+        bring(screen.line, u"1 234,5"_s);
+        QCOMPARE(screen.line.text(), u"1234.5"_s);
+    }
+
+    void reconversionReplacesWhatItSays()
+    {
+        Screen screen(u"AOL"_s);
+        QTest::keyClicks(&screen.line, u"abcd"_s);
+        compose(screen.line, {}, u"X"_s, 2);
+        QCOMPARE(screen.line.text(), u"abX"_s);
+        QTest::keyClicks(&screen.text, u"abcd"_s);
+        compose(screen.text, {}, u"X"_s, 2);
+        QCOMPARE(screen.text.storedText(), u"abX"_s);
+    }
+
+    void enterAndFocus()
+    {
+        Screen screen({});
+        screen.other.setText(u" 1,5"_s);
+        QTest::keyClick(&screen.line, '7'); // entered when the screen opened
+        QTest::keyClick(&screen.line, Qt::Key_Enter);
+        QCOMPARE(screen.changed.count(), 1);
+        QCOMPARE(screen.other.selectedText(), u"1.5"_s);
+        screen.other.setTag(FieldTag(u"MOL"_s), 30);
+        QTest::keyClick(&screen.other, Qt::Key_Return);
+        QVERIFY(screen.other.hasFocus());
+        QCOMPARE(screen.clicked.count(), 0);
+
+        screen.line.setEnter(TypedLine::Enter::IsIgnored);
+        screen.line.setText(u"1,5"_s);
+        screen.line.setFocus();
+        QVERIFY(!screen.line.hasSelectedText());
+        QTest::keyClick(&screen.line, Qt::Key_Return);
+        QCOMPARE(screen.clicked.count(), 1);
+        screen.other.setFocus();
+        QCOMPARE(screen.line.text(), u"1,5"_s);
+        QCOMPARE(screen.changed.count(), 1);
+    }
+
+    void leaving_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("leaves");
+        QTest::addColumn<int>("changes");
+        QTest::addRow("no date") << u"99"_s << u"99"_s << false << 0;
+        QTest::addRow("other date") << u"31122013"_s << u"31/12/2013"_s << true << 1;
+        QTest::addRow("same date") << u"01012014"_s << u"01/01/2014"_s << true << 0;
+    }
+    void leaving()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, leaves);
+        Screen screen(u"TOLD+"_s, 10);
+        screen.text.setFocus();
+        screen.line.setText(u"01/01/2014"_s);
+        screen.other.setText(u"bad"_s); // must not claim the focus when the other takes it back
+        screen.line.setFocus();
+        QTest::keyClicks(&screen.line, typed);
+        {
+            QWidget window; // looked at in between
+            window.show();
+            QVERIFY(QTest::qWaitForWindowActive(&window));
+        }
+        screen.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QTest::keyClick(&screen.line, Qt::Key_Return);
+        QTest::qWait(20);
+        QCOMPARE(screen.line.hasFocus(), !leaves);
+        QCOMPARE(screen.line.hasSelectedText(), !leaves);
+        QTEST(screen.line.text(), "shown");
+        QTEST(static_cast<int>(screen.changed.count()), "changes");
+        QCOMPARE(screen.refused.count(), leaves ? 0 : 1);
+    }
+
+    void leavingUnchecked_data()
+    {
+        QTest::addColumn<Action>("leave");
+        QTest::addRow("button") << Action([](Screen& s) {
+            QTest::mouseClick(&s.cancel, Qt::LeftButton);
+            QVERIFY(s.cancel.hasFocus());
+        });
+        QTest::addRow("disabled") << Action([](Screen& s) { s.line.setEnabled(false); });
+        QTest::addRow("hidden") << Action([](Screen& s) { s.line.hide(); });
+        QTest::addRow("closed") << Action([](Screen& s) { s.close(); });
+    }
+    void leavingUnchecked()
+    {
+        QFETCH(Action, leave);
+        Screen screen(u"TOLD+"_s, 10);
+        QTest::keyClicks(&screen.line, u"99"_s);
+        leave(screen);
+        QTest::qWait(20);
+        QCOMPARE(screen.refused.count(), 0);
+        QCOMPARE(screen.changed.count(), 0);
+        QCOMPARE(screen.line.text(), u"99"_s);
+    }
+
+    void storedText_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("edited");
+        QTest::addRow("CR LF") << u"a\r\nb"_s << u"Xa\r\nb"_s;
+        QTest::addRow("other line ends") << u"a\nb\rc\u2028"_s << u"Xa\r\nb\r\nc\r\n"_s;
+        QTest::addRow("no-break space") << u"1\u00a0000"_s << u"X1\u00a0000"_s;
+        QTest::addRow("full") << u"12345\n678901"_s << u"12345\n678901"_s;
+    }
+    void storedText()
+    {
+        QFETCH(QString, stored);
+        TypedText text(12);
+        QSignalSpy edited(&text, &TypedText::edited);
+        QSignalSpy refused(&text, &TypedText::refused);
+        text.setStoredText(u"before"_s);
+        text.setStoredText(stored);
+        compose(text, u"´"_s, {});
+        compose(text, {}, {});
+        QCOMPARE(edited.count(), 0);
+        QCOMPARE(text.storedText(), stored);
+        QTest::keyClick(&text, 'X');
+        QCOMPARE(edited.count() + refused.count(), 1);
+        QTEST(text.storedText(), "edited");
+        press(text, u"z"_s);
+        QCOMPARE(text.storedText(), stored);
+    }
+
+    void linesTyped()
+    {
+        Screen screen({});
+        QTest::keyClicks(&screen.text, u"12345678"_s);
+        QTest::keyClick(&screen.text, Qt::Key_Return, Qt::ShiftModifier);
+        press(screen.text, u","_s);
+        QTest::keyClick(&screen.text, Qt::Key_Return);
+        QCOMPARE(screen.text.storedText(), u"12345678\r\n."_s);
+        QCOMPARE(screen.textRefused.count(), 1);
+        compose(screen.text, {}, u"😀"_s);
+        QCOMPARE(screen.text.storedText(), u"12345678\r\n."_s);
+        screen.text.selectAll();
+        paste(screen.text, u"1\u00a0\r34\n56😀!"_s);
+        QCOMPARE(screen.text.storedText(), u"1\u00a0\r\n34\r\n56😀"_s);
+        QCOMPARE(screen.textRefused.count(), 3);
+        QCOMPARE(screen.clicked.count(), 0);
+    }
+};
+
+QTEST_MAIN(TestTypedFields)
+#include "tst_typed_fields.moc"
