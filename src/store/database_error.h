@@ -28,6 +28,7 @@ enum class ErrorNumber : int {
     Internal = 3146,
     TextTooLong = 3163,
     RecordDeleted = 3167,
+    RecordChanged = 3197,
     FileExists = 3204,
     Locked = 3260,
     FieldNotFound = 3265,

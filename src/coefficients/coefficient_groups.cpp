@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "coefficients/coefficient_groups.h"
+
+#include "store/database.h"
+#include "store/schema.h"
+
+namespace zelto::coefficients {
+
+using store::TableRecordset;
+
+const QStringList& groupNames()
+{
+    static const QStringList names{QStringLiteral("Ambiente"),       QStringLiteral("Destinazione"),
+                                   QStringLiteral("Orientamento"),   QStringLiteral("Prospetto"),
+                                   QStringLiteral("Luminosità"),     QStringLiteral("Funzionalità"),
+                                   QStringLiteral("Piano riduttore")};
+    return names;
+}
+
+namespace {
+
+/// On its only record, one of blanks that is added if there is none.
+TableRecordset openGroups(store::Database& lavoro)
+{
+    TableRecordset record = lavoro.openTable(store::TabellaVariabili);
+    if (record.EndOfFile()) {
+        store::addBlankGroups(lavoro);
+        record.MoveFirst();
+    }
+    return record;
+}
+
+GroupTexts readGroups(const TableRecordset& record)
+{
+    GroupTexts groups;
+    for (int group = 0; group < NumGroups; ++group)
+        groups.at(static_cast<std::size_t>(group)) = record.text(group);
+    return groups;
+}
+
+} // namespace
+
+GroupTexts loadGroups(store::Database& lavoro)
+{
+    return readGroups(openGroups(lavoro));
+}
+
+void saveGroups(store::Database& lavoro, const GroupTexts& groups, const GroupTexts& loaded)
+{
+    TableRecordset record = openGroups(lavoro);
+    if (readGroups(record) != loaded)
+        throw store::DatabaseError(
+            store::ErrorNumber::RecordChanged,
+            QStringLiteral("I coefficienti del lavoro sono stati cambiati da "
+                           "un altro programma. Annullare e riaprire la "
+                           "finestra per vederli."));
+    record.Edit();
+    for (int group = 0; group < NumGroups; ++group)
+        record.setField(group,
+                        store::Value::nullIfEmpty(groups.at(static_cast<std::size_t>(group))));
+    record.Update();
+}
+
+} // namespace zelto::coefficients

@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "coefficients/ui/dati_generali.h"
+#include "coefficients/ui/variabili.h"
+#include "store/master_database.h"
+#include "store/settings.h"
+#include "store/store_fixture.h"
+#include "support/dump.h"
+#include "support/scripted_user.h"
+#include "widgets/grid.h"
+#include "widgets/typed_line.h"
+#include "widgets/typed_text.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+using namespace zelto;
+using coefficients::DatiGenerali;
+using coefficients::Variabili;
+
+namespace {
+
+/// A job, a user, and the screen under test; every test has one of its own.
+class Desk
+{
+public:
+    Desk() : job(store::Database::open(folder.newJob())) {}
+
+    void showVariabili() { show(std::make_unique<Variabili>(job, master, user, settings)); }
+    void showDatiGenerali() { show(std::make_unique<DatiGenerali>(job, user, settings)); }
+
+    template <typename Widget>
+    Widget& find(const QString& name)
+    {
+        auto* found = screen->findChild<Widget*>(name);
+        if (found == nullptr)
+            qFatal("%s is missing", qPrintable(name));
+        return *found;
+    }
+    widgets::Grid& grid() { return find<widgets::Grid>(u"Lavori"_s); }
+    QPushButton& button(const QString& name) { return find<QPushButton>(name); }
+
+    /// Clicks a button, or presses Esc, or closes the window.
+    void finish(const QString& how)
+    {
+        if (how == u"Esc")
+            QTest::keyClick(screen.get(), Qt::Key_Escape);
+        else if (how == u"close")
+            screen->close();
+        else
+            QTest::mouseClick(&button(how), Qt::LeftButton);
+    }
+
+    /// Types into the cell of the grid, beginning with the grid's own key.
+    void type(int row, int column, const QString& text)
+    {
+        grid().setFocus();
+        grid().setCurrentCell(row, column);
+        QTest::keyClicks(&grid(), text.left(1));
+        QTest::keyClicks(QApplication::focusWidget(), text.mid(1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    }
+    [[nodiscard]] QString dump() { return test::dumpOf(job); }
+
+    test::JobFolder folder;
+    store::Database job;
+    test::ScriptedUser user{folder.file({})};
+    store::MasterDatabase master{QStringLiteral(MASTER)};
+    store::Settings settings{folder.file(u"Zelto.ini"_s)};
+    std::unique_ptr<widgets::EditDialog> screen;
+
+private:
+    void show(std::unique_ptr<widgets::EditDialog> shown)
+    {
+        screen = std::move(shown);
+        screen->show();
+        if (!QTest::qWaitForWindowActive(screen.get()))
+            qFatal("the screen does not appear");
+    }
+};
+
+const QString Question = u"ask: Vuoi salvare i cambiamenti?"_s;
+
+/// Controls without a name below the object, as assistive technology sees them.
+QStringList nameless(QAccessibleInterface* object)
+{
+    QStringList found;
+    const QAccessible::State state = object->state();
+    const bool isControl =
+        state.focusable && !state.invisible && object->role() != QAccessible::Cell;
+    if (isControl && object->text(QAccessible::Name).isEmpty())
+        found << QString::fromLatin1(object->object()->metaObject()->className()) +
+                     object->object()->objectName();
+    if (object->role() == QAccessible::Table)
+        return found;
+    for (int child = 0; child < object->childCount(); ++child)
+        found += nameless(object->child(child));
+    return found;
+}
+
+} // namespace
+
+class TestEditScreens : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    /// Every way out of a changed screen, with the answer to its question.
+    void leaving_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("yes");
+        QTest::addColumn<QString>("said");
+        QTest::addColumn<bool>("stored");
+        QTest::addColumn<bool>("open");
+        QTest::addRow("Applica") << u"BtApplica"_s << true << Question << true << true;
+        QTest::addRow("Applica, No") << u"BtApplica"_s << false << Question << false << true;
+        QTest::addRow("OK") << u"BtOK"_s << true << Question << true << false;
+        QTest::addRow("OK, No") << u"BtOK"_s << false << Question << false << false;
+        QTest::addRow("close box") << u"close"_s << true << Question << true << false;
+        QTest::addRow("Annulla") << u"BtAnnulla"_s << true << QString() << false << false;
+        QTest::addRow("Esc") << u"Esc"_s << true << QString() << false << false;
+    }
+    void leaving()
+    {
+        QFETCH(QString, how);
+        QFETCH(bool, yes);
+        QFETCH(bool, stored);
+        Desk desk;
+        for (const bool variabili : {true, false}) {
+            variabili ? desk.showVariabili() : desk.showDatiGenerali();
+            const QString before = desk.dump();
+            QVERIFY(!desk.button(u"BtApplica"_s).isEnabled());
+            if (variabili)
+                desk.type(0, 0, u"1.05"_s);
+            else
+                QTest::keyClicks(&desk.find<widgets::TypedLine>(u"Dati0"_s), u"Via"_s);
+            QVERIFY(desk.button(u"BtApplica"_s).isEnabled());
+            QCOMPARE(desk.dump(), before);
+            desk.user.saysYes = yes;
+            desk.finish(how);
+            QTEST(desk.user.said(), "said");
+            QTEST(desk.screen->isVisible(), "open");
+            QCOMPARE(desk.dump() != before, stored);
+            QCOMPARE(desk.screen->isChanged(), !yes && how == u"BtApplica");
+            desk.screen->reject();
+        }
+    }
+
+    void unchangedScreensCloseWithoutAsking()
+    {
+        Desk desk;
+        desk.showVariabili();
+        QTest::mouseDClick(desk.grid().viewport(), Qt::LeftButton, {}, {40, 5});
+        QVERIFY(desk.grid().isEditing());
+        desk.finish(u"BtOK"_s);
+        QVERIFY(!desk.screen->isVisible());
+        QCOMPARE(desk.user.said(), QString());
+    }
+
+    /// What was shown comes back as the grid writes it, the rest exactly as it was.
+    void groupsAreWrittenBack()
+    {
+        Desk desk;
+        desk.job.Execute(u"UPDATE Variabili SET Var0 = 'x', Var2 = '1' || char(9) || 'A' || "
+                         "char(9) || 'Alto' || char(9) || 'resto', Var3 = NULL, Var4 = 'y'"_s);
+        desk.showVariabili();
+        QCOMPARE(desk.find<QPlainTextEdit>(u"Text1"_s).toPlainText(),
+                 desk.master.groupDescriptions().at(1));
+        QTest::keyClick(&desk.grid(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(desk.find<QTabBar>(u"TabStrip1"_s).currentIndex(), 1);
+        QCOMPARE(desk.grid().cells().text(0, 2), u"Alto"_s);
+        desk.type(0, 1, u"B"_s);
+        desk.find<QTabBar>(u"TabStrip1"_s).setCurrentIndex(5);
+        desk.find<QTabBar>(u"TabStrip1"_s).setCurrentIndex(1);
+        QCOMPARE(desk.grid().cells().text(0, 1), u"B"_s);
+        desk.finish(u"BtOK"_s);
+        QVERIFY(desk.dump().contains(
+            u"Variabili: [x] [\t\t\r\n] [1\tB\tAlto\r\n] - [y] [ ] [\t\t\r\n]"));
+    }
+
+    void codesOfStaircases()
+    {
+        Desk desk;
+        desk.showDatiGenerali();
+        desk.find<QTabWidget>(u"TabStrip1"_s).setCurrentIndex(2);
+        QCOMPARE(desk.grid().cells().rowCount(), 99);
+        desk.type(2, 0, u"AB"_s);
+        const QModelIndex cell = desk.grid().cells().index(2, 0);
+        QVERIFY(cell.data(Qt::ToolTipRole).toString().contains(u"«AB»"));
+        QVERIFY(desk.find<QLabel>(u"Stato"_s).text().contains(u"Riga 3"));
+        desk.type(2, 0, u"C"_s);
+        QCOMPARE(desk.find<QLabel>(u"Stato"_s).text(), QString());
+        desk.type(2, 2, u"1,5x"_s); // what the column does not take stays out
+        QCOMPARE(desk.grid().cells().text(2, 2), u"15"_s);
+        desk.finish(u"BtApplica"_s);
+        const QString codes = desk.job.openTable(u"Dati Generali").text(16);
+        QCOMPARE(codes.count(u"\r\n"_s), 99);
+        QVERIFY(codes.startsWith(u"\t\t\r\n\t\t\r\nC\t\t15\r\n"));
+    }
+
+    /// A date that is none keeps the screen open, is named, and loses nothing.
+    void wrongDate()
+    {
+        Desk desk;
+        desk.showDatiGenerali();
+        auto& date = desk.find<widgets::TypedLine>(u"Dati3"_s);
+        date.setFocus();
+        QTest::keyClicks(&date, u"31022013"_s);
+        desk.finish(u"BtOK"_s);
+        QVERIFY(desk.screen->isVisible());
+        QVERIFY(desk.find<QLabel>(u"Stato"_s).text().contains(u"31022013"));
+        QTRY_VERIFY(date.hasFocus());
+        date.selectAll();
+        QTest::keyClicks(&date, u"28022013"_s);
+        QTest::keyClick(&date, Qt::Key_Return);
+        QCOMPARE(date.text(), u"28/02/2013"_s);
+        QCOMPARE(desk.find<QLabel>(u"Stato"_s).text(), QString());
+        desk.finish(u"BtOK"_s);
+        QCOMPARE(desk.job.openTable(u"Dati Generali").text(4), u"2013-02-28"_s);
+    }
+
+    /// A job that another program changed or holds: reported, and the screen keeps what was typed.
+    void failureToStore()
+    {
+        Desk desk;
+        desk.showVariabili();
+        desk.type(0, 0, u"1.05"_s);
+        desk.job.Execute(u"UPDATE Variabili SET Var1 = 'altro'"_s);
+        desk.finish(u"BtOK"_s);
+        QCOMPARE(desk.user.said(), Question + u"\nreport: 3197"_s);
+        QVERIFY(desk.screen->isVisible() && desk.screen->isChanged());
+        QCOMPARE(desk.grid().cells().text(0, 0), u"1.05"_s);
+        desk.screen->reject();
+
+        desk.showDatiGenerali();
+        QTest::keyClicks(&desk.find<widgets::TypedText>(u"Dati2"_s), u"Note"_s);
+        desk.job.Execute(u"PRAGMA query_only = 1"_s);
+        desk.finish(u"BtApplica"_s);
+        QVERIFY(desk.user.said().startsWith(Question + u"\nreport: "_s));
+        QVERIFY(desk.screen->isChanged());
+        QCOMPARE(desk.find<widgets::TypedText>(u"Dati2"_s).storedText(), u"Note"_s);
+        desk.job.Execute(u"PRAGMA query_only = 0"_s);
+        desk.finish(u"BtApplica"_s);
+        QCOMPARE(desk.job.openTable(u"Dati Generali").text(3), u"Note"_s);
+    }
+
+    void widthsAreRemembered()
+    {
+        Desk desk;
+        desk.showVariabili();
+        desk.grid().setWidthInTwips(3, 30);
+        desk.finish(u"Esc"_s);
+        QCOMPARE(desk.settings.LeggiIni(u"Variabili"_s, u"Colonna3"_s), u"50"_s);
+        desk.showVariabili();
+        QVERIFY(desk.grid().widthInTwips(3) <= 60);
+        desk.screen->close();
+        desk.showDatiGenerali();
+        desk.screen->close();
+        QVERIFY(desk.settings.LeggiIni(u"DatiGenerali"_s, u"colonna0"_s).toInt() > 0);
+    }
+
+    void everyControlHasAName()
+    {
+        QAccessible::setActive(true);
+        Desk desk;
+        desk.showVariabili();
+        QCOMPARE(nameless(QAccessible::queryAccessibleInterface(desk.screen.get())), QStringList());
+        desk.screen->close();
+        desk.showDatiGenerali();
+        auto& tabs = desk.find<QTabWidget>(u"TabStrip1"_s);
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            tabs.setCurrentIndex(tab);
+            QCOMPARE(nameless(QAccessible::queryAccessibleInterface(desk.screen.get())),
+                     QStringList());
+        }
+    }
+
+    /// The Tab key goes through the first page from top to bottom, then to the buttons.
+    void tabOrder()
+    {
+        Desk desk;
+        desk.showDatiGenerali();
+        QStringList order;
+        for (int i = 0; i < 7; ++i) {
+            order << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(order.join(u' '), u"Dati0 Dati1 Dati2 Dati3 Dati4 BtAnnulla BtOK"_s);
+    }
+};
+
+QTEST_MAIN(TestEditScreens)
+#include "tst_edit_screens.moc"
