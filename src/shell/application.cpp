@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/application.h"
 
+#include "coefficients/ui/dati_generali.h"
+#include "coefficients/ui/variabili.h"
 #include "shell/dialogs.h"
 #include "shell/file_menu.h"
 #include "store/application_folder.h"
@@ -40,6 +42,8 @@ void Application::connectWindow()
             [this](int fileEntry) { reportingErrors([this, fileEntry] { carryOut(fileEntry); }); });
     // Later, so that the program dragged from does not wait for our dialogs.
     connect(&m_window, &MainWindow::jobDropped, this, &Application::open, Qt::QueuedConnection);
+    connect(&m_window, &MainWindow::screenRequested, this,
+            [this](const QString& key) { reportingErrors([this, &key] { showScreen(key); }); });
     connect(&m_window, &MainWindow::aboutRequested, this,
             [this] { m_dialogs.showAbout(&m_window); });
     connect(&m_window, &MainWindow::closing, this, &Application::shutDown);
@@ -92,6 +96,20 @@ void Application::leggiRecent(int entry)
 {
     if (!refusedByDocuments())
         m_jobFiles.LeggiRecent(entry);
+}
+
+void Application::showScreen(const QString& key)
+{
+    store::OpenJob& job = m_jobFiles.job();
+    if (!job.isOpen())
+        m_jobFiles.ApriLavoro();
+    if (!job.isOpen())
+        return;
+    store::Database& lavoro = job.JobDatabase();
+    if (key == u"Variabili")
+        coefficients::Variabili(lavoro, m_master, m_window, m_settings, &m_window).exec();
+    else
+        coefficients::DatiGenerali(lavoro, m_window, m_settings, &m_window).exec();
 }
 
 bool Application::refusedByDocuments()

@@ -51,6 +51,7 @@ private:
     void connectWindow();
     void carryOut(int fileEntry);
     void leggiRecent(int entry);
+    void showScreen(const QString& key);
     [[nodiscard]] bool refusedByDocuments();
     void reportingErrors(const std::function<void()>& action);
     void shutDown();

@@ -44,7 +44,9 @@ MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
     setWindowIcon(icon(QStringLiteral("zelto")));
     menuBar()->addMenu(m_menuFile);
     buildHelpMenu();
-    addToolBar(new Toolbar(this));
+    auto* toolbar = new Toolbar(this);
+    connect(toolbar, &Toolbar::chosen, this, &MainWindow::screenRequested);
+    addToolBar(toolbar);
     setStatusBar(m_stato);
     m_documents->setAccessibleName(QStringLiteral("Finestre del lavoro"));
     setCentralWidget(m_documents);
@@ -85,14 +87,20 @@ QMdiSubWindow& MainWindow::addDocumentWindow(QWidget* screen)
     return *frame;
 }
 
+QWidget* MainWindow::frontWindow()
+{
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : this;
+}
+
 QString MainWindow::ShowFileDialog(const store::FileDialogRequest& request)
 {
-    return m_dialogs.chooseFile(this, request);
+    return m_dialogs.chooseFile(frontWindow(), request);
 }
 
 bool MainWindow::askYesNo(const QString& question)
 {
-    return m_dialogs.askYesNo(this, question);
+    return m_dialogs.askYesNo(frontWindow(), question);
 }
 
 // Other windows get to paint themselves; what the user types or clicks waits for the end of the
@@ -141,18 +149,18 @@ void MainWindow::SetStatus(const QString& text, bool busy)
 
 void MainWindow::showMessage(const QString& text)
 {
-    m_dialogs.showMessage(this, text);
+    m_dialogs.showMessage(frontWindow(), text);
 }
 
 void MainWindow::showError(const QString& text)
 {
-    m_dialogs.showError(this, text);
+    m_dialogs.showError(frontWindow(), text);
 }
 
 void MainWindow::ReportError(const std::exception& error)
 {
     QApplication::beep();
-    m_dialogs.showError(this, errorReportText(error));
+    m_dialogs.showError(frontWindow(), errorReportText(error));
 }
 
 bool MainWindow::event(QEvent* event)

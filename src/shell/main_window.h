@@ -59,6 +59,8 @@ signals:
     /// A job's file was dropped on the window.
     void jobDropped(const QString& path);
     void aboutRequested();
+    /// The screen of a toolbar key was asked for.
+    void screenRequested(const QString& key);
     /// The window is about to close for good.
     void closing();
 
@@ -70,6 +72,8 @@ protected:
 
 private:
     void buildHelpMenu();
+    /// Messages stand over a modal screen, if there is one.
+    [[nodiscard]] QWidget* frontWindow();
     void shadeDocuments();
 
     const store::RecentJobs& m_recentJobs;

@@ -20,17 +20,19 @@ Toolbar::Toolbar(QWidget* parent) : QToolBar(QStringLiteral("Barra degli strumen
     addButton(QStringLiteral("Variabili"), QStringLiteral("Variabili"),
               QStringLiteral("Coefficienti del lavoro"), QStringLiteral("variabili"));
     addButton(QStringLiteral("Parametri"), QStringLiteral("Parametri"),
-              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"));
+              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"))
+        ->setEnabled(false);
 }
 
-void Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
-                        const QString& iconName)
+QAction* Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
+                            const QString& iconName)
 {
     QAction* button = addAction(icon(iconName), caption);
     button->setObjectName(key);
     button->setToolTip(hint);
     button->setStatusTip(hint);
-    button->setEnabled(false);
+    connect(button, &QAction::triggered, this, [this, key] { emit chosen(key); });
+    return button;
 }
 
 } // namespace zelto::shell

@@ -14,9 +14,13 @@ class Toolbar : public QToolBar
 public:
     explicit Toolbar(QWidget* parent = nullptr);
 
+signals:
+    /// The user wants the screen of the key.
+    void chosen(const QString& key);
+
 private:
-    void addButton(const QString& key, const QString& caption, const QString& hint,
-                   const QString& iconName);
+    QAction* addButton(const QString& key, const QString& caption, const QString& hint,
+                       const QString& iconName);
 };
 
 } // namespace zelto::shell

@@ -9,7 +9,7 @@
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QSignalSpy>
-#include <QToolBar>
+#include <QTimer>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -64,9 +64,36 @@ private slots:
         session.verifyIdle({});
         for (int k = 12; k <= 16; ++k)
             QVERIFY(!session.entry(k).isVisible());
-        for (const QAction* button : session.window().findChild<QToolBar*>()->actions())
-            QVERIFY(!button->isEnabled());
         QVERIFY(session.dialogs.shown().isEmpty());
+    }
+
+    /// A screen needs a job: the button asks for one, and shows the screen over it.
+    void toolbarScreens_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addRow("DatiGenerali") << u"Dati generali"_s;
+        QTest::addRow("Variabili") << u"Dettaglio variabili"_s;
+    }
+    void toolbarScreens()
+    {
+        const Installation installation;
+        Session session(installation);
+        const QString key = QString::fromLatin1(QTest::currentDataTag());
+        QToolButton* button = session.toolbarButton(key);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(session.dialogs.shown(), u"file: Selezionare codice lavoro"_s);
+
+        session.dialogs.files << installation.newJob(u"A.ZLT"_s);
+        QString caption;
+        QTimer::singleShot(0, &session.window(), [&caption] {
+            QWidget* screen = QApplication::activeModalWidget();
+            caption = screen->windowTitle();
+            QTest::keyClick(screen, Qt::Key_Escape);
+        });
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTEST(caption, "caption");
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        session.verifyIdle(installation.job(u"A.ZLT"_s));
     }
 
     /// Answers that need no window come without a display.

@@ -13,6 +13,8 @@
 #include <QMenuBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
+#include <QToolButton>
 
 namespace zelto::test {
 
@@ -83,6 +85,13 @@ public:
         QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&entry(index)).center());
     }
     void choose(shell::FileEntry index) { choose(static_cast<int>(index)); }
+
+    /// The toolbar's button of a screen.
+    [[nodiscard]] QToolButton* toolbarButton(const QString& key)
+    {
+        auto* bar = window().findChild<QToolBar*>();
+        return qobject_cast<QToolButton*>(bar->widgetForAction(bar->findChild<QAction*>(key)));
+    }
 
     /// What a panel of the status bar says, 1 to 3.
     [[nodiscard]] QString panel(int number)
