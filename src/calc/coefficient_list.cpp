@@ -4,6 +4,8 @@
 #include "text/decimal_text.h"
 #include "text/table_text.h"
 
+#include <algorithm>
+
 namespace zelto::calc {
 
 CoefficientList::CoefficientList(QStringView tableText)
@@ -25,6 +27,13 @@ double CoefficientList::resolve(std::string_view field)
     if (known != m_resolved.end())
         return known->second;
     return m_resolved.emplace(std::string{field}, lookUp(field)).first->second;
+}
+
+bool CoefficientList::knows(std::string_view reference) const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(), [&](const std::string& entry) {
+        return entry.starts_with(reference);
+    });
 }
 
 double CoefficientList::lookUp(std::string_view reference) const

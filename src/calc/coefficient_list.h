@@ -27,6 +27,9 @@ public:
     /// entry that it opens, any other as the number it begins with. What resolves to nothing is 0.
     double resolve(std::string_view field);
 
+    /// Whether an entry begins with the reference.
+    [[nodiscard]] bool knows(std::string_view reference) const;
+
 private:
     [[nodiscard]] double lookUp(std::string_view reference) const;
 

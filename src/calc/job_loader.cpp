@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/job_loader.h"
 
-#include "calc/coefficient_list.h"
 #include "calc/shares.h"
 #include "store/schema.h"
 #include "text/decimal_text.h"
@@ -10,7 +9,6 @@
 #include <QDate>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace zelto::calc {
@@ -18,10 +16,6 @@ namespace zelto::calc {
 namespace {
 
 using store::TableRecordset;
-
-/// The coefficient lists 1 to 6; list 0, the room names, takes no part in the calculation.
-constexpr int NumListe = 6;
-using Liste = std::array<CoefficientList, NumListe>;
 
 /// Lines of the table of codes that are looked at.
 constexpr int MaxCodici = 1000;
@@ -35,18 +29,6 @@ float toSingle(double number)
 QString nomeUnita(const UnitaImmobiliare& unita)
 {
     return QStringLiteral("L'unità %1 (%2)").arg(QString::number(unita.RifUI), unita.Riferimento);
-}
-
-Liste leggiListe(store::Database& lavoro)
-{
-    Liste liste;
-    TableRecordset variabili = lavoro.openTable(store::TabellaVariabili);
-    if (variabili.EndOfFile())
-        return liste;
-    for (int k = 1; k <= NumListe; ++k)
-        if (!variabili.isNull(k))
-            liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
-    return liste;
 }
 
 std::vector<CodiceScala> leggiCodici(const QString& tableText)
@@ -166,10 +148,22 @@ store::QueryRecordset cercaUnita(store::Database& lavoro, int rifUI)
 
 } // namespace
 
+Liste CaricaListe(store::Database& lavoro)
+{
+    Liste liste;
+    TableRecordset variabili = lavoro.openTable(store::TabellaVariabili);
+    if (variabili.EndOfFile())
+        return liste;
+    for (int k = 1; k <= NumListe; ++k)
+        if (!variabili.isNull(k))
+            liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
+    return liste;
+}
+
 ModelloLavoro CaricaLavoro(store::Database& lavoro)
 {
     ModelloLavoro modello;
-    Liste liste = leggiListe(lavoro);
+    Liste liste = CaricaListe(lavoro);
     leggiDatiGenerali(lavoro, modello);
     leggiElencoUnita(lavoro, modello);
 
@@ -184,7 +178,7 @@ void RicaricaUnita(store::Database& lavoro, ModelloLavoro& modello, int rifUI)
 {
     ModelloLavoro nuovo = modello;
     std::erase_if(nuovo.unita, [&](const UnitaImmobiliare& unita) { return unita.RifUI == rifUI; });
-    Liste liste = leggiListe(lavoro);
+    Liste liste = CaricaListe(lavoro);
     TableRecordset vani = lavoro.openTable(store::TabellaVani);
     vani.setIndex(store::IndicePrimario);
     store::QueryRecordset record = cercaUnita(lavoro, rifUI);

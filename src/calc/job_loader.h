@@ -2,8 +2,11 @@
 #pragma once
 
 #include "calc/calc_error.h"
+#include "calc/coefficient_list.h"
 #include "calc/modello_lavoro.h"
 #include "store/database.h"
+
+#include <array>
 
 namespace zelto::calc {
 
@@ -11,6 +14,13 @@ namespace zelto::calc {
 /// sizes of every room. Throws CalcError for a job beyond the limits of the model (300 units, 50
 /// rooms in a unit) or with sizes beyond any number, and DatabaseError for what cannot be read.
 ModelloLavoro CaricaLavoro(store::Database& lavoro);
+
+/// The coefficient lists 1 to 6; list 0, the room names, takes no part in the calculation.
+inline constexpr int NumListe = 6;
+using Liste = std::array<CoefficientList, NumListe>;
+
+/// The lists that the references in a job's rooms are resolved by.
+Liste CaricaListe(store::Database& lavoro);
 
 /// Brings one unit of a loaded job up to date after it was changed, added or deleted, by its
 /// number. The rest of the job must not have changed since it was loaded. Throws as CaricaLavoro
