@@ -118,8 +118,10 @@ void typeInCell(benchmark::State& state)
 {
     widgets::Grid grid({}, {{.header = QStringLiteral("A"), .maxLength = 10}},
                        widgets::Grid::AtEnd::Stays);
+    std::vector<widgets::GridRow> rows;
     for (int row = 1; row <= 300; ++row)
-        grid.cells().appendRow(QString::number(row), {cellText(row, 1)});
+        rows.push_back({.number = QString::number(row), .cells = {cellText(row, 1)}});
+    grid.cells().setRows(rows);
     grid.resize(700, 600);
     grid.show();
     QApplication::processEvents();

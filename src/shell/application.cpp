@@ -3,12 +3,16 @@
 
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
+#include "register/ui/parametri.h"
 #include "shell/dialogs.h"
 #include "shell/file_menu.h"
+#include "shell/job_figures.h"
+#include "shell/program_launcher.h"
 #include "store/application_folder.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileInfo>
+#include <QMdiSubWindow>
 
 namespace zelto::shell {
 
@@ -107,14 +111,41 @@ void Application::showScreen(const QString& key)
         return;
     store::Database& lavoro = job.JobDatabase();
     if (key == u"Variabili")
-        coefficients::Variabili(lavoro, m_master, m_window, m_settings, &m_window).exec();
+        showModal(coefficients::Variabili(lavoro, m_master, m_window, m_settings, &m_window));
+    else if (key == u"DatiGenerali")
+        showModal(coefficients::DatiGenerali(lavoro, m_window, m_settings, &m_window));
     else
-        coefficients::DatiGenerali(lavoro, m_window, m_settings, &m_window).exec();
+        showParametri(lavoro);
+}
+
+/// What it stores may change what the parameters screen says of its units.
+void Application::showModal(widgets::EditDialog&& screen)
+{
+    screen.exec();
+    if (m_parametri)
+        m_parametri->refreshFigures();
+}
+
+void Application::showParametri(store::Database& lavoro)
+{
+    // One that was closed is there until it is deleted.
+    if (m_parametri && m_parametri->isVisible()) {
+        m_window.activateDocumentWindow(*m_parametri);
+        return;
+    }
+    m_parametri = new registro::Parametri(
+        {.lavoro = lavoro, .settings = m_settings, .user = m_window, .menu = m_window.mnuDxMouse()},
+        std::make_unique<JobFigures>(lavoro));
+    connect(m_parametri, &registro::Parametri::calculatorRequested, this,
+            [] { ProgramLauncher().ApriConProgramma(QStringLiteral("calc.exe")); });
+    m_window.addDocumentWindow(m_parametri).showMaximized();
 }
 
 bool Application::refusedByDocuments()
 {
-    const bool refused = m_window.HasDocumentWindows();
+    // A file that was dropped arrives later, perhaps when a screen has been opened.
+    const bool refused =
+        m_window.HasDocumentWindows() || QApplication::activeModalWidget() != nullptr;
     if (refused)
         m_window.showMessage(
             QStringLiteral("Chiudere finestre aperte prima di selezionale un altro lavoro"));

@@ -10,6 +10,7 @@
 #include "text/decimal_text.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -17,6 +18,14 @@
 namespace zelto::store {
 class ApplicationFolder;
 } // namespace zelto::store
+
+namespace zelto::registro {
+class Parametri;
+} // namespace zelto::registro
+
+namespace zelto::widgets {
+class EditDialog;
+} // namespace zelto::widgets
 
 namespace zelto::shell {
 
@@ -52,6 +61,8 @@ private:
     void carryOut(int fileEntry);
     void leggiRecent(int entry);
     void showScreen(const QString& key);
+    void showModal(widgets::EditDialog&& screen);
+    void showParametri(store::Database& lavoro);
     [[nodiscard]] bool refusedByDocuments();
     void reportingErrors(const std::function<void()>& action);
     void shutDown();
@@ -63,6 +74,7 @@ private:
     MainWindow m_window;
     store::JobFiles m_jobFiles;
     PrinterSetup m_printerSetup;
+    QPointer<registro::Parametri> m_parametri; ///< while it is open; its window owns it
     text::DecimalSeparators m_separators = text::DecimalSeparators::detect();
 };
 

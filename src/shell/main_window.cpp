@@ -87,6 +87,13 @@ QMdiSubWindow& MainWindow::addDocumentWindow(QWidget* screen)
     return *frame;
 }
 
+void MainWindow::activateDocumentWindow(const QWidget& screen)
+{
+    for (QMdiSubWindow* frame : m_documents->subWindowList())
+        if (frame->widget() == &screen)
+            m_documents->setActiveSubWindow(frame);
+}
+
 QWidget* MainWindow::frontWindow()
 {
     QWidget* modal = QApplication::activeModalWidget();

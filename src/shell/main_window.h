@@ -42,6 +42,9 @@ public:
     /// Puts a screen into the window, in a frame of its own that is deleted when it closes.
     QMdiSubWindow& addDocumentWindow(QWidget* screen);
 
+    /// Brings the frame of a screen in front of the others.
+    void activateDocumentWindow(const QWidget& screen);
+
     QString ShowFileDialog(const store::FileDialogRequest& request) override;
     bool askYesNo(const QString& question) override;
     void BeginBusy() override;

@@ -20,19 +20,17 @@ Toolbar::Toolbar(QWidget* parent) : QToolBar(QStringLiteral("Barra degli strumen
     addButton(QStringLiteral("Variabili"), QStringLiteral("Variabili"),
               QStringLiteral("Coefficienti del lavoro"), QStringLiteral("variabili"));
     addButton(QStringLiteral("Parametri"), QStringLiteral("Parametri"),
-              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"))
-        ->setEnabled(false);
+              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"));
 }
 
-QAction* Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
-                            const QString& iconName)
+void Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
+                        const QString& iconName)
 {
     QAction* button = addAction(icon(iconName), caption);
     button->setObjectName(key);
     button->setToolTip(hint);
     button->setStatusTip(hint);
     connect(button, &QAction::triggered, this, [this, key] { emit chosen(key); });
-    return button;
 }
 
 } // namespace zelto::shell

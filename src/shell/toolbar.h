@@ -19,8 +19,8 @@ signals:
     void chosen(const QString& key);
 
 private:
-    QAction* addButton(const QString& key, const QString& caption, const QString& hint,
-                       const QString& iconName);
+    void addButton(const QString& key, const QString& caption, const QString& hint,
+                   const QString& iconName);
 };
 
 } // namespace zelto::shell

@@ -75,13 +75,28 @@ QString GridModel::tableText() const
     return text::GridToText(table, {.lastRow = rowCount(), .lastColumn = columnCount()});
 }
 
-void GridModel::appendRow(const QString& number, const QStringList& cells)
+GridModel::Row GridModel::rowOf(const GridRow& content) const
 {
-    beginInsertRows({}, rowCount(), rowCount());
-    Row row{.number = number};
-    row.cells.assign(cells.begin(), cells.end());
+    Row row{.number = content.number};
+    row.cells.assign(content.cells.begin(), content.cells.end());
     row.cells.resize(m_columns.size());
-    m_rows.push_back(std::move(row));
+    return row;
+}
+
+void GridModel::setRows(const std::vector<GridRow>& rows)
+{
+    beginResetModel();
+    m_rows.clear();
+    m_rows.reserve(rows.size());
+    for (const GridRow& row : rows)
+        m_rows.push_back(rowOf(row));
+    endResetModel();
+}
+
+void GridModel::insertRow(int row, const GridRow& content)
+{
+    beginInsertRows({}, row, row);
+    m_rows.insert(m_rows.begin() + row, rowOf(content));
     endInsertRows();
 }
 

@@ -26,6 +26,13 @@ struct GridColumn
     Editing editing = Editing::InPlace;
 };
 
+/// One row: what the number column shows, and the cells.
+struct GridRow
+{
+    QString number;
+    QStringList cells;
+};
+
 /// The texts of a grid. Rows and columns count from 0 and leave out header and number column.
 class GridModel : public QAbstractTableModel
 {
@@ -57,8 +64,12 @@ public:
     /// The table text of all rows.
     [[nodiscard]] QString tableText() const;
 
-    /// A row behind the last one, never shaded.
-    void appendRow(const QString& number, const QStringList& cells = {});
+    /// Replaces all rows; none is shaded. Missing cells are empty.
+    void setRows(const std::vector<GridRow>& rows);
+
+    /// Rows put in later are never shaded.
+    void insertRow(int row, const GridRow& content);
+    void appendRow(const QString& number) { insertRow(rowCount(), {number, {}}); }
     void removeRow(int row);
     void clear();
 
@@ -81,6 +92,7 @@ private:
         bool shaded = false;
     };
 
+    [[nodiscard]] Row rowOf(const GridRow& content) const;
     [[nodiscard]] const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     [[nodiscard]] Row& row(int row) { return m_rows[static_cast<std::size_t>(row)]; }
 

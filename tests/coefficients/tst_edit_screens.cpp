@@ -4,13 +4,13 @@
 #include "store/master_database.h"
 #include "store/settings.h"
 #include "store/store_fixture.h"
+#include "support/accessible_names.h"
 #include "support/dump.h"
 #include "support/scripted_user.h"
 #include "widgets/grid.h"
 #include "widgets/typed_line.h"
 #include "widgets/typed_text.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -85,23 +85,6 @@ private:
 };
 
 const QString Question = u"ask: Vuoi salvare i cambiamenti?"_s;
-
-/// Controls without a name below the object, as assistive technology sees them.
-QStringList nameless(QAccessibleInterface* object)
-{
-    QStringList found;
-    const QAccessible::State state = object->state();
-    const bool isControl =
-        state.focusable && !state.invisible && object->role() != QAccessible::Cell;
-    if (isControl && object->text(QAccessible::Name).isEmpty())
-        found << QString::fromLatin1(object->object()->metaObject()->className()) +
-                     object->object()->objectName();
-    if (object->role() == QAccessible::Table)
-        return found;
-    for (int child = 0; child < object->childCount(); ++child)
-        found += nameless(object->child(child));
-    return found;
-}
 
 } // namespace
 
@@ -267,17 +250,15 @@ private slots:
 
     void everyControlHasAName()
     {
-        QAccessible::setActive(true);
         Desk desk;
         desk.showVariabili();
-        QCOMPARE(nameless(QAccessible::queryAccessibleInterface(desk.screen.get())), QStringList());
+        QCOMPARE(test::namelessControls(*desk.screen), QStringList());
         desk.screen->close();
         desk.showDatiGenerali();
         auto& tabs = desk.find<QTabWidget>(u"TabStrip1"_s);
         for (int tab = 0; tab < tabs.count(); ++tab) {
             tabs.setCurrentIndex(tab);
-            QCOMPARE(nameless(QAccessible::queryAccessibleInterface(desk.screen.get())),
-                     QStringList());
+            QCOMPARE(test::namelessControls(*desk.screen), QStringList());
         }
     }
 

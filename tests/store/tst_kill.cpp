@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A process that is killed in the middle of an operation on whole files leaves whole files. The
-// environment variable ZELTO_KILLS tells how often, for each operation.
+// A process that is killed in the middle of an operation on whole files leaves whole files.
 #include "store_fixture.h"
+#include "support/killed_process.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -21,30 +20,12 @@ private slots:
     void wholeAfterKill();
 
 private:
-    /// Kills the process at a moment of its work; false when it ended by itself.
-    static bool killed(const QStringList& arguments, unsigned long microseconds);
-
     /// Fails unless all files are whole; returns how many were still being written.
     static int checkFiles(const JobFolder& folder, const QString& rooms);
 
     /// All rooms of the job in that file.
     static QString roomsOf(const QString& path);
 };
-
-bool TestKill::killed(const QStringList& arguments, unsigned long microseconds)
-{
-    QProcess process;
-    process.start(QStringLiteral(KILL_TARGET), arguments);
-    if (!process.waitForReadyRead())
-        return false;
-    QThread::usleep(microseconds);
-    process.kill();
-    process.waitForFinished();
-    if (process.exitStatus() == QProcess::CrashExit)
-        return true;
-    qWarning("%s", process.readAllStandardError().constData());
-    return false;
-}
 
 QString TestKill::roomsOf(const QString& path)
 {
@@ -90,21 +71,19 @@ void TestKill::wholeAfterKill()
     QVERIFY(rooms.size() > 5000);
     arguments.insert(1, QFileInfo(job).path());
 
-    bool given = false;
-    const int wanted = qEnvironmentVariableIntValue("ZELTO_KILLS", &given);
-    const int kills = given ? wanted : 200;
     int unfinished = 0;
     int onlyBackup = 0;
-    for (int kill = 0; kill < kills; ++kill) {
-        QVERIFY(killed(arguments, QRandomGenerator::global()->bounded(60'000U)));
+    for (int kill = 0; kill < kills(); ++kill) {
+        QVERIFY(killed(QStringLiteral(KILL_TARGET), arguments,
+                       QRandomGenerator::global()->bounded(60'000U)));
         unfinished += checkFiles(folder, rooms);
         QFile::remove(folder.file(u"COPIA.ZLT"_s));
         if (!QFile::exists(job) && QFile::rename(backup, job))
             ++onlyBackup;
         QVERIFY(QFile::exists(job));
     }
-    qInfo("%d kills, %d while a file was being written, %d left the backup only", kills, unfinished,
-          onlyBackup);
+    qInfo("%d kills, %d while a file was being written, %d left the backup only", kills(),
+          unfinished, onlyBackup);
     QVERIFY(unfinished > 0);
     QVERIFY(onlyBackup == 0 || arguments.contains(u"plain"_s));
 }

@@ -96,6 +96,31 @@ private slots:
         session.verifyIdle(installation.job(u"A.ZLT"_s));
     }
 
+    /// One window, however often it is asked for; while it is open no other job is.
+    void parametersWindow()
+    {
+        const Installation installation;
+        Session session(installation);
+        session.application().open(installation.newJob(u"A.ZLT"_s));
+        QToolButton* button = session.toolbarButton(u"Parametri"_s);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::mouseClick(button, Qt::LeftButton);
+        const QList<QMdiSubWindow*> frames = session.window().findChildren<QMdiSubWindow*>();
+        QCOMPARE(frames.size(), 1);
+        QCOMPARE(frames.first()->windowTitle(), u"Parametri per millesimi"_s);
+        session.verifyIdle(installation.job(u"A.ZLT"_s));
+        session.choose(FileEntry::Apri);
+        QVERIFY(session.dialogs.shown().startsWith(u"message: Chiudere finestre aperte"));
+        QVERIFY(frames.first()->close());
+        QTRY_VERIFY(!session.window().HasDocumentWindows());
+        QTest::mouseClick(button, Qt::LeftButton);
+        QVERIFY(session.window().HasDocumentWindows());
+        session.dialogs.files << installation.job(u"A.ZLT"_s);
+        session.choose(FileEntry::Elimina);
+        QTRY_VERIFY(!session.window().HasDocumentWindows());
+        QCOMPARE(installation.jobs(), QStringList());
+    }
+
     /// Answers that need no window come without a display.
     void commandLine_data()
     {

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "register/register_change.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace zelto::store {
+class Database;
+} // namespace zelto::store
+
+namespace zelto::registro {
+
+/// A new text for one field of a unit; the ordinals are those of the table, 2 and up.
+struct UnitEdit
+{
+    int unit = 0;
+    int ordinal = 0;
+    QString text; ///< empty for Null
+};
+
+/// A new text for one field of a room; ordinals 3 and up.
+struct RoomEdit
+{
+    int position = 0;
+    int ordinal = 0;
+    QString text; ///< empty for Null
+};
+
+/// The building register of a job: adds, deletes, copies and changes units and rooms, and takes
+/// every change back. Each call is stored wholly or not at all, and says which records it changed;
+/// it throws DatabaseError when the job refuses.
+class Register
+{
+public:
+    /// The job outlives it.
+    explicit Register(store::Database& lavoro) : m_lavoro(lavoro) {}
+
+    /// A unit with one room, both empty. Its number follows the highest one, its key the last one.
+    RegisterChange AggiungiUI();
+
+    /// An empty room at the position behind the unit's last one.
+    RegisterChange AggiungiVano(int unit);
+
+    /// Deletes the units with their rooms, in the order given. Numbers that no unit has are passed
+    /// over, here and below.
+    RegisterChange EliminaUI(const QList<int>& units);
+    RegisterChange EliminaVano(int unit, const QList<int>& positions);
+
+    /// Copies each unit with its rooms under a new number; a unit without rooms gets an empty one.
+    RegisterChange DuplicaUI(const QList<int>& units);
+
+    /// Copies each room to the next free position. Where there is no such room, an empty one is
+    /// added.
+    RegisterChange DuplicaVano(int unit, const QList<int>& positions);
+
+    /// Stores the texts in the fields of units, or of one unit's rooms.
+    RegisterChange MemorizzaUI(const QList<UnitEdit>& edits);
+    RegisterChange MemorizzaVano(int unit, const QList<RoomEdit>& edits);
+
+    /// What undo() and redo() would do; empty when there is nothing.
+    [[nodiscard]] QString undoCaption() const;
+    [[nodiscard]] QString redoCaption() const;
+
+    /// Takes the last change back, and makes one taken back again. Throws RecordChanged when its
+    /// records are not as it left them; then nothing is done and all changes are forgotten.
+    RegisterChange undo();
+    RegisterChange redo();
+
+    /// From now on nothing can be undone.
+    void forgetChanges();
+
+private:
+    class Writer;
+
+    RegisterChange perform(const QString& caption, const std::function<void(Writer&)>& work);
+    RegisterChange replay(const RegisterChange& change);
+
+    store::Database& m_lavoro;
+    std::vector<RegisterChange> m_done;
+    std::vector<RegisterChange> m_undone;
+};
+
+} // namespace zelto::registro

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What an operation on the register did to its records.
+#pragma once
+
+#include "store/value.h"
+
+#include <QList>
+#include <QString>
+
+#include <vector>
+
+namespace zelto::registro {
+
+/// All fields of a unit or a room in their order.
+using Record = std::vector<store::Value>;
+
+/// Places of fields in a record.
+enum UnitField : int {
+    UnitKey,
+    UnitNumber,
+    UnitRiferimento,
+    UnitLivello,
+    UnitScala,
+    UnitHPiano,
+    UnitFlags
+};
+enum RoomField : int { RoomKey, RoomUnit, RoomPosition, RoomAmbiente, RoomConsistenza };
+
+/// One record before and after a change; empty where it did not or does not exist.
+struct RecordChange
+{
+    enum class Table { Units, Rooms };
+
+    Table table = Table::Units;
+    Record before;
+    Record after;
+
+    /// The fields of the record, after the change if it still exists.
+    [[nodiscard]] const Record& record() const { return after.empty() ? before : after; }
+
+    /// The number of the unit concerned.
+    [[nodiscard]] int unit() const;
+};
+
+/// The records that one operation changed, in its order.
+struct RegisterChange
+{
+    QString caption; ///< what was done, for the user
+    std::vector<RecordChange> records;
+
+    [[nodiscard]] bool isEmpty() const { return records.empty(); }
+
+    /// The units concerned, each once, in the order of their first change.
+    [[nodiscard]] QList<int> units() const;
+
+    /// The change that takes this one back.
+    [[nodiscard]] RegisterChange reversed() const;
+};
+
+} // namespace zelto::registro

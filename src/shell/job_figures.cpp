@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/job_figures.h"
+
+#include "reports/figures.h"
+#include "text/decimal_text.h"
+
+#include <algorithm>
+
+namespace zelto::shell {
+
+namespace {
+
+/// Above this, loading the whole job is quicker than its units one by one.
+constexpr qsizetype MostSingleUnits = 20;
+
+QString zeroRemark(const QString& text)
+{
+    return QStringLiteral("«%1» vale 0 nel calcolo.").arg(text);
+}
+
+} // namespace
+
+void JobFigures::reload()
+{
+    m_modello.reset();
+    m_liste.reset();
+    m_calculated = false;
+}
+
+void JobFigures::unitsChanged(const QList<int>& units)
+{
+    m_calculated = false;
+    if (!m_modello)
+        return;
+    if (units.size() > MostSingleUnits) {
+        m_modello.reset();
+        return;
+    }
+    try {
+        for (const int unit : units)
+            calc::RicaricaUnita(m_lavoro, *m_modello, unit);
+    } catch (const calc::CalcError&) {
+        // Loading the whole job will say what is wrong, or find that it has been put right.
+        m_modello.reset();
+    }
+}
+
+void JobFigures::calculate()
+{
+    m_calculated = true;
+    m_refusal.clear();
+    try {
+        if (!m_modello)
+            m_modello = calc::CaricaLavoro(m_lavoro);
+        m_consistenze = calc::calcolaConsistenze(*m_modello);
+        m_millesimi = calc::calcolaMillGen(m_consistenze);
+    } catch (const calc::CalcError& error) {
+        m_modello.reset();
+        m_refusal = error.description();
+    }
+}
+
+QString JobFigures::describe(int unit)
+{
+    if (!m_calculated)
+        calculate();
+    if (!m_modello)
+        return m_refusal;
+    const auto& unita = m_modello->unita;
+    const auto found = std::find_if(unita.begin(), unita.end(),
+                                    [&](const auto& one) { return one.RifUI == unit; });
+    if (found == unita.end())
+        return {};
+    const auto place = static_cast<std::size_t>(std::distance(unita.begin(), found));
+    return QStringLiteral("Consistenza %1 - Millesimi %2")
+        .arg(reports::MascheraTotaleUnita.format(m_consistenze.CTUI[place]).trimmed(),
+             reports::cifra(m_millesimi[place]).trimmed());
+}
+
+QString JobFigures::roomRemark(int coefficient, const QString& text)
+{
+    const std::string field = text.toStdString();
+    if (field.empty())
+        return {};
+    if (coefficient == 0)
+        return text::leadingNumber(field) == 0 ? zeroRemark(text) : QString();
+    if (!m_liste)
+        m_liste = calc::CaricaListe(m_lavoro);
+    calc::CoefficientList& lista = m_liste->at(static_cast<std::size_t>(coefficient - 1));
+    if (field.starts_with('[') && !lista.knows(field))
+        return QStringLiteral("«%1» non è nell'elenco dei coefficienti: vale 0 nel calcolo.")
+            .arg(text);
+    return lista.resolve(field) == 0 ? zeroRemark(text) : QString();
+}
+
+/// The ground floor's 0 is as it should be; a text that only reads as 0 is not.
+QString JobFigures::heightRemark(const QString& text)
+{
+    const bool isZero = std::all_of(text.begin(), text.end(),
+                                    [](QChar c) { return c == u'0' || c == u'.' || c == u','; });
+    const bool readsAsZero = text::leadingNumber(text) == 0;
+    return !text.isEmpty() && readsAsZero && !isZero ? zeroRemark(text) : QString();
+}
+
+} // namespace zelto::shell

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/store_fixture.h"
+
+namespace zelto::test {
+
+/// Units and rooms as "1 Int. 1: 1 Camera, 2; 2: 1", by unit number and position.
+inline QString registerText(store::Database& lavoro)
+{
+    QStringList units;
+    auto unit = lavoro.OpenRecordset(QStringLiteral(
+        "SELECT [Riferimento unità], Riferimento FROM [Unità immobiliari] ORDER BY Chiave"));
+    for (; !unit.EndOfFile(); unit.MoveNext()) {
+        QStringList rooms;
+        auto room = lavoro.OpenRecordset(
+            QStringLiteral("SELECT Posizione, Ambiente FROM Vani WHERE [Riferimento unità] = :1 "
+                           "ORDER BY Chiave"),
+            std::array{unit.field(0)});
+        for (; !room.EndOfFile(); room.MoveNext())
+            rooms << (room.text(0) + u' ' + room.text(1)).trimmed();
+        units << (unit.text(0) + u' ' + unit.text(1)).trimmed() + QStringLiteral(": ") +
+                     rooms.join(QStringLiteral(", "));
+    }
+    return units.join(QStringLiteral("; "));
+}
+
+} // namespace zelto::test

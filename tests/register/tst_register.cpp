@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "register/register.h"
+#include "register_fixture.h"
+#include "support/dump.h"
+
+#include <map>
+#include <random>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::registro;
+using zelto::store::Database;
+using zelto::test::dumpOf;
+using zelto::test::registerText;
+
+namespace {
+
+/// Runs one command of a test: "UI", "V 1", "-UI 1 2", "-V 1: 2 3", "+UI 1", "+V 1: 2",
+/// "u 1 Riferimento", "v 1: 2 Ambiente", "undo", "redo".
+void run(Register& registro, const QString& command)
+{
+    const QStringList words = QString(command).remove(u':').split(u' ');
+    const auto number = [&](int word) { return words.value(word).toInt(); };
+    const auto numbers = [&](int first) {
+        QList<int> all;
+        for (int word = first; word < words.size(); ++word)
+            all << number(word);
+        return all;
+    };
+    const std::map<QString, std::function<RegisterChange()>> commands{
+        {u"UI"_s, [&] { return registro.AggiungiUI(); }},
+        {u"V"_s, [&] { return registro.AggiungiVano(number(1)); }},
+        {u"-UI"_s, [&] { return registro.EliminaUI(numbers(1)); }},
+        {u"-V"_s, [&] { return registro.EliminaVano(number(1), numbers(2)); }},
+        {u"+UI"_s, [&] { return registro.DuplicaUI(numbers(1)); }},
+        {u"+V"_s, [&] { return registro.DuplicaVano(number(1), numbers(2)); }},
+        {u"u"_s,
+         [&] {
+             return registro.MemorizzaUI({{number(1), UnitRiferimento, words.value(2)}});
+         }},
+        {u"v"_s,
+         [&] {
+             return registro.MemorizzaVano(number(1), {{number(2), RoomAmbiente, words.value(3)}});
+         }},
+        {u"undo"_s, [&] { return registro.undo(); }},
+        {u"redo"_s, [&] { return registro.redo(); }}};
+    commands.at(words.front())();
+}
+
+/// The register as maps, as simply as can be.
+class Model
+{
+public:
+    std::map<int, std::pair<QString, std::map<int, QString>>> units{{1, {{}, {{1, {}}}}}};
+
+    void addUnit() { units[next(units)] = {{}, {{1, {}}}}; }
+    void addRoom(int unit)
+    {
+        auto& rooms = units.at(unit).second;
+        rooms[next(rooms)] = QString();
+    }
+    void copyUnit(int unit)
+    {
+        auto copy = units.at(unit);
+        if (copy.second.empty())
+            copy.second[1] = QString();
+        units[next(units)] = std::move(copy);
+    }
+    void copyRoom(int unit, int position)
+    {
+        auto& rooms = units.at(unit).second;
+        const QString name = rooms.contains(position) ? rooms.at(position) : QString();
+        rooms[next(rooms)] = name;
+    }
+    [[nodiscard]] QString text() const
+    {
+        QStringList all;
+        for (const auto& [number, unit] : units) {
+            QStringList rooms;
+            for (const auto& [position, name] : unit.second)
+                rooms << (QString::number(position) + u' ' + name).trimmed();
+            all << (QString::number(number) + u' ' + unit.first).trimmed() + u": "_s +
+                       rooms.join(u", "_s);
+        }
+        return all.join(u"; "_s);
+    }
+
+private:
+    template <typename Map>
+    static int next(const Map& map)
+    {
+        return map.empty() ? 1 : map.rbegin()->first + 1;
+    }
+};
+
+} // namespace
+
+class TestRegister : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_job.emplace(Database::open(m_folder.newJob(u"%1.ZLT"_s.arg(++m_jobs))));
+        m_register.emplace(*m_job);
+    }
+
+    /// From a new job, whose unit 1 has room 1.
+    void operations_data()
+    {
+        QTest::addColumn<QString>("commands");
+        QTest::addColumn<QString>("content");
+        const auto row = [](const char* name, const QString& commands, const QString& content) {
+            QTest::addRow("%s", name) << commands << content;
+        };
+        row("new unit", u"UI"_s, u"1: 1; 2: 1"_s);
+        row("highest number again", u"UI|-UI 2|UI"_s, u"1: 1; 2: 1"_s);
+        row("a gap in the numbers stays", u"UI|UI|-UI 2|UI"_s, u"1: 1; 3: 1; 4: 1"_s);
+        row("first unit", u"-UI 1|UI|u 1 A"_s, u"1 A: 1"_s);
+        row("a gap in the rooms stays", u"V 1|V 1|-V 1: 2|V 1"_s, u"1: 1, 3, 4"_s);
+        row("range of rooms", u"V 1|V 1|V 1|-V 1: 4 3 2"_s, u"1: 1"_s);
+        row("copy of a unit keeps positions", u"V 1|V 1|-V 1: 2|v 1: 3 Cucina|u 1 A|+UI 1"_s,
+            u"1 A: 1, 3 Cucina; 2 A: 1, 3 Cucina"_s);
+        row("copy of a unit without rooms", u"-V 1: 1|+UI 1"_s, u"1: ; 2: 1"_s);
+        row("copies of a range", u"UI|u 1 A|u 2 B|+UI 1 2"_s, u"1 A: 1; 2 B: 1; 3 A: 1; 4 B: 1"_s);
+        row("copy of a room", u"v 1: 1 Sala|V 1|+V 1: 1"_s, u"1: 1 Sala, 2, 3 Sala"_s);
+        row("copy of the empty row", u"-V 1: 1|+V 1: 0"_s, u"1: 1"_s);
+        row("what does not exist", u"-UI 7|+UI 7|-V 1: 9|u 7 A|v 1: 9 A"_s, u"1: 1"_s);
+        row("undo and redo", u"u 1 A|u 1 B|V 1|undo|undo|redo"_s, u"1 B: 1"_s);
+        row("a change after undo", u"u 1 A|undo|u 1 C|redo"_s, u"1 C: 1"_s);
+        row("nothing left to undo", u"undo|redo|u 1 A|undo|undo"_s, u"1: 1"_s);
+    }
+    void operations()
+    {
+        QFETCH(QString, commands);
+        for (const QString& command : commands.split(u'|'))
+            run(*m_register, command);
+        QTEST(registerText(*m_job), "content");
+    }
+
+    void keysAndNull()
+    {
+        for (const QString& command :
+             {u"UI"_s, u"V 2"_s, u"v 2: 2 Sala"_s, u"v 2: 2"_s, u"+UI 2"_s})
+            run(*m_register, command);
+        const QString dump = dumpOf(*m_job);
+        QVERIFY(dump.contains(u"Unità immobiliari: [    3] [3] - - - - -"));
+        QVERIFY(dump.contains(u"Vani: [    3    2] [3] [2] - - - - - - - -"));
+    }
+
+    void flagsAndSeveralCells()
+    {
+        const QString before = dumpOf(*m_job);
+        const RegisterChange change = m_register->MemorizzaUI(
+            {{1, UnitFlags, u"X         "_s}, {1, UnitLivello, u"Terra"_s}});
+        QCOMPARE(change.units(), QList{1});
+        QVERIFY(dumpOf(*m_job).contains(u"- [Terra] - - [X         ]"));
+        QVERIFY(m_register->undoCaption().contains(u"2 celle"));
+        m_register->undo();
+        QCOMPARE(dumpOf(*m_job), before);
+        QVERIFY(m_register->undoCaption().isEmpty());
+    }
+
+    /// One refused text, and nothing of its operation is stored or can be undone.
+    void refusals()
+    {
+        run(*m_register, u"V 1"_s);
+        const QString before = dumpOf(*m_job);
+        const QList<RoomEdit> edits{{1, RoomAmbiente, u"Sala"_s},
+                                    {2, RoomAmbiente, QString(16, u'x')}};
+        try {
+            m_register->MemorizzaVano(1, edits);
+            QFAIL("stored");
+        } catch (const zelto::store::DatabaseError& error) {
+            QCOMPARE(error.code(), 3163);
+        }
+        QCOMPARE(dumpOf(*m_job), before);
+        QCOMPARE(m_register->undoCaption(), u"Aggiungi vano"_s);
+    }
+
+    /// Another program's change in between is never overwritten by an undo.
+    void undoAfterAForeignChange()
+    {
+        run(*m_register, u"u 1 A"_s);
+        run(*m_register, u"V 1"_s);
+        m_job->Execute(u"UPDATE [Unità immobiliari] SET Riferimento = 'altro'"_s);
+        m_register->undo();
+        const QString before = dumpOf(*m_job);
+        try {
+            m_register->undo();
+            QFAIL("overwritten");
+        } catch (const zelto::store::DatabaseError& error) {
+            QCOMPARE(error.code(), 3197);
+        }
+        QCOMPARE(dumpOf(*m_job), before);
+        QVERIFY(m_register->undoCaption().isEmpty() && m_register->redoCaption().isEmpty());
+    }
+
+    /// Random operations agree with the model, and undoing all of them leads back to the start.
+    void randomWalk()
+    {
+        constexpr int Steps = 2000;
+        constexpr int Often = 20;
+        const QString start = dumpOf(*m_job);
+        std::mt19937 random(20'260'301);
+        const auto below = [&random](std::size_t limit) {
+            return static_cast<int>(random() % limit);
+        };
+        Model model;
+        for (int step = 0; step < Steps; ++step) {
+            if (model.units.empty() || below(8) == 0) {
+                run(*m_register, u"UI"_s);
+                model.addUnit();
+                continue;
+            }
+            auto chosen = std::next(model.units.begin(), below(model.units.size()));
+            const int unit = chosen->first;
+            const int position = 1 + below(4);
+            const QString text = u"t%1"_s.arg(below(5));
+            switch (below(7)) {
+            case 0:
+                run(*m_register, u"V %1"_s.arg(unit));
+                model.addRoom(unit);
+                break;
+            case 1:
+                run(*m_register, u"-UI %1"_s.arg(unit));
+                model.units.erase(chosen);
+                break;
+            case 2:
+                run(*m_register, u"-V %1: %2"_s.arg(unit).arg(position));
+                chosen->second.second.erase(position);
+                break;
+            case 3:
+                run(*m_register, u"+UI %1"_s.arg(unit));
+                model.copyUnit(unit);
+                break;
+            case 4:
+                run(*m_register, u"+V %1: %2"_s.arg(unit).arg(position));
+                model.copyRoom(unit, position);
+                break;
+            case 5:
+                run(*m_register, u"u %1 %2"_s.arg(unit).arg(text));
+                chosen->second.first = text;
+                break;
+            default:
+                run(*m_register, u"v %1: %2 %3"_s.arg(unit).arg(position).arg(text));
+                if (chosen->second.second.contains(position))
+                    chosen->second.second[position] = text;
+            }
+            if (step % Often == 0)
+                QCOMPARE(registerText(*m_job), model.text());
+        }
+        QCOMPARE(registerText(*m_job), model.text());
+        const QString end = dumpOf(*m_job);
+        while (!m_register->undoCaption().isEmpty())
+            m_register->undo();
+        QCOMPARE(dumpOf(*m_job), start);
+        while (!m_register->redoCaption().isEmpty())
+            m_register->redo();
+        QCOMPARE(dumpOf(*m_job), end);
+    }
+
+private:
+    zelto::test::JobFolder m_folder;
+    std::optional<Database> m_job;
+    std::optional<Register> m_register;
+    int m_jobs = 0;
+};
+
+QTEST_GUILESS_MAIN(TestRegister)
+#include "tst_register.moc"

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "register/register_lists.h"
+#include "register_fixture.h"
+
+using namespace Qt::StringLiterals;
+using namespace zelto::registro;
+using zelto::store::Database;
+
+namespace {
+
+QString numbersOf(const std::vector<UnitRow>& units)
+{
+    QString numbers;
+    for (const UnitRow& unit : units)
+        numbers += QString::number(unit.number);
+    return numbers;
+}
+
+/// "A: 3 Bar (1 Sala, 2 V:2)" for every staircase.
+QString treeText(const std::vector<TreeScala>& tree)
+{
+    QStringList scale;
+    for (const TreeScala& scala : tree) {
+        QString text = scala.code + u':';
+        for (const TreeUnit& unit : scala.units) {
+            text += u" %1 %2 ("_s.arg(unit.number).arg(unit.text);
+            for (const TreeRoom& room : unit.rooms)
+                text += u"%1 %2 "_s.arg(room.position).arg(room.text);
+            text = text.trimmed() + u')';
+        }
+        scale << text;
+    }
+    return scale.join(u" | "_s);
+}
+
+} // namespace
+
+class TestRegisterLists : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        zelto::test::RawFile file(m_folder.newJob());
+        file.run("DELETE FROM [Unità immobiliari]; DELETE FROM Vani;"
+                 "INSERT INTO [Unità immobiliari] VALUES"
+                 " ('    1', 1, 'Uno', 'Terra', 'A', '0', 'X x'), ('    2', 2, NULL, 'PRIMO', 'b', "
+                 "NULL, NULL),"
+                 " ('    4', 4, 'Quattro', 'Primo', NULL, NULL, NULL), ('    3', 3, 'Tre', "
+                 "'D''angolo', 'Z', NULL, NULL);"
+                 "INSERT INTO Vani (Chiave, [Riferimento unità], Posizione, Ambiente) VALUES"
+                 " ('    1    2', 1, 2, NULL), ('    1    1', 1, 1, 'Sala');"
+                 "UPDATE [Dati Generali] SET [Tabella 2] = ' Ascensore ', [Tabella 3] = '  ',"
+                 " [Tabella Codici] = 'A' || char(9) || 'Scala A' || char(13, 10, 13, 10) || 'B';"
+                 "UPDATE Variabili SET Var1 = '1.0' || char(9) || 'N' || char(13, 10) || '0.9' || "
+                 "char(13, 10),"
+                 " Var6 = NULL");
+    }
+
+    void filters_data()
+    {
+        QTest::addColumn<QString>("scala");
+        QTest::addColumn<QString>("livello");
+        QTest::addColumn<QString>("units");
+        QTest::addRow("none") << QString() << QString() << u"1234"_s;
+        QTest::addRow("blank entries") << u" "_s << u" "_s << u"1234"_s;
+        QTest::addRow("level, any case") << QString() << u"primo"_s << u"24"_s;
+        QTest::addRow("staircase, any case") << u"B"_s << QString() << u"2"_s;
+        QTest::addRow("both") << u"a"_s << u"Primo"_s << QString();
+        QTest::addRow("quote") << QString() << u"D'angolo"_s << u"3"_s;
+    }
+    void filters()
+    {
+        QFETCH(QString, scala);
+        QFETCH(QString, livello);
+        QTEST(numbersOf(readUnits(job(), {.scala = scala, .livello = livello})), "units");
+    }
+
+    void tree()
+    {
+        QCOMPARE(treeText(readTree(job(), {u"A"_s, u"B"_s})),
+                 u": 4 Quattro () | A: 1 Uno (1 Sala 2 V:2) | B: 2 UI:2 ()"_s);
+    }
+
+    void oneUnit()
+    {
+        QCOMPARE(readUnit(job(), 1).flags, u"X x"_s);
+        QCOMPARE(readUnit(job(), 9).number, 0);
+        QCOMPARE(readRooms(job(), 1).at(1).position, 2);
+        QVERIFY(readRooms(job(), 9).empty());
+    }
+
+    void pickers()
+    {
+        const RegisterLists lists = LeggiDatiGenerali(job());
+        QCOMPARE(lists.scale, QStringList({u"A"_s, u"B"_s}));
+        QCOMPARE(lists.livelli.size(), 3); // one of the two spellings of "Primo"
+        QCOMPARE(lists.tabelle[1], u"Ascensore"_s);
+        QCOMPARE(lists.tabelle[2], QString());
+        QCOMPARE(lists.coefficienti[0], QStringList({u"[N] 1.0"_s, u"0.9"_s}));
+        QVERIFY(lists.coefficienti[5].isEmpty());
+    }
+
+private:
+    Database& job()
+    {
+        if (!m_database)
+            m_database.emplace(Database::open(m_folder.file(u"LAVORO.ZLT"_s)));
+        return *m_database;
+    }
+
+    zelto::test::JobFolder m_folder;
+    std::optional<Database> m_database;
+};
+
+QTEST_GUILESS_MAIN(TestRegisterLists)
+#include "tst_register_lists.moc"
