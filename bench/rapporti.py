@@ -23,6 +23,9 @@ RATIOS = [
     ("avvio", "avviare la finestra / finestra vuota", 3.0),
     ("variabili", "aprire «Variabili» / QTableWidget nudo", 2.0),
     ("dati_generali", "aprire «Dati generali» / QTableWidget nudo", 2.0),
+    ("parametri", "aprire «Parametri» / albero e tabelle nudi", 3.0),
+    ("cella", "memorizzare una cella / UPDATE nudo", 1.5),
+    ("unita", "mostrare un'altra unità / leggerla", None),
     ("tasto", "un tasto in una cella / in un QLineEdit", None),  # a frame of the screen is 16 ms
 ]
 TO_MILLISECONDS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
@@ -77,7 +80,7 @@ def verdict(met):
 def report(binaries, folder):
     variables = environment(folder)
     times = medians(binaries / "zelto_bench", variables)
-    for program in ("zelto_startup_bench", "zelto_screens_bench"):
+    for program in ("zelto_startup_bench", "zelto_screens_bench", "zelto_register_bench"):
         times |= medians(binaries / program, variables, "real_time")
     row("che cosa (300 unità, 15 000 vani)", "Zelto", "base", "rapporto", "obiettivo", "esito")
     for name, what, target in RATIOS:

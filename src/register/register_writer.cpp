@@ -8,7 +8,6 @@
 
 namespace zelto::registro {
 
-using store::TableRecordset;
 using store::Value;
 using Table = RecordChange::Table;
 
@@ -28,22 +27,7 @@ Record recordOf(const store::Recordset& source)
     return record;
 }
 
-void setFields(TableRecordset& target, const Record& record)
-{
-    int field = 0;
-    for (const Value& value : record)
-        target.setField(field++, value);
-}
-
 } // namespace
-
-Register::Writer::Writer(store::Database& lavoro)
-    : m_lavoro(lavoro), m_transaction(lavoro), m_units(lavoro.openTable(store::TabellaUnita)),
-      m_rooms(lavoro.openTable(store::TabellaVani))
-{
-    m_units.setIndex(store::IndicePrimario);
-    m_rooms.setIndex(store::IndicePrimario);
-}
 
 std::vector<Record> Register::Writer::find(Table table, const QString& field,
                                            const Value& value) const
@@ -78,37 +62,46 @@ int Register::Writer::highestPosition(int unit) const
 
 QString Register::Writer::nextUnitKey() const
 {
-    TableRecordset units = m_lavoro.openTable(store::TabellaUnita);
-    units.setIndex(store::IndicePrimario);
-    if (units.EndOfFile())
-        return store::unitKey(1);
-    units.MoveLast();
-    return store::unitKey(units.text(UnitKey).trimmed().toInt() + 1);
-}
-
-TableRecordset& Register::Writer::recordset(Table table)
-{
-    return table == Table::Units ? m_units : m_rooms;
+    const store::QueryRecordset last = m_lavoro.OpenRecordset(
+        QStringLiteral("SELECT MAX(Chiave) FROM [%1]").arg(store::TabellaUnita));
+    return store::unitKey(last.text(0).trimmed().toInt() + 1);
 }
 
 void Register::Writer::write(Table table, const Record& before, const Record& after)
 {
-    TableRecordset& records = recordset(table);
-    if (before.empty()) {
-        records.AddNew();
-        setFields(records, after);
-        records.Update();
-        return;
-    }
-    if (after.empty()) {
+    if (before.empty())
+        insert(table, after);
+    else if (!after.empty())
+        update(table, before, after);
+    else
         m_lavoro.Execute(QStringLiteral("DELETE FROM [%1] WHERE Chiave = :1").arg(nameOf(table)),
                          std::array{before.front()});
-        return;
-    }
-    records.Seek(TableRecordset::Comparison::Equal, before.front().text());
-    records.Edit();
-    setFields(records, after);
-    records.Update();
+}
+
+void Register::Writer::insert(Table table, const Record& record)
+{
+    QStringList places;
+    for (std::size_t field = 1; field <= record.size(); ++field)
+        places << QStringLiteral(":%1").arg(field);
+    m_lavoro.Execute(QStringLiteral("INSERT INTO [%1] VALUES (%2)")
+                         .arg(nameOf(table), places.join(QStringLiteral(", "))),
+                     record);
+}
+
+/// Only the fields that change are written.
+void Register::Writer::update(Table table, const Record& before, const Record& after)
+{
+    const auto& fields = store::jobTable(nameOf(table)).fields;
+    std::vector<Value> values{before.front()};
+    QStringList settings;
+    for (std::size_t field = 0; field < after.size(); ++field)
+        if (after[field] != before[field]) {
+            values.push_back(after[field]);
+            settings << QStringLiteral("[%1] = :%2").arg(fields[field].name).arg(values.size());
+        }
+    m_lavoro.Execute(QStringLiteral("UPDATE [%1] SET %2 WHERE Chiave = :1")
+                         .arg(nameOf(table), settings.join(QStringLiteral(", "))),
+                     values);
 }
 
 void Register::Writer::add(Table table, Record record)
@@ -139,10 +132,9 @@ void Register::Writer::changeFirst(Table table, const std::vector<Record>& found
 
 void Register::Writer::repeat(const RecordChange& change)
 {
-    TableRecordset& records = recordset(change.table);
-    records.Seek(TableRecordset::Comparison::Equal, change.record().front().text());
-    const Record stored = records.NoMatch() ? Record() : recordOf(records);
-    if (stored != change.before)
+    const std::vector<Record> stored =
+        find(change.table, QStringLiteral("Chiave"), change.record().front());
+    if ((stored.empty() ? Record() : stored.front()) != change.before)
         throw store::DatabaseError(
             store::ErrorNumber::RecordChanged,
             QStringLiteral("L'unità %1 è stata cambiata da un altro programma: le modifiche fatte "
@@ -154,8 +146,6 @@ void Register::Writer::repeat(const RecordChange& change)
 
 std::vector<RecordChange> Register::Writer::commit()
 {
-    m_units.Close();
-    m_rooms.Close();
     m_transaction.commit();
     return std::move(m_changes);
 }

@@ -10,7 +10,7 @@ namespace zelto::registro {
 class Register::Writer
 {
 public:
-    explicit Writer(store::Database& lavoro);
+    explicit Writer(store::Database& lavoro) : m_lavoro(lavoro), m_transaction(lavoro) {}
 
     /// Records of the table whose field has the value, in the order of their keys.
     [[nodiscard]] std::vector<Record> find(RecordChange::Table table, const QString& field,
@@ -35,13 +35,12 @@ public:
 
 private:
     [[nodiscard]] int highest(const QString& sql, std::span<const store::Value> parameters) const;
-    store::TableRecordset& recordset(RecordChange::Table table);
     void write(RecordChange::Table table, const Record& before, const Record& after);
+    void insert(RecordChange::Table table, const Record& record);
+    void update(RecordChange::Table table, const Record& before, const Record& after);
 
     store::Database& m_lavoro;
     store::Database::Transaction m_transaction;
-    store::TableRecordset m_units;
-    store::TableRecordset m_rooms;
     std::vector<RecordChange> m_changes;
 };
 

@@ -36,7 +36,7 @@ Grid::Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, 
 void Grid::setUpHeaders()
 {
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    fitRows();
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(1);
     for (int column = 1; column <= m_model->columnCount(); ++column)
@@ -48,6 +48,15 @@ void Grid::setUpHeaders()
         m_corner->setAccessibleName(QStringLiteral("Seleziona tutto"));
     }
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &Grid::placeEditor);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &Grid::fitNumbers);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &Grid::fitNumbers);
+}
+
+void Grid::fitRows()
+{
+    constexpr int Margins = 6;
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Margins);
+    fitNumbers();
 }
 
 void Grid::buildEditor()
@@ -197,9 +206,13 @@ void Grid::placeEditor()
 
 void Grid::updateGeometries()
 {
-    verticalHeader()->setFixedWidth(numberWidth());
     QTableView::updateGeometries();
     placeEditor();
+}
+
+void Grid::fitNumbers()
+{
+    verticalHeader()->setFixedWidth(numberWidth());
 }
 
 void Grid::scrollContentsBy(int dx, int dy)
@@ -212,7 +225,7 @@ void Grid::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+        fitRows();
 }
 
 void Grid::focusInEvent(QFocusEvent* event)
@@ -351,7 +364,7 @@ void Grid::setWidthInTwips(int column, int twips)
         return;
     }
     m_numberWidth = pixels;
-    updateGeometries();
+    fitNumbers();
 }
 
 } // namespace zelto::widgets

@@ -101,6 +101,8 @@ protected:
 
 private:
     void setUpHeaders();
+    void fitRows();
+    void fitNumbers();
     void buildEditor();
     void placeEditor();
     void hideEditor();

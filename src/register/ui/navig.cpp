@@ -6,15 +6,32 @@
 
 namespace zelto::registro {
 
-namespace {
+/// A node with what it stands for: a big job has thousands.
+class Navig::Node : public QTreeWidgetItem
+{
+public:
+    /// unit is 0 for a staircase; siblings are in the order of their numbers.
+    Node(int unit, int number, const QString& text) : m_unit(unit), m_number(number)
+    {
+        setText(0, text);
+    }
 
-enum Role : int {
-    KeyRole = Qt::UserRole, ///< text: the node's key
-    NumberRole,             ///< unit number or room position, by which siblings are ordered
-    UnitRole                ///< the node's unit, 0 for a staircase
+    [[nodiscard]] int unit() const { return m_unit; }
+    [[nodiscard]] int number() const { return m_number; }
+
+    void insertInOrder(Node* node)
+    {
+        int place = childCount();
+        while (place > 0 && at(place - 1)->number() > node->number())
+            --place;
+        insertChild(place, node);
+    }
+    [[nodiscard]] Node* at(int place) const { return static_cast<Node*>(child(place)); }
+
+private:
+    int m_unit;
+    int m_number;
 };
-
-} // namespace
 
 Navig::Navig(QWidget* parent) : QTreeWidget(parent)
 {
@@ -30,114 +47,96 @@ Navig::Navig(QWidget* parent) : QTreeWidget(parent)
     });
 }
 
-// Codes are compared as the store does, without regard to letter case.
-
-QString Navig::scalaKey(const QString& code)
+Navig::Node* Navig::scala(const QString& code) const
 {
-    return QStringLiteral("Scala_") + code.trimmed().toUpper();
+    return m_scale.value(code.trimmed().toUpper());
 }
 
-QString Navig::unitKey(int unit)
+Navig::Node* Navig::room(int unit, int position) const
 {
-    return QStringLiteral("UI:%1").arg(unit);
+    const Node* parent = m_units.value(unit);
+    for (int i = 0; parent != nullptr && i < parent->childCount(); ++i)
+        if (parent->at(i)->number() == position)
+            return parent->at(i);
+    return nullptr;
 }
 
-QString Navig::roomKey(int unit, int position)
+Navig::Node* Navig::newUnit(const TreeUnit& unit)
 {
-    return QStringLiteral("UI:%1_V:%2").arg(unit).arg(position);
-}
-
-QTreeWidgetItem* Navig::newNode(const QString& key, int unit, int number, const QString& text)
-{
-    auto* node = new QTreeWidgetItem({text});
-    node->setData(0, KeyRole, key);
-    node->setData(0, UnitRole, unit);
-    node->setData(0, NumberRole, number);
-    m_nodes.insert(key, node);
-    return node;
-}
-
-QTreeWidgetItem* Navig::newUnit(const TreeUnit& unit)
-{
-    QTreeWidgetItem* node = newNode(unitKey(unit.number), unit.number, unit.number, unit.text);
+    auto* node = new Node(unit.number, unit.number, unit.text);
+    QList<QTreeWidgetItem*> rooms;
+    rooms.reserve(static_cast<qsizetype>(unit.rooms.size()));
     for (const TreeRoom& room : unit.rooms)
-        node->addChild(
-            newNode(roomKey(unit.number, room.position), unit.number, room.position, room.text));
+        rooms.append(new Node(unit.number, room.position, room.text));
+    node->addChildren(rooms);
+    m_units.insert(unit.number, node);
     return node;
 }
 
 void Navig::build(const std::vector<TreeScala>& tree)
 {
     const QSignalBlocker quiet(this);
-    m_nodes.clear();
+    m_scale.clear();
+    m_units.clear();
     clear();
-    for (const TreeScala& scala : tree) {
-        if (hasNode(scalaKey(scala.code)))
+    for (const TreeScala& staircase : tree) {
+        if (scala(staircase.code) != nullptr)
             continue; // a code that is listed twice
-        const QString text =
-            QStringLiteral("Scala:") + (scala.code.isEmpty() ? QString() : u' ' + scala.code);
-        QTreeWidgetItem* node = newNode(scalaKey(scala.code), 0, 0, text);
-        for (const TreeUnit& unit : scala.units)
+        auto* node = new Node(0, 0, (QStringLiteral("Scala: ") + staircase.code).trimmed());
+        for (const TreeUnit& unit : staircase.units)
             node->addChild(newUnit(unit));
+        m_scale.insert(staircase.code.trimmed().toUpper(), node);
         addTopLevelItem(node);
         node->setExpanded(true);
     }
 }
 
-int Navig::numberOf(const QTreeWidgetItem* node)
-{
-    return node->data(0, NumberRole).toInt();
-}
-
-void Navig::insertInOrder(QTreeWidgetItem& parent, QTreeWidgetItem* node)
-{
-    int place = parent.childCount();
-    while (place > 0 && numberOf(parent.child(place - 1)) > numberOf(node))
-        --place;
-    parent.insertChild(place, node);
-}
-
 void Navig::addUnit(int unit, const QString& scala, const QString& text)
 {
-    if (QTreeWidgetItem* parent = m_nodes.value(scalaKey(scala)))
-        insertInOrder(*parent, newUnit({.number = unit, .text = text, .rooms = {}}));
+    if (Node* parent = this->scala(scala))
+        parent->insertInOrder(newUnit({.number = unit, .text = text, .rooms = {}}));
 }
 
 void Navig::addRoom(int unit, int position, const QString& text)
 {
-    if (QTreeWidgetItem* parent = m_nodes.value(unitKey(unit)))
-        insertInOrder(*parent, newNode(roomKey(unit, position), unit, position, text));
+    if (Node* parent = m_units.value(unit))
+        parent->insertInOrder(new Node(unit, position, text));
 }
 
-void Navig::setText(const QString& key, const QString& text)
+void Navig::setUnitText(int unit, const QString& text)
 {
-    if (QTreeWidgetItem* node = m_nodes.value(key))
+    if (Node* node = m_units.value(unit))
         node->setText(0, text);
 }
 
-void Navig::forget(const QTreeWidgetItem* node)
+void Navig::setRoomText(int unit, int position, const QString& text)
 {
-    for (int i = 0; i < node->childCount(); ++i)
-        forget(node->child(i));
-    m_nodes.remove(node->data(0, KeyRole).toString());
+    if (Node* node = room(unit, position))
+        node->setText(0, text);
 }
 
-void Navig::removeNode(const QString& key)
+void Navig::remove(Node* node)
 {
-    QTreeWidgetItem* node = m_nodes.value(key);
-    if (node == nullptr)
-        return;
     const QSignalBlocker quiet(this);
-    forget(node);
     delete node;
+}
+
+void Navig::removeUnit(int unit)
+{
+    remove(m_units.take(unit));
+}
+
+void Navig::removeRoom(int unit, int position)
+{
+    remove(room(unit, position));
 }
 
 void Navig::moveUnit(int unit, const QString& scala)
 {
-    QTreeWidgetItem* node = m_nodes.value(unitKey(unit));
-    QTreeWidgetItem* target = m_nodes.value(scalaKey(scala));
+    Node* node = m_units.value(unit);
+    Node* target = this->scala(scala);
     if (target == nullptr) {
-        removeNode(unitKey(unit));
+        removeUnit(unit);
         return;
     }
     if (node == nullptr || node->parent() == target)
@@ -146,27 +145,26 @@ void Navig::moveUnit(int unit, const QString& scala)
     const bool current = currentItem() == node;
     const bool expanded = node->isExpanded();
     node->parent()->removeChild(node);
-    insertInOrder(*target, node);
+    target->insertInOrder(node);
     node->setExpanded(expanded);
     if (current)
         setCurrentItem(node);
 }
 
-bool Navig::select(const QString& key)
+void Navig::select(int unit, int position)
 {
-    QTreeWidgetItem* node = m_nodes.value(key);
+    Node* node = position > 0 ? room(unit, position) : m_units.value(unit);
     if (node == nullptr)
-        return false;
+        return;
     const QSignalBlocker quiet(this);
     setCurrentItem(node);
     scrollToItem(node);
-    return true;
 }
 
 int Navig::selectedUnit() const
 {
-    const QTreeWidgetItem* node = currentItem();
-    return node != nullptr ? node->data(0, UnitRole).toInt() : 0;
+    const auto* node = static_cast<const Node*>(currentItem());
+    return node != nullptr ? node->unit() : 0;
 }
 
 } // namespace zelto::registro

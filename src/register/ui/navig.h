@@ -8,18 +8,13 @@
 
 namespace zelto::registro {
 
-/// The tree of the building: staircases, their units, the units' rooms. Every node has a key:
-/// "Scala_" and the staircase code, "UI:" and the unit number, "UI:1_V:" and the room's position.
+/// The tree of the building: staircases, their units, the units' rooms.
 class Navig : public QTreeWidget
 {
     Q_OBJECT
 
 public:
     explicit Navig(QWidget* parent = nullptr);
-
-    [[nodiscard]] static QString scalaKey(const QString& code);
-    [[nodiscard]] static QString unitKey(int unit);
-    [[nodiscard]] static QString roomKey(int unit, int position);
 
     /// Builds the whole tree anew.
     void build(const std::vector<TreeScala>& tree);
@@ -31,18 +26,20 @@ public:
     /// A room among those of its unit in the order of their positions.
     void addRoom(int unit, int position, const QString& text);
 
-    /// Renames a node, or removes it; nothing when there is none.
-    void setText(const QString& key, const QString& text);
-    void removeNode(const QString& key);
+    // Each does nothing where there is no such node.
+    void setUnitText(int unit, const QString& text);
+    void setRoomText(int unit, int position, const QString& text);
+    void removeUnit(int unit);
+    void removeRoom(int unit, int position);
 
     /// Takes the unit with its rooms to another staircase; it leaves the tree when there is no such
     /// staircase.
     void moveUnit(int unit, const QString& scala);
 
-    [[nodiscard]] bool hasNode(const QString& key) const { return m_nodes.contains(key); }
+    [[nodiscard]] bool hasUnit(int unit) const { return m_units.contains(unit); }
 
-    /// Makes the node current without reporting it; false when there is none.
-    bool select(const QString& key);
+    /// Makes the unit's node current, or one of its rooms', without reporting it.
+    void select(int unit, int position = 0);
 
     /// The unit of the current node, 0 for a staircase.
     [[nodiscard]] int selectedUnit() const;
@@ -52,13 +49,16 @@ signals:
     void unitSelected(int unit);
 
 private:
-    [[nodiscard]] static int numberOf(const QTreeWidgetItem* node);
-    QTreeWidgetItem* newNode(const QString& key, int unit, int number, const QString& text);
-    QTreeWidgetItem* newUnit(const TreeUnit& unit);
-    static void insertInOrder(QTreeWidgetItem& parent, QTreeWidgetItem* node);
-    void forget(const QTreeWidgetItem* node);
+    class Node;
 
-    QHash<QString, QTreeWidgetItem*> m_nodes;
+    [[nodiscard]] Node* scala(const QString& code) const;
+    [[nodiscard]] Node* room(int unit, int position) const;
+    Node* newUnit(const TreeUnit& unit);
+    void remove(Node* node);
+
+    QHash<QString, Node*>
+        m_scale; ///< by code in upper case, as the store does not tell cases apart
+    QHash<int, Node*> m_units;
 };
 
 } // namespace zelto::registro

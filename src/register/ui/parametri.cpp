@@ -23,6 +23,7 @@
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -69,6 +70,14 @@ Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigure
     connectUnits();
     connectRooms();
     m_elenco->grid().setFocus();
+    // The window comes first: loading a big job for the figures takes longer than all the rest.
+    auto* idle = new QTimer(this);
+    idle->setSingleShot(true);
+    connect(idle, &QTimer::timeout, this, [this] {
+        m_loaded = true;
+        showFigures();
+    });
+    idle->start();
 }
 
 Parametri::~Parametri() = default;
@@ -237,7 +246,7 @@ void Parametri::showUnit(int unit)
 {
     if (unit == m_unit || m_busy)
         return;
-    m_navig->select(Navig::unitKey(unit));
+    m_navig->select(unit);
     DatiVani(unit);
 }
 
@@ -271,6 +280,8 @@ void Parametri::showRooms()
 /// The figures are a service: the screen works without them.
 void Parametri::showFigures()
 {
+    if (!m_loaded)
+        return;
     try {
         m_figures->setText(m_calculation->describe(m_unit));
     } catch (const store::DatabaseError& error) {

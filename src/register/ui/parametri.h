@@ -122,8 +122,9 @@ private:
     std::unique_ptr<UnitFigures> m_calculation;
     Register m_register;
     RegisterLists m_lists;
-    int m_unit = 0;      ///< the one whose rooms are shown; 0 for none
-    bool m_busy = false; ///< views are being patched: what they report is no wish of the user
+    int m_unit = 0;        ///< the one whose rooms are shown; 0 for none
+    bool m_loaded = false; ///< the figures may be shown
+    bool m_busy = false;   ///< views are being patched: what they report is no wish of the user
     QToolBar* m_toolbar;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

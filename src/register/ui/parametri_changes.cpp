@@ -324,15 +324,15 @@ void Parametri::applyUnit(const RecordChange& change, Nodes nodes)
     const QString& scala = row.texts.at(ColumnScala);
     const bool exists = !change.after.empty();
     patchRow(m_elenco->grid(), unit, exists, m_elenco->rowFor(row));
-    const QString key = Navig::unitKey(unit);
     if (!exists) {
-        m_navig->removeNode(key);
+        m_navig->removeUnit(unit);
         return;
     }
     markUnit(m_elenco->rowOf(unit));
-    const QString empty = nodes == Nodes::Rebuilt ? key : QStringLiteral("-");
+    const QString empty =
+        nodes == Nodes::Rebuilt ? QStringLiteral("UI:%1").arg(unit) : QStringLiteral("-");
     const QString& name = row.texts.front();
-    if (change.before.empty() || !m_navig->hasNode(key)) {
+    if (change.before.empty() || !m_navig->hasUnit(unit)) {
         m_navig->addUnit(unit, scala, name.isEmpty() ? empty : name);
         if (!change.before.empty())
             for (const RoomRow& room : readRooms(m_context.lavoro, unit))
@@ -340,7 +340,7 @@ void Parametri::applyUnit(const RecordChange& change, Nodes nodes)
     } else {
         m_navig->moveUnit(unit, scala);
         if (change.before[UnitRiferimento] != change.after[UnitRiferimento])
-            m_navig->setText(key, name.isEmpty() ? empty : name);
+            m_navig->setUnitText(unit, name.isEmpty() ? empty : name);
     }
     if (unit == m_unit) {
         m_dettaglio->showFields(row.texts);
@@ -355,9 +355,8 @@ void Parametri::applyRoom(const RecordChange& change, Nodes nodes)
     const bool exists = !change.after.empty();
     if (unit == m_unit)
         patchRow(m_vani->grid(), position, exists, roomRow(change.record()));
-    const QString key = Navig::roomKey(unit, position);
     if (!exists) {
-        m_navig->removeNode(key);
+        m_navig->removeRoom(unit, position);
         return;
     }
     const QString name = textOf(change.after, RoomAmbiente);
@@ -366,7 +365,7 @@ void Parametri::applyRoom(const RecordChange& change, Nodes nodes)
     if (change.before.empty())
         m_navig->addRoom(unit, position, name.isEmpty() ? empty : name);
     else if (change.before[RoomAmbiente] != change.after[RoomAmbiente])
-        m_navig->setText(key, name.isEmpty() ? empty : name);
+        m_navig->setRoomText(unit, position, name.isEmpty() ? empty : name);
 }
 
 /// After a deletion another unit becomes the current one, if there is any.

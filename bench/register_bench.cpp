@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// zelto_register_bench: the parameters screen over the large job. Opening it against a bare tree
+// and two bare tables of the same texts, storing a cell against a bare update of the engine,
+// showing another unit against its queries alone.
+#include "bench/large_job.h"
+#include "register/ui/navig.h"
+#include "register/ui/parametri.h"
+#include "register/ui/unit_list.h"
+#include "shell/job_figures.h"
+#include "store/schema.h"
+#include "store/settings.h"
+#include "support/scripted_user.h"
+#include "widgets/context_menu.h"
+#include "widgets/grid.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+namespace {
+
+using namespace zelto;
+
+/// The large job, as Zelto has it open.
+class Desk
+{
+public:
+    Desk() : job(makeJob(path())) {}
+
+    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("GRANDE.ZLT")); }
+    [[nodiscard]] std::unique_ptr<registro::Parametri> screen()
+    {
+        return std::make_unique<registro::Parametri>(
+            registro::ParametriContext{job, settings, user, menu},
+            std::make_unique<shell::JobFigures>(job));
+    }
+
+private:
+    static store::Database makeJob(const QString& path)
+    {
+        bench::writeLargeJob(QStringLiteral(ZELTO_EXAMPLE_JOB), path);
+        return store::Database::open(path);
+    }
+
+    QTemporaryDir m_folder;
+
+public:
+    store::Database job;
+    store::Settings settings{m_folder.filePath(QStringLiteral("Zelto.ini"))};
+    test::ScriptedUser user{m_folder.path()};
+    widgets::ContextMenu menu;
+};
+
+/// Until it is painted; the figures of the screen's status bar come after that.
+void showAndClose(QWidget& window)
+{
+    window.resize(1000, 700);
+    window.show();
+    QApplication::sendPostedEvents();
+    window.repaint();
+    window.close();
+}
+
+void openScreen(benchmark::State& state, Desk& desk)
+{
+    for (auto _ : state)
+        showAndClose(*desk.screen());
+}
+
+void fill(QTableWidget& table, int row, const QStringList& texts)
+{
+    for (int column = 0; column < texts.size(); ++column)
+        table.setItem(row, column, new QTableWidgetItem(texts[column]));
+}
+
+void openBareWidgets(benchmark::State& state, Desk& desk)
+{
+    const registro::RegisterLists lists = registro::LeggiDatiGenerali(desk.job);
+    const auto tree = registro::readTree(desk.job, lists.scale);
+    const auto units = registro::readUnits(desk.job);
+    const auto rooms = registro::readRooms(desk.job, 1);
+    for (auto _ : state) {
+        QWidget window;
+        auto* layout = new QHBoxLayout(&window);
+        auto* nodes = new QTreeWidget;
+        for (const registro::TreeScala& scala : tree) {
+            auto* top = new QTreeWidgetItem({scala.code});
+            for (const registro::TreeUnit& unit : scala.units) {
+                auto* node = new QTreeWidgetItem(top, {unit.text});
+                for (const registro::TreeRoom& room : unit.rooms)
+                    new QTreeWidgetItem(node, {room.text});
+            }
+            nodes->addTopLevelItem(top);
+        }
+        auto* unitTable = new QTableWidget(static_cast<int>(units.size()), 14);
+        for (std::size_t row = 0; row < units.size(); ++row)
+            fill(*unitTable, static_cast<int>(row), registro::UnitList::rowFor(units[row]).cells);
+        auto* roomTable = new QTableWidget(static_cast<int>(rooms.size()), 8);
+        for (std::size_t row = 0; row < rooms.size(); ++row)
+            fill(*roomTable, static_cast<int>(row),
+                 QStringList(rooms[row].texts.begin(), rooms[row].texts.end()));
+        for (QWidget* part : std::initializer_list<QWidget*>{nodes, unitTable, roomTable})
+            layout->addWidget(part);
+        showAndClose(window);
+    }
+}
+
+void storeCell(benchmark::State& state, Desk& desk)
+{
+    registro::Register registro(desk.job);
+    int round = 0;
+    for (auto _ : state)
+        registro.MemorizzaVano(
+            150, {{25, registro::RoomAmbiente, QStringLiteral("Vano %1").arg(++round)}});
+}
+
+/// The same update on a connection of the same durability.
+void updateBare(benchmark::State& state, Desk& desk)
+{
+    sqlite3* handle = nullptr;
+    sqlite3_open(QFile::encodeName(desk.path()).constData(), &handle);
+    sqlite3_exec(handle, "PRAGMA synchronous=EXTRA; PRAGMA journal_mode=DELETE", nullptr, nullptr,
+                 nullptr);
+    sqlite3_stmt* update = nullptr;
+    sqlite3_prepare_v2(handle, "UPDATE Vani SET Ambiente = ?1 WHERE Chiave = '  150   25'", -1,
+                       &update, nullptr);
+    int round = 0;
+    for (auto _ : state) {
+        const QByteArray name = "Vano " + QByteArray::number(++round);
+        sqlite3_bind_text(update, 1, name.constData(), -1, SQLITE_TRANSIENT);
+        if (sqlite3_step(update) != SQLITE_DONE)
+            state.SkipWithError(sqlite3_errmsg(handle));
+        sqlite3_reset(update);
+    }
+    sqlite3_finalize(update);
+    sqlite3_close(handle);
+}
+
+void showUnits(benchmark::State& state, Desk& desk)
+{
+    const auto screen = desk.screen();
+    screen->resize(1000, 700);
+    screen->show();
+    auto* units = screen->findChild<widgets::Grid*>(QStringLiteral("UI"));
+    int row = 0;
+    for (auto _ : state) {
+        units->setCurrentCell(row = (row + 7) % 300, 0);
+        QApplication::processEvents();
+    }
+}
+
+void readUnits(benchmark::State& state, Desk& desk)
+{
+    int row = 0;
+    for (auto _ : state) {
+        row = (row + 7) % 300;
+        benchmark::DoNotOptimize(registro::readUnit(desk.job, row + 1));
+        benchmark::DoNotOptimize(registro::readRooms(desk.job, row + 1));
+    }
+}
+
+void add(const char* name, Desk& desk, void (*run)(benchmark::State&, Desk&))
+{
+    benchmark::RegisterBenchmark(name, [run, &desk](benchmark::State& state) { run(state, desk); })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    Desk desk;
+    add("parametri/zelto", desk, openScreen);
+    add("parametri/base", desk, openBareWidgets);
+    add("cella/zelto", desk, storeCell);
+    add("cella/base", desk, updateBare);
+    add("unita/zelto", desk, showUnits);
+    add("unita/base", desk, readUnits);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
