@@ -149,12 +149,11 @@ void Parametri::buildPanels()
 
 void Parametri::buildStatusBar()
 {
-    auto* bar = new QStatusBar(this);
-    bar->setObjectName(QStringLiteral("StatusBar"));
-    bar->setSizeGripEnabled(false);
+    m_status->setObjectName(QStringLiteral("StatusBar"));
+    m_status->setSizeGripEnabled(false);
     m_figures->setObjectName(QStringLiteral("Stato"));
-    bar->addWidget(m_figures, 1);
-    layout()->addWidget(bar);
+    m_status->addWidget(m_figures, 1);
+    layout()->addWidget(m_status);
 }
 
 void Parametri::connectUnits()
@@ -205,6 +204,13 @@ void Parametri::connectRooms()
                         m_unit, {{m_vani->positionIn(row), column + RoomAmbiente, text}});
                 });
             });
+    connect(m_vani, &RoomList::listEmpty, this, [this](const QString& coefficient) {
+        constexpr int Shown = 8000; // milliseconds
+        m_status->showMessage(
+            QStringLiteral("L'elenco «%1» è vuoto: si compila nella finestra «Variabili».")
+                .arg(coefficient),
+            Shown);
+    });
     addKey(grid, Qt::SHIFT | Qt::Key_F10, this, &Parametri::roomMenu);
     addKey(grid, Qt::Key_Insert, this, &Parametri::addRoom);
     addKey(grid, Qt::CTRL | Qt::Key_D, this, &Parametri::duplicateRooms);

@@ -12,6 +12,7 @@
 class QAction;
 class QLabel;
 class QSplitter;
+class QStatusBar;
 class QTabWidget;
 class QToolBar;
 
@@ -134,6 +135,7 @@ private:
     UnitList* m_elenco;
     UnitDetail* m_dettaglio;
     RoomList* m_vani;
+    QStatusBar* m_status;
     QLabel* m_figures;
 };
 

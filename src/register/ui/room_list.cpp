@@ -45,12 +45,17 @@ void RoomList::openEntries(int row, int column)
 {
     if (positionIn(row) == 0)
         return;
+    const QStringList& entries =
+        m_entries.at(static_cast<std::size_t>(column - ColumnFirstCoefficient));
+    if (entries.isEmpty()) {
+        emit listEmpty(m_grid->cells().column(column).header);
+        return;
+    }
     m_pickedRow = row;
     m_pickedColumn = column;
     const QRect inside = m_grid->visualRect(m_grid->cells().index(row, column));
     const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
-    m_picker->open(m_entries.at(static_cast<std::size_t>(column - ColumnFirstCoefficient)), place,
-                   m_grid->cells().text(row, column), CellPicker::Match::Beginning);
+    m_picker->open(entries, place, m_grid->cells().text(row, column), CellPicker::Match::Beginning);
 }
 
 void RoomList::choose(const QString& entry)

@@ -36,6 +36,8 @@ public:
 signals:
     /// The user chose an entry for the cell; the text is what goes into it.
     void coefficientChosen(int row, int column, const QString& text);
+    /// There is nothing to choose from.
+    void listEmpty(const QString& coefficient);
 
 private:
     void openEntries(int row, int column);
