@@ -324,6 +324,25 @@ private slots:
         QCOMPARE(desk.dump(), before);
     }
 
+    /// A job that cannot be read for a while: the screen says so and goes on afterwards.
+    void unreadable()
+    {
+        Desk desk;
+        test::RawFile other(desk.folder.file(u"A.ZLT"_s));
+        other.allowSchemaChanges();
+        other.run("ALTER TABLE Vani RENAME TO Altrove");
+        desk.units().setCurrentCell(5, 0);
+        QVERIFY(desk.user.said().startsWith(u"report: "));
+        desk.type(desk.rooms(), 0, 0, u"Sala"_s);
+        QVERIFY(desk.user.said().startsWith(u"report: "));
+        other.run("ALTER TABLE Altrove RENAME TO Vani");
+        desk.units().setCurrentCell(6, 0);
+        QCOMPARE(desk.rooms().cells().rowCount(), static_cast<int>(readRooms(desk.job, 7).size()));
+        desk.type(desk.rooms(), 0, 0, u"Sala"_s);
+        QCOMPARE(desk.user.said(), QString());
+        QCOMPARE(readRooms(desk.job, 7).front().texts.front(), u"Sala"_s);
+    }
+
     void withoutUnits()
     {
         Desk desk;

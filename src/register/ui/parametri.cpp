@@ -54,7 +54,7 @@ Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigure
       m_register(context.lavoro), m_lists(LeggiDatiGenerali(context.lavoro)),
       m_toolbar(new QToolBar(this)), m_splitter(new QSplitter(this)), m_navig(new Navig(this)),
       m_tabs(new QTabWidget(this)), m_elenco(new UnitList), m_dettaglio(new UnitDetail),
-      m_vani(new RoomList), m_figures(new QLabel(this))
+      m_vani(new RoomList), m_status(new QStatusBar(this)), m_figures(new QLabel(this))
 {
     setObjectName(Section);
     setWindowTitle(QStringLiteral("Parametri per millesimi"));
@@ -164,10 +164,13 @@ void Parametri::connectUnits()
             [this](const QString& why) { m_context.user.showMessage(why); });
     connect(&grid, &Grid::customContextMenuRequested, this, &Parametri::unitMenu);
     connect(grid.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& current) { showUnit(m_elenco->unitIn(current.row())); });
-    connect(m_navig, &Navig::unitSelected, this, &Parametri::DatiVani);
+            [this](const QModelIndex& current) {
+                reading([&] { showUnit(m_elenco->unitIn(current.row())); });
+            });
+    connect(m_navig, &Navig::unitSelected, this,
+            [this](int unit) { reading([&] { DatiVani(unit); }); });
     connect(m_elenco, &UnitList::filterChanged, this, [this] {
-        ElencoUI();
+        reading([this] { ElencoUI(); });
         m_elenco->grid().setCurrentCell(std::max(0, m_elenco->rowOf(m_unit)), 0);
     });
     connect(m_elenco, &UnitList::scalaChosen, this, [this](int row, const QString& code) {
@@ -227,6 +230,15 @@ void Parametri::closeEvent(QCloseEvent* event)
 }
 
 // Showing what is stored
+
+void Parametri::reading(const std::function<void()>& read)
+{
+    try {
+        read();
+    } catch (const store::DatabaseError& error) {
+        m_context.user.ReportError(error);
+    }
+}
 
 void Parametri::ElencoUI()
 {
@@ -298,9 +310,7 @@ void Parametri::showFigures()
 void Parametri::refreshFigures()
 {
     m_calculation->reload();
-    for (int row = 0; row < m_elenco->grid().cells().rowCount(); ++row)
-        markUnit(row);
-    markRooms();
+    reading([this] { markRooms(); });
     showFigures();
 }
 

@@ -77,6 +77,8 @@ private:
                        const QString& hint);
 
     // Showing what is stored
+    /// What cannot be read is reported, and the views stay as they are.
+    void reading(const std::function<void()>& read);
     void ElencoUI();
     void AggiornaAlbero2();
     void DatiVani(int unit);
