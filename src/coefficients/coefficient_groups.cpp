@@ -47,6 +47,7 @@ GroupTexts loadGroups(store::Database& lavoro)
 
 void saveGroups(store::Database& lavoro, const GroupTexts& groups, const GroupTexts& loaded)
 {
+    store::Database::Transaction transaction(lavoro);
     TableRecordset record = openGroups(lavoro);
     if (readGroups(record) != loaded)
         throw store::DatabaseError(
@@ -59,6 +60,8 @@ void saveGroups(store::Database& lavoro, const GroupTexts& groups, const GroupTe
         record.setField(group,
                         store::Value::nullIfEmpty(groups.at(static_cast<std::size_t>(group))));
     record.Update();
+    record.Close();
+    transaction.commit();
 }
 
 } // namespace zelto::coefficients

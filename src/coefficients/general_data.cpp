@@ -78,6 +78,7 @@ GeneralTexts loadGeneralData(store::Database& lavoro)
 
 void saveGeneralData(store::Database& lavoro, const GeneralTexts& texts, const GeneralTexts& loaded)
 {
+    store::Database::Transaction transaction(lavoro);
     TableRecordset record = openGeneralData(lavoro);
     if (readGeneralData(record) != loaded)
         throw store::DatabaseError(store::ErrorNumber::RecordChanged,
@@ -89,6 +90,8 @@ void saveGeneralData(store::Database& lavoro, const GeneralTexts& texts, const G
         record.setField(
             i + 1, store::Value::nullIfEmpty(storedText(i, texts.at(static_cast<std::size_t>(i)))));
     record.Update();
+    record.Close();
+    transaction.commit();
 }
 
 } // namespace zelto::coefficients

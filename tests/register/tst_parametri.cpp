@@ -318,6 +318,11 @@ private slots:
         desk.job.Execute(u"PRAGMA query_only = 0"_s);
         QCOMPARE(desk.dump(), before);
         QCOMPARE(desk.views(), viewBefore);
+        // Only a capital X is a flag.
+        QApplication::clipboard()->setText(u"x"_s);
+        desk.units().setCurrentCell(0, 4);
+        Desk::press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(desk.views(), viewBefore);
         // A table without a name has no flags.
         desk.units().setCurrentCell(0, 12);
         Desk::press(Qt::Key_Space);

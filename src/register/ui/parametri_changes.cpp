@@ -141,6 +141,9 @@ void Parametri::storeUnitCells(const QList<CellChange>& changes)
             edits.append({unit, change.column + UnitRiferimento, change.after});
         else
             edits.append({unit, UnitFlags, flagsIn(change.row)});
+        // Only "X" is a flag; the store may not have to change for anything else.
+        if (change.column >= ColumnFirstTable && change.after != u"X")
+            m_elenco->grid().cells().setText(change.row, change.column, {});
     }
     if (!edits.isEmpty())
         perform([&] { return m_register.MemorizzaUI(edits); });
