@@ -255,13 +255,14 @@ void Grid::keyPressEvent(QKeyEvent* event)
 /// The keys that do something to the grid itself.
 bool Grid::command(QKeyEvent* event)
 {
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         moveByEnter();
     else if (event->matches(QKeySequence::Copy))
         copySelection();
     else if (event->matches(QKeySequence::Paste))
         pasteBlock();
-    else if (event->matches(QKeySequence::Delete))
+    else if (event->key() == Qt::Key_Delete && modifiers == Qt::NoModifier)
         emptySelection();
     else
         return false;
