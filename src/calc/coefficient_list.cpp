@@ -31,9 +31,8 @@ double CoefficientList::resolve(std::string_view field)
 
 bool CoefficientList::knows(std::string_view reference) const
 {
-    return std::any_of(m_entries.begin(), m_entries.end(), [&](const std::string& entry) {
-        return entry.starts_with(reference);
-    });
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&](const std::string& entry) { return entry.starts_with(reference); });
 }
 
 double CoefficientList::lookUp(std::string_view reference) const

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register_change.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace zelto::registro {
 
 int RecordChange::unit() const
@@ -22,9 +25,11 @@ RegisterChange RegisterChange::reversed() const
 {
     RegisterChange back{.caption = caption, .records = {}};
     back.records.reserve(records.size());
-    for (auto change = records.rbegin(); change != records.rend(); ++change)
-        back.records.push_back(
-            {.table = change->table, .before = change->after, .after = change->before});
+    std::transform(records.rbegin(), records.rend(), std::back_inserter(back.records),
+                   [](const RecordChange& change) {
+                       return RecordChange{
+                           .table = change.table, .before = change.after, .after = change.before};
+                   });
     return back;
 }
 

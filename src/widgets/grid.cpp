@@ -122,7 +122,7 @@ bool Grid::isEditing() const
 
 QString Grid::startText(int keyCode) const
 {
-    const QString text = m_model->text(currentRow(), currentColumn());
+    const QString& text = m_model->text(currentRow(), currentColumn());
     if (keyCode >= 0 && keyCode <= DoubleClickCode)
         return text;
     const QChar key(static_cast<ushort>(keyCode));
@@ -272,7 +272,7 @@ bool Grid::command(QKeyEvent* event)
 /// Characters that are composed, as accented ones are on some keyboards.
 void Grid::inputMethodEvent(QInputMethodEvent* event)
 {
-    const QString typed = event->commitString();
+    const QString& typed = event->commitString();
     if (typed.isEmpty())
         return;
     MsFlexGridEdit(typed.front().unicode());

@@ -60,9 +60,9 @@ void Grid::copySelection() const
         cells.begin(), cells.end(),
         [](const QModelIndex& a, const QModelIndex& b) { return a.column() < b.column(); });
     const int top = cells.front().row();
-    const auto width = static_cast<qsizetype>(right->column() - left->column() + 1);
-    CellBlock block(static_cast<std::size_t>(cells.back().row() - top + 1),
-                    QStringList(width, QString()));
+    const int width = right->column() - left->column() + 1;
+    const int height = cells.back().row() - top + 1;
+    CellBlock block(static_cast<std::size_t>(height), QStringList(width, QString()));
     for (const QModelIndex& cell : cells)
         block[static_cast<std::size_t>(cell.row() - top)][cell.column() - left->column()] =
             m_model->text(cell.row(), cell.column());

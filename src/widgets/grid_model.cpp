@@ -53,7 +53,8 @@ void GridModel::setRows(const text::CellTable& table, const text::CellRange& ran
 {
     beginResetModel();
     m_rows.clear();
-    m_rows.reserve(static_cast<std::size_t>(range.lastRow - range.firstRow + 1));
+    const int count = range.lastRow - range.firstRow + 1;
+    m_rows.reserve(static_cast<std::size_t>(count));
     for (int i = range.firstRow; i <= range.lastRow; ++i) {
         const int number = i - range.firstRow + 1;
         Row row{.number = QString::number(number), .shaded = number % 2 == 0};

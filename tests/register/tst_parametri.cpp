@@ -21,7 +21,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QTabWidget>
-#include <QTimer>
 #include <QTreeWidgetItemIterator>
 
 using namespace Qt::StringLiterals;
@@ -48,18 +47,18 @@ public:
     }
 
     template <typename Widget>
-    Widget& find(const QString& name) const
+    [[nodiscard]] Widget& find(const QString& name) const
     {
         auto* found = screen->findChild<Widget*>(name);
         if (found == nullptr)
             qFatal("%s is missing", qPrintable(name));
         return *found;
     }
-    widgets::Grid& units() const { return find<widgets::Grid>(u"UI"_s); }
-    widgets::Grid& rooms() const { return find<widgets::Grid>(u"TabFlex"_s); }
-    Navig& tree() const { return find<Navig>(u"Navig"_s); }
-    QString status() const { return find<QLabel>(u"Stato"_s).text(); }
-    void show(int tab) { find<QTabWidget>(u"tbsOptions"_s).setCurrentIndex(tab); }
+    [[nodiscard]] widgets::Grid& units() const { return find<widgets::Grid>(u"UI"_s); }
+    [[nodiscard]] widgets::Grid& rooms() const { return find<widgets::Grid>(u"TabFlex"_s); }
+    [[nodiscard]] Navig& tree() const { return find<Navig>(u"Navig"_s); }
+    [[nodiscard]] QString status() const { return find<QLabel>(u"Stato"_s).text(); }
+    void show(int tab) const { find<QTabWidget>(u"tbsOptions"_s).setCurrentIndex(tab); }
 
     /// The cell becomes the current one and gets the keys, the last ones where the focus is then.
     void type(widgets::Grid& grid, int row, int column, const QString& text)
@@ -272,7 +271,7 @@ private slots:
             captions.clear();
             for (int entry = 0; entry < 3; ++entry)
                 captions << desk.menu.DxMouse(entry).text();
-            QTimer::singleShot(0, &desk.menu, &QMenu::close);
+            QMetaObject::invokeMethod(&desk.menu, &QMenu::close, Qt::QueuedConnection);
         });
         desk.selectRows(desk.rooms(), 1, 1);
         Desk::press(Qt::Key_F10, Qt::ShiftModifier);

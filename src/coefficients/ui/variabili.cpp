@@ -41,7 +41,7 @@ Variabili::Variabili(store::Database& lavoro, store::MasterDatabase& master,
                      QWidget* parent)
     : EditDialog(Section, QStringLiteral("Dettaglio variabili"), services, settings, parent),
       m_lavoro(lavoro), m_descriptions(master.groupDescriptions()), m_loaded(loadGroups(lavoro)),
-      m_groups(m_loaded), m_tabs(new QTabBar), m_lavori(nullptr), m_text1(new QPlainTextEdit)
+      m_groups(m_loaded), m_tabs(new QTabBar), m_text1(new QPlainTextEdit)
 {
     resize(680, 520);
     buildGrid();

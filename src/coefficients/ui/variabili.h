@@ -48,7 +48,7 @@ private:
     GroupTexts m_groups;
     int m_group = 1; ///< the one in the grid
     QTabBar* m_tabs;
-    widgets::Grid* m_lavori;
+    widgets::Grid* m_lavori = nullptr;
     QPlainTextEdit* m_text1;
 };
 

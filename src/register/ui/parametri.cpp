@@ -245,7 +245,7 @@ void Parametri::ElencoUI()
     std::vector<widgets::GridRow> rows;
     for (const UnitRow& unit : readUnits(m_context.lavoro, {.scala = m_elenco->filterScala(),
                                                            .livello = m_elenco->filterLivello()}))
-        rows.push_back(m_elenco->rowFor(unit));
+        rows.push_back(UnitList::rowFor(unit));
     if (rows.empty())
         rows.emplace_back();
     m_elenco->grid().cells().setRows(rows);

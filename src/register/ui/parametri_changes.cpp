@@ -326,7 +326,7 @@ void Parametri::applyUnit(const RecordChange& change, Nodes nodes)
     const UnitRow row = unitRow(change.record());
     const QString& scala = row.texts.at(ColumnScala);
     const bool exists = !change.after.empty();
-    patchRow(m_elenco->grid(), unit, exists, m_elenco->rowFor(row));
+    patchRow(m_elenco->grid(), unit, exists, UnitList::rowFor(row));
     if (!exists) {
         m_navig->removeUnit(unit);
         return;
