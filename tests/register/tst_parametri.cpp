@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QTabWidget>
+#include <QTimer>
 #include <QTreeWidgetItemIterator>
 
 using namespace Qt::StringLiterals;
@@ -61,7 +62,7 @@ public:
     void show(int tab) const { find<QTabWidget>(u"tbsOptions"_s).setCurrentIndex(tab); }
 
     /// The cell becomes the current one and gets the keys, the last ones where the focus is then.
-    void type(widgets::Grid& grid, int row, int column, const QString& text)
+    void type(widgets::Grid& grid, int row, int column, const QString& text) const
     {
         show(&grid == &units() ? 0 : 2);
         grid.setFocus();
@@ -70,7 +71,7 @@ public:
         QTest::keyClicks(QApplication::focusWidget(), text.mid(1));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     }
-    void selectRows(widgets::Grid& grid, int first, int last)
+    void selectRows(widgets::Grid& grid, int first, int last) const
     {
         show(&grid == &units() ? 0 : 2);
         grid.setFocus();
@@ -267,11 +268,14 @@ private slots:
     {
         Desk desk;
         QStringList captions;
+        QTimer closer;
+        closer.setSingleShot(true);
+        connect(&closer, &QTimer::timeout, &desk.menu, &QMenu::close);
         connect(&desk.menu, &QMenu::aboutToShow, this, [&] {
             captions.clear();
             for (int entry = 0; entry < 3; ++entry)
                 captions << desk.menu.DxMouse(entry).text();
-            QMetaObject::invokeMethod(&desk.menu, &QMenu::close, Qt::QueuedConnection);
+            closer.start();
         });
         desk.selectRows(desk.rooms(), 1, 1);
         Desk::press(Qt::Key_F10, Qt::ShiftModifier);
