@@ -80,8 +80,12 @@ def verdict(met):
 def report(binaries, folder):
     variables = environment(folder)
     times = medians(binaries / "zelto_bench", variables)
-    for program in ("zelto_startup_bench", "zelto_screens_bench", "zelto_register_bench"):
+    for program in ("zelto_startup_bench", "zelto_screens_bench"):
         times |= medians(binaries / program, variables, "real_time")
+    # Storing a cell is as durable as it costs, which only a disk shows.
+    with tempfile.TemporaryDirectory(dir=binaries) as disk:
+        times |= medians(binaries / "zelto_register_bench", dict(variables, TMPDIR=disk),
+                         "real_time")
     row("che cosa (300 unità, 15 000 vani)", "Zelto", "base", "rapporto", "obiettivo", "esito")
     for name, what, target in RATIOS:
         ours, base = times[f"{name}/zelto"], times[f"{name}/base"]
