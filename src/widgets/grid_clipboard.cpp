@@ -14,13 +14,13 @@ namespace {
 /// The first cell of a block that does not fit, as the user finds it in the grid.
 QString refusal(const GridModel& model, int row, int column, const QString& cell)
 {
-    const GridColumn& spec = model.column(column);
+    const GridColumn& wanted = model.column(column);
     return QStringLiteral(
                "Niente è stato incollato: alla riga %1 il testo «%2» non può stare nella "
                "colonna «%3»%4.")
-        .arg(QString::number(row + 1), cell, spec.header,
-             spec.maxLength > 0 && cell.size() > spec.maxLength
-                 ? QStringLiteral(", che prende %1 caratteri").arg(spec.maxLength)
+        .arg(QString::number(row + 1), cell, wanted.header,
+             wanted.maxLength > 0 && cell.size() > wanted.maxLength
+                 ? QStringLiteral(", che prende %1 caratteri").arg(wanted.maxLength)
                  : QString());
 }
 

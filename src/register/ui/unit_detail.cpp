@@ -17,20 +17,20 @@ using widgets::TypedLine;
 
 namespace {
 
-struct FieldSpec
+struct FieldKind
 {
     QString label;
     int maxLength;
 };
 
-const std::array<FieldSpec, UnitDetail::NumFields>& fieldSpecs()
+const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
 {
-    static const std::array<FieldSpec, UnitDetail::NumFields> specs{
+    static const std::array<FieldKind, UnitDetail::NumFields> kinds{
         {{QStringLiteral(" Riferimento"), 23},
          {QStringLiteral(" Livello"), 20},
          {QStringLiteral(" Codice scala"), 4},
          {QStringLiteral(" H piano"), 10}}};
-    return specs;
+    return kinds;
 }
 
 /// The keys by which lists are opened on this desktop.
@@ -61,12 +61,12 @@ UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPick
 void UnitDetail::addFields(QFormLayout& form)
 {
     for (int i = 0; i < NumFields; ++i) {
-        const FieldSpec& spec = fieldSpecs().at(static_cast<std::size_t>(i));
-        auto* field = new TypedLine(QStringLiteral("AOL"), spec.maxLength, this);
+        const FieldKind& kind = fieldKinds().at(static_cast<std::size_t>(i));
+        auto* field = new TypedLine(QStringLiteral("AOL"), kind.maxLength, this);
         field->setObjectName(QStringLiteral("Dati%1").arg(i));
-        field->setAccessibleName(spec.label.trimmed());
-        field->setMinimumWidth(fontMetrics().averageCharWidth() * (spec.maxLength + 6));
-        auto* label = new QLabel(spec.label, this);
+        field->setAccessibleName(kind.label.trimmed());
+        field->setMinimumWidth(fontMetrics().averageCharWidth() * (kind.maxLength + 6));
+        auto* label = new QLabel(kind.label, this);
         label->setBuddy(field);
         form.addRow(label, field);
         m_dati.at(static_cast<std::size_t>(i)) = field;
