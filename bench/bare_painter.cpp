@@ -69,7 +69,7 @@ void DrawingList::printPdf(const QString& fileName) const
 {
     QPdfWriter writer(fileName);
     writer.setResolution(print::TwipsPerInch);
-    print::layOutStandardPage(writer);
+    writer.setPageLayout(print::standardPageLayout());
     QPainter painter(&writer);
     const QFont* font = nullptr;
     const Overloaded draw{

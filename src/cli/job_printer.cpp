@@ -112,7 +112,7 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
     if (engine.pageCount() == 0)
         throw print::PrintError(print::PrintErrorNumber::PrinterFailed,
                                 QStringLiteral("Non c'è nessuna pagina da stampare."));
-    print::PdfSurface pdf(pdfPath(lavoro), jobName(lavoro));
+    print::PdfSurface pdf(pdfPath(lavoro), {.title = jobName(lavoro), .author = print::userFullName()});
     engine.setSurface(&pdf);
     engine.PrintDocument(1, engine.pageCount());
     pdf.commit();

@@ -8,6 +8,17 @@
 
 namespace zelto::print {
 
+namespace {
+
+QStringList pageFiles(const QDir& folder)
+{
+    // System lists links whose target is gone, too.
+    const auto anyFile = QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive;
+    return folder.entryList({QStringLiteral("~VKM*.Tmp")}, anyFile);
+}
+
+} // namespace
+
 QString TempFolder(const QString& applicationFolder)
 {
     const QString folder = qEnvironmentVariable("TEMP");
@@ -26,11 +37,14 @@ QString pageFilePath(const QString& folder, int index)
 
 void deletePageFiles(const QString& folder)
 {
-    // System lists links whose target is gone, too.
-    const auto anyFile = QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive;
     QDir dir{folder};
-    for (const QString& name : dir.entryList({QStringLiteral("~VKM*.Tmp")}, anyFile))
+    for (const QString& name : pageFiles(dir))
         dir.remove(name);
+}
+
+bool hasPageFiles(const QString& folder)
+{
+    return !pageFiles(QDir{folder}).isEmpty();
 }
 
 void PageFileWriter::open(const QString& path)

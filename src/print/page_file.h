@@ -18,8 +18,9 @@ namespace zelto::print {
 /// The page file of the index in the folder.
 [[nodiscard]] QString pageFilePath(const QString& folder, int index);
 
-/// Removes every page file from the folder.
+/// Removes every page file from the folder that we may remove.
 void deletePageFiles(const QString& folder);
+[[nodiscard]] bool hasPageFiles(const QString& folder);
 
 /// The page file being written. Records gather in memory and go to the file in large blocks. After
 /// an error, thrown as PrintError, the file is closed.

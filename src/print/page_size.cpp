@@ -2,7 +2,6 @@
 #include "print/page_size.h"
 
 #include <QBuffer>
-#include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
 
@@ -17,11 +16,11 @@ PageSize pageSizeOf(const QPagedPaintDevice& device)
             .height = twips(device.height(), device.logicalDpiY())};
 }
 
-void layOutStandardPage(QPagedPaintDevice& device)
+QPageLayout standardPageLayout()
 {
     constexpr double Margin = 5;
-    device.setPageLayout({QPageSize{QPageSize::A4}, QPageLayout::Portrait,
-                          QMarginsF{Margin, Margin, Margin, Margin}, QPageLayout::Millimeter});
+    return {QPageSize{QPageSize::A4}, QPageLayout::Portrait,
+            QMarginsF{Margin, Margin, Margin, Margin}, QPageLayout::Millimeter};
 }
 
 PageSize standardPageSize()
@@ -29,7 +28,7 @@ PageSize standardPageSize()
     QBuffer nowhere;
     QPdfWriter device(&nowhere);
     device.setResolution(TwipsPerInch);
-    layOutStandardPage(device);
+    device.setPageLayout(standardPageLayout());
     return pageSizeOf(device);
 }
 

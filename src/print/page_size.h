@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPageLayout>
+
 class QPagedPaintDevice;
 
 namespace zelto::print {
@@ -19,7 +21,7 @@ struct PageSize
 [[nodiscard]] PageSize pageSizeOf(const QPagedPaintDevice& device);
 
 /// A4 upright with margins of 5 mm, for a machine without a printer.
-void layOutStandardPage(QPagedPaintDevice& device);
+[[nodiscard]] QPageLayout standardPageLayout();
 [[nodiscard]] PageSize standardPageSize();
 
 } // namespace zelto::print

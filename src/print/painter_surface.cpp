@@ -24,7 +24,9 @@ void PainterSurface::begin(QPaintDevice& device, double scaleX, double scaleY)
         throw PrintError(PrintErrorNumber::PrinterFailed,
                          QStringLiteral("Impossibile avviare la stampa."));
     m_painter.scale(scaleX, scaleY);
+    m_painter.setBackground(m_fill);
     m_painter.setPen(m_fore);
+    m_painter.setFont(m_font);
 }
 
 void PainterSurface::drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics)
@@ -60,8 +62,11 @@ void PainterSurface::drawPicture(const QRectF& area, const QImage& picture)
 void PainterSurface::setColours(QColor fill, QColor fore)
 {
     // Boxes are outlines and texts have no ground, so the fill colour waits for a shape to fill.
-    m_painter.setBackground(fill);
+    m_fill = fill;
     m_fore = fore;
+    if (!hasBegun())
+        return;
+    m_painter.setBackground(m_fill);
     m_painter.setPen(m_fore);
 }
 
@@ -74,12 +79,6 @@ void PainterSurface::usePen(float penWidth)
     m_painter.setPen(used);
 }
 
-PagedSurface::PagedSurface(QPagedPaintDevice& device) : m_device(device)
-{
-    begin(device, device.logicalDpiX() / static_cast<double>(TwipsPerInch),
-          device.logicalDpiY() / static_cast<double>(TwipsPerInch));
-}
-
 void PagedSurface::finish()
 {
     if (painter().isActive() && !painter().end())
@@ -89,6 +88,11 @@ void PagedSurface::finish()
 
 void PagedSurface::prepare()
 {
+    if (!hasBegun()) {
+        begin(m_device, m_device.logicalDpiX() / static_cast<double>(TwipsPerInch),
+              m_device.logicalDpiY() / static_cast<double>(TwipsPerInch));
+        m_empty = false;
+    }
     for (; m_pendingBreaks > 0; --m_pendingBreaks) {
         if (!m_device.newPage())
             throw PrintError(PrintErrorNumber::PrinterFailed,

@@ -29,6 +29,7 @@ protected:
 
     /// Starts painting; throws PrintError when the device refuses.
     void begin(QPaintDevice& device, double scaleX, double scaleY);
+    [[nodiscard]] bool hasBegun() const { return m_painter.isActive(); }
 
     [[nodiscard]] QPainter& painter() { return m_painter; }
 
@@ -43,17 +44,21 @@ private:
 
     QPainter m_painter;
     QFont m_font;
+    QColor m_fill = Qt::white;
     QColor m_fore = Qt::black;
 };
 
-/// The pages of a printer or of anything else with pages. A page break takes place when something
-/// is drawn after it, so a document does not end in an empty page.
+/// The pages of a printer or of anything else with pages. The print job begins when something is
+/// drawn, and a page break takes place when something is drawn after it: a document without content
+/// is no job, and none ends in an empty page.
 class PagedSurface : public PainterSurface
 {
 public:
-    /// The device outlives the surface; it is in use until finish(). Throws PrintError when it
-    /// cannot start.
-    explicit PagedSurface(QPagedPaintDevice& device);
+    /// The device outlives the surface; it is in use until finish().
+    explicit PagedSurface(QPagedPaintDevice& device) : m_device(device) {}
+
+    /// Whether nothing has been drawn.
+    [[nodiscard]] bool isEmpty() const { return m_empty; }
 
     void newPage() override { ++m_pendingBreaks; }
     void finish() override;
@@ -65,6 +70,7 @@ protected:
 
 private:
     QPagedPaintDevice& m_device;
+    bool m_empty = true;
     int m_pendingBreaks = 0;
 };
 

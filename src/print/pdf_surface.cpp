@@ -3,32 +3,46 @@
 
 #include "print/complete_file.h"
 #include "print/page_size.h"
+#include "print/print_error.h"
+
+#include <utility>
 
 namespace zelto::print {
 
-PdfTarget::PdfTarget(const QString& fileName, const QString& title)
-    : m_file(fileName), m_writer(open())
+PdfTarget::PdfTarget(const QString& fileName, PdfInfo info, const QPageLayout& layout)
+    : m_info(std::move(info)), m_file(fileName), m_writer(openPages())
 {
+    m_writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
     m_writer.setResolution(TwipsPerInch);
-    m_writer.setTitle(title);
-    m_writer.setCreator(QStringLiteral("Zelto"));
-    layOutStandardPage(m_writer);
+    m_writer.setDocumentXmpMetadata(pdfMetadata(m_info, m_made));
+    m_writer.setPageLayout(layout);
 }
 
-QIODevice* PdfTarget::open()
+QIODevice* PdfTarget::openPages()
 {
     openForWriting(m_file);
-    return &m_file;
+    m_pages.open(QIODevice::WriteOnly);
+    return &m_pages;
 }
 
-PdfSurface::PdfSurface(const QString& fileName, const QString& title)
-    : PdfTarget(fileName, title), PagedSurface(m_writer)
+void PdfTarget::complete()
+{
+    const QByteArray& pages = m_pages.data();
+    m_file.write(pages);
+    m_file.write(pdfInfoUpdate(pages, m_info, m_made));
+    commitComplete(m_file);
+}
+
+PdfSurface::PdfSurface(const QString& fileName, const PdfInfo& info, const QPageLayout& layout)
+    : PdfTarget(fileName, info, layout), PagedSurface(m_writer)
 {}
 
 void PdfSurface::commit()
 {
     finish();
-    commitComplete(m_file);
+    if (isEmpty())
+        throw PrintError(PrintErrorNumber::PrinterFailed, NothingToPrint);
+    complete();
 }
 
 } // namespace zelto::print

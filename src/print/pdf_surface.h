@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "print/page_size.h"
 #include "print/painter_surface.h"
+#include "print/pdf_info.h"
 
+#include <QBuffer>
+#include <QPageLayout>
 #include <QPdfWriter>
 #include <QSaveFile>
 
@@ -12,24 +16,34 @@ namespace zelto::print {
 class PdfTarget
 {
 protected:
-    PdfTarget(const QString& fileName, const QString& title);
+    PdfTarget(const QString& fileName, PdfInfo info, const QPageLayout& layout);
 
-    QSaveFile m_file;
-    QPdfWriter m_writer;
+    /// Completes the written file and puts it in its place.
+    void complete();
 
 private:
-    QIODevice* open();
+    QIODevice* openPages();
+
+    PdfInfo m_info;
+    QDateTime m_made = QDateTime::currentDateTimeUtc();
+    QSaveFile m_file;
+    QBuffer m_pages; ///< kept until they are complete, a few MB for a large building
+
+protected:
+    QPdfWriter m_writer;
 };
 
-/// Standard pages in a PDF file. The file appears, and an older one of the name goes, only when
+/// Pages in a PDF/A-1b file. The file appears, and an older one of the name goes, only when
 /// commit() has seen every byte written; without it nothing changes on disk.
 class PdfSurface : private PdfTarget, public PagedSurface
 {
 public:
     /// Throws PrintError naming the file when it cannot be created.
-    PdfSurface(const QString& fileName, const QString& title);
+    PdfSurface(const QString& fileName, const PdfInfo& info,
+               const QPageLayout& layout = standardPageLayout());
 
-    /// Finishes the pages and puts the file in its place. Throws PrintError naming the file.
+    /// Finishes the pages and puts the file in its place. Throws PrintError naming the file, and
+    /// when nothing has been drawn.
     void commit();
 };
 

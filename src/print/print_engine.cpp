@@ -11,7 +11,7 @@
 namespace zelto::print {
 
 PrintEngine::PrintEngine(QString pageFolder, const text::DecimalSeparators& separators)
-    : m_pageFolder(std::move(pageFolder)), m_page(separators.LocalDecimalSeparator.toLatin1())
+    : m_pages(std::move(pageFolder)), m_page(separators.LocalDecimalSeparator.toLatin1())
 {}
 
 double PrintEngine::Zoom() const
@@ -22,7 +22,7 @@ double PrintEngine::Zoom() const
 void PrintEngine::BeginDocument()
 {
     m_page.abandon();
-    DeletePages();
+    m_pages.claim();
     openPage(0);
 }
 
@@ -48,7 +48,7 @@ void PrintEngine::EndDocument()
     // No state record is longer with the fonts of the reports.
     constexpr qint64 SmallestPage = 61;
     if (m_page.close() < SmallestPage) {
-        QFile::remove(pageFilePath(m_pageFolder, m_pageNumber));
+        QFile::remove(m_pages.pagePath(m_pageNumber));
         --m_pageNumber;
         --m_pageCount;
     }
@@ -63,14 +63,14 @@ void PrintEngine::WriteState()
 
 void PrintEngine::DeletePages()
 {
-    deletePageFiles(m_pageFolder);
+    m_pages.clear();
     m_pageNumber = 0;
     m_pageCount = 0;
 }
 
 void PrintEngine::openPage(int index)
 {
-    m_page.open(pageFilePath(m_pageFolder, index));
+    m_page.open(m_pages.pagePath(index));
     m_pageNumber = index;
     m_pageCount = index + 1;
 }

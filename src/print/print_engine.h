@@ -4,6 +4,7 @@
 
 #include "print/font_metrics.h"
 #include "print/page_file.h"
+#include "print/page_folder.h"
 #include "print/page_size.h"
 #include "print/paragraph.h"
 #include "print/surface.h"
@@ -42,7 +43,8 @@ struct FieldStyle
 class PrintEngine
 {
 public:
-    /// Page files are made in the folder, numbers in them written with the local separator.
+    /// Page files are made in the folder, or in one of its own below it while another engine uses
+    /// it; numbers in them are written with the local separator.
     PrintEngine(QString pageFolder, const text::DecimalSeparators& separators);
 
     /// Where drawing goes outside a recording; it must outlive its use. Without a surface texts are
@@ -167,7 +169,7 @@ private:
     void replayState(const RecordFields& record);
     void replayField(const RecordFields& record);
 
-    QString m_pageFolder;
+    PageFolder m_pages;
     PageFileWriter m_page;
     PageSize m_pageSize = standardPageSize();
     Surface* m_surface = nullptr;
@@ -178,6 +180,22 @@ private:
     FontState m_font;
     mutable FontCache m_fonts;
     mutable std::shared_ptr<const FontMetrics> m_metrics; ///< of m_font, once it is needed
+};
+
+/// Directs what an engine draws to a surface for as long as it lives.
+class DrawingTarget
+{
+public:
+    DrawingTarget(PrintEngine& engine, Surface& surface) : m_engine(engine)
+    {
+        m_engine.setSurface(&surface);
+    }
+    ~DrawingTarget() { m_engine.setSurface(nullptr); }
+    DrawingTarget(const DrawingTarget&) = delete;
+    DrawingTarget& operator=(const DrawingTarget&) = delete;
+
+private:
+    PrintEngine& m_engine;
 };
 
 /// Adds the value to the target.

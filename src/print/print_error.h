@@ -18,6 +18,9 @@ enum class PrintErrorNumber : int {
     PrinterFailed = 482,
 };
 
+/// What the user is told of a document without pages.
+inline const QString NothingToPrint = QStringLiteral("Non c'è nessuna pagina da stampare.");
+
 /// A failed page file, output file or printer; the description is Italian and names it.
 class PrintError : public text::Error
 {

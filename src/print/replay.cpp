@@ -29,9 +29,10 @@ float gridUnit(float twips)
 void PrintEngine::ReplayPage()
 {
     m_page.abandon();
-    QFile file(pageFilePath(m_pageFolder, m_pageNumber));
+    QFile file(m_pages.pagePath(m_pageNumber));
     const QString failure = QStringLiteral("Impossibile leggere il file di pagina");
-    if (!QFileInfo{file}.isFile())
+    // A link was never written by us.
+    if (const QFileInfo found{file}; !found.isFile() || found.isSymLink())
         throw PrintError(
             PrintErrorNumber::FileNotFound,
             QStringLiteral("%1 «%2»: il file non esiste.").arg(failure, file.fileName()));

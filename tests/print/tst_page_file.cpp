@@ -3,10 +3,13 @@
 #include "print/print_engine.h"
 #include "print/print_error.h"
 #include "support/disk_limit.h"
+#include "support/plain_user.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
@@ -18,9 +21,13 @@ class TestPageFile : public QObject
 
     std::unique_ptr<QTemporaryDir> m_dir;
 
-    [[nodiscard]] QStringList files() const
+    /// What is in the folder, without the mark that it is in use.
+    [[nodiscard]] QStringList files(const QString& subfolder = {}) const
     {
-        return QDir(m_dir->path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+        QStringList names = QDir(m_dir->filePath(subfolder))
+                                .entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+        names.removeOne(u"~VKM.lock"_s);
+        return names;
     }
     void put(const QString& name) const
     {
@@ -154,10 +161,58 @@ private slots:
             print.BeginDocument();
             QFAIL("a page file in no folder");
         } catch (const PrintError& error) {
-            QVERIFY(error.description().startsWith(u"Impossibile creare il file di pagina «"));
-            QVERIFY(error.description().contains(m_dir->filePath(u"manca/~VKM0000.Tmp"_s)));
+            QCOMPARE(error.description(),
+                     u"La cartella dei file di pagina «%1» non esiste o non si può scrivere."_s.arg(
+                         m_dir->filePath(u"manca"_s)));
         }
         QVERIFY(!print.isRecording());
+    }
+
+    void engineKeepsToItsOwnPages()
+    {
+        PrintEngine first = engine();
+        first.BeginDocument();
+        first.PrintText(1, 1, 0, QString(80, u'x'));
+        first.EndDocument();
+        {
+            PrintEngine second = engine();
+            second.BeginDocument();
+            QCOMPARE(files(), QStringList{u"~VKM0000.Tmp"_s});
+            QCOMPARE(files(u"~VKM1"_s), QStringList{u"~VKM0000.Tmp"_s});
+            const auto others = QFileDevice::ReadGroup | QFileDevice::ExeGroup |
+                                QFileDevice::ReadOther | QFileDevice::ExeOther;
+            QVERIFY(!(QFile::permissions(m_dir->filePath(u"~VKM1"_s)) & others));
+        }
+        QVERIFY(!QFile::exists(m_dir->filePath(u"~VKM1"_s)));
+        first.ReplayPage();
+    }
+
+    void aSubfolderThatSomebodyElsePlanted()
+    {
+        PrintEngine first = engine();
+        first.BeginDocument();
+        QVERIFY(QDir().mkdir(m_dir->filePath(u"altrui"_s)));
+        put(u"altrui/~VKM0000.Tmp"_s);
+        QFile::link(m_dir->filePath(u"altrui"_s), m_dir->filePath(u"~VKM1"_s));
+        PrintEngine second = engine();
+        second.BeginDocument();
+        QCOMPARE(files(u"~VKM2"_s), QStringList{u"~VKM0000.Tmp"_s});
+        QVERIFY(QFileInfo(m_dir->filePath(u"altrui/~VKM0000.Tmp"_s)).size() > 0);
+    }
+
+    void pagesThatCannotBeRemovedAreLeftAlone()
+    {
+        QVERIFY(QDir().mkdir(m_dir->filePath(u"comune"_s)));
+        put(u"comune/~VKM0000.Tmp"_s);
+        // As in a folder for everybody, where each may remove but his own.
+        QCOMPARE(::chmod(QFile::encodeName(m_dir->filePath(u"comune"_s)).constData(), 01777), 0);
+        QCOMPARE(::chmod(QFile::encodeName(m_dir->path()).constData(), 0755), 0);
+        if (::geteuid() != 0)
+            QSKIP("needs the files of two users");
+        const zelto::test::PlainUser plainUser;
+        PrintEngine print(m_dir->filePath(u"comune"_s), {});
+        print.BeginDocument();
+        QCOMPARE(files(u"comune/~VKM1"_s), QStringList{u"~VKM0000.Tmp"_s});
     }
 
     void aFullDiskEndsTheRecording()
@@ -183,6 +238,10 @@ private slots:
         PrintEngine print = engine();
         QVERIFY_THROWS_EXCEPTION(PrintError, print.ReplayPage());
         QVERIFY(QDir(m_dir->path()).mkdir(u"~VKM0000.Tmp"_s));
+        QVERIFY_THROWS_EXCEPTION(PrintError, print.ReplayPage());
+        put(u"documento"_s);
+        QFile::link(m_dir->filePath(u"documento"_s), m_dir->filePath(u"~VKM0001.Tmp"_s));
+        print.setPageNumber(1);
         QVERIFY_THROWS_EXCEPTION(PrintError, print.ReplayPage());
     }
 };

@@ -182,7 +182,7 @@ private slots:
         }
         m_print.EndDocument();
         QCOMPARE(m_print.pageCount(), 3);
-        PdfSurface surface(fileName, u"Stampa «prova»"_s);
+        PdfSurface surface(fileName, {.title = u"Stampa «prova»"_s});
         m_print.setSurface(&surface);
         m_print.PrintDocument(1, 3);
         QVERIFY(!QFile::exists(fileName));
@@ -208,12 +208,12 @@ private slots:
         QVERIFY(old.open(QIODevice::WriteOnly) && old.write("vecchio") == 7);
         old.close();
         {
-            PdfSurface surface(fileName, u"mai finito"_s);
+            PdfSurface surface(fileName, {.title = u"mai finito"_s});
             m_print.setSurface(&surface);
             m_print.PrintText(1, 1, 0, u"x"_s);
         }
         QCOMPARE(contents(fileName), "vecchio"_ba);
-        PdfSurface surface(fileName, u"finito"_s);
+        PdfSurface surface(fileName, {.title = u"finito"_s});
         m_print.setSurface(&surface);
         m_print.PrintText(1, 1, 0, u"x"_s);
         surface.commit();
@@ -223,7 +223,7 @@ private slots:
     void aPdfOnAFullDisk()
     {
         const QString fileName = m_dir.filePath(u"pieno.pdf"_s);
-        PdfSurface surface(fileName, QString());
+        PdfSurface surface(fileName, {});
         m_print.setSurface(&surface);
         m_print.PrintText(1, 1, 0, u"x"_s);
         const DiskLimit limit(500);
@@ -235,7 +235,7 @@ private slots:
     {
         const QString fileName = m_dir.filePath(u"manca/tabelle.pdf"_s);
         try {
-            const PdfSurface surface(fileName, QString());
+            const PdfSurface surface(fileName, {});
             QFAIL("a file in no folder");
         } catch (const PrintError& error) {
             QCOMPARE(error.number(), PrintErrorNumber::PathAccess);

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/pdf_info.h"
+
+#include <QRegularExpression>
+#include <QStringEncoder>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace zelto::print {
+
+namespace {
+
+const QString Creator = QStringLiteral("Zelto");
+const QString Producer = QStringLiteral("Qt " QT_VERSION_STR);
+
+QByteArray hexText(const QString& text)
+{
+    QStringEncoder encoder(QStringEncoder::Utf16BE);
+    const QByteArray encoded = encoder(text);
+    return "<FEFF" + encoded.toHex().toUpper() + '>';
+}
+
+} // namespace
+
+QString userFullName()
+{
+    const passwd* user = getpwuid(getuid());
+    if (user == nullptr)
+        return {};
+    const QString full = QString::fromLocal8Bit(user->pw_gecos).section(u',', 0, 0).trimmed();
+    return full.isEmpty() ? QString::fromLocal8Bit(user->pw_name) : full;
+}
+
+QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made)
+{
+    const QString time = made.toUTC().toString(Qt::ISODate);
+    return QStringLiteral(
+               "<?xpacket begin='\uFEFF' id='W5M0MpCehiHzreSzNTczkc9d'?>\n"
+               "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
+               "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
+               "<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\""
+               " xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\""
+               " xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\""
+               " xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n"
+               "<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">%1</rdf:li></rdf:Alt></dc:title>"
+               "\n<dc:creator><rdf:Seq><rdf:li>%2</rdf:li></rdf:Seq></dc:creator>\n"
+               "<xmp:CreatorTool>%3</xmp:CreatorTool>\n"
+               "<xmp:CreateDate>%4</xmp:CreateDate>\n"
+               "<xmp:ModifyDate>%4</xmp:ModifyDate>\n"
+               "<pdf:Producer>%5</pdf:Producer>\n"
+               "<pdfaid:part>1</pdfaid:part>\n"
+               "<pdfaid:conformance>B</pdfaid:conformance>\n"
+               "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end='w'?>\n")
+        .arg(info.title.toHtmlEscaped(), info.author.toHtmlEscaped(), Creator, time, Producer)
+        .toUtf8();
+}
+
+QByteArray pdfInfoUpdate(const QByteArray& file, const PdfInfo& info, const QDateTime& made)
+{
+    constexpr qsizetype TrailerLength = 1024;
+    static const QRegularExpression trailer(
+        QStringLiteral(R"(trailer\s*<<(.*/Info (\d+) 0 R.*)>>\s*startxref\s*(\d+)\s*%%EOF\s*$)"),
+        QRegularExpression::DotMatchesEverythingOption);
+    const auto found = trailer.match(QString::fromLatin1(file.right(TrailerLength)));
+    if (!found.hasMatch())
+        return {};
+    const QByteArray number = found.captured(2).toLatin1();
+    const QByteArray time =
+        made.toUTC().toString(QStringLiteral("'(D:'yyyyMMddHHmmss'Z)'")).toLatin1();
+    QByteArray update = "\n";
+    const qsizetype object = file.size() + update.size();
+    update += number + " 0 obj\n<<\n/Title " + hexText(info.title) + "\n/Author " +
+              hexText(info.author) + "\n/Creator " + hexText(Creator) + "\n/Producer " +
+              hexText(Producer) + "\n/CreationDate " + time + "\n/ModDate " + time +
+              "\n>>\nendobj\n";
+    const qsizetype table = file.size() + update.size();
+    update += "xref\n" + number + " 1\n" + QByteArray::number(object).rightJustified(10, '0') +
+              " 00000 n \ntrailer\n<<" + found.captured(1).toLatin1() + "/Prev " +
+              found.captured(3).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(table) +
+              "\n%%EOF\n";
+    return update;
+}
+
+} // namespace zelto::print

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/preview_layout.h"
+
+#include <algorithm>
+
+namespace zelto::print {
+
+namespace {
+
+/// The part of the window that a whole page takes at most.
+constexpr double UsedPart = 0.8;
+/// The page stands a little above the middle.
+constexpr int RaisedTwips = 400;
+
+QSizeF fittingPicture(const PreviewWindow& window, const PageSize& page)
+{
+    const QSizeF available{UsedPart * window.size.width(),
+                           UsedPart * (window.size.height() - window.barHeight)};
+    const double ratio = static_cast<double>(page.height) / static_cast<double>(page.width);
+    if (ratio * available.width() > available.height())
+        return {available.height() / ratio, available.height()};
+    return {available.width(), ratio * available.width()};
+}
+
+int scrolled(double point, int length)
+{
+    return std::clamp(qRound(point / length * ScrollPosition::Maximum), 0, ScrollPosition::Maximum);
+}
+
+double offset(int position, int length)
+{
+    return (0.5 - static_cast<double>(position) / ScrollPosition::Maximum) * length;
+}
+
+} // namespace
+
+PreviewLayout::PreviewLayout(const PreviewWindow& window, const PageSize& page,
+                             double magnification)
+    : m_picture((fittingPicture(window, page) * magnification).toSize().expandedTo({1, 1}))
+{
+    const int raised = qRound(RaisedTwips * window.dotsPerInch / TwipsPerInch);
+    m_home = {(window.view.width() - m_picture.width()) / 2,
+              (window.view.height() - raised - m_picture.height()) / 2};
+}
+
+QPoint PreviewLayout::place(const ScrollPosition& position) const
+{
+    return m_home +
+           QPointF{offset(position.x, m_picture.width()), offset(position.y, m_picture.height())}
+               .toPoint();
+}
+
+ScrollPosition PreviewLayout::centredOn(QPointF point) const
+{
+    return {.x = scrolled(point.x(), m_picture.width()),
+            .y = scrolled(point.y(), m_picture.height())};
+}
+
+QPointF PreviewLayout::pointAt(QPoint viewPlace, const ScrollPosition& position) const
+{
+    return viewPlace - place(position);
+}
+
+} // namespace zelto::print

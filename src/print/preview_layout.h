@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where the preview window shows the page, as figures.
+#pragma once
+
+#include "print/page_size.h"
+
+#include <QPoint>
+#include <QPointF>
+#include <QSize>
+
+namespace zelto::print {
+
+/// How large a page is shown: 1 fits the window, 2 is twice that.
+inline constexpr double WholePage = 1;
+inline constexpr double EnlargedPage = 2;
+
+/// The preview window in pixels.
+struct PreviewWindow
+{
+    QSize size;        ///< within its frame
+    int barHeight = 0; ///< of the bar along the top
+    QSize view;        ///< what the page moves in: without the bars on all sides
+    double dotsPerInch = 96;
+};
+
+/// Positions of the two scroll bars, from 0 to Maximum: the place of the page in the middle of the
+/// view.
+struct ScrollPosition
+{
+    static constexpr int Maximum = 1000;
+
+    int x = Maximum / 2;
+    int y = Maximum / 2;
+
+    bool operator==(const ScrollPosition&) const = default;
+};
+
+/// The page picture in the window: its size, its home and where scrolling takes it.
+class PreviewLayout
+{
+public:
+    PreviewLayout() = default;
+
+    /// The page that fits four fifths of the window, times the magnification.
+    PreviewLayout(const PreviewWindow& window, const PageSize& page, double magnification);
+
+    /// In pixels, at least one.
+    [[nodiscard]] QSize picture() const { return m_picture; }
+
+    /// The centred place of the picture's top-left corner in the view.
+    [[nodiscard]] QPoint home() const { return m_home; }
+
+    /// Where the corner is at the scroll position: at home when it is in the middle.
+    [[nodiscard]] QPoint place(const ScrollPosition& position) const;
+
+    /// The scroll position that brings the point of the picture (pixels) to the middle.
+    [[nodiscard]] ScrollPosition centredOn(QPointF point) const;
+
+    /// The point of the picture that the scroll position puts at the place in the view.
+    [[nodiscard]] QPointF pointAt(QPoint viewPlace, const ScrollPosition& position) const;
+
+private:
+    QSize m_picture{1, 1};
+    QPoint m_home;
+};
+
+} // namespace zelto::print

@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/ui/frm_preview.h"
+
+#include "print/picture_surface.h"
+#include "print/print_engine.h"
+#include "print/print_error.h"
+#include "print/ui/page_navigator.h"
+#include "print/ui/page_view.h"
+#include "print/ui/pdf_pages_dialog.h"
+#include "store/main_window_services.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zelto::print {
+
+namespace {
+
+constexpr double ZoomStep = 1.25;
+constexpr double LeastMagnification = 0.5;
+constexpr double MostMagnification = 4;
+
+QCursor lens(const QString& name)
+{
+    constexpr int Size = 24;
+    constexpr QPoint Centre(10, 10);
+    const QIcon icon(QStringLiteral(":/zelto/icons/%1.svg").arg(name));
+    return QCursor(icon.pixmap(Size), Centre.x(), Centre.y());
+}
+
+/// Enter prints nothing by itself: a page was perhaps meant to be turned.
+QPushButton* addButton(QWidget& bar, const QString& name, const QString& caption)
+{
+    auto* button = new QPushButton(caption, &bar);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    bar.layout()->addWidget(button);
+    return button;
+}
+
+} // namespace
+
+frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
+    : QDialog(parent), m_services(services), m_document(std::move(document)),
+      m_pageCount(services.engine.pageCount()), m_barra(new QWidget(this)),
+      m_navigator(new PageNavigator(m_pageCount, m_barra)), m_view(new PageView(this))
+{
+    setObjectName(QStringLiteral("frmPreview"));
+    setWindowTitle(QStringLiteral("Anteprima di Stampa"));
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setWindowFlag(Qt::WindowMaximizeButtonHint, true);
+    buildBar();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_barra);
+    layout->addWidget(m_view, 1);
+    m_view->setFocusPolicy(Qt::StrongFocus);
+    m_view->setFocus();
+    connectNavigator();
+    connectView();
+    const QSize screenSize = QGuiApplication::primaryScreen()->availableSize();
+    resize(screenSize.width() * 3 / 4, screenSize.height() * 9 / 10);
+    m_services.engine.setPageSize(m_services.printers.pageSize());
+}
+
+frmPreview::~frmPreview()
+{
+    m_services.engine.setSurface(nullptr);
+    m_services.engine.DeletePages();
+}
+
+void frmPreview::buildBar()
+{
+    m_barra->setObjectName(QStringLiteral("Barra"));
+    auto* layout = new QHBoxLayout(m_barra);
+    layout->addWidget(m_navigator);
+    layout->addStretch(1);
+    connect(addButton(*m_barra, QStringLiteral("Stampa"), QStringLiteral("&Stampa ...")),
+            &QPushButton::clicked, this, &frmPreview::print);
+    connect(addButton(*m_barra, QStringLiteral("EsportaPDF"), QStringLiteral("&Esporta PDF ...")),
+            &QPushButton::clicked, this, &frmPreview::exportPdf);
+    connect(addButton(*m_barra, QStringLiteral("Chiudi"), QStringLiteral("&Chiudi")),
+            &QPushButton::clicked, this, &frmPreview::reject);
+}
+
+void frmPreview::connectNavigator()
+{
+    connect(m_navigator, &PageNavigator::firstRequested, this, [this] { showPage(1); });
+    connect(m_navigator, &PageNavigator::previousRequested, this, [this] { showPage(m_page - 1); });
+    connect(m_navigator, &PageNavigator::nextRequested, this, [this] { showPage(m_page + 1); });
+    connect(m_navigator, &PageNavigator::lastRequested, this, [this] { showPage(m_pageCount); });
+    connect(m_navigator, &PageNavigator::pageRequested, this, [this](int page) {
+        m_view->setFocus();
+        showPage(page);
+    });
+}
+
+void frmPreview::connectView()
+{
+    connect(m_view, &PageView::resized, this, [this] {
+        if (m_page > 0)
+            layOut(m_magnification == WholePage ? ScrollPosition{} : m_view->scrollPosition());
+    });
+    connect(&m_view->picture(), &PagePicture::clicked, this, [this](QPointF point) {
+        const bool enlarge = m_magnification == WholePage;
+        m_magnification = enlarge ? EnlargedPage : WholePage;
+        layOut(enlarge ? m_view->pageLayout().centredOn(point) : ScrollPosition{});
+    });
+    connect(m_view, &PageView::zoomRequested, this, &frmPreview::zoom);
+    connect(m_view, &PageView::wheelTurned, this, &frmPreview::turnWheel);
+}
+
+void frmPreview::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (m_page > 0)
+        return;
+    const QRect available = screen()->availableGeometry();
+    const QSize spare = available.size() - frameSize();
+    QWidget::move(available.topLeft() +
+                  QPoint{std::max(0, spare.width() / 2), std::max(0, spare.height() / 2)});
+    showPage(1);
+}
+
+void frmPreview::showPage(int page)
+{
+    if (page < 1 || page > m_pageCount || page == m_page)
+        return;
+    m_page = page;
+    m_navigator->showPage(page);
+    m_failure.clear();
+    layOut(m_view->scrollPosition());
+}
+
+void frmPreview::layOut(const ScrollPosition& position)
+{
+    const PreviewWindow window{.size = size(),
+                               .barHeight = m_barra->height(),
+                               .view = m_view->viewSize(),
+                               .dotsPerInch = static_cast<double>(logicalDpiX())};
+    const PrintEngine& engine = m_services.engine;
+    const PreviewLayout layout(window, {engine.PageWidth(), engine.PageHeight()}, m_magnification);
+    QImage picture = PreparePreview(layout);
+    drawPage(picture);
+    m_view->showPage(picture, layout, position);
+    m_view->picture().setCursor(lens(m_magnification == WholePage ? QStringLiteral("lente_piu")
+                                                                  : QStringLiteral("lente_meno")));
+}
+
+/// An empty page in the size that the layout gives it.
+QImage frmPreview::PreparePreview(const PreviewLayout& layout) const
+{
+    QImage picture(layout.picture() * devicePixelRatio(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(devicePixelRatio());
+    picture.fill(Qt::white);
+    return picture;
+}
+
+void frmPreview::drawPage(QImage& picture)
+{
+    PrintEngine& engine = m_services.engine;
+    try {
+        PictureSurface surface(picture, PictureSurface::zoomToFit(picture, engine.PageWidth()));
+        const DrawingTarget target(engine, surface);
+        engine.setPageNumber(m_page - 1);
+        engine.ReplayPage();
+        surface.finish();
+    } catch (const PrintError& error) {
+        // Once: every change of the window's size draws the page again.
+        if (std::exchange(m_failure, error.description()) != error.description())
+            m_services.window.ReportError(error);
+    }
+}
+
+// Sizes and moves
+
+void frmPreview::zoom(int steps, QPoint place)
+{
+    const double magnification = std::clamp(m_magnification * std::pow(ZoomStep, steps),
+                                            LeastMagnification, MostMagnification);
+    const PreviewLayout before = m_view->pageLayout();
+    const QPointF point = before.pointAt(place, m_view->scrollPosition());
+    const double growth = magnification / m_magnification;
+    m_magnification = magnification;
+    const QPoint centre{m_view->viewSize().width() / 2, m_view->viewSize().height() / 2};
+    const QPointF middle = point * growth - (place - centre);
+    layOut({});
+    m_view->setScrollPosition(m_view->pageLayout().centredOn(middle));
+}
+
+bool frmPreview::isLargerThanView() const
+{
+    const QSize picture = m_view->pageLayout().picture();
+    return picture.height() > m_view->viewSize().height() ||
+           picture.width() > m_view->viewSize().width();
+}
+
+void frmPreview::turnWheel(int stepsX, int stepsY)
+{
+    if (isLargerThanView())
+        m_view->scrollBy(stepsX, stepsY);
+    else
+        showPage(m_page + stepsY);
+}
+
+bool frmPreview::zoomByKey(const QKeyEvent& event)
+{
+    if (!event.modifiers().testFlag(Qt::ControlModifier))
+        return false;
+    const QPoint centre{m_view->viewSize().width() / 2, m_view->viewSize().height() / 2};
+    switch (event.key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        zoom(1, centre);
+        return true;
+    case Qt::Key_Minus:
+        zoom(-1, centre);
+        return true;
+    case Qt::Key_0:
+        m_magnification = WholePage;
+        layOut({});
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool frmPreview::moveByKey(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Home:
+        showPage(1);
+        return true;
+    case Qt::Key_End:
+        showPage(m_pageCount);
+        return true;
+    case Qt::Key_Left:
+        m_view->scrollBy(-1, 0);
+        return true;
+    case Qt::Key_Right:
+        m_view->scrollBy(1, 0);
+        return true;
+    case Qt::Key_Up:
+        m_view->scrollBy(0, -1);
+        return true;
+    case Qt::Key_Down:
+        m_view->scrollBy(0, 1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void frmPreview::keyPressEvent(QKeyEvent* event)
+{
+    if (zoomByKey(*event) || moveByKey(*event))
+        return;
+    const QString typed = event->text();
+    if (typed.size() == 1 && typed.front().isDigit())
+        m_navigator->typeNumber(typed);
+    else
+        QDialog::keyPressEvent(event);
+}
+
+/// On release, as the pages of a document have always been turned here.
+void frmPreview::keyReleaseEvent(QKeyEvent* event)
+{
+    const bool shifted = event->modifiers().testFlag(Qt::ShiftModifier);
+    if (event->key() == Qt::Key_PageUp && !shifted)
+        showPage(m_page - 1);
+    else if (event->key() == Qt::Key_PageDown && !shifted)
+        showPage(m_page + 1);
+    else
+        QDialog::keyReleaseEvent(event);
+}
+
+// Paper and files
+
+void frmPreview::print()
+{
+    if (!PrinterDesk::isInstalled()) {
+        if (offersPdfInstead(m_services.window))
+            exportPdf();
+        return;
+    }
+    const auto pages = m_services.printers.choosePages(this, m_pageCount);
+    const bool printed = pages && reporting([&] {
+                             drawOnPrinter(m_services, m_document.printTitle, [&] {
+                                 m_services.engine.PrintDocument(pages->first, pages->last);
+                             });
+                         });
+    if (printed)
+        accept();
+}
+
+void frmPreview::exportPdf()
+{
+    PdfPagesDialog dialog(m_pageCount, m_page, this);
+    if (m_pageCount > 1 && dialog.exec() != QDialog::Accepted)
+        return;
+    const QString path = choosePdfPath(m_services.window, m_document.pdfPath);
+    if (path.isEmpty())
+        return;
+    const PageRange pages = dialog.pages();
+    reporting([&] {
+        drawIntoPdf(m_services, path, m_document.info,
+                    [&] { m_services.engine.PrintDocument(pages.first, pages.last); });
+    });
+}
+
+/// Draws with the hourglass; what goes wrong is reported and gives false.
+bool frmPreview::reporting(const Drawing& drawing)
+{
+    try {
+        const store::StatusScope busy(m_services.window, QStringLiteral("Stampa"));
+        drawing();
+        return true;
+    } catch (const std::exception& error) {
+        m_services.window.ReportError(error);
+        return false;
+    }
+}
+
+} // namespace zelto::print

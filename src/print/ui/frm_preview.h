@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "print/preview_layout.h"
+#include "print/ui/print_output.h"
+
+#include <QDialog>
+
+namespace zelto::print {
+
+class PageNavigator;
+class PageView;
+
+/// The preview "Anteprima di Stampa" of the recorded pages, one at a time. The page files go when
+/// it closes.
+class frmPreview : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// The engine holds a recording of at least one page.
+    frmPreview(const PrintServices& services, DocumentData document, QWidget* parent = nullptr);
+    ~frmPreview() override;
+
+    /// The page shown, counted from 1.
+    [[nodiscard]] int page() const { return m_page; }
+    [[nodiscard]] double magnification() const { return m_magnification; }
+
+    /// Prints what the user chooses in the print options and closes; without a printer offers the
+    /// PDF file. What goes wrong is reported, and the window stays.
+    void print();
+    void exportPdf();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+private:
+    void buildBar();
+    void connectNavigator();
+    void connectView();
+    void showPage(int page);
+
+    /// Lays the window out for the magnification and draws the page.
+    void layOut(const ScrollPosition& position);
+    [[nodiscard]] QImage PreparePreview(const PreviewLayout& layout) const;
+    void drawPage(QImage& picture);
+
+    /// Another size, the place of the view staying where it is.
+    void zoom(int steps, QPoint place);
+    bool zoomByKey(const QKeyEvent& event);
+    bool moveByKey(const QKeyEvent& event);
+    void turnWheel(int stepsX, int stepsY);
+    [[nodiscard]] bool isLargerThanView() const;
+    bool reporting(const Drawing& drawing);
+
+    PrintServices m_services;
+    DocumentData m_document;
+    int m_pageCount;
+    int m_page = 0;
+    double m_magnification = WholePage;
+    QString m_failure; ///< of the page shown, already reported
+    QWidget* m_barra;
+    PageNavigator* m_navigator;
+    PageView* m_view;
+};
+
+} // namespace zelto::print

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/ui/print_output.h"
+
+#include "print/pdf_surface.h"
+#include "print/print_engine.h"
+#include "print/print_error.h"
+#include "store/main_window_services.h"
+
+#include <QFileInfo>
+#include <QPrinter>
+
+namespace zelto::print {
+
+void drawOnPrinter(const PrintServices& services, const QString& title, const Drawing& drawing)
+{
+    QPrinter& printer = services.printers.printer();
+    printer.setDocName(title);
+    PagedSurface surface(printer);
+    const DrawingTarget target(services.engine, surface);
+    services.engine.setPageSize(services.printers.pageSize());
+    drawing();
+    surface.finish();
+    if (surface.isEmpty())
+        throw PrintError(PrintErrorNumber::PrinterFailed, NothingToPrint);
+}
+
+void drawIntoPdf(const PrintServices& services, const QString& path, const PdfInfo& info,
+                 const Drawing& drawing)
+{
+    PdfSurface surface(path, info, services.printers.pageLayout());
+    const DrawingTarget target(services.engine, surface);
+    services.engine.setPageSize(services.printers.pageSize());
+    drawing();
+    surface.commit();
+}
+
+QString chooseOutputPath(store::MainWindowServices& window, const QString& title,
+                         const QString& filter, const QString& proposedPath)
+{
+    const QFileInfo proposed(proposedPath);
+    QString path = window.ShowFileDialog({.title = title,
+                                          .filter = filter,
+                                          .flags = store::FileDialogRequest::AnyFile,
+                                          .initialFolder = proposed.absolutePath(),
+                                          .kind = store::FileDialogRequest::Kind::Save,
+                                          .defaultName = proposed.fileName()});
+    if (path.isEmpty())
+        return {};
+    if (const QString extension = u'.' + proposed.suffix();
+        !path.endsWith(extension, Qt::CaseInsensitive))
+        path += extension;
+    const bool isFree = !QFileInfo::exists(path) ||
+                        window.askYesNo(QStringLiteral("Il file «%1» esiste già.\n\nSostituirlo?")
+                                            .arg(QFileInfo(path).fileName()));
+    return isFree ? path : QString();
+}
+
+QString choosePdfPath(store::MainWindowServices& window, const QString& proposedPath)
+{
+    return chooseOutputPath(window, QStringLiteral("Esporta PDF"),
+                            QStringLiteral("Documenti PDF (*.PDF)|*.pdf"), proposedPath);
+}
+
+bool offersPdfInstead(store::MainWindowServices& window)
+{
+    return window.askYesNo(
+        QStringLiteral("Nessuna stampante installata.\n\nSalvare il documento in un file PDF?"));
+}
+
+} // namespace zelto::print
