@@ -3,7 +3,10 @@
 
 #include "text/decimal_text.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 namespace zelto::calc {
 
@@ -14,6 +17,43 @@ constexpr double MaxImportoCent = 99'999'999'999;
 constexpr double MinImportoCent = -9'999'999'999;
 constexpr double MaxQuotaCent = 999'999'999;
 constexpr double MinQuotaCent = -99'999'999;
+
+bool areWhole(std::span<const Millesimi> shares)
+{
+    return std::accumulate(shares.begin(), shares.end(), Millesimi()) == Mille;
+}
+
+/// Parts of whole hundredths that add up to the amount. Whole numbers all the way: a share times
+/// the largest amount is below 2^63.
+std::vector<double> quoteQuadrate(std::span<const Millesimi> shares, double importoCent)
+{
+    const double sign = importoCent < 0 ? -1 : 1;
+    const std::int64_t importo = std::llround(std::abs(importoCent));
+    const std::int64_t whole = Mille.tenThousandths();
+    std::vector<double> quote;
+    std::vector<std::pair<std::int64_t, std::size_t>> remainders; // with the unit's place
+    std::int64_t missing = importo;
+    for (const Millesimi share : shares) {
+        const std::int64_t product = share.tenThousandths() * importo;
+        remainders.emplace_back(product % whole, quote.size());
+        quote.push_back(sign * static_cast<double>(product / whole));
+        missing -= product / whole;
+    }
+    std::stable_sort(remainders.begin(), remainders.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    for (std::size_t i = 0; i < static_cast<std::size_t>(missing); ++i)
+        quote[remainders[i].second] += sign;
+    return quote;
+}
+
+std::vector<double> quoteArrotondate(std::span<const Millesimi> shares, double importoCent)
+{
+    std::vector<double> quote;
+    quote.reserve(shares.size());
+    for (const Millesimi share : shares)
+        quote.push_back(quotaCent(share, importoCent));
+    return quote;
+}
 
 } // namespace
 
@@ -33,17 +73,17 @@ double quotaCent(Millesimi share, double importoCent)
 }
 
 std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const Millesimi> shares,
-                                 double importoCent)
+                                 double importoCent, Arrotondamento arrotondamento)
 {
     if (importoCent > MaxImportoCent || importoCent < MinImportoCent)
         throw CalcError(
             QStringLiteral("L'importo da ripartire ha troppe cifre: al massimo 999 999 999,99, "
                            "se negativo 99 999 999,99."));
-    std::vector<double> quote;
-    quote.reserve(shares.size());
-    for (std::size_t u = 0; u < shares.size(); ++u) {
-        quote.push_back(quotaCent(shares[u], importoCent));
-        if (quote.back() > MaxQuotaCent || quote.back() < MinQuotaCent)
+    const bool closes = arrotondamento == Arrotondamento::AQuadratura && areWhole(shares);
+    std::vector<double> quote =
+        closes ? quoteQuadrate(shares, importoCent) : quoteArrotondate(shares, importoCent);
+    for (std::size_t u = 0; u < quote.size(); ++u) {
+        if (quote[u] > MaxQuotaCent || quote[u] < MinQuotaCent)
             throw CalcError(
                 QStringLiteral("La quota dell'unità %1 (%2) non sta nella sua colonna (al massimo "
                                "9 999 999,99, se negativa 999 999,99): ripartire l'importo in più "

@@ -6,7 +6,7 @@
 #include "cli/console.h"
 #include "print/pdf_surface.h"
 #include "print/print_error.h"
-#include "reports/tables.h"
+#include "reports/table_export.h"
 #include "store/database.h"
 #include "store/format_check.h"
 #include "store/schema_check.h"
@@ -49,8 +49,9 @@ bool JobPrinter::print(const QString& lavoro)
             return false;
         checkShares(*modello);
         printPages(*modello, lavoro);
+        exportTables(tables(*modello), documentInfo(*modello), lavoro);
         if (m_options.mostra)
-            showTables(*modello, lavoro);
+            showTables(tables(*modello), lavoro);
         return true;
     } catch (const std::exception& error) {
         m_user.ReportError(error);
@@ -98,7 +99,7 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
     print::PrintEngine engine(pageFolder.path(), text::DecimalSeparators::detect());
     const reports::ReportContext context{.modello = modello,
                                          .jobPath = QFileInfo(lavoro).absoluteFilePath(),
-                                         .outputFolder = outputFolder(lavoro),
+                                         .outputFolder = folderPath(m_options.uscite, lavoro),
                                          .engine = engine,
                                          .user = m_user};
     engine.BeginDocument();
@@ -110,45 +111,64 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
     if (m_options.pdf.isEmpty())
         return;
     if (engine.pageCount() == 0)
-        throw print::PrintError(print::PrintErrorNumber::PrinterFailed,
-                                QStringLiteral("Non c'è nessuna pagina da stampare."));
-    print::PdfSurface pdf(pdfPath(lavoro), {.title = jobName(lavoro), .author = print::userFullName()});
-    engine.setSurface(&pdf);
+        throw print::EmptyDocument();
+    print::PdfSurface pdf(filePath(m_options.pdf, lavoro, QStringLiteral(".pdf")),
+                          documentInfo(modello));
+    const print::DrawingTarget target(engine, pdf);
     engine.PrintDocument(1, engine.pageCount());
     pdf.commit();
 }
 
-void JobPrinter::showTables(const calc::ModelloLavoro& modello, const QString& lavoro) const
+print::PdfInfo JobPrinter::documentInfo(const calc::ModelloLavoro& modello) const
+{
+    const QString& kind = m_options.riparto ? reports::DocumentoRiparto : reports::DocumentoCalcolo;
+    return {.title = reports::documentTitle(kind, modello), .author = print::userFullName()};
+}
+
+std::vector<reports::TableReport> JobPrinter::tables(const calc::ModelloLavoro& modello) const
+{
+    if (m_options.riparto)
+        return {reports::tabellaRiparto(modello, *m_options.riparto)};
+    return reports::tabelleScelte(modello, m_options.calcolo);
+}
+
+void JobPrinter::exportTables(const std::vector<reports::TableReport>& tables,
+                              const print::PdfInfo& info, const QString& lavoro) const
+{
+    if (tables.empty() && !(m_options.xlsx.isEmpty() && m_options.csv.isEmpty()))
+        throw calc::CalcError(QStringLiteral("Non c'è nessuna tabella da esportare."));
+    if (!m_options.xlsx.isEmpty())
+        reports::writeWorkbook(filePath(m_options.xlsx, lavoro, QStringLiteral(".xlsx")), tables,
+                               info);
+    if (!m_options.csv.isEmpty())
+        reports::writeCsv(folderPath(m_options.csv, lavoro), tables);
+}
+
+void JobPrinter::showTables(const std::vector<reports::TableReport>& tables,
+                            const QString& lavoro) const
 {
     if (m_options.lavori.size() > 1)
         writeOut(QStringLiteral("== %1 ==\n").arg(jobName(lavoro)));
-    if (m_options.riparto) {
-        writeOut(reports::tableAsText(reports::tabellaRiparto(modello, *m_options.riparto)));
-        return;
-    }
-    writeOut(reports::tableAsText(reports::tabellaGenerale(modello)));
-    for (int t = 1; t <= modello.NumTabelle(); ++t)
-        writeOut(u'\n' + reports::tableAsText(reports::tabellaSpeciale(modello, t)));
-    const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
-    for (const QString& codice : calc::elencoScale(modello)) {
-        const calc::QuoteScala quote =
-            calc::calcolaScala(modello, consistenze, codice, m_options.calcolo.indice);
-        writeOut(u'\n' + reports::tableAsText(reports::tabellaScala(modello, quote)));
+    for (const reports::TableReport& table : tables) {
+        if (&table != &tables.front())
+            writeOut(QStringLiteral("\n"));
+        writeOut(reports::tableAsText(table));
     }
 }
 
-QString JobPrinter::pdfPath(const QString& lavoro) const
+QString JobPrinter::filePath(const QString& path, const QString& lavoro,
+                             const QString& extension) const
 {
     if (m_options.lavori.size() == 1)
-        return m_options.pdf;
-    return QDir(makeFolder(m_options.pdf)).filePath(jobName(lavoro) + QStringLiteral(".pdf"));
+        return path;
+    return QDir(makeFolder(path)).filePath(jobName(lavoro) + extension);
 }
 
-QString JobPrinter::outputFolder(const QString& lavoro) const
+QString JobPrinter::folderPath(const QString& folder, const QString& lavoro) const
 {
     if (m_options.lavori.size() == 1)
-        return makeFolder(m_options.uscite);
-    return makeFolder(QDir(m_options.uscite).filePath(jobName(lavoro)));
+        return makeFolder(folder);
+    return makeFolder(QDir(folder).filePath(jobName(lavoro)));
 }
 
 } // namespace zelto::cli

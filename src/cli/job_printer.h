@@ -3,11 +3,14 @@
 
 #include "calc/modello_lavoro.h"
 #include "cli/options.h"
+#include "print/pdf_info.h"
+#include "reports/table_report.h"
 #include "store/user_interface.h"
 
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace zelto::cli {
 
@@ -24,9 +27,19 @@ private:
     [[nodiscard]] std::optional<calc::ModelloLavoro> load(QString path);
     void checkShares(const calc::ModelloLavoro& modello) const;
     void printPages(const calc::ModelloLavoro& modello, const QString& lavoro);
-    void showTables(const calc::ModelloLavoro& modello, const QString& lavoro) const;
-    [[nodiscard]] QString pdfPath(const QString& lavoro) const;
-    [[nodiscard]] QString outputFolder(const QString& lavoro) const;
+    [[nodiscard]] std::vector<reports::TableReport>
+    tables(const calc::ModelloLavoro& modello) const;
+    void exportTables(const std::vector<reports::TableReport>& tables, const print::PdfInfo& info,
+                      const QString& lavoro) const;
+    void showTables(const std::vector<reports::TableReport>& tables, const QString& lavoro) const;
+    [[nodiscard]] print::PdfInfo documentInfo(const calc::ModelloLavoro& modello) const;
+
+    /// Of one job the path as given; of several a file of the job's name in it as a folder.
+    [[nodiscard]] QString filePath(const QString& path, const QString& lavoro,
+                                   const QString& extension) const;
+
+    /// The folder, or one of the job's name in it for several jobs; made if it is not there.
+    [[nodiscard]] QString folderPath(const QString& folder, const QString& lavoro) const;
 
     const Options& m_options;
     store::UserInterface& m_user;

@@ -28,6 +28,9 @@ enum Option : int {
     PrimaPagina,
     Riparto,
     Quote,
+    Quadratura,
+    Xlsx,
+    Csv,
     Mostra,
     Version,
 };
@@ -42,6 +45,9 @@ constexpr std::array LongOptions{
     option{"prima-pagina", required_argument, nullptr, PrimaPagina},
     option{"riparto", required_argument, nullptr, Riparto},
     option{"quote", required_argument, nullptr, Quote},
+    option{"quadratura", no_argument, nullptr, Quadratura},
+    option{"xlsx", required_argument, nullptr, Xlsx},
+    option{"csv", required_argument, nullptr, Csv},
     option{"mostra", no_argument, nullptr, Mostra},
     option{"help", no_argument, nullptr, Help},
     option{"version", no_argument, nullptr, Version},
@@ -116,6 +122,7 @@ struct Pieces
     std::optional<QString> importo;
     std::optional<reports::InsiemeQuote> quote;
     bool calcoloGiven = false;
+    bool quadratura = false;
 };
 
 void apply(Pieces& pieces, int option, const QString& value)
@@ -157,6 +164,15 @@ void apply(Pieces& pieces, int option, const QString& value)
     case Quote:
         pieces.quote = readQuote(value);
         break;
+    case Quadratura:
+        pieces.quadratura = true;
+        break;
+    case Xlsx:
+        options.xlsx = value;
+        break;
+    case Csv:
+        options.csv = value;
+        break;
     case Mostra:
         options.mostra = true;
         break;
@@ -193,12 +209,16 @@ Options complete(Pieces pieces)
     requireDistinctNames(options.lavori);
     if (pieces.quote && !pieces.importo)
         throw UsageError(QStringLiteral("--quote vale solo insieme a --riparto"));
+    if (pieces.quadratura && !pieces.importo)
+        throw UsageError(QStringLiteral("--quadratura vale solo insieme a --riparto"));
     if (pieces.calcoloGiven && pieces.importo)
         throw UsageError(QStringLiteral("--calcolo e --riparto non vanno insieme"));
     if (pieces.importo) {
-        options.riparto =
-            reports::OpzioniRiparto{.importo = *pieces.importo,
-                                    .quote = pieces.quote.value_or(reports::MillesimiGenerali{})};
+        options.riparto = reports::OpzioniRiparto{
+            .importo = *pieces.importo,
+            .quote = pieces.quote.value_or(reports::MillesimiGenerali{}),
+            .arrotondamento = pieces.quadratura ? calc::Arrotondamento::AQuadratura
+                                                : calc::Arrotondamento::PerQuota};
         if (auto* scala = std::get_if<reports::MillesimiScala>(&options.riparto->quote))
             scala->indice = options.calcolo.indice;
     }
@@ -267,6 +287,11 @@ QString helpText()
         "  --riparto IMPORTO         stampa il riparto dell'importo al posto del calcolo\n"
         "  --quote generali|tabella=N|scala=CODICE\n"
         "                            millesimi del riparto (se manca, generali)\n"
+        "  --quadratura              quote del riparto che sommano all'importo, al centesimo\n"
+        "  --xlsx FILE               le tabelle in una cartella di lavoro per fogli di calcolo;\n"
+        "                            con più lavori FILE è una cartella, un file per lavoro\n"
+        "  --csv CARTELLA            le tabelle in file CSV, uno per tabella (con più lavori\n"
+        "                            una sottocartella per lavoro)\n"
         "  --mostra                  scrive anche le tabelle come testo allineato\n"
         "  -h, --help                questo aiuto\n"
         "  --version                 versione del programma\n"

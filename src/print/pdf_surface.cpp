@@ -41,7 +41,7 @@ void PdfSurface::commit()
 {
     finish();
     if (isEmpty())
-        throw PrintError(PrintErrorNumber::PrinterFailed, NothingToPrint);
+        throw EmptyDocument();
     complete();
 }
 

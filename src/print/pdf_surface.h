@@ -42,8 +42,8 @@ public:
     PdfSurface(const QString& fileName, const PdfInfo& info,
                const QPageLayout& layout = standardPageLayout());
 
-    /// Finishes the pages and puts the file in its place. Throws PrintError naming the file, and
-    /// when nothing has been drawn.
+    /// Finishes the pages and puts the file in its place. Throws PrintError naming the file,
+    /// EmptyDocument when nothing has been drawn.
     void commit();
 };
 

@@ -63,6 +63,7 @@ void PrintEngine::WriteState()
 
 void PrintEngine::DeletePages()
 {
+    m_page.abandon();
     m_pages.clear();
     m_pageNumber = 0;
     m_pageCount = 0;

@@ -88,7 +88,7 @@ public:
     [[nodiscard]] int PageNumber() const { return m_pageNumber; }
     void setPageNumber(int index) { m_pageNumber = index; }
 
-    /// Removes the page files; the document is gone.
+    /// Removes the page files; the document is gone, and a recording under way is given up.
     void DeletePages();
 
     // Font

@@ -18,9 +18,6 @@ enum class PrintErrorNumber : int {
     PrinterFailed = 482,
 };
 
-/// What the user is told of a document without pages.
-inline const QString NothingToPrint = QStringLiteral("Non c'è nessuna pagina da stampare.");
-
 /// A failed page file, output file or printer; the description is Italian and names it.
 class PrintError : public text::Error
 {
@@ -36,6 +33,16 @@ public:
     {
         return static_cast<PrintErrorNumber>(code());
     }
+};
+
+/// A document without pages.
+class EmptyDocument : public PrintError
+{
+public:
+    EmptyDocument()
+        : PrintError(PrintErrorNumber::PrinterFailed,
+                     QStringLiteral("Non c'è nessuna pagina da stampare."))
+    {}
 };
 
 } // namespace zelto::print

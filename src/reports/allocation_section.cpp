@@ -24,30 +24,34 @@ std::vector<TableColumn> shareColumns()
     return {
         {.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 29},
         {.head = QStringLiteral("LIVELLO"), .position = 40, .side = Side::Left, .width = 27},
-        {.head = QStringLiteral("CONS.TOT."), .position = 80},
-        {.head = QStringLiteral("MILLESIMI"), .position = 100},
-        {.head = QStringLiteral("IMPORTO"), .position = 120}};
+        {.head = QStringLiteral("CONS.TOT."), .position = 80, .decimals = 4},
+        {.head = QStringLiteral("MILLESIMI"), .position = 100, .decimals = 3},
+        {.head = QStringLiteral("IMPORTO"), .position = 120, .decimals = 2}};
 }
 
 std::vector<TableColumn> staircaseColumns()
 {
     return {{.head = QStringLiteral("RIFERIMENTO"), .position = 8, .side = Side::Left, .width = 26},
             {.head = QStringLiteral("LIVELLO"), .position = 35, .side = Side::Left, .width = 18},
-            {.head = QStringLiteral("CONS.VIRT."), .position = 65},
-            {.head = QStringLiteral("M.PROP."), .position = 77},
-            {.head = QStringLiteral("IND.H.P."), .position = 88},
-            {.head = QStringLiteral("M.PIANO"), .position = 100},
-            {.head = QStringLiteral("M.SCALA"), .position = 112},
-            {.head = QStringLiteral("IMPORTO"), .position = 127}};
+            {.head = QStringLiteral("CONS.VIRT."), .position = 65, .decimals = 4},
+            {.head = QStringLiteral("M.PROP."), .position = 77, .decimals = 3},
+            {.head = QStringLiteral("IND.H.P."), .position = 88, .decimals = 4},
+            {.head = QStringLiteral("M.PIANO"), .position = 100, .decimals = 3},
+            {.head = QStringLiteral("M.SCALA"), .position = 112, .decimals = 3},
+            {.head = QStringLiteral("IMPORTO"), .position = 127, .decimals = 2}};
 }
 
 /// The table of the shares with a column of parts behind it.
 TableReport withParts(TableReport table, std::vector<TableColumn> columns,
                       const ModelloLavoro& modello, const std::vector<Millesimi>& shares,
-                      const QString& importo)
+                      const OpzioniRiparto& opzioni)
 {
-    const double totale = calc::importoCent(importo);
-    const std::vector<double> quote = calc::calcolaQuote(modello, shares, totale);
+    const double totale = calc::importoCent(opzioni.importo);
+    const std::vector<double> quote =
+        calc::calcolaQuote(modello, shares, totale, opzioni.arrotondamento);
+    table.name = QStringLiteral("Riparto ") + table.name;
+    if (opzioni.arrotondamento == calc::Arrotondamento::AQuadratura)
+        table.note = QStringLiteral("IMPORTI CON QUADRATURA AL CENTESIMO");
     table.columns = std::move(columns);
     for (std::size_t u = 0; u < table.rows.size(); ++u)
         table.rows[u] << importoTesto(quote[u], u"######0.00");
@@ -59,19 +63,19 @@ TableReport withParts(TableReport table, std::vector<TableColumn> columns,
 struct TableOf
 {
     const ModelloLavoro& modello;
-    const QString& importo;
+    const OpzioniRiparto& opzioni;
 
     TableReport operator()(const MillesimiGenerali&) const
     {
         return withParts(tabellaGenerale(modello), shareColumns(), modello,
-                         calc::calcolaMillGen(calc::calcolaConsistenze(modello)), importo);
+                         calc::calcolaMillGen(calc::calcolaConsistenze(modello)), opzioni);
     }
 
     TableReport operator()(const TabellaSpecifica& scelta) const
     {
         const auto consistenze = calc::calcolaConsistenze(modello);
         return withParts(tabellaSpeciale(modello, scelta.t), shareColumns(), modello,
-                         calc::calcolaMillTab(modello, consistenze, scelta.t), importo);
+                         calc::calcolaMillTab(modello, consistenze, scelta.t), opzioni);
     }
 
     TableReport operator()(const MillesimiScala& scelta) const
@@ -79,7 +83,7 @@ struct TableOf
         const auto quote = calc::calcolaScala(modello, calc::calcolaConsistenze(modello),
                                               scelta.codice, scelta.indice);
         return withParts(tabellaScala(modello, quote), staircaseColumns(), modello, quote.MillScala,
-                         importo);
+                         opzioni);
     }
 };
 
@@ -87,14 +91,14 @@ struct TableOf
 
 TableReport tabellaRiparto(const ModelloLavoro& modello, const OpzioniRiparto& opzioni)
 {
-    return std::visit(TableOf{modello, opzioni.importo}, opzioni.quote);
+    return std::visit(TableOf{modello, opzioni}, opzioni.quote);
 }
 
-void StampaSezioneRiparto(const ReportContext& context, const OpzioniRiparto& opzioni)
+void StampaSezioneRiparto(const ReportContext& context, const TableReport& tabella)
 {
     context.user.SetStatus(QStringLiteral("Stampa riparto importo"), true);
     ReportPage page(context, 1);
-    printTable(page, tabellaRiparto(context.modello, opzioni), Paging::FortyFiveUnits);
+    printTable(page, tabella, Paging::FortyFiveUnits);
 }
 
 } // namespace zelto::reports

@@ -31,6 +31,7 @@ struct OpzioniRiparto
 {
     QString importo; ///< as typed, with either decimal separator
     InsiemeQuote quote;
+    calc::Arrotondamento arrotondamento = calc::Arrotondamento::PerQuota;
 };
 
 /// The section as a table: shares and part of every unit, the amount below. Throws CalcError when
@@ -38,6 +39,6 @@ struct OpzioniRiparto
 TableReport tabellaRiparto(const calc::ModelloLavoro& modello, const OpzioniRiparto& opzioni);
 
 /// Prints the section, 45 units to a page, pages numbered from 1.
-void StampaSezioneRiparto(const ReportContext& context, const OpzioniRiparto& opzioni);
+void StampaSezioneRiparto(const ReportContext& context, const TableReport& tabella);
 
 } // namespace zelto::reports

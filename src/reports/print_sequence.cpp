@@ -33,6 +33,25 @@ void stampaCalcolo(const ReportContext& context, const OpzioniCalcolo& opzioni)
 
 } // namespace
 
+std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
+                                       const OpzioniCalcolo& opzioni)
+{
+    std::vector<TableReport> tables;
+    if (modello.unita.empty())
+        return tables;
+    if (opzioni.generali)
+        tables.push_back(tabellaGenerale(modello));
+    for (int t = 1; opzioni.tabelle && t <= modello.NumTabelle(); ++t)
+        tables.push_back(tabellaSpeciale(modello, t));
+    if (opzioni.scale) {
+        const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
+        for (const QString& codice : calc::elencoScale(modello))
+            tables.push_back(tabellaScala(
+                modello, calc::calcolaScala(modello, consistenze, codice, opzioni.indice)));
+    }
+    return tables;
+}
+
 void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
                      const OpzioniCalcolo& opzioni)
 {
@@ -44,9 +63,12 @@ void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
 void StampaRiparto(const ReportContext& context, const SezioniStampa& sezioni,
                    const OpzioniRiparto& opzioni)
 {
+    // First of all, so that an amount that is refused leaves nothing on paper.
+    const TableReport tabella =
+        sezioni.calcolo ? tabellaRiparto(context.modello, opzioni) : TableReport();
     stampaPezziIniziali(context, sezioni);
     if (sezioni.calcolo)
-        StampaSezioneRiparto(context, opzioni);
+        StampaSezioneRiparto(context, tabella);
 }
 
 } // namespace zelto::reports

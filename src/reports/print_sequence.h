@@ -5,8 +5,15 @@
 #include "reports/allocation_section.h"
 #include "reports/prospectus.h"
 #include "reports/report_context.h"
+#include "reports/table_report.h"
+
+#include <vector>
 
 namespace zelto::reports {
+
+// What the two documents are called.
+inline const QString DocumentoCalcolo = QStringLiteral("Tabelle millesimali");
+inline const QString DocumentoRiparto = QStringLiteral("Riparto importo");
 
 /// The sections of a print, in the order in which they are drawn.
 struct SezioniStampa
@@ -27,6 +34,10 @@ struct OpzioniCalcolo
     calc::IndicePiano indice = calc::IndicePiano::PerConsistenza;
     int primaPagina = 1; ///< number of the first calculation page
 };
+
+/// The tables among the calculation sections, in the order of printing.
+std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
+                                       const OpzioniCalcolo& opzioni);
 
 /// Cover page, technical report and calculation sections, with their text files.
 void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,

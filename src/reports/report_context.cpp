@@ -10,4 +10,11 @@ QString ReportContext::jobReference() const
     return QFileInfo(jobPath).completeBaseName().toUpper();
 }
 
+QString documentTitle(const QString& kind, const calc::ModelloLavoro& modello)
+{
+    const QString building = QStringLiteral("%1 %2").arg(modello.Descrizione, modello.Descrizione2);
+    return building.trimmed().isEmpty() ? kind
+                                        : kind + QStringLiteral(" - ") + building.simplified();
+}
+
 } // namespace zelto::reports

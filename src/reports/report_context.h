@@ -22,4 +22,7 @@ struct ReportContext
     [[nodiscard]] QString jobReference() const;
 };
 
+/// The kind of document and the building that it is about, as a file's title.
+QString documentTitle(const QString& kind, const calc::ModelloLavoro& modello);
+
 } // namespace zelto::reports

@@ -10,6 +10,7 @@ namespace {
 constexpr std::size_t UnitsPerPage = 45;
 /// Rows that a unit needs below it for the closing rule and the totals.
 constexpr float ClosingRows = 4;
+constexpr float NoteColumn = 8;
 
 void printCells(ReportPage& page, const TableReport& table, const QStringList& cells)
 {
@@ -40,6 +41,8 @@ void printPageHead(ReportPage& page, const TableReport& table)
     page.nextRow();
     page.title(table.title, table.titleWidth);
     page.nextRow();
+    if (!table.note.isEmpty())
+        page.left(NoteColumn, table.note);
     page.rule();
     page.nextRow();
     page.setBold(true);
@@ -85,6 +88,16 @@ QString textLine(const TableReport& table, const std::vector<qsizetype>& widths,
 
 } // namespace
 
+std::optional<double> TableColumn::number(const QString& cell) const
+{
+    if (decimals < 0)
+        return std::nullopt;
+    const QString digits = QString(cell).remove(u' ').replace(u',', u'.');
+    bool isNumber = false;
+    const double value = digits.toDouble(&isNumber);
+    return isNumber ? std::optional(value) : std::nullopt;
+}
+
 void printTable(ReportPage& page, const TableReport& table, Paging paging)
 {
     if (table.rows.empty())
@@ -111,7 +124,9 @@ QString tableAsText(const TableReport& table)
     const std::vector<qsizetype> widths = columnWidths(table);
     const QString headLine = textLine(table, widths, heads(table));
     const QString ruleLine = QString(std::max<qsizetype>(headLine.size() - 1, 1), u'-') + u'\n';
-    QString text = table.title.trimmed() + u'\n' + ruleLine + headLine + ruleLine;
+    QString text = table.title.trimmed() + u'\n' +
+                   (table.note.isEmpty() ? QString() : table.note + u'\n') + ruleLine + headLine +
+                   ruleLine;
     for (const QStringList& row : table.rows)
         text += textLine(table, widths, row);
     return text + ruleLine + textLine(table, widths, table.totals);

@@ -7,26 +7,33 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace zelto::reports {
 
 enum class Side { Left, Right };
 
-/// One column: its heading, where it begins or ends, and how wide a left-aligned text may grow
-/// before it would run into its neighbour.
+/// One column: its heading, where it begins or ends, how wide a left-aligned text may grow before
+/// it would run into its neighbour, and the places of the numbers in it.
 struct TableColumn
 {
     QString head;
     float position = 0;
     Side side = Side::Right;
     float width = 0;
+    int decimals = -1; ///< -1 for texts
+
+    /// The number that the cell prints; none in a text, an empty cell and one that does not apply.
+    [[nodiscard]] std::optional<double> number(const QString& cell) const;
 };
 
 /// A table with one row of cells for every unit and a row of totals; empty cells print nothing.
 struct TableReport
 {
+    QString name; ///< short, for a sheet or a file of its own
     QString title;
+    QString note = {}; ///< a line below the title
     float titleWidth = 0;
     std::vector<TableColumn> columns;
     std::vector<QStringList> rows;

@@ -20,19 +20,19 @@ std::vector<TableColumn> shareColumns()
     return {
         {.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 39},
         {.head = QStringLiteral("LIVELLO"), .position = 50, .side = Side::Left, .width = 27},
-        {.head = QStringLiteral("CONS.TOT."), .position = 90},
-        {.head = QStringLiteral("MILLESIMI"), .position = 110}};
+        {.head = QStringLiteral("CONS.TOT."), .position = 90, .decimals = 4},
+        {.head = QStringLiteral("MILLESIMI"), .position = 110, .decimals = 3}};
 }
 
 std::vector<TableColumn> staircaseColumns()
 {
     return {{.head = QStringLiteral("RIFERIMENTO"), .position = 8, .side = Side::Left, .width = 26},
             {.head = QStringLiteral("LIVELLO"), .position = 35, .side = Side::Left, .width = 18},
-            {.head = QStringLiteral("CONS.VIRT."), .position = 65},
-            {.head = QStringLiteral("MILL.PROP."), .position = 80},
-            {.head = QStringLiteral("IND.H.P."), .position = 95},
-            {.head = QStringLiteral("MILL.PIANO"), .position = 110},
-            {.head = QStringLiteral("MILL.SCALA"), .position = 125}};
+            {.head = QStringLiteral("CONS.VIRT."), .position = 65, .decimals = 4},
+            {.head = QStringLiteral("MILL.PROP."), .position = 80, .decimals = 3},
+            {.head = QStringLiteral("IND.H.P."), .position = 95, .decimals = 4},
+            {.head = QStringLiteral("MILL.PIANO"), .position = 110, .decimals = 3},
+            {.head = QStringLiteral("MILL.SCALA"), .position = 125, .decimals = 3}};
 }
 
 QString consistenza(double CTUI)
@@ -40,9 +40,10 @@ QString consistenza(double CTUI)
     return MascheraConsistenza.format(CTUI);
 }
 
-TableReport shareTable(const QString& title)
+TableReport shareTable(const QString& name, const QString& title)
 {
-    return {.title = title,
+    return {.name = name,
+            .title = title,
             .titleWidth = TitleWidth,
             .columns = shareColumns(),
             .rows = {},
@@ -86,7 +87,8 @@ TableReport tabellaGenerale(const ModelloLavoro& modello)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
     const std::vector<Millesimi> MillGen = calc::calcolaMillGen(consistenze);
-    TableReport table = shareTable(QStringLiteral("DETERMINAZIONE MILLESIMI GENERALI"));
+    TableReport table = shareTable(QStringLiteral("Millesimi generali"),
+                                   QStringLiteral("DETERMINAZIONE MILLESIMI GENERALI"));
     for (std::size_t u = 0; u < modello.unita.size(); ++u)
         table.rows.push_back({modello.unita[u].Riferimento, modello.unita[u].Livello,
                               consistenza(consistenze.CTUI[u]), cifra(MillGen[u])});
@@ -97,8 +99,8 @@ TableReport tabellaSpeciale(const ModelloLavoro& modello, int t)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
     const std::vector<Millesimi> MillTab = calc::calcolaMillTab(modello, consistenze, t);
-    TableReport table = shareTable(QStringLiteral("  DETERMINAZIONE MILLESIMI ") +
-                                   modello.NomeTabella[static_cast<std::size_t>(t - 1)]);
+    const QString& name = modello.NomeTabella[static_cast<std::size_t>(t - 1)];
+    TableReport table = shareTable(name, QStringLiteral("  DETERMINAZIONE MILLESIMI ") + name);
     for (std::size_t u = 0; u < modello.unita.size(); ++u) {
         const UnitaImmobiliare& unita = modello.unita[u];
         const bool member = unita.isInTable(t);
@@ -121,7 +123,8 @@ QString titoloScala(const ModelloLavoro& modello, const QString& codice)
 TableReport tabellaScala(const ModelloLavoro& modello, const QuoteScala& quote)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
-    TableReport table{.title = titoloScala(modello, quote.codice),
+    TableReport table{.name = QStringLiteral("Scala ") + quote.codice,
+                      .title = titoloScala(modello, quote.codice),
                       .titleWidth = TitleWidth,
                       .columns = staircaseColumns(),
                       .rows = {},

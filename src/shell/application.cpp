@@ -4,6 +4,8 @@
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
 #include "register/ui/parametri.h"
+#include "reports/ui/millesimi.h"
+#include "reports/ui/riparto.h"
 #include "shell/dialogs.h"
 #include "shell/file_menu.h"
 #include "shell/job_figures.h"
@@ -18,7 +20,9 @@ namespace zelto::shell {
 
 Application::Application(const store::ApplicationFolder& folder, Dialogs& dialogs)
     : m_settings(folder.settingsPath()), m_master(folder.masterPath()), m_dialogs(dialogs),
-      m_window(m_recentJobs, dialogs), m_jobFiles(m_window, m_recentJobs, m_master)
+      m_window(m_recentJobs, dialogs), m_jobFiles(m_window, m_recentJobs, m_master),
+      m_outputFolder(folder.path()), m_engine(print::TempFolder(folder.path()), m_separators),
+      m_printers(dialogs)
 {
     m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
     m_recentJobs.load(m_settings);
@@ -87,7 +91,7 @@ void Application::carryOut(int fileEntry)
     case FileEntry::Riparazione:
         return m_jobFiles.RiparaArchivio();
     case FileEntry::ImpostaStampante:
-        return m_printerSetup.run(m_window, m_dialogs);
+        return setUpPrinter();
     case FileEntry::Uscita:
         m_window.close();
         return;
@@ -136,9 +140,40 @@ void Application::showParametri(store::Database& lavoro)
     m_parametri = new registro::Parametri(
         {.lavoro = lavoro, .settings = m_settings, .user = m_window, .menu = m_window.mnuDxMouse()},
         std::make_unique<JobFigures>(lavoro));
-    connect(m_parametri, &registro::Parametri::calculatorRequested, this,
-            [] { ProgramLauncher().ApriConProgramma(QStringLiteral("calc.exe")); });
+    connectParametri(lavoro);
     m_window.addDocumentWindow(m_parametri).showMaximized();
+}
+
+void Application::connectParametri(store::Database& lavoro)
+{
+    using registro::Parametri;
+    connect(m_parametri, &Parametri::calculatorRequested, this,
+            [] { ProgramLauncher().ApriConProgramma(QStringLiteral("calc.exe")); });
+    connect(m_parametri, &Parametri::millesimiRequested, this, [this, &lavoro] {
+        reportingErrors([&] { showPrintScreen<reports::Millesimi>(lavoro); });
+    });
+    connect(m_parametri, &Parametri::ripartoRequested, this, [this, &lavoro] {
+        reportingErrors([&] { showPrintScreen<reports::Riparto>(lavoro); });
+    });
+}
+
+template <typename Screen>
+void Application::showPrintScreen(store::Database& lavoro)
+{
+    Screen({.lavoro = lavoro,
+            .jobPath = m_jobFiles.JobPath(),
+            .outputFolder = m_outputFolder,
+            .print = {.engine = m_engine, .printers = m_printers, .window = m_window}},
+           &m_window)
+        .exec();
+}
+
+void Application::setUpPrinter()
+{
+    if (print::PrinterDesk::isInstalled())
+        m_printers.setUp(&m_window);
+    else
+        m_window.showMessage(QStringLiteral("Nessuna stampante installata"));
 }
 
 bool Application::refusedByDocuments()

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "print/print_engine.h"
+#include "print/ui/print_output.h"
 #include "shell/main_window.h"
-#include "shell/printer_setup.h"
 #include "store/job_files.h"
 #include "store/master_database.h"
 #include "store/recent_jobs.h"
@@ -63,6 +64,10 @@ private:
     void showScreen(const QString& key);
     void showModal(widgets::EditDialog&& screen);
     void showParametri(store::Database& lavoro);
+    void connectParametri(store::Database& lavoro);
+    template <typename Screen>
+    void showPrintScreen(store::Database& lavoro);
+    void setUpPrinter();
     [[nodiscard]] bool refusedByDocuments();
     void reportingErrors(const std::function<void()>& action);
     void shutDown();
@@ -73,9 +78,11 @@ private:
     Dialogs& m_dialogs;
     MainWindow m_window;
     store::JobFiles m_jobFiles;
-    PrinterSetup m_printerSetup;
-    QPointer<registro::Parametri> m_parametri; ///< while it is open; its window owns it
     text::DecimalSeparators m_separators = text::DecimalSeparators::detect();
+    QString m_outputFolder;
+    print::PrintEngine m_engine;
+    print::PrinterDesk m_printers;
+    QPointer<registro::Parametri> m_parametri; ///< while it is open; its window owns it
 };
 
 } // namespace zelto::shell

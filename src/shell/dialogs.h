@@ -2,29 +2,25 @@
 // Everything that stops the program until the user answers.
 #pragma once
 
+#include "print/ui/printer_desk.h"
 #include "store/main_window_services.h"
 
 #include <QString>
 
-class QPrinter;
 class QWidget;
 
 namespace zelto::shell {
 
-/// The modal dialogs of the main window; tests answer them by script.
-class Dialogs
+/// The modal dialogs of the program; tests answer them by script.
+class Dialogs : public print::PrintDialogs
 {
 public:
-    virtual ~Dialogs() = default;
-
     /// The chosen path, or the empty text.
     virtual QString chooseFile(QWidget* parent, const store::FileDialogRequest& request) = 0;
     virtual bool askYesNo(QWidget* parent, const QString& question) = 0;
     virtual void showMessage(QWidget* parent, const QString& text) = 0;
     virtual void showError(QWidget* parent, const QString& text) = 0;
     virtual void showAbout(QWidget* parent) = 0;
-    /// Lets the user choose printer, paper and orientation.
-    virtual void setUpPrinter(QWidget* parent, QPrinter& printer) = 0;
 };
 
 } // namespace zelto::shell

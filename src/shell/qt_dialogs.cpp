@@ -8,8 +8,11 @@
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace zelto::shell {
 
@@ -23,6 +26,17 @@ QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const Q
     if (auto* yes = box.button(QMessageBox::Yes))
         yes->setText(QStringLiteral("&Sì"));
     return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+/// Whether it was accepted, with the button of the caption.
+bool show(QPrintDialog& dialog, const QString& title, const QString& acceptCaption)
+{
+    dialog.setWindowTitle(title);
+    if (auto* buttons = dialog.findChild<QDialogButtonBox*>())
+        for (QAbstractButton* button : buttons->buttons())
+            if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
+                button->setText(acceptCaption);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 } // namespace
@@ -66,14 +80,31 @@ void QtDialogs::showAbout(QWidget* parent)
 void QtDialogs::setUpPrinter(QWidget* parent, QPrinter& printer)
 {
     QPrintDialog dialog(&printer, parent);
-    dialog.setWindowTitle(QStringLiteral("Imposta stampante"));
     dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies |
                       QAbstractPrintDialog::PrintShowPageSize);
-    if (auto* buttons = dialog.findChild<QDialogButtonBox*>())
-        for (QAbstractButton* button : buttons->buttons())
-            if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
-                button->setText(QStringLiteral("OK"));
-    dialog.exec();
+    show(dialog, QStringLiteral("Imposta stampante"), QStringLiteral("OK"));
+}
+
+std::optional<print::PageRange> QtDialogs::choosePages(QWidget* parent, QPrinter& printer,
+                                                       int pageCount)
+{
+    QPrintDialog dialog(&printer, parent);
+    dialog.setOptions(QAbstractPrintDialog::PrintPageRange |
+                      QAbstractPrintDialog::PrintCollateCopies |
+                      QAbstractPrintDialog::PrintShowPageSize);
+    dialog.setMinMax(1, pageCount);
+    dialog.setFromTo(1, pageCount);
+    dialog.setPrintRange(QAbstractPrintDialog::AllPages);
+    if (!show(dialog, QStringLiteral("Opzioni di stampa"), QStringLiteral("Stampa")))
+        return std::nullopt;
+    const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;
+    // The pages are chosen here: the printer gets no others.
+    const print::PageRange all{.first = 1, .last = pageCount};
+    const print::PageRange chosen{.first = std::max(1, dialog.fromPage()),
+                                  .last = std::min(pageCount, dialog.toPage())};
+    printer.setPrintRange(QPrinter::AllPages);
+    printer.setFromTo(0, 0);
+    return isRange ? chosen : all;
 }
 
 } // namespace zelto::shell

@@ -17,6 +17,8 @@ public:
     void showError(QWidget* parent, const QString& text) override;
     void showAbout(QWidget* parent) override;
     void setUpPrinter(QWidget* parent, QPrinter& printer) override;
+    std::optional<print::PageRange> choosePages(QWidget* parent, QPrinter& printer,
+                                                int pageCount) override;
 
 private:
     QString m_lastFolder; ///< where the user last chose a file

@@ -16,6 +16,7 @@ class ScriptedDialogs : public shell::Dialogs
 public:
     QStringList files; ///< what the next file dialogs give
     bool answer = true;
+    std::optional<print::PageRange> pages; ///< what the print options give; nothing cancels
 
     /// The lines since the last call.
     [[nodiscard]] QString shown() { return std::exchange(m_lines, {}).join(u'\n'); }
@@ -42,6 +43,12 @@ public:
     void setUpPrinter(QWidget* /*parent*/, QPrinter& /*printer*/) override
     {
         m_lines << QStringLiteral("printer");
+    }
+    std::optional<print::PageRange> choosePages(QWidget* /*parent*/, QPrinter& /*printer*/,
+                                                int pageCount) override
+    {
+        m_lines << QStringLiteral("pages: %1").arg(pageCount);
+        return pages;
     }
 
 private:

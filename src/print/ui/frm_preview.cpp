@@ -264,6 +264,9 @@ void frmPreview::keyPressEvent(QKeyEvent* event)
 {
     if (zoomByKey(*event) || moveByKey(*event))
         return;
+    const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (auto* button = qobject_cast<QAbstractButton*>(focusWidget()); enters && button != nullptr)
+        return button->click();
     const QString typed = event->text();
     if (typed.size() == 1 && typed.front().isDigit())
         m_navigator->typeNumber(typed);
@@ -311,10 +314,12 @@ void frmPreview::exportPdf()
     if (path.isEmpty())
         return;
     const PageRange pages = dialog.pages();
-    reporting([&] {
+    const bool written = reporting([&] {
         drawIntoPdf(m_services, path, m_document.info,
                     [&] { m_services.engine.PrintDocument(pages.first, pages.last); });
     });
+    if (written)
+        tellWritten(m_services.window, path);
 }
 
 /// Draws with the hourglass; what goes wrong is reported and gives false.

@@ -21,7 +21,7 @@ void drawOnPrinter(const PrintServices& services, const QString& title, const Dr
     drawing();
     surface.finish();
     if (surface.isEmpty())
-        throw PrintError(PrintErrorNumber::PrinterFailed, NothingToPrint);
+        throw EmptyDocument();
 }
 
 void drawIntoPdf(const PrintServices& services, const QString& path, const PdfInfo& info,
@@ -59,6 +59,11 @@ QString choosePdfPath(store::MainWindowServices& window, const QString& proposed
 {
     return chooseOutputPath(window, QStringLiteral("Esporta PDF"),
                             QStringLiteral("Documenti PDF (*.PDF)|*.pdf"), proposedPath);
+}
+
+void tellWritten(store::MainWindowServices& window, const QString& path)
+{
+    window.showMessage(QStringLiteral("Il documento è stato scritto nel file\n«%1».").arg(path));
 }
 
 bool offersPdfInstead(store::MainWindowServices& window)

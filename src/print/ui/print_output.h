@@ -36,8 +36,8 @@ struct DocumentData
 /// What the engine is asked to draw.
 using Drawing = std::function<void()>;
 
-/// Draws on the printer, as one job. Throws what the drawing throws, and PrintError when the
-/// printer refuses or nothing was drawn.
+/// Draws on the printer, as one job. Throws what the drawing throws, PrintError when the
+/// printer refuses and EmptyDocument when nothing was drawn.
 void drawOnPrinter(const PrintServices& services, const QString& title, const Drawing& drawing);
 
 /// Draws into a PDF file of the printer's layout; an older file goes only for a complete one.
@@ -53,6 +53,9 @@ void drawIntoPdf(const PrintServices& services, const QString& path, const PdfIn
 
 /// The same for a PDF file.
 [[nodiscard]] QString choosePdfPath(store::MainWindowServices& window, const QString& proposedPath);
+
+/// Tells where the document is now.
+void tellWritten(store::MainWindowServices& window, const QString& path);
 
 /// Tells that there is no printer; whether the user wants a PDF file instead.
 [[nodiscard]] bool offersPdfInstead(store::MainWindowServices& window);

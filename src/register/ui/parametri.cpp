@@ -13,6 +13,7 @@
 #include "widgets/column_widths.h"
 #include "widgets/grid.h"
 #include "widgets/tab_keys.h"
+#include "widgets/typed_line.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -95,6 +96,15 @@ QAction* Parametri::addButton(const QString& key, const QString& iconName, const
     return button;
 }
 
+void Parametri::addScreen(const QString& key, const QString& iconName, const QString& caption,
+                          const QString& hint, void (Parametri::*request)())
+{
+    connect(addButton(key, iconName, caption, hint), &QAction::triggered, this, [this, request] {
+        if (finishTyping())
+            emit(this->*request)();
+    });
+}
+
 void Parametri::buildToolbar()
 {
     m_toolbar->setObjectName(QStringLiteral("Toolbar1"));
@@ -103,12 +113,10 @@ void Parametri::buildToolbar()
     connect(addButton(QStringLiteral("Calc"), QStringLiteral("calcolatrice"),
                       QStringLiteral("Calcolatrice"), QStringLiteral("Calcolatrice")),
             &QAction::triggered, this, &Parametri::calculatorRequested);
-    addButton(QStringLiteral("Mill"), QStringLiteral("millesimi"), QStringLiteral("Millesimi"),
-              QStringLiteral("Calcolo millesimi"))
-        ->setEnabled(false);
-    addButton(QStringLiteral("Rip"), QStringLiteral("riparto"), QStringLiteral("Riparto"),
-              QStringLiteral("Riparto importo"))
-        ->setEnabled(false);
+    addScreen(QStringLiteral("Mill"), QStringLiteral("millesimi"), QStringLiteral("Millesimi"),
+              QStringLiteral("Calcolo millesimi"), &Parametri::millesimiRequested);
+    addScreen(QStringLiteral("Rip"), QStringLiteral("riparto"), QStringLiteral("Riparto"),
+              QStringLiteral("Riparto importo"), &Parametri::ripartoRequested);
     m_toolbar->addSeparator();
     m_undo = addButton(QStringLiteral("Annulla"), QStringLiteral("annulla"),
                        QStringLiteral("Annulla"), {});
@@ -218,6 +226,20 @@ void Parametri::connectRooms()
     addKey(grid, Qt::Key_Insert, this, &Parametri::addRoom);
     addKey(grid, Qt::CTRL | Qt::Key_D, this, &Parametri::duplicateRooms);
     addKey(grid, Qt::CTRL | Qt::Key_Delete, this, &Parametri::deleteRooms);
+}
+
+bool Parametri::finishTyping()
+{
+    m_elenco->grid().commitEditor();
+    m_vani->grid().commitEditor();
+    auto* line = qobject_cast<widgets::TypedLine*>(focusWidget());
+    if (line == nullptr)
+        return true;
+    if (!line->ValidateField())
+        return false;
+    line->clearFocus();
+    line->setFocus();
+    return true;
 }
 
 void Parametri::closeEvent(QCloseEvent* event)

@@ -62,6 +62,9 @@ public:
 
 signals:
     void calculatorRequested();
+    // Everything typed has been stored.
+    void millesimiRequested();
+    void ripartoRequested();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -69,12 +72,17 @@ protected:
 private:
     // Building
     void buildToolbar();
+    void addScreen(const QString& key, const QString& iconName, const QString& caption,
+                   const QString& hint, void (Parametri::*request)());
     void buildPanels();
     void buildStatusBar();
     void connectUnits();
     void connectRooms();
     QAction* addButton(const QString& key, const QString& iconName, const QString& caption,
                        const QString& hint);
+
+    /// Stores what is still being typed; false when a text must not stay as it is.
+    bool finishTyping();
 
     // Showing what is stored
     /// What cannot be read is reported, and the views stay as they are.

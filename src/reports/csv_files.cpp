@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/complete_file.h"
+#include "print/print_error.h"
+#include "reports/table_export.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <memory>
+
+namespace zelto::reports {
+
+namespace {
+
+/// Quoted where a separator, a quote or a line break is part of the text. A spreadsheet would take
+/// a text that begins like a formula for one: the apostrophe makes it a text.
+QString textField(QString text)
+{
+    if (!text.isEmpty() && QStringLiteral("=+-@").contains(text.front()))
+        text.prepend(u'\'');
+    const auto needsQuotes = [](QChar c) {
+        return c == u';' || c == u'"' || c == u'\n' || c == u'\r';
+    };
+    if (std::none_of(text.cbegin(), text.cend(), needsQuotes))
+        return text;
+    return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+QString field(const TableColumn& column, const QString& cell)
+{
+    if (column.decimals < 0)
+        return textField(cell.trimmed());
+    const auto number = column.number(cell);
+    return number ? QString::number(*number, 'f', column.decimals).replace(u'.', u',') : QString();
+}
+
+QByteArray csvOf(const TableReport& table)
+{
+    QStringList heads;
+    for (const TableColumn& column : table.columns)
+        heads << textField(column.head);
+    QStringList lines{heads.join(u';')};
+    for (const QStringList& row : table.rows) {
+        QStringList fields;
+        for (std::size_t i = 0; i < table.columns.size(); ++i)
+            fields << field(table.columns[i], row.value(static_cast<qsizetype>(i)));
+        lines << fields.join(u';');
+    }
+    return "\xEF\xBB\xBF" + (lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8();
+}
+
+} // namespace
+
+void writeCsv(const QString& folder, const std::vector<TableReport>& tables)
+{
+    if (!QDir().mkpath(folder))
+        throw print::PrintError(print::PrintErrorNumber::PathAccess,
+                                QStringLiteral("Impossibile creare la cartella «%1».").arg(folder));
+    const QStringList names = sheetNames(tables);
+    std::vector<std::unique_ptr<QSaveFile>> files;
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        const QString name = names[static_cast<qsizetype>(i)] + QStringLiteral(".csv");
+        auto& file = files.emplace_back(std::make_unique<QSaveFile>(QDir(folder).filePath(name)));
+        print::openForWriting(*file);
+        file->write(csvOf(tables[i]));
+    }
+    for (const auto& file : files)
+        print::commitComplete(*file);
+}
+
+} // namespace zelto::reports

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "print/complete_file.h"
+#include "print/print_error.h"
+#include "reports/figures.h"
+#include "reports/table_export.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <map>
+#include <xlsxwriter.h>
+
+namespace zelto::reports {
+
+namespace {
+
+constexpr lxw_row_t TitleRow = 0;
+constexpr lxw_row_t NoteRow = 1;
+constexpr lxw_row_t HeadRow = 3;
+
+lxw_col_t columnNumber(std::size_t column)
+{
+    return static_cast<lxw_col_t>(column);
+}
+
+/// The library gathers a workbook in memory and writes it at once.
+class Workbook
+{
+public:
+    Workbook(const QString& path, const QString& temporaryFolder)
+        : m_temporaryFolder(QFile::encodeName(temporaryFolder)), m_path(QFile::encodeName(path))
+    {
+        lxw_workbook_options options = {};
+        options.tmpdir = m_temporaryFolder.data();
+        m_workbook = workbook_new_opt(m_path.constData(), &options);
+        if (m_workbook == nullptr)
+            throw std::bad_alloc();
+    }
+    ~Workbook()
+    {
+        if (m_workbook != nullptr)
+            workbook_close(m_workbook);
+    }
+    Workbook(const Workbook&) = delete;
+    Workbook& operator=(const Workbook&) = delete;
+
+    void setInfo(const print::PdfInfo& info)
+    {
+        QByteArray title = info.title.toUtf8();
+        QByteArray author = info.author.toUtf8();
+        lxw_doc_properties properties = {};
+        properties.title = title.data();
+        properties.author = author.data();
+        workbook_set_properties(m_workbook, &properties);
+    }
+
+    void addSheet(const QString& name, const TableReport& table);
+
+    /// Writes the file. Throws PrintError.
+    void close()
+    {
+        lxw_workbook* workbook = std::exchange(m_workbook, nullptr);
+        if (const lxw_error error = workbook_close(workbook); error != LXW_NO_ERROR)
+            throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
+                                    QStringLiteral("Impossibile scrivere il foglio: %1.")
+                                        .arg(QString::fromUtf8(lxw_strerror(error))));
+    }
+
+private:
+    /// A cell's looks: what stands in it and where.
+    struct Look
+    {
+        int decimals = -1;
+        bool bold = false;
+        bool total = false;
+        bool right = false;
+
+        auto operator<=>(const Look&) const = default;
+    };
+    lxw_format* format(const Look& look);
+    void writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, const QString& text,
+                   const Look& look);
+    void writeCell(lxw_worksheet* sheet, lxw_row_t row, const TableReport& table,
+                   std::size_t column, const QString& cell);
+    void writeTotals(lxw_worksheet* sheet, const TableReport& table);
+    void layOut(lxw_worksheet* sheet, const TableReport& table);
+
+    QByteArray m_temporaryFolder;
+    QByteArray m_path;
+    lxw_workbook* m_workbook = nullptr;
+    std::map<Look, lxw_format*> m_formats;
+};
+
+lxw_format* Workbook::format(const Look& look)
+{
+    lxw_format*& made = m_formats[look];
+    if (made != nullptr)
+        return made;
+    made = workbook_add_format(m_workbook);
+    if (look.decimals >= 0) {
+        const QByteArray places(look.decimals, '0');
+        const QByteArray whole = look.decimals == 2 ? "#,##0." : "0.";
+        format_set_num_format(made, (whole + places).constData());
+    }
+    if (look.bold || look.total)
+        format_set_bold(made);
+    if (look.total)
+        format_set_top(made, LXW_BORDER_THIN);
+    if (look.right)
+        format_set_align(made, LXW_ALIGN_RIGHT);
+    return made;
+}
+
+void Workbook::writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, const QString& text,
+                         const Look& look)
+{
+    constexpr qsizetype LongestText = 32'000; // a little less than a cell takes
+    worksheet_write_string(sheet, row, column, text.left(LongestText).toUtf8().constData(),
+                           format(look));
+}
+
+void Workbook::writeCell(lxw_worksheet* sheet, lxw_row_t row, const TableReport& table,
+                         std::size_t column, const QString& cell)
+{
+    const TableColumn& definition = table.columns[column];
+    if (const auto number = definition.number(cell))
+        worksheet_write_number(sheet, row, columnNumber(column), *number,
+                               format({.decimals = definition.decimals}));
+    else if (!cell.trimmed().isEmpty())
+        writeText(sheet, row, columnNumber(column), cell.trimmed(),
+                  {.right = definition.side == Side::Right});
+}
+
+/// Shares are summed by the sheet. The total of an allocation is the amount itself, which parts
+/// that are rounded one by one may miss.
+void Workbook::writeTotals(lxw_worksheet* sheet, const TableReport& table)
+{
+    const lxw_row_t first = HeadRow + 1;
+    const lxw_row_t totals = first + static_cast<lxw_row_t>(table.rows.size());
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        const TableColumn& definition = table.columns[i];
+        const QString total = table.totals.value(static_cast<qsizetype>(i));
+        const Look look{.decimals = definition.decimals, .total = true};
+        if (total == TotaleMillesimi) {
+            double sum = 0;
+            for (const QStringList& row : table.rows)
+                sum += definition.number(row.value(static_cast<qsizetype>(i))).value_or(0);
+            char range[LXW_MAX_CELL_RANGE_LENGTH] = {};
+            lxw_rowcol_to_range(range, first, columnNumber(i), totals - 1, columnNumber(i));
+            worksheet_write_formula_num(sheet, totals, columnNumber(i),
+                                        QByteArray("=SUM(").append(range).append(")").constData(),
+                                        format(look), sum);
+        } else if (const auto number = definition.number(total))
+            worksheet_write_number(sheet, totals, columnNumber(i), *number, format(look));
+        else
+            worksheet_write_blank(sheet, totals, columnNumber(i), format(look));
+    }
+}
+
+void Workbook::layOut(lxw_worksheet* sheet, const TableReport& table)
+{
+    constexpr qsizetype LeastWidth = 11; // characters
+    constexpr qsizetype Margin = 2;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        qsizetype width = std::max(LeastWidth, table.columns[i].head.size());
+        for (const QStringList& row : table.rows)
+            width = std::max(width, row.value(static_cast<qsizetype>(i)).trimmed().size());
+        worksheet_set_column(sheet, columnNumber(i), columnNumber(i),
+                             static_cast<double>(width + Margin), nullptr);
+    }
+    worksheet_freeze_panes(sheet, HeadRow + 1, 0);
+    worksheet_repeat_rows(sheet, HeadRow, HeadRow);
+    constexpr std::uint8_t A4 = 9;
+    worksheet_set_paper(sheet, A4);
+    worksheet_fit_to_pages(sheet, 1, 0);
+}
+
+void Workbook::addSheet(const QString& name, const TableReport& table)
+{
+    lxw_worksheet* sheet = workbook_add_worksheet(m_workbook, name.toUtf8().constData());
+    if (sheet == nullptr)
+        throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
+                                QStringLiteral("Impossibile creare il foglio «%1».").arg(name));
+    writeText(sheet, TitleRow, 0, table.title.trimmed(), {.bold = true});
+    if (!table.note.isEmpty())
+        writeText(sheet, NoteRow, 0, table.note, {});
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        writeText(sheet, HeadRow, columnNumber(i), table.columns[i].head,
+                  {.bold = true, .right = table.columns[i].side == Side::Right});
+    lxw_row_t row = HeadRow;
+    for (const QStringList& cells : table.rows) {
+        ++row;
+        for (std::size_t i = 0; i < table.columns.size(); ++i)
+            writeCell(sheet, row, table, i, cells.value(static_cast<qsizetype>(i)));
+    }
+    writeTotals(sheet, table);
+    layOut(sheet, table);
+}
+
+} // namespace
+
+QStringList sheetNames(const std::vector<TableReport>& tables)
+{
+    constexpr qsizetype LongestName = 31;
+    QStringList names;
+    for (const TableReport& table : tables) {
+        QString base;
+        for (const QChar c : table.name)
+            base += QStringLiteral("[]:*?/\\'").contains(c) || !c.isPrint() ? QChar{u' '} : c;
+        base = base.simplified();
+        if (base.isEmpty() || base.startsWith(u'.'))
+            base.prepend(QStringLiteral("Tabella"));
+        QString name = base.left(LongestName);
+        for (int copy = 2; names.contains(name, Qt::CaseInsensitive); ++copy) {
+            const QString number = QStringLiteral(" (%1)").arg(copy);
+            name = base.left(LongestName - number.size()) + number;
+        }
+        names << name;
+    }
+    return names;
+}
+
+void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
+                   const print::PdfInfo& info)
+{
+    QSaveFile file(path);
+    print::openForWriting(file);
+    const QTemporaryDir folder;
+    const QString draft = folder.filePath(QStringLiteral("cartella.xlsx"));
+    Workbook workbook(draft, folder.path());
+    workbook.setInfo(info);
+    const QStringList names = sheetNames(tables);
+    for (std::size_t i = 0; i < tables.size(); ++i)
+        workbook.addSheet(names[static_cast<qsizetype>(i)], tables[i]);
+    workbook.close();
+    QFile written(draft);
+    if (!written.open(QIODevice::ReadOnly))
+        throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
+                                QStringLiteral("Impossibile rileggere il foglio"), written);
+    file.write(written.readAll());
+    print::commitComplete(file);
+}
+
+} // namespace zelto::reports
