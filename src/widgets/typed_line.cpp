@@ -69,13 +69,21 @@ bool TypedLine::ValidateField()
 
 void TypedLine::typeIn(const QString& text)
 {
+    const bool isAmount = m_tag.kind() == FieldTag::Kind::Amount;
+    typeExactly(isAmount ? QString(text).replace(u',', u'.') : text);
+}
+
+void TypedLine::typeExactly(const QString& text)
+{
     if (isReadOnly())
         return;
     const FieldText field{.text = this->text(),
                           .selectionStart = hasSelectedText() ? selectionStart() : cursorPosition(),
                           .selectionLength = selectionLength()};
     const QString taken = typeable(m_tag, text, field, m_maxLength);
-    if (!taken.isEmpty())
+    // A part of an amount is another amount.
+    const bool allOrNothing = m_tag.kind() == FieldTag::Kind::Amount;
+    if (!taken.isEmpty() && (taken.size() == text.size() || !allOrNothing))
         insert(taken);
     if (taken.size() < text.size())
         refuse();
@@ -177,8 +185,14 @@ void TypedLine::pasteFrom(QClipboard::Mode mode)
 
 void TypedLine::pasteIn(QString text)
 {
+    if (m_tag.kind() == FieldTag::Kind::Amount) {
+        text = text.trimmed();
+        // With a decimal comma, points stand between thousands.
+        if (text.contains(u','))
+            text.remove(u'.');
+    }
     // A figure copied elsewhere may have a decimal comma: without it, it would be another figure.
-    typeIn(m_tag.turnsCommas() ? text::ToPointDecimal(std::move(text)) : text);
+    typeExactly(m_tag.turnsCommas() ? text::ToPointDecimal(std::move(text)) : text);
 }
 
 void TypedLine::enter()

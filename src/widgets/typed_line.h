@@ -38,7 +38,8 @@ public:
     [[nodiscard]] bool ValidateField();
 
     /// Types the text at the caret in place of the selection; what the keys could not have typed
-    /// does not get in.
+    /// does not get in. In an amount a comma is the decimal point, and a text gets in whole or not
+    /// at all.
     void typeIn(const QString& text);
 
 signals:
@@ -60,6 +61,7 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void typeExactly(const QString& text);
     void pressEnter(QKeyEvent* event);
     void pasteFrom(QClipboard::Mode mode);
     void pasteIn(QString text);

@@ -44,6 +44,7 @@ void PrintScreen::setContents(QWidget* contents)
 {
     m_layout->addWidget(contents);
     m_layout->addWidget(buildSections());
+    setSezioni({});
     m_layout->addStretch(1);
     m_layout->addLayout(buildButtons());
 }
@@ -57,7 +58,6 @@ QWidget* PrintScreen::buildSections()
     for (std::size_t i = 0; i < m_sezioni.size(); ++i) {
         m_sezioni[i] = new QCheckBox(captions[i]);
         m_sezioni[i]->setObjectName(QStringLiteral("Sezione%1").arg(i));
-        m_sezioni[i]->setChecked(true);
         row->addWidget(m_sezioni[i]);
     }
     row->addStretch(1);
@@ -93,6 +93,13 @@ SezioniStampa PrintScreen::sezioni() const
     return {.primaPagina = m_sezioni[0]->isChecked(),
             .relazione = m_sezioni[1]->isChecked(),
             .calcolo = m_sezioni[2]->isChecked()};
+}
+
+void PrintScreen::setSezioni(const SezioniStampa& sezioni)
+{
+    m_sezioni[0]->setChecked(sezioni.primaPagina);
+    m_sezioni[1]->setChecked(sezioni.relazione);
+    m_sezioni[2]->setChecked(sezioni.calcolo);
 }
 
 QString PrintScreen::proposedPath(const QString& extension) const

@@ -57,6 +57,7 @@ protected:
 
     [[nodiscard]] const calc::ModelloLavoro& modello() const { return m_modello; }
     [[nodiscard]] SezioniStampa sezioni() const;
+    void setSezioni(const SezioniStampa& sezioni);
 
     /// Whether there is something to do; takes over what is still being typed.
     virtual bool isReady() = 0;

@@ -18,11 +18,12 @@ using widgets::TypedLine;
 Riparto::Riparto(const StampaContext& context, QWidget* parent)
     : PrintScreen(QStringLiteral("Riparto"), QStringLiteral("Riparto importo"), DocumentoRiparto,
                   context, parent),
-      m_importo(new TypedLine(QStringLiteral("ESDLIC"), 15)),
+      m_importo(new TypedLine(QStringLiteral("EOL"), 12)),
       m_indice(new QCheckBox(QStringLiteral("Calc. indice proporz. alla consist."))),
       m_quadratura(new QCheckBox(QStringLiteral("Quadratura al centesimo")))
 {
     setContents(buildContents());
+    setSezioni({.primaPagina = false, .relazione = false, .calcolo = true});
     fillLists();
     TabSel_Click();
     m_importo->setFocus();
@@ -34,7 +35,7 @@ QWidget* Riparto::buildContents()
     m_importo->setObjectName(QStringLiteral("Dati0"));
     m_importo->setAccessibleName(caption);
     m_importo->setAlignment(Qt::AlignRight);
-    m_importo->setMaximumWidth(m_importo->fontMetrics().horizontalAdvance(u'0') * 18);
+    m_importo->setMaximumWidth(m_importo->fontMetrics().horizontalAdvance(u'0') * 16);
     auto* label = new QLabel(caption);
     label->setBuddy(m_importo);
     m_quadratura->setObjectName(QStringLiteral("Quadratura"));

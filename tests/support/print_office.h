@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A job, a printer's desk and a user, for tests of everything that prints.
+#pragma once
+
+#include "print/print_engine.h"
+#include "print/ui/frm_preview.h"
+#include "reports/report_fixture.h"
+#include "reports/ui/print_screen.h"
+#include "store/database.h"
+#include "support/scripted_dialogs.h"
+#include "support/scripted_user.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+namespace zelto::test {
+
+/// A folder with a copy of the example; everything that is asked of the user is answered there.
+class PrintOffice
+{
+public:
+    PrintOffice()
+    {
+        QFile::copy(QStringLiteral(EXAMPLE_JOB), path(QStringLiteral("ESEMPIO.ZLT")));
+        m_lavoro.emplace(store::Database::open(path(QStringLiteral("ESEMPIO.ZLT"))));
+    }
+
+    [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
+    [[nodiscard]] store::Database& lavoro() { return *m_lavoro; }
+    [[nodiscard]] reports::StampaContext context()
+    {
+        return {.lavoro = *m_lavoro,
+                .jobPath = path(QStringLiteral("ESEMPIO.ZLT")),
+                .outputFolder = m_folder.path(),
+                .print = services()};
+    }
+    [[nodiscard]] print::PrintServices services()
+    {
+        return {.engine = engine, .printers = m_printers, .window = user};
+    }
+
+    /// The page files.
+    [[nodiscard]] QStringList pageFiles() const
+    {
+        return QDir(m_folder.path()).entryList({QStringLiteral("~VKM*.Tmp")}, QDir::Files);
+    }
+
+    /// The recorded document as it is drawn.
+    [[nodiscard]] MemorySurface pages()
+    {
+        MemorySurface surface;
+        const print::DrawingTarget target(engine, surface);
+        engine.PrintDocument(1, engine.pageCount());
+        return surface;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    std::optional<store::Database> m_lavoro;
+
+public:
+    ScriptedDialogs dialogs;
+    ScriptedUser user{m_folder.path()};
+    print::PrintEngine engine{m_folder.path(), {.LocalDecimalSeparator = u','}};
+
+private:
+    print::PrinterDesk m_printers{dialogs};
+};
+
+/// Does something that opens a modal window, and something in that window, which then closes.
+template <typename Window, typename Opening, typename Acting>
+void inModal(Opening opening, Acting acting)
+{
+    bool wasThere = false;
+    QTimer::singleShot(0, qApp, [&] {
+        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+        if (window == nullptr)
+            return;
+        wasThere = true;
+        if (!QTest::qWaitForWindowExposed(window))
+            qFatal("the window does not appear");
+        acting(*window);
+        window->close();
+    });
+    opening();
+    QVERIFY(wasThere);
+}
+
+} // namespace zelto::test

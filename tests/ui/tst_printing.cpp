@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One document on a printer, in a PDF file, in the preview and in the page files.
+#include "reports/ui/millesimi.h"
+#include "support/print_office.h"
+#include "support/print_server.h"
+
+#include <QCheckBox>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTextDocumentFragment>
+
+using namespace Qt::StringLiterals;
+using zelto::print::frmPreview;
+using zelto::reports::Millesimi;
+using zelto::test::inModal;
+using zelto::test::MemorySurface;
+using zelto::test::PrintOffice;
+
+namespace {
+
+/// A word and where it stands, in twips of the sheet; pages counted from 0.
+struct Word
+{
+    int page = 0;
+    QString text;
+    double left = 0;
+    double top = 0;
+};
+
+std::vector<Word> wordsOf(const QString& pdf)
+{
+    QProcess process;
+    process.start(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s});
+    if (!process.waitForFinished() || process.exitCode() != 0)
+        qFatal("pdftotext cannot read %s", qPrintable(pdf));
+    static const QRegularExpression line(
+        u"<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\"[^>]*>([^<]*)</word>"_s);
+    constexpr double TwipsPerPoint = 20;
+    std::vector<Word> words;
+    int page = -1;
+    for (const QString& text : QString::fromUtf8(process.readAllStandardOutput()).split(u'\n')) {
+        page += text.contains(u"<page ") ? 1 : 0;
+        if (const auto found = line.match(text); found.hasMatch())
+            words.push_back({page, QTextDocumentFragment::fromHtml(found.captured(3)).toPlainText(),
+                             found.captured(1).toDouble() * TwipsPerPoint,
+                             found.captured(2).toDouble() * TwipsPerPoint});
+    }
+    return words;
+}
+
+void compareWords(const std::vector<Word>& actual, const std::vector<Word>& expected)
+{
+    QCOMPARE(actual.size(), expected.size());
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        QCOMPARE(actual[i].text, expected[i].text);
+        QCOMPARE(actual[i].page, expected[i].page);
+        QVERIFY(std::abs(actual[i].left - expected[i].left) <= 1);
+        QVERIFY(std::abs(actual[i].top - expected[i].top) <= 1);
+    }
+}
+
+/// The texts of the page files of which no word of the file begins where they do.
+QStringList misplaced(const MemorySurface& drawn, const std::vector<Word>& words)
+{
+    constexpr double Margin = 280;   // 5 mm in whole points
+    constexpr double LineSlack = 60; // a reader's notion of a text's top is not ours
+    QStringList missing;
+    for (const auto& text : drawn.texts) {
+        const QString first = text.text.trimmed().section(u' ', 0, 0);
+        const auto begins = [&](const Word& word) {
+            return word.page == text.page && word.text == first &&
+                   std::abs(word.left - text.inkLeft - Margin) <= 1 &&
+                   std::abs(word.top - text.top - Margin) < LineSlack;
+        };
+        if (!first.isEmpty() && std::none_of(words.begin(), words.end(), begins))
+            missing << text.text;
+    }
+    return missing;
+}
+
+} // namespace
+
+class TestPrinting : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<zelto::test::PrintServer> m_server;
+    std::unique_ptr<PrintOffice> m_office;
+    bool m_hasServer = false;
+
+    /// Opens the preview of the whole document and acts in it.
+    template <typename Acting>
+    void preview(Acting acting)
+    {
+        Millesimi screen(m_office->context());
+        inModal<frmPreview>([&] { screen.anteprima(); }, acting);
+        QVERIFY(m_office->pageFiles().isEmpty());
+    }
+
+    /// The newest file that the printer's queue has kept.
+    [[nodiscard]] QString printed(int job)
+    {
+        if (!QTest::qWaitFor([&] { return m_server->jobs().size() >= job; }, 20'000))
+            qFatal("nothing was printed");
+        return m_server->jobs().constLast();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        m_server = std::make_unique<zelto::test::PrintServer>();
+        m_hasServer = m_server->start() && zelto::print::PrinterDesk::isInstalled();
+        qInfo("printing to %s", m_hasServer ? "a CUPS server" : "a file: no CUPS server started");
+    }
+    void init() { m_office = std::make_unique<PrintOffice>(); }
+    void cleanupTestCase() { m_server.reset(); }
+
+    void theSameEverywhere()
+    {
+        const QString pdf = m_office->path(u"anteprima.pdf"_s);
+        const QString fallback = m_office->path(u"stampa.pdf"_s);
+        MemorySurface pageFiles;
+        int pageCount = 0;
+        m_office->dialogs.pages = {1, 1000};
+        preview([&](frmPreview& window) {
+            pageCount = m_office->engine.pageCount();
+            pageFiles = m_office->pages();
+            const auto document = [&] { m_office->engine.PrintDocument(1, pageCount); };
+            zelto::print::drawIntoPdf(m_office->services(), pdf, {}, document);
+            m_office->dialogs.pages->last = pageCount;
+            if (m_hasServer)
+                window.print();
+            else {
+                m_office->services().printers.printer().setOutputFileName(fallback);
+                zelto::print::drawOnPrinter(m_office->services(), u"prova"_s, document);
+            }
+        });
+        QVERIFY(pageCount > 5);
+        const std::vector<Word> inFile = wordsOf(pdf);
+        QVERIFY(inFile.size() > 1000);
+        QCOMPARE(inFile.back().page, pageCount - 1);
+        compareWords(wordsOf(m_hasServer ? printed(1) : fallback), inFile);
+        QVERIFY(pageFiles.texts.size() > 1000);
+        QCOMPARE(misplaced(pageFiles, inFile), QStringList());
+    }
+
+    void aRangeOfPages()
+    {
+        if (!m_hasServer)
+            QSKIP("no CUPS server");
+        const int before = static_cast<int>(m_server->jobs().size());
+        m_office->dialogs.pages = {2, 3};
+        bool closed = false;
+        std::vector<Word> expected;
+        preview([&](frmPreview& window) {
+            const QString pdf = m_office->path(u"due.pdf"_s);
+            zelto::print::drawIntoPdf(m_office->services(), pdf, {},
+                                      [&] { m_office->engine.PrintDocument(2, 3); });
+            expected = wordsOf(pdf);
+            QTest::mouseClick(window.findChild<QPushButton*>(u"Stampa"_s), Qt::LeftButton);
+            closed = !window.isVisible();
+        });
+        QVERIFY(closed);
+        const std::vector<Word> words = wordsOf(printed(before + 1));
+        QCOMPARE(words.back().page, 1);
+        compareWords(words, expected);
+    }
+
+    void straightOntoThePrinter()
+    {
+        if (!m_hasServer)
+            QSKIP("no CUPS server");
+        const int before = static_cast<int>(m_server->jobs().size());
+        Millesimi screen(m_office->context());
+        screen.findChild<QCheckBox*>(u"Sezione0"_s)->setChecked(false);
+        screen.findChild<QCheckBox*>(u"Sezione1"_s)->setChecked(false);
+        screen.stampa();
+        QVERIFY(m_office->pageFiles().isEmpty());
+        const std::vector<Word> words = wordsOf(printed(before + 1));
+        QCOMPARE(words.front().text, u"DATA"_s);
+        QVERIFY(words.size() > 1000);
+    }
+
+    void nothingIsNoJob()
+    {
+        if (!m_hasServer)
+            QSKIP("no CUPS server");
+        const int before = static_cast<int>(m_server->jobs().size());
+        m_office->lavoro().Execute(u"DELETE FROM [Dati Generali]"_s);
+        Millesimi screen(m_office->context());
+        screen.findChild<QCheckBox*>(u"Sezione0"_s)->setChecked(false);
+        screen.findChild<QCheckBox*>(u"Sezione2"_s)->setChecked(false);
+        screen.stampa();
+        QVERIFY(m_office->user.said().contains(u"message: Non c'è nessuna pagina da stampare."));
+        screen.findChild<QCheckBox*>(u"Sezione0"_s)->setChecked(true);
+        screen.stampa();
+        QVERIFY(!printed(before + 1).isEmpty());
+        QCOMPARE(m_server->jobs().size(), before + 1);
+    }
+
+    void aCancelledPrintLeavesThePreviewOpen()
+    {
+        if (!m_hasServer)
+            QSKIP("no CUPS server");
+        const auto before = m_server->jobs().size();
+        m_office->dialogs.pages.reset();
+        preview([&](frmPreview& window) {
+            window.print();
+            QVERIFY(window.isVisible());
+        });
+        QCOMPARE(m_server->jobs().size(), before);
+    }
+};
+
+QTEST_MAIN(TestPrinting)
+#include "tst_printing.moc"
