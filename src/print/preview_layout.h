@@ -50,10 +50,16 @@ public:
     /// The centred place of the picture's top-left corner in the view.
     [[nodiscard]] QPoint home() const { return m_home; }
 
+    /// The place in the view around which the page moves.
+    [[nodiscard]] QPoint middle() const
+    {
+        return m_home + QPoint{m_picture.width() / 2, m_picture.height() / 2};
+    }
+
     /// Where the corner is at the scroll position: at home when it is in the middle.
     [[nodiscard]] QPoint place(const ScrollPosition& position) const;
 
-    /// The scroll position that brings the point of the picture (pixels) to the middle.
+    /// The scroll position that brings the point of the picture (pixels) to middle().
     [[nodiscard]] ScrollPosition centredOn(QPointF point) const;
 
     /// The point of the picture that the scroll position puts at the place in the view.

@@ -191,8 +191,7 @@ void frmPreview::zoom(int steps, QPoint place)
     const QPointF point = before.pointAt(place, m_view->scrollPosition());
     const double growth = magnification / m_magnification;
     m_magnification = magnification;
-    const QPoint centre{m_view->viewSize().width() / 2, m_view->viewSize().height() / 2};
-    const QPointF middle = point * growth - (place - centre);
+    const QPointF middle = point * growth - (place - before.middle());
     layOut({});
     m_view->setScrollPosition(m_view->pageLayout().centredOn(middle));
 }
@@ -216,14 +215,14 @@ bool frmPreview::zoomByKey(const QKeyEvent& event)
 {
     if (!event.modifiers().testFlag(Qt::ControlModifier))
         return false;
-    const QPoint centre{m_view->viewSize().width() / 2, m_view->viewSize().height() / 2};
+    const QPoint middle = m_view->pageLayout().middle();
     switch (event.key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        zoom(1, centre);
+        zoom(1, middle);
         return true;
     case Qt::Key_Minus:
-        zoom(-1, centre);
+        zoom(-1, middle);
         return true;
     case Qt::Key_0:
         m_magnification = WholePage;

@@ -48,6 +48,7 @@ PageView::PageView(QWidget* parent)
       m_horizontal(addScrollBar(QStringLiteral("HScroll1"), Qt::Horizontal)),
       m_vertical(addScrollBar(QStringLiteral("VScroll1"), Qt::Vertical))
 {
+    setAccessibleName(QStringLiteral("Vista della pagina"));
     m_area->setBackgroundRole(QPalette::Dark);
     m_area->setAutoFillBackground(true);
     m_area->installEventFilter(this);

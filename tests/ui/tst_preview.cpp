@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The preview window in the user's hands, on a machine without a printer.
+#include "print/ui/page_view.h"
+#include "print/ui/pdf_pages_dialog.h"
+#include "support/accessible_names.h"
+#include "support/print_office.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QToolButton>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::print;
+using zelto::test::PrintOffice;
+
+class TestPreview : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<PrintOffice> m_office;
+    std::unique_ptr<frmPreview> m_preview;
+
+    /// Shows the preview of as many pages as wanted.
+    void open(int pages)
+    {
+        PrintEngine& engine = m_office->engine;
+        engine.BeginDocument();
+        for (int page = 1; page <= pages; ++page) {
+            if (page > 1)
+                engine.NewPage();
+            engine.WriteState();
+            engine.PrintText(5, 5, 0, u"Pagina numero %1 con del testo"_s.arg(page));
+            engine.DrawBox(10, 10, 50, 50, 2, false);
+        }
+        engine.EndDocument();
+        m_preview = std::make_unique<frmPreview>(
+            m_office->services(),
+            DocumentData{.printTitle = u"prova"_s,
+                         .info = {.title = u"Prova & controllo"_s, .author = u"Ada «B.»"_s},
+                         .pdfPath = m_office->path(u"ESEMPIO.pdf"_s)});
+        m_preview->resize(800, 700);
+        m_preview->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_preview.get()));
+        QCOMPARE(m_preview->page(), 1);
+    }
+    template <typename Control>
+    [[nodiscard]] Control* find(const QString& name) const
+    {
+        return m_preview->findChild<Control*>(name);
+    }
+    [[nodiscard]] PagePicture* picture() const { return find<PagePicture>(u"Pic"_s); }
+    [[nodiscard]] QString caption() const { return find<QLabel>(u"Pagina"_s)->text(); }
+    [[nodiscard]] ScrollPosition scrolled() const
+    {
+        return {find<QScrollBar>(u"HScroll1"_s)->value(), find<QScrollBar>(u"VScroll1"_s)->value()};
+    }
+    [[nodiscard]] QString pdfInfo(const QString& name) const
+    {
+        QProcess process;
+        process.start(u"pdfinfo"_s, {m_office->path(name)});
+        return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput())
+                                         : QString();
+    }
+
+private slots:
+    void init() { m_office = std::make_unique<PrintOffice>(); }
+    void cleanup()
+    {
+        m_preview.reset();
+        QVERIFY(m_office->pageFiles().isEmpty());
+    }
+
+    void turningPages()
+    {
+        open(7);
+        QCOMPARE(caption(), u"Pagina 1/7"_s);
+        const QImage first = picture()->image();
+        struct Step
+        {
+            int key;
+            Qt::KeyboardModifiers modifiers;
+            int page;
+        };
+        for (const Step& step :
+             {Step{Qt::Key_PageUp, {}, 1}, Step{Qt::Key_PageDown, {}, 2},
+              Step{Qt::Key_PageDown, Qt::ShiftModifier, 2}, Step{Qt::Key_PageDown, {}, 3},
+              Step{Qt::Key_PageUp, {}, 2}, Step{Qt::Key_End, {}, 7}, Step{Qt::Key_PageDown, {}, 7},
+              Step{Qt::Key_Home, {}, 1}}) {
+            QTest::keyClick(m_preview.get(), static_cast<Qt::Key>(step.key), step.modifiers);
+            QCOMPARE(m_preview->page(), step.page);
+        }
+        QCOMPARE(picture()->image(), first);
+        for (const auto& [button, page] :
+             {std::pair{u"Ultima"_s, 7}, std::pair{u"Precedente"_s, 6}, std::pair{u"Prima"_s, 1},
+              std::pair{u"Successiva"_s, 2}}) {
+            QTest::mouseClick(find<QToolButton>(button), Qt::LeftButton);
+            QCOMPARE(caption(), u"Pagina %1/7"_s.arg(page));
+        }
+        QVERIFY(picture()->image() != first);
+        QTest::keyClicks(m_preview.get(), u"5"_s);
+        QTest::keyClick(find<QLineEdit>(u"VaiAPagina"_s), Qt::Key_Return);
+        QCOMPARE(caption(), u"Pagina 5/7"_s);
+        QCOMPARE(zelto::test::namelessControls(*m_preview), QStringList());
+        QTest::keyClick(m_preview.get(), Qt::Key_Escape);
+        QVERIFY(!m_preview->isVisible());
+    }
+
+    void onePage()
+    {
+        open(1);
+        QCOMPARE(caption(), u"Pagina 1"_s);
+        QVERIFY(!picture()->image().isNull());
+        for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_End, Qt::Key_PageUp, Qt::Key_3})
+            QTest::keyClick(m_preview.get(), key);
+        QCOMPARE(caption(), u"Pagina 1"_s);
+    }
+
+    void aClickEnlarges()
+    {
+        open(2);
+        const QSize whole = picture()->size();
+        QCOMPARE(scrolled(), ScrollPosition());
+        const QPoint point(whole.width() / 4, whole.height() * 3 / 4);
+        QTest::mouseClick(picture(), Qt::LeftButton, {}, point);
+        const QSize growth = picture()->size() - whole * 2;
+        QVERIFY(std::abs(growth.width()) <= 1 && std::abs(growth.height()) <= 1);
+        QVERIFY(std::abs(scrolled().x - 250) <= 3 && std::abs(scrolled().y - 750) <= 3);
+        const int x = picture()->x();
+        QTest::keyClick(m_preview.get(), Qt::Key_Right);
+        QVERIFY(picture()->x() < x);
+        QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
+        QCOMPARE(m_preview->magnification(), 2.0);
+        m_preview->resize(900, 800);
+        QVERIFY(picture()->height() > whole.height() * 2);
+        QTest::mouseClick(picture(), Qt::LeftButton);
+        QCOMPARE(m_preview->magnification(), 1.0);
+        QCOMPARE(scrolled(), ScrollPosition());
+    }
+
+    void zooming()
+    {
+        open(1);
+        QTest::keyClick(m_preview.get(), Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(m_preview->magnification(), 1.25);
+        QTest::keyClick(m_preview.get(), Qt::Key_Minus, Qt::ControlModifier);
+        QTest::keyClick(m_preview.get(), Qt::Key_Minus, Qt::ControlModifier);
+        QCOMPARE(m_preview->magnification(), 0.8);
+        QTest::keyClick(m_preview.get(), Qt::Key_0, Qt::ControlModifier);
+        // The point under the wheel stays there.
+        const QPoint inPicture(picture()->width() / 3, picture()->height() / 3);
+        const QPoint place = picture()->mapTo(picture()->parentWidget(), inPicture);
+        QWheelEvent turn(place, picture()->parentWidget()->mapToGlobal(place), {}, {0, 360}, {},
+                         Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(picture()->parentWidget(), &turn);
+        QVERIFY(m_preview->magnification() > 1.9);
+        const QPointF stays = QPointF(inPicture) * m_preview->magnification();
+        const QPointF now = place - picture()->pos();
+        QVERIFY((now - stays).manhattanLength() < 15);
+    }
+
+    void printingWithoutAPrinter_data()
+    {
+        QTest::addColumn<bool>("wanted");
+        QTest::addRow("PDF instead") << true;
+        QTest::addRow("no") << false;
+    }
+
+    void printingWithoutAPrinter()
+    {
+        QFETCH(bool, wanted);
+        open(1);
+        m_office->user.saysYes = wanted;
+        m_office->user.files = QStringList{u"~/stampa"_s};
+        m_preview->print();
+        QVERIFY(m_office->user.said().contains(u"Nessuna stampante installata"));
+        QCOMPARE(QFile::exists(m_office->path(u"stampa.pdf"_s)), wanted);
+        QVERIFY(m_preview->isVisible());
+    }
+
+    void exportingARange()
+    {
+        open(4);
+        m_office->user.files = QStringList{u"~/parte.pdf"_s};
+        zelto::test::inModal<PdfPagesDialog>(
+            [&] { m_preview->exportPdf(); },
+            [](PdfPagesDialog& dialog) {
+                dialog.findChild<QSpinBox*>(u"Da"_s)->setValue(3);
+                dialog.findChild<QSpinBox*>(u"A"_s)->setValue(2);
+                QCOMPARE(zelto::test::namelessControls(dialog), QStringList());
+                QTest::mouseClick(dialog.findChild<QPushButton*>(u"Esporta"_s), Qt::LeftButton);
+            });
+        const QString info = pdfInfo(u"parte.pdf"_s);
+        for (const char* line : {"Prova & controllo", "Ada «B.»", "Pages:           2"})
+            QVERIFY2(info.contains(QString::fromUtf8(line)), qPrintable(info));
+        QFile file(m_office->path(u"parte.pdf"_s));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        QVERIFY(bytes.contains("<pdfaid:part>1</pdfaid:part>"));
+        QVERIFY(bytes.contains("<rdf:li>Ada «B.»</rdf:li>"));
+        QVERIFY(bytes.contains("Prova &amp; controllo"));
+    }
+
+    void anExistingFileStaysUnlessReplaced_data()
+    {
+        QTest::addColumn<bool>("replaced");
+        QTest::addRow("yes") << true;
+        QTest::addRow("no") << false;
+    }
+
+    void anExistingFileStaysUnlessReplaced()
+    {
+        QFETCH(bool, replaced);
+        open(1);
+        QFile old(m_office->path(u"vecchio.pdf"_s));
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("vecchio") == 7);
+        old.close();
+        m_office->user.saysYes = replaced;
+        m_office->user.files = QStringList{u"~/vecchio.pdf"_s};
+        m_preview->exportPdf();
+        QVERIFY(m_office->user.said().contains(u"«vecchio.pdf» esiste già"));
+        QCOMPARE(QFileInfo(old).size() == 7, !replaced);
+    }
+
+    void aPageThatIsGone()
+    {
+        open(3);
+        QVERIFY(QFile::remove(m_office->path(pageFileName(1))));
+        QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
+        QVERIFY(m_office->user.said().contains(u"report"));
+        m_preview->resize(820, 720);
+        QCOMPARE(m_office->user.said(), QString());
+        QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
+        QCOMPARE(m_preview->page(), 3);
+    }
+};
+
+QTEST_MAIN(TestPreview)
+#include "tst_preview.moc"

@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The calculation and the allocation screen, from their boxes to the pages of the preview.
+#include "register/register.h"
+#include "reports/ui/millesimi.h"
+#include "reports/ui/riparto.h"
+#include "support/accessible_names.h"
+#include "support/print_office.h"
+#include "widgets/typed_line.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace Qt::StringLiterals;
+using zelto::print::frmPreview;
+using zelto::reports::Millesimi;
+using zelto::reports::Riparto;
+using zelto::test::inModal;
+using zelto::test::MemorySurface;
+using zelto::test::PrintOffice;
+
+class TestPrintScreens : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<PrintOffice> m_office;
+
+    template <typename Control>
+    static Control* find(QWidget& screen, const QString& name)
+    {
+        auto* control = screen.findChild<Control*>(name);
+        if (control == nullptr)
+            qFatal("there is no %s", qPrintable(name));
+        return control;
+    }
+    static void check(QWidget& screen, const QString& name, bool on)
+    {
+        find<QAbstractButton>(screen, name)->setChecked(on);
+    }
+    template <typename Screen>
+    std::unique_ptr<Screen> open()
+    {
+        auto screen = std::make_unique<Screen>(m_office->context());
+        screen->show();
+        if (!QTest::qWaitForWindowExposed(screen.get()))
+            qFatal("the screen does not appear");
+        return screen;
+    }
+    /// What the preview of the screen shows; it closes with the screen.
+    template <typename Screen>
+    MemorySurface preview(Screen& screen)
+    {
+        MemorySurface pages;
+        inModal<frmPreview>([&] { screen.anteprima(); },
+                            [&](frmPreview&) { pages = m_office->pages(); });
+        return pages;
+    }
+    static int pageCount(const MemorySurface& pages)
+    {
+        return pages.texts.empty() ? 0 : pages.texts.back().page + 1;
+    }
+    /// The headings of the sections, each once.
+    static QStringList headings(const MemorySurface& pages)
+    {
+        QStringList found;
+        for (const auto& placed : pages.texts) {
+            const QString text = placed.text.trimmed();
+            const bool isHeading = text == u"TABELLE MILLESIMALI" || text == u"RELAZIONE" ||
+                                   text == u"VANO AMBIENTE" || text.startsWith(u"DETERMINAZIONE");
+            if (isHeading && !found.contains(text))
+                found << text;
+        }
+        return found;
+    }
+    /// The texts that end or begin at a column of the calculation pages, without headings.
+    static QStringList column(const MemorySurface& pages, int column)
+    {
+        constexpr double ColumnWidth = 84;
+        QStringList texts;
+        for (const auto& placed : pages.texts)
+            if (std::abs(placed.right - column * ColumnWidth) < 1 && placed.text != u"IMPORTO")
+                texts << placed.text.trimmed();
+        return texts;
+    }
+    void allocate(const QString& amount, Riparto& screen)
+    {
+        auto* field = find<zelto::widgets::TypedLine>(screen, u"Dati0"_s);
+        field->clear();
+        QTest::keyClicks(field, amount);
+    }
+    /// Copies the first unit until the building has as many as wanted.
+    void grow(int units)
+    {
+        const auto counted = m_office->lavoro().OpenRecordset(
+            u"SELECT COUNT(*), MIN([Riferimento unità]) FROM [Unità immobiliari]"_s);
+        zelto::registro::Register registro(m_office->lavoro());
+        registro.DuplicaUI(QList<int>(units - counted.text(0).toInt(), counted.text(1).toInt()));
+    }
+
+private slots:
+    void init() { m_office = std::make_unique<PrintOffice>(); }
+    void cleanup()
+    {
+        QVERIFY(m_office->pageFiles().isEmpty());
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
+    void rulesOfTheCalculationScreen()
+    {
+        const auto screen = open<Millesimi>();
+        QVERIFY(find<QCheckBox>(*screen, u"TabSel4"_s)->isVisible());
+        check(*screen, u"TabSel3"_s, false);
+        QVERIFY(!find<QCheckBox>(*screen, u"TabSel4"_s)->isVisible());
+        QVERIFY(find<QRadioButton>(*screen, u"OpzSta0"_s)->isEnabled());
+        check(*screen, u"TabSel0"_s, false);
+        QVERIFY(!find<QRadioButton>(*screen, u"OpzSta0"_s)->isEnabled());
+        QCOMPARE(zelto::test::namelessControls(*screen), QStringList());
+        for (const QString& section : {u"Sezione0"_s, u"Sezione1"_s, u"Sezione2"_s})
+            check(*screen, section, false);
+        screen->anteprima();
+        screen->stampa();
+        QVERIFY(screen->isVisible());
+        QCOMPARE(m_office->user.said(), QString());
+    }
+
+    /// Every combination of sections and tables prints those and no others.
+    void everyChoicePrintsItself()
+    {
+        for (unsigned choice = 1; choice < 128; ++choice) {
+            const auto on = [&](int bit) { return (choice >> bit & 1U) != 0; };
+            if (!on(0) && !on(1) && !on(2))
+                continue;
+            Millesimi screen(m_office->context());
+            for (int i = 0; i < 3; ++i)
+                check(screen, u"Sezione%1"_s.arg(i), on(i));
+            for (int i = 0; i < 4; ++i)
+                check(screen, u"TabSel%1"_s.arg(i), on(3 + i));
+            const bool prints = on(0) || on(1) || (on(2) && choice >> 3 != 0);
+            if (!prints) {
+                screen.anteprima();
+                QVERIFY(m_office->user.said().contains(u"Non c'è nessuna pagina da stampare."));
+                continue;
+            }
+            const QString found = headings(preview(screen)).join(u'|');
+            QCOMPARE(found.contains(u"TABELLE MILLESIMALI"), on(0));
+            QCOMPARE(found.contains(u"RELAZIONE"), on(1));
+            QCOMPARE(found.contains(u"VANO AMBIENTE"), on(2) && on(3));
+            QCOMPARE(found.contains(u"MILLESIMI GENERALI"), on(2) && on(4));
+            QCOMPARE(found.contains(u"MILLESIMI Riscaldamento"), on(2) && on(5));
+            QCOMPARE(found.contains(u"SCALA") || found.contains(u"Scala"), on(2) && on(6));
+            QCOMPARE(screen.result(), static_cast<int>(QDialog::Accepted));
+        }
+    }
+
+    void optionsOfTheCalculation()
+    {
+        const auto shown = [&](const QString& box, bool on) {
+            Millesimi screen(m_office->context());
+            check(screen, u"Sezione0"_s, false);
+            check(screen, u"Sezione1"_s, false);
+            check(screen, box, on);
+            find<zelto::widgets::TypedLine>(screen, u"Dati0"_s)->setText(u"5"_s);
+            return preview(screen);
+        };
+        const MemorySurface compact = shown(u"OpzSta1"_s, true);
+        const MemorySurface extended = shown(u"OpzSta0"_s, true);
+        QVERIFY(pageCount(extended) > pageCount(compact));
+        QCOMPARE(compact.find(u"PAG. N.").front().text, u"PAG. N. 5"_s);
+        const auto texts = [](const MemorySurface& pages) {
+            QStringList all;
+            for (const auto& placed : pages.texts)
+                all << placed.text;
+            return all;
+        };
+        QVERIFY(texts(shown(u"TabSel4"_s, true)) != texts(shown(u"TabSel4"_s, false)));
+        QVERIFY(m_office->user.said().contains(u"status: Stampa prospetto dei calcoli (busy)"));
+    }
+
+    void aJobOfLittle()
+    {
+        m_office->lavoro().Execute(u"DELETE FROM [Dati Generali]"_s);
+        m_office->lavoro().Execute(u"UPDATE [Unità immobiliari] SET [Codice scala] = NULL"_s);
+        const auto screen = open<Riparto>();
+        QVERIFY(find<QRadioButton>(*screen, u"TabSel0"_s)->isVisible());
+        QVERIFY(!find<QRadioButton>(*screen, u"TabSel1"_s)->isVisible());
+        QVERIFY(!find<QRadioButton>(*screen, u"TabSel2"_s)->isVisible());
+        Millesimi calculation(m_office->context());
+        QCOMPARE(headings(preview(calculation)),
+                 (QStringList{u"TABELLE MILLESIMALI"_s, u"VANO AMBIENTE"_s,
+                              u"DETERMINAZIONE MILLESIMI GENERALI"_s}));
+    }
+
+    void rulesOfTheAllocationScreen()
+    {
+        const auto screen = open<Riparto>();
+        const auto visible = [&] {
+            QString controls;
+            for (const QString& name : {u"Tabella"_s, u"Scala"_s, u"Sezione3"_s})
+                controls += find<QWidget>(*screen, name)->isVisible() ? name.front() : QChar{u'-'};
+            return controls;
+        };
+        QCOMPARE(visible(), u"---"_s);
+        check(*screen, u"TabSel1"_s, true);
+        QCOMPARE(visible(), u"T--"_s);
+        check(*screen, u"TabSel2"_s, true);
+        QCOMPARE(visible(), u"-SS"_s);
+        QCOMPARE(find<QComboBox>(*screen, u"Scala"_s)->currentText(), u"A"_s);
+        QVERIFY(!find<QCheckBox>(*screen, u"Quadratura"_s)->isChecked());
+        QCOMPARE(zelto::test::namelessControls(*screen), QStringList());
+    }
+
+    void amounts_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("total"); // as printed; empty for nothing
+        QTest::addRow("decimal comma") << u"1000,50"_s << u"1 000,50"_s;
+        QTest::addRow("blanks") << u"1 000"_s << u"1 000,00"_s;
+        QTest::addRow("third place") << u"12.345"_s << u"12,34"_s;
+        QTest::addRow("nothing") << QString() << QString();
+        QTest::addRow("one hundredth") << u"0.01"_s << u"0,01"_s;
+    }
+
+    void amounts()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, total);
+        const auto screen = open<Riparto>();
+        allocate(typed, *screen);
+        const QStringList amounts = column(preview(*screen), 120);
+        QCOMPARE(amounts.isEmpty() ? QString() : amounts.constLast(), total);
+        QVERIFY(!screen->isVisible());
+    }
+
+    void tooMuch()
+    {
+        const auto screen = open<Riparto>();
+        find<QLineEdit>(*screen, u"Dati0"_s)->setText(u"1000000000"_s);
+        screen->anteprima();
+        QVERIFY(m_office->user.said().contains(u"L'importo da ripartire ha troppe cifre"));
+        QVERIFY(screen->isVisible());
+        m_office->user.files = QStringList{u"~/riparto.pdf"_s};
+        screen->stampa();
+        QVERIFY(!QFile::exists(m_office->path(u"riparto.pdf"_s)));
+    }
+
+    void pastedAmounts_data()
+    {
+        QTest::addColumn<QString>("copied");
+        QTest::addColumn<QString>("field");
+        QTest::addRow("thousands") << u" 1.234,56\n"_s << u"1234.56"_s;
+        QTest::addRow("half of it would be another amount") << u"1234,567"_s << QString();
+        QTest::addRow("no amount") << u"euro 12"_s << QString();
+    }
+
+    void pastedAmounts()
+    {
+        QFETCH(QString, copied);
+        const auto screen = open<Riparto>();
+        QApplication::clipboard()->setText(copied);
+        auto* field = find<zelto::widgets::TypedLine>(*screen, u"Dati0"_s);
+        QTest::keySequence(field, QKeySequence::Paste);
+        QTEST(field->text(), "field");
+    }
+
+    void partsCloseToTheAmount()
+    {
+        for (const bool closes : {false, true}) {
+            Riparto screen(m_office->context());
+            allocate(u"1000.00"_s, screen);
+            check(screen, u"Quadratura"_s, closes);
+            const MemorySurface pages = preview(screen);
+            QStringList parts = column(pages, 120);
+            QCOMPARE(parts.takeLast(), u"1 000,00"_s);
+            qint64 sum = 0;
+            for (const QString& part : parts)
+                sum += QString(part).remove(u' ').remove(u',').toLongLong();
+            QCOMPARE(sum == 100'000, closes);
+            QCOMPARE(pages.find(u"IMPORTI CON QUADRATURA AL CENTESIMO").size(), closes ? 1U : 0U);
+        }
+    }
+
+    void unitsOnPages_data()
+    {
+        QTest::addColumn<int>("units");
+        QTest::addColumn<int>("pages");
+        QTest::addRow("full page") << 45 << 1;
+        QTest::addRow("one more") << 46 << 2;
+        QTest::addRow("as many as there may be") << 300 << 7;
+    }
+
+    void unitsOnPages()
+    {
+        QFETCH(int, units);
+        grow(units);
+        for (const QString& option : {u"TabSel0"_s, u"TabSel1"_s, u"TabSel2"_s}) {
+            Riparto screen(m_office->context());
+            allocate(u"5000"_s, screen);
+            check(screen, option, true);
+            const MemorySurface pages = preview(screen);
+            QTEST(pageCount(pages), "pages");
+            QCOMPARE(pages.find(u"RIFERIMENTO").size(), static_cast<std::size_t>(pageCount(pages)));
+        }
+    }
+
+    void tablesAsFiles()
+    {
+        Millesimi screen(m_office->context());
+        m_office->user.files = QStringList{u"~/tabelle"_s};
+        screen.esportaTabelle();
+        QVERIFY(QFileInfo(m_office->path(u"tabelle.xlsx"_s)).size() > 5000);
+        QCOMPARE(QDir(m_office->path(u"tabelle CSV"_s)).entryList(QDir::Files, QDir::Name),
+                 (QStringList{u"Acqua e autoclave.csv"_s, u"Autorimessa interrata.csv"_s,
+                              u"Millesimi generali.csv"_s, u"Riscaldamento.csv"_s, u"Scala A.csv"_s,
+                              u"Scala B.csv"_s}));
+        QVERIFY(m_office->user.said().contains(u"~/tabelle.xlsx"));
+        for (int i = 0; i < 4; ++i)
+            check(screen, u"TabSel%1"_s.arg(i), false);
+        m_office->user.files = QStringList{u"~/niente.xlsx"_s};
+        screen.esportaTabelle();
+        QVERIFY(!QFile::exists(m_office->path(u"niente.xlsx"_s)));
+        QVERIFY(m_office->user.said().contains(u"nessuna tabella"));
+    }
+
+    void aFolderThatCannotBeWritten()
+    {
+        zelto::print::PrintEngine engine(m_office->path(u"manca"_s), {});
+        const auto context = m_office->context();
+        Millesimi screen({.lavoro = context.lavoro,
+                          .jobPath = context.jobPath,
+                          .outputFolder = context.outputFolder,
+                          .print = {.engine = engine,
+                                    .printers = context.print.printers,
+                                    .window = m_office->user}});
+        screen.show();
+        screen.anteprima();
+        QVERIFY(m_office->user.said().contains(u"report: La cartella dei file di pagina"));
+        QVERIFY(screen.isVisible());
+    }
+};
+
+QTEST_MAIN(TestPrintScreens)
+#include "tst_print_screens.moc"
