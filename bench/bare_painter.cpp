@@ -65,12 +65,8 @@ void DrawingList::setColours(QColor /*fill*/, QColor /*fore*/)
     unexpected();
 }
 
-void DrawingList::printPdf(const QString& fileName) const
+void DrawingList::draw(QPainter& painter, const std::function<void()>& newPage) const
 {
-    QPdfWriter writer(fileName);
-    writer.setResolution(print::TwipsPerInch);
-    writer.setPageLayout(print::standardPageLayout());
-    QPainter painter(&writer);
     const QFont* font = nullptr;
     const Overloaded draw{
         [&](const Text& text) {
@@ -83,10 +79,31 @@ void DrawingList::printPdf(const QString& fileName) const
             painter.setPen(QPen(Qt::black, line.penWidth, Qt::SolidLine, Qt::FlatCap));
             painter.drawLine(line.line);
         },
-        [&](PageBreak) { writer.newPage(); },
+        [&](PageBreak) { newPage(); },
     };
     for (const auto& drawing : m_drawings)
         std::visit(draw, drawing);
+}
+
+void DrawingList::printPdf(const QString& fileName) const
+{
+    QPdfWriter writer(fileName);
+    writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b); // as ours
+    writer.setResolution(print::TwipsPerInch);
+    writer.setPageLayout(print::standardPageLayout());
+    QPainter painter(&writer);
+    draw(painter, [&] { writer.newPage(); });
+}
+
+QImage DrawingList::drawPicture(QSize size, float pageWidth) const
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    const double scale = size.width() / static_cast<double>(pageWidth);
+    painter.scale(scale, scale);
+    draw(painter, [] {});
+    return picture;
 }
 
 } // namespace zelto::bench

@@ -4,12 +4,16 @@
 #include "print/surface.h"
 
 #include <QFont>
+#include <QImage>
 #include <QLineF>
 #include <QPointF>
 #include <QString>
 
+#include <functional>
 #include <variant>
 #include <vector>
+
+class QPainter;
 
 namespace zelto::bench {
 
@@ -30,6 +34,10 @@ public:
     /// Draws everything to a new PDF file of standard pages.
     void printPdf(const QString& fileName) const;
 
+    /// Draws everything, one page over the other, on a white picture of the width that a page of
+    /// the width (twips) fills.
+    [[nodiscard]] QImage drawPicture(QSize size, float pageWidth) const;
+
 private:
     struct Text
     {
@@ -47,6 +55,7 @@ private:
 
     /// A break behind the last drawing would make an empty page.
     void turnPage();
+    void draw(QPainter& painter, const std::function<void()>& newPage) const;
 
     std::vector<std::variant<Text, Line, PageBreak>> m_drawings;
     bool m_pageDue = false;

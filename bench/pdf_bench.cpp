@@ -13,7 +13,7 @@ void ours(benchmark::State& state, WholeReport& report)
 {
     const QString fileName = report.folder() + QStringLiteral("/zelto.pdf");
     for ([[maybe_unused]] const auto turn : state) {
-        print::PdfSurface pdf(fileName, QStringLiteral("Relazione"));
+        print::PdfSurface pdf(fileName, {.title = QStringLiteral("Relazione")});
         report.printOn(pdf);
         pdf.commit();
     }

@@ -4,6 +4,8 @@
 #include "calc/job_loader.h"
 #include "reports/print_sequence.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace zelto::bench {
@@ -51,6 +53,20 @@ void WholeReport::printOn(print::Surface& surface)
     m_engine.setSurface(&surface);
     m_engine.PrintDocument(1, m_engine.pageCount());
     m_engine.setSurface(nullptr);
+}
+
+int WholeReport::fullestPage() const
+{
+    int fullest = 0;
+    qint64 most = 0;
+    for (int page = 0; page < m_engine.pageCount(); ++page) {
+        const qint64 size = QFileInfo(print::pageFilePath(m_folder, page)).size();
+        if (size > most) {
+            most = size;
+            fullest = page + 1;
+        }
+    }
+    return fullest;
 }
 
 } // namespace zelto::bench

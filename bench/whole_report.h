@@ -24,6 +24,9 @@ public:
     /// Prints the recorded pages.
     void printOn(print::Surface& surface);
 
+    /// The page with the most records, counted from 1.
+    [[nodiscard]] int fullestPage() const;
+
 private:
     QString m_jobPath;
     QString m_folder;

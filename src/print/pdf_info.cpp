@@ -56,25 +56,25 @@ QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made)
         .toUtf8();
 }
 
-QByteArray pdfInfoUpdate(const QByteArray& file, const PdfInfo& info, const QDateTime& made)
+QByteArray pdfInfoUpdate(const QByteArray& end, qint64 length, const PdfInfo& info,
+                         const QDateTime& made)
 {
-    constexpr qsizetype TrailerLength = 1024;
     static const QRegularExpression trailer(
         QStringLiteral(R"(trailer\s*<<(.*/Info (\d+) 0 R.*)>>\s*startxref\s*(\d+)\s*%%EOF\s*$)"),
         QRegularExpression::DotMatchesEverythingOption);
-    const auto found = trailer.match(QString::fromLatin1(file.right(TrailerLength)));
+    const auto found = trailer.match(QString::fromLatin1(end));
     if (!found.hasMatch())
         return {};
     const QByteArray number = found.captured(2).toLatin1();
     const QByteArray time =
         made.toUTC().toString(QStringLiteral("'(D:'yyyyMMddHHmmss'Z)'")).toLatin1();
     QByteArray update = "\n";
-    const qsizetype object = file.size() + update.size();
+    const qint64 object = length + update.size();
     update += number + " 0 obj\n<<\n/Title " + hexText(info.title) + "\n/Author " +
               hexText(info.author) + "\n/Creator " + hexText(Creator) + "\n/Producer " +
               hexText(Producer) + "\n/CreationDate " + time + "\n/ModDate " + time +
               "\n>>\nendobj\n";
-    const qsizetype table = file.size() + update.size();
+    const qint64 table = length + update.size();
     update += "xref\n" + number + " 1\n" + QByteArray::number(object).rightJustified(10, '0') +
               " 00000 n \ntrailer\n<<" + found.captured(1).toLatin1() + "/Prev " +
               found.captured(3).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(table) +

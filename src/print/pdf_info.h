@@ -21,10 +21,10 @@ struct PdfInfo
 /// The metadata of a PDF/A-1b file (ISO 19005-1, 6.7) made at the time.
 [[nodiscard]] QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made);
 
-/// An update to be appended to the written file, whose document information then says the same as
-/// the metadata: the writer knows of no author. Empty when the file does not end as one of the
-/// writer's does.
-[[nodiscard]] QByteArray pdfInfoUpdate(const QByteArray& file, const PdfInfo& info,
+/// An update to be appended to the written file of the length in bytes, whose end is given. The
+/// document information then says the same as the metadata: the writer knows of no author. Empty
+/// when the file does not end as one of the writer's does.
+[[nodiscard]] QByteArray pdfInfoUpdate(const QByteArray& end, qint64 length, const PdfInfo& info,
                                        const QDateTime& made);
 
 } // namespace zelto::print

@@ -9,8 +9,17 @@
 
 namespace zelto::print {
 
+qint64 TailKeeper::writeData(const char* data, qint64 length)
+{
+    constexpr qsizetype MostKept = 64 * TailLength;
+    m_tail.append(data, static_cast<qsizetype>(length));
+    if (m_tail.size() > MostKept)
+        m_tail.remove(0, m_tail.size() - TailLength);
+    return m_target.write(data, length);
+}
+
 PdfTarget::PdfTarget(const QString& fileName, PdfInfo info, const QPageLayout& layout)
-    : m_info(std::move(info)), m_file(fileName), m_writer(openPages())
+    : m_info(std::move(info)), m_file(fileName), m_writer(open())
 {
     m_writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
     m_writer.setResolution(TwipsPerInch);
@@ -18,18 +27,17 @@ PdfTarget::PdfTarget(const QString& fileName, PdfInfo info, const QPageLayout& l
     m_writer.setPageLayout(layout);
 }
 
-QIODevice* PdfTarget::openPages()
+QIODevice* PdfTarget::open()
 {
     openForWriting(m_file);
-    m_pages.open(QIODevice::WriteOnly);
-    return &m_pages;
+    m_end.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    return &m_end;
 }
 
 void PdfTarget::complete()
 {
-    const QByteArray& pages = m_pages.data();
-    m_file.write(pages);
-    m_file.write(pdfInfoUpdate(pages, m_info, m_made));
+    m_file.write(
+        pdfInfoUpdate(m_end.tail().right(TailKeeper::TailLength), m_file.pos(), m_info, m_made));
     commitComplete(m_file);
 }
 

@@ -5,12 +5,33 @@
 #include "print/painter_surface.h"
 #include "print/pdf_info.h"
 
-#include <QBuffer>
+#include <QIODevice>
 #include <QPageLayout>
 #include <QPdfWriter>
 #include <QSaveFile>
 
 namespace zelto::print {
+
+/// Passes everything on to the target and keeps the end of it.
+class TailKeeper : public QIODevice
+{
+public:
+    /// The target, open for writing, outlives it.
+    explicit TailKeeper(QIODevice& target) : m_target(target) {}
+
+    static constexpr qsizetype TailLength = 1024;
+
+    /// At least the last bytes written, or all of them.
+    [[nodiscard]] const QByteArray& tail() const { return m_tail; }
+
+protected:
+    qint64 readData(char* /*data*/, qint64 /*length*/) override { return -1; }
+    qint64 writeData(const char* data, qint64 length) override;
+
+private:
+    QIODevice& m_target;
+    QByteArray m_tail;
+};
 
 /// The file of a PdfSurface; apart, so that it outlives the painter.
 class PdfTarget
@@ -22,12 +43,12 @@ protected:
     void complete();
 
 private:
-    QIODevice* openPages();
+    QIODevice* open();
 
     PdfInfo m_info;
     QDateTime m_made = QDateTime::currentDateTimeUtc();
     QSaveFile m_file;
-    QBuffer m_pages; ///< kept until they are complete, a few MB for a large building
+    TailKeeper m_end{m_file};
 
 protected:
     QPdfWriter m_writer;

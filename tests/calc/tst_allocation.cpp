@@ -4,6 +4,9 @@
 
 #include <QTest>
 
+#include <numeric>
+#include <rapidcheck.h>
+
 using namespace Qt::StringLiterals;
 using namespace zelto::calc;
 
@@ -47,6 +50,52 @@ private slots:
         QFETCH(qint64, tenThousandths);
         QFETCH(double, cent);
         QTEST(quotaCent(Millesimi::fromTenThousandths(tenThousandths), cent), "part");
+    }
+
+    void closedParts_data()
+    {
+        QTest::addColumn<QList<qint64>>("tenThousandths");
+        QTest::addColumn<double>("cent");
+        QTest::addColumn<QList<double>>("parts");
+        const QList<qint64> thirds{3333340, 3333330, 3333330};
+        QTest::addRow("largest remainder") << thirds << 10000.0 << QList<double>{3334, 3333, 3333};
+        QTest::addRow("equal ones in order") << QList<qint64>{2500000, 2500000, 2500000, 2500000}
+                                             << 2.0 << QList<double>{1, 1, 0, 0};
+        QTest::addRow("negative") << thirds << -10000.0 << QList<double>{-3334, -3333, -3333};
+        QTest::addRow("one hundredth")
+            << QList<qint64>{0, 5000000, 5000000} << 1.0 << QList<double>{0, 1, 0};
+        QTest::addRow("shares of nothing") << QList<qint64>{0, 0} << 100.0 << QList<double>{0, 0};
+    }
+
+    void closedParts()
+    {
+        QFETCH(QList<qint64>, tenThousandths);
+        QFETCH(double, cent);
+        std::vector<Millesimi> shares;
+        for (const qint64 share : tenThousandths)
+            shares.push_back(Millesimi::fromTenThousandths(share));
+        const ModelloLavoro modello =
+            zelto::test::building(std::vector<zelto::test::UnitData>(shares.size()));
+        const auto parts = calcolaQuote(modello, shares, cent, Arrotondamento::AQuadratura);
+        QTEST(QList<double>(parts.begin(), parts.end()), "parts");
+    }
+
+    /// Whatever building and amount: nothing is missing, and no part is a whole hundredth off.
+    void closedPartsMissNothing()
+    {
+        const auto holds = [](const std::vector<std::uint16_t>& sizes, std::uint32_t cent) {
+            std::vector<zelto::test::UnitData> units{{.size = 1}};
+            for (const std::uint16_t size : sizes)
+                units.push_back({.size = static_cast<float>(size)});
+            const ModelloLavoro modello = zelto::test::building(units);
+            const auto shares = calcolaMillGen(calcolaConsistenze(modello));
+            const double importo = cent % 900'000'000U;
+            const auto parts = calcolaQuote(modello, shares, importo, Arrotondamento::AQuadratura);
+            RC_ASSERT(std::accumulate(parts.begin(), parts.end(), 0.0) == importo);
+            for (std::size_t u = 0; u < parts.size(); ++u)
+                RC_ASSERT(std::abs(parts[u] - shares[u].toDouble() * importo / 1000) < 1.001);
+        };
+        QVERIFY(rc::check("parts close", holds));
     }
 
     void tooLarge_data()

@@ -31,7 +31,11 @@ QString summary(const Options& o)
     add(o.calcolo.formato == zelto::reports::FormatoDettaglio::Esteso, "esteso");
     add(o.calcolo.indice == zelto::calc::IndicePiano::Proporzionale, "proporzionale");
     add(o.mostra, "mostra");
+    add(o.riparto && o.riparto->arrotondamento == zelto::calc::Arrotondamento::AQuadratura,
+        "quadratura");
     parts << u"p%1"_s.arg(o.calcolo.primaPagina) << o.pdf << o.uscite;
+    if (!o.xlsx.isEmpty() || !o.csv.isEmpty())
+        parts << o.xlsx << o.csv;
     if (o.riparto)
         parts << o.riparto->importo + u'/' + QString::number(o.riparto->quote.index());
     return parts.join(u' ');
@@ -61,6 +65,10 @@ private slots:
             << u"--riparto 1000,50 A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . 1000,50/0"_s;
         QTest::addRow("allocation by table")
             << u"--riparto 5 --quote tabella=3 A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . 5/1"_s;
+        QTest::addRow("closed allocation") << u"--riparto 5 --quadratura A.ZLT"_s
+                                           << u"A.ZLT "_s + all + u" quadratura p1  . 5/0"_s;
+        QTest::addRow("spreadsheets")
+            << u"--xlsx t.xlsx --csv t A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . t.xlsx t"_s;
         QTest::addRow("job that looks like an option")
             << u"-- -A.ZLT"_s << u"-A.ZLT "_s + all + u" p1  ."_s;
     }
@@ -97,6 +105,7 @@ private slots:
         QTest::addRow("shares") << u"--riparto 5 --quote tabella=11 A.ZLT"_s << u"tabella=11"_s;
         QTest::addRow("staircase without code")
             << u"--riparto 5 --quote scala= A.ZLT"_s << u"scala="_s;
+        QTest::addRow("closing without amount") << u"--quadratura A.ZLT"_s << u"--quadratura"_s;
         QTest::addRow("shares without amount") << u"--quote generali A.ZLT"_s << u"--quote"_s;
         QTest::addRow("calculation and allocation")
             << u"--calcolo scale --riparto 5 A.ZLT"_s << u"--calcolo"_s;

@@ -51,6 +51,8 @@ QPushButton* addButton(QWidget& bar, const QString& name, const QString& caption
 frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
     : QDialog(parent), m_services(services), m_document(std::move(document)),
       m_pageCount(services.engine.pageCount()), m_barra(new QWidget(this)),
+      m_enlarging(lens(QStringLiteral("lente_piu"))),
+      m_reducing(lens(QStringLiteral("lente_meno"))),
       m_navigator(new PageNavigator(m_pageCount, m_barra)), m_view(new PageView(this))
 {
     setObjectName(QStringLiteral("frmPreview"));
@@ -152,8 +154,7 @@ void frmPreview::layOut(const ScrollPosition& position)
     QImage picture = PreparePreview(layout);
     drawPage(picture);
     m_view->showPage(picture, layout, position);
-    m_view->picture().setCursor(lens(m_magnification == WholePage ? QStringLiteral("lente_piu")
-                                                                  : QStringLiteral("lente_meno")));
+    m_view->picture().setCursor(m_magnification == WholePage ? m_enlarging : m_reducing);
 }
 
 /// An empty page in the size that the layout gives it.

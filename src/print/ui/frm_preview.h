@@ -4,6 +4,7 @@
 #include "print/preview_layout.h"
 #include "print/ui/print_output.h"
 
+#include <QCursor>
 #include <QDialog>
 
 namespace zelto::print {
@@ -62,6 +63,8 @@ private:
     double m_magnification = WholePage;
     QString m_failure; ///< of the page shown, already reported
     QWidget* m_barra;
+    QCursor m_enlarging;
+    QCursor m_reducing;
     PageNavigator* m_navigator;
     PageView* m_view;
 };

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What of a job's texts could break a spreadsheet. The figures themselves are compared by
+// controlla_fogli.py.
+#include "print/print_error.h"
+#include "reports/print_sequence.h"
+#include "reports/table_export.h"
+#include "support/building.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::reports;
+using zelto::calc::ModelloLavoro;
+
+class TestTableExport : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+
+    [[nodiscard]] QByteArray contents(const QString& name) const
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    /// Two units, the second one outside of the special tables.
+    static ModelloLavoro job(const QStringList& tables = {})
+    {
+        ModelloLavoro modello = zelto::test::building({{.size = 1, .flags = u"X"_s}, {.size = 2}});
+        modello.NomeTabella = {tables.begin(), tables.end()};
+        return modello;
+    }
+
+private slots:
+    void namesOfSheets()
+    {
+        std::vector<TableReport> tables;
+        for (const QString& name :
+             {u"Acqua"_s, u"ACQUA"_s, u"Bagni/[servizi]: 'nord'?"_s, QString(40, u'x'),
+              QString(40, u'x'), u"  "_s, u"../../altrove"_s})
+            tables.emplace_back().name = name;
+        QCOMPARE(
+            sheetNames(tables),
+            (QStringList{u"Acqua"_s, u"ACQUA (2)"_s, u"Bagni servizi nord"_s, QString(31, u'x'),
+                         QString(27, u'x') + u" (2)"_s, u"Tabella"_s, u"Tabella.. .. altrove"_s}));
+    }
+
+    void csvForItalianSpreadsheets()
+    {
+        ModelloLavoro modello = job({u"Scale"_s});
+        modello.unita[0].Riferimento = u"Int. 1; \"nord\""_s;
+        modello.unita[1].Riferimento = u"=1+2"_s;
+        writeCsv(m_folder.filePath(u"csv"_s), tabelleScelte(modello, {}));
+        QCOMPARE(contents(u"csv/Millesimi generali.csv"_s),
+                 "\xEF\xBB\xBFRIFERIMENTO;LIVELLO;CONS.TOT.;MILLESIMI\r\n"
+                 "\"Int. 1; \"\"nord\"\"\";Piano 1;1,0000;333,333\r\n"
+                 "'=1+2;Piano 2;2,0000;666,667\r\n");
+        QVERIFY(contents(u"csv/Scale.csv"_s).endsWith("'=1+2;Piano 2;;\r\n"));
+    }
+
+    void theChosenTables_data()
+    {
+        QTest::addColumn<bool>("generali");
+        QTest::addColumn<bool>("tabelle");
+        QTest::addColumn<int>("count");
+        QTest::addRow("all") << true << true << 2;
+        QTest::addRow("special") << false << true << 1;
+        QTest::addRow("none") << false << false << 0;
+    }
+
+    void theChosenTables()
+    {
+        QFETCH(bool, generali);
+        QFETCH(bool, tabelle);
+        const OpzioniCalcolo options{.generali = generali, .tabelle = tabelle};
+        QTEST(static_cast<int>(tabelleScelte(job({u"Scale"_s}), options).size()), "count");
+        QVERIFY(tabelleScelte(ModelloLavoro(), {}).empty());
+    }
+
+    void placesThatCannotBeWritten()
+    {
+        const auto tables = tabelleScelte(job(), {});
+        const QString nowhere = m_folder.filePath(u"manca/tabelle.xlsx"_s);
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeWorkbook(nowhere, tables, {}));
+        QFile file(m_folder.filePath(u"file"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
+                                 writeCsv(m_folder.filePath(u"file/csv"_s), tables));
+        // One file that cannot be replaced keeps the others as they are.
+        const QString folder = m_folder.filePath(u"metà"_s);
+        QVERIFY(QDir().mkpath(folder + u"/Scale.csv"_s));
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
+                                 writeCsv(folder, tabelleScelte(job({u"Scale"_s}), {})));
+        QVERIFY(!QFile::exists(folder + u"/Millesimi generali.csv"_s));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTableExport)
+#include "tst_table_export.moc"
