@@ -1,9 +1,10 @@
 # Shared by ./run and ./test: makes sure that the Debian packages of the project are installed.
 # shellcheck shell=bash
 
+# installa_pacchetti [LIST]: a list of packaging/, the main one without a name.
 installa_pacchetti() {
     local list missing=() package
-    list="$(dirname "${BASH_SOURCE[0]}")/../packaging/pacchetti-debian.txt"
+    list="$(dirname "${BASH_SOURCE[0]}")/../packaging/${1:-pacchetti-debian.txt}"
     while read -r package; do
         [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             missing+=("$package")
