@@ -68,7 +68,7 @@ PageRange PdfPagesDialog::pages() const
     if (m_all->isChecked())
         return {.first = 1, .last = m_pageCount};
     // Typed the wrong way round, they still mean the pages between.
-    const auto [first, last] = std::minmax(m_first->value(), m_last->value());
+    const auto [first, last] = std::minmax({m_first->value(), m_last->value()});
     return {.first = first, .last = last};
 }
 
