@@ -35,9 +35,10 @@ std::vector<double> quoteQuadrate(std::span<const Millesimi> shares, double impo
     std::int64_t missing = importo;
     for (const Millesimi share : shares) {
         const std::int64_t product = share.tenThousandths() * importo;
+        const std::int64_t part = product / whole;
         remainders.emplace_back(product % whole, quote.size());
-        quote.push_back(sign * static_cast<double>(product / whole));
-        missing -= product / whole;
+        quote.push_back(sign * static_cast<double>(part));
+        missing -= part;
     }
     std::stable_sort(remainders.begin(), remainders.end(),
                      [](const auto& a, const auto& b) { return a.first > b.first; });

@@ -128,7 +128,7 @@ print::PdfInfo JobPrinter::documentInfo(const calc::ModelloLavoro& modello) cons
 std::vector<reports::TableReport> JobPrinter::tables(const calc::ModelloLavoro& modello) const
 {
     if (m_options.riparto)
-        return {reports::tabellaRiparto(modello, *m_options.riparto)};
+        return reports::tabelleScelte(modello, *m_options.riparto);
     return reports::tabelleScelte(modello, m_options.calcolo);
 }
 

@@ -52,6 +52,14 @@ std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
     return tables;
 }
 
+std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
+                                       const OpzioniRiparto& opzioni)
+{
+    if (modello.unita.empty())
+        return {};
+    return {tabellaRiparto(modello, opzioni)};
+}
+
 void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
                      const OpzioniCalcolo& opzioni)
 {

@@ -39,6 +39,10 @@ struct OpzioniCalcolo
 std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
                                        const OpzioniCalcolo& opzioni);
 
+/// The table of the allocation; none without units.
+std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
+                                       const OpzioniRiparto& opzioni);
+
 /// Cover page, technical report and calculation sections, with their text files.
 void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
                      const OpzioniCalcolo& opzioni);

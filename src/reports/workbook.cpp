@@ -10,7 +10,10 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <tuple>
+#include <utility>
 #include <xlsxwriter.h>
 
 namespace zelto::reports {
@@ -78,7 +81,11 @@ private:
         bool total = false;
         bool right = false;
 
-        auto operator<=>(const Look&) const = default;
+        bool operator<(const Look& other) const
+        {
+            return std::tie(decimals, bold, total, right) <
+                   std::tie(other.decimals, other.bold, other.total, other.right);
+        }
     };
     lxw_format* format(const Look& look);
     void writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, const QString& text,
@@ -148,11 +155,12 @@ void Workbook::writeTotals(lxw_worksheet* sheet, const TableReport& table)
             double sum = 0;
             for (const QStringList& row : table.rows)
                 sum += definition.number(row.value(static_cast<qsizetype>(i))).value_or(0);
-            char range[LXW_MAX_CELL_RANGE_LENGTH] = {};
-            lxw_rowcol_to_range(range, first, columnNumber(i), totals - 1, columnNumber(i));
-            worksheet_write_formula_num(sheet, totals, columnNumber(i),
-                                        QByteArray("=SUM(").append(range).append(")").constData(),
-                                        format(look), sum);
+            std::array<char, LXW_MAX_CELL_RANGE_LENGTH> range = {};
+            lxw_rowcol_to_range(range.data(), first, columnNumber(i), totals - 1, columnNumber(i));
+            worksheet_write_formula_num(
+                sheet, totals, columnNumber(i),
+                QByteArray("=SUM(").append(range.data()).append(")").constData(), format(look),
+                sum);
         } else if (const auto number = definition.number(total))
             worksheet_write_number(sheet, totals, columnNumber(i), *number, format(look));
         else

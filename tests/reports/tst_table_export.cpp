@@ -52,7 +52,7 @@ private slots:
         ModelloLavoro modello = job({u"Scale"_s});
         modello.unita[0].Riferimento = u"Int. 1; \"nord\""_s;
         modello.unita[1].Riferimento = u"=1+2"_s;
-        writeCsv(m_folder.filePath(u"csv"_s), tabelleScelte(modello, {}));
+        writeCsv(m_folder.filePath(u"csv"_s), tabelleScelte(modello, OpzioniCalcolo()));
         QCOMPARE(contents(u"csv/Millesimi generali.csv"_s),
                  "\xEF\xBB\xBFRIFERIMENTO;LIVELLO;CONS.TOT.;MILLESIMI\r\n"
                  "\"Int. 1; \"\"nord\"\"\";Piano 1;1,0000;333,333\r\n"
@@ -76,12 +76,13 @@ private slots:
         QFETCH(bool, tabelle);
         const OpzioniCalcolo options{.generali = generali, .tabelle = tabelle};
         QTEST(static_cast<int>(tabelleScelte(job({u"Scale"_s}), options).size()), "count");
-        QVERIFY(tabelleScelte(ModelloLavoro(), {}).empty());
+        QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniCalcolo()).empty());
+        QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniRiparto()).empty());
     }
 
     void placesThatCannotBeWritten()
     {
-        const auto tables = tabelleScelte(job(), {});
+        const auto tables = tabelleScelte(job(), OpzioniCalcolo());
         const QString nowhere = m_folder.filePath(u"manca/tabelle.xlsx"_s);
         QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeWorkbook(nowhere, tables, {}));
         QFile file(m_folder.filePath(u"file"_s));
@@ -91,8 +92,9 @@ private slots:
         // One file that cannot be replaced keeps the others as they are.
         const QString folder = m_folder.filePath(u"metà"_s);
         QVERIFY(QDir().mkpath(folder + u"/Scale.csv"_s));
-        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
-                                 writeCsv(folder, tabelleScelte(job({u"Scale"_s}), {})));
+        QVERIFY_THROWS_EXCEPTION(
+            zelto::print::PrintError,
+            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo())));
         QVERIFY(!QFile::exists(folder + u"/Millesimi generali.csv"_s));
     }
 };

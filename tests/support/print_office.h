@@ -76,7 +76,9 @@ template <typename Window, typename Opening, typename Acting>
 void inModal(Opening opening, Acting acting)
 {
     bool wasThere = false;
-    QTimer::singleShot(0, qApp, [&] {
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
         auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
         if (window == nullptr)
             return;
@@ -86,6 +88,7 @@ void inModal(Opening opening, Acting acting)
         acting(*window);
         window->close();
     });
+    timer.start();
     opening();
     QVERIFY(wasThere);
 }

@@ -79,7 +79,7 @@ QHBoxLayout* PrintScreen::buildButtons()
 }
 
 QPushButton* PrintScreen::addButton(QHBoxLayout& row, const QString& name, const QString& caption,
-                                    void (PrintScreen::*action)())
+                                    void (PrintScreen::*action)()) const
 {
     auto* button = new QPushButton(caption);
     button->setObjectName(name);

@@ -70,7 +70,7 @@ private:
     QWidget* buildSections();
     QHBoxLayout* buildButtons();
     QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption,
-                           void (PrintScreen::*action)());
+                           void (PrintScreen::*action)()) const;
     [[nodiscard]] QString proposedPath(const QString& extension) const;
     [[nodiscard]] print::DocumentData documentData() const;
 

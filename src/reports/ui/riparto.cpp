@@ -136,7 +136,7 @@ void Riparto::print(const ReportContext& context)
 
 std::vector<TableReport> Riparto::tables() const
 {
-    return {tabellaRiparto(modello(), opzioni())};
+    return tabelleScelte(modello(), opzioni());
 }
 
 QString Riparto::printTitle() const
