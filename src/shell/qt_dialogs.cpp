@@ -28,15 +28,35 @@ QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const Q
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
+/// The dialog's button of the role, nullptr for none.
+QAbstractButton* findButton(const QPrintDialog& dialog, QDialogButtonBox::ButtonRole role)
+{
+    if (const auto* buttons = dialog.findChild<QDialogButtonBox*>())
+        for (QAbstractButton* button : buttons->buttons())
+            if (buttons->buttonRole(button) == role)
+                return button;
+    return nullptr;
+}
+
 /// Whether it was accepted, with the button of the caption.
 bool show(QPrintDialog& dialog, const QString& title, const QString& acceptCaption)
 {
     dialog.setWindowTitle(title);
-    if (auto* buttons = dialog.findChild<QDialogButtonBox*>())
-        for (QAbstractButton* button : buttons->buttons())
-            if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
-                button->setText(acceptCaption);
+    if (QAbstractButton* accept = findButton(dialog, QDialogButtonBox::AcceptRole))
+        accept->setText(acceptCaption);
     return dialog.exec() == QDialog::Accepted;
+}
+
+/// Shows at once what there is to choose, copies and pages, and leaves out lists of pages: the
+/// printer would pick them from the range that we have already picked.
+void openOptions(const QPrintDialog& dialog)
+{
+    if (QAbstractButton* more = findButton(dialog, QDialogButtonBox::ResetRole))
+        more->click();
+    for (const QString& name :
+         {QStringLiteral("pagesRadioButton"), QStringLiteral("pagesLineEdit")})
+        if (auto* list = dialog.findChild<QWidget*>(name))
+            list->hide();
 }
 
 } // namespace
@@ -95,6 +115,7 @@ std::optional<print::PageRange> QtDialogs::choosePages(QWidget* parent, QPrinter
     dialog.setMinMax(1, pageCount);
     dialog.setFromTo(1, pageCount);
     dialog.setPrintRange(QAbstractPrintDialog::AllPages);
+    openOptions(dialog);
     if (!show(dialog, QStringLiteral("Opzioni di stampa"), QStringLiteral("Stampa")))
         return std::nullopt;
     const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;

@@ -186,8 +186,10 @@ void frmPreview::drawPage(QImage& picture)
 
 void frmPreview::zoom(int steps, QPoint place)
 {
-    const double magnification = std::clamp(m_magnification * std::pow(ZoomStep, steps),
-                                            LeastMagnification, MostMagnification);
+    double magnification = std::clamp(m_magnification * std::pow(ZoomStep, steps),
+                                      LeastMagnification, MostMagnification);
+    if (qFuzzyCompare(magnification, WholePage)) // steps back and forth
+        magnification = WholePage;
     const PreviewLayout before = m_view->pageLayout();
     const QPointF point = before.pointAt(place, m_view->scrollPosition());
     const double growth = magnification / m_magnification;

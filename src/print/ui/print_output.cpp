@@ -20,6 +20,7 @@ void drawOnPrinter(const PrintServices& services, const QString& title, const Dr
     services.engine.setPageSize(services.printers.pageSize());
     drawing();
     surface.finish();
+    printer.setCopyCount(1); // copies are chosen for one document, not for the next
     if (surface.isEmpty())
         throw EmptyDocument();
 }
