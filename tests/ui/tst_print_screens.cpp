@@ -316,6 +316,13 @@ private slots:
                               u"Millesimi generali.csv"_s, u"Riscaldamento.csv"_s, u"Scala A.csv"_s,
                               u"Scala B.csv"_s}));
         QVERIFY(m_office->user.said().contains(u"~/tabelle.xlsx"));
+        QVERIFY(QFile::remove(m_office->path(u"tabelle.xlsx"_s)));
+        m_office->user.saysYes = false;
+        m_office->user.files = QStringList{u"~/tabelle"_s};
+        screen.esportaTabelle();
+        QVERIFY(m_office->user.said().contains(u"«tabelle CSV» esiste già"));
+        QVERIFY(!QFile::exists(m_office->path(u"tabelle.xlsx"_s)));
+        m_office->user.saysYes = true;
         for (int i = 0; i < 4; ++i)
             check(screen, u"TabSel%1"_s.arg(i), false);
         m_office->user.files = QStringList{u"~/niente.xlsx"_s};

@@ -182,12 +182,20 @@ void PrintScreen::esportaTabelle()
                                 proposedPath(QStringLiteral(".xlsx")));
     if (path.isEmpty())
         return;
+    const QString folder = csvFolder(path);
+    const bool isFree =
+        !QFileInfo::exists(folder) ||
+        m_context.print.window.askYesNo(
+            QStringLiteral("La cartella «%1» esiste già.\n\nSostituire i suoi file CSV?")
+                .arg(QFileInfo(folder).fileName()));
+    if (!isFree)
+        return;
     const bool written = reporting([&] { writeTables(path); });
     if (written)
         m_context.print.window.showMessage(
             QStringLiteral("Le tabelle sono state scritte nella cartella di lavoro\n«%1»\n\ne, in "
                            "formato CSV, nella cartella\n«%2».")
-                .arg(path, csvFolder(path)));
+                .arg(path, folder));
 }
 
 void PrintScreen::writeTables(const QString& path)
