@@ -199,6 +199,23 @@ private slots:
         QCOMPARE(m_server->jobs().size(), before + 1);
     }
 
+    void aFailurePrintsNoHalfDocument()
+    {
+        if (!m_hasServer)
+            QSKIP("no CUPS server");
+        const auto before = m_server->jobs().size();
+        auto context = m_office->context();
+        context.outputFolder = m_office->path(u"manca"_s);
+        Millesimi failing(context);
+        failing.stampa();
+        QVERIFY(m_office->user.said().contains(u"report: Impossibile creare il file"));
+        Millesimi screen(m_office->context());
+        screen.findChild<QCheckBox*>(u"Sezione2"_s)->setChecked(false);
+        screen.stampa();
+        QVERIFY(!printed(static_cast<int>(before) + 1).isEmpty());
+        QCOMPARE(m_server->jobs().size(), before + 1);
+    }
+
     void aCancelledPrintLeavesThePreviewOpen()
     {
         if (!m_hasServer)

@@ -126,6 +126,13 @@ void PrintScreen::draw()
     m_context.print.engine.EndDocument();
 }
 
+/// Paper takes nothing back: what fails does so before anything is drawn on it.
+void PrintScreen::rehearse()
+{
+    m_context.print.engine.setPageSize(m_context.print.printers.pageSize());
+    draw();
+}
+
 void PrintScreen::record()
 {
     print::PrintEngine& engine = m_context.print.engine;
@@ -156,7 +163,10 @@ void PrintScreen::stampa()
         return;
     const auto drawing = [this] { draw(); };
     if (print::PrinterDesk::isInstalled()) {
-        reporting([&] { print::drawOnPrinter(m_context.print, printTitle(), drawing); });
+        reporting([&] {
+            rehearse();
+            print::drawOnPrinter(m_context.print, printTitle(), drawing);
+        });
         return;
     }
     store::MainWindowServices& window = m_context.print.window;

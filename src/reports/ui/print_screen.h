@@ -76,6 +76,7 @@ private:
 
     /// Draws all sections.
     void draw();
+    void rehearse();
     void record();
     void writeTables(const QString& path);
 
