@@ -2,7 +2,6 @@
 #include "print/ui/page_view.h"
 
 #include <QGridLayout>
-#include <QIcon>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>

@@ -46,7 +46,7 @@ void drawIntoPdf(const PrintServices& services, const QString& path, const PdfIn
                  const Drawing& drawing);
 
 /// Asks for the file to write, the proposed one at first; empty when the user gives up, also
-/// because there is one already that shall stay. The extension (with its point) is added if none
+/// because there is one already that shall stay. The proposed path's extension is added if none
 /// is typed.
 [[nodiscard]] QString chooseOutputPath(store::MainWindowServices& window, const QString& title,
                                        const QString& filter, const QString& proposedPath);

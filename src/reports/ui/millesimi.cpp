@@ -56,21 +56,19 @@ QWidget* Millesimi::buildSelection()
     const std::array captions{QStringLiteral("Dettaglio U.I."),
                               QStringLiteral("Millesimi generali"), QStringLiteral("Tabelle"),
                               QStringLiteral("Scale"), QStringLiteral("Calc. indice prop. cons.")};
+    constexpr int Indent = 24;
     auto* frame = new QGroupBox(QStringLiteral("Sezioni del calcolo"));
     auto* layout = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < m_tabSel.size(); ++i) {
         m_tabSel[i] = new QCheckBox(captions[i]);
         m_tabSel[i]->setObjectName(QStringLiteral("TabSel%1").arg(i));
         m_tabSel[i]->setChecked(i != Indice);
-        layout->addWidget(m_tabSel[i]);
+        auto* row = new QHBoxLayout;
+        if (i == Indice)
+            row->addSpacing(Indent); // an option of the box above it
+        row->addWidget(m_tabSel[i]);
+        layout->addLayout(row);
     }
-    // An option of the box above it.
-    constexpr int Indent = 24;
-    layout->removeWidget(m_tabSel[Indice]);
-    auto* indented = new QHBoxLayout;
-    indented->addSpacing(Indent);
-    indented->addWidget(m_tabSel[Indice]);
-    layout->addLayout(indented);
     widgets::keepRoomWhenHidden(*m_tabSel[Indice]);
     connect(m_tabSel[Scale], &QCheckBox::toggled, m_tabSel[Indice], &QWidget::setVisible);
     return frame;

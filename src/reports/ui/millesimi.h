@@ -3,7 +3,6 @@
 
 #include "reports/ui/print_screen.h"
 
-class QGroupBox;
 class QRadioButton;
 
 namespace zelto::widgets {

@@ -25,7 +25,9 @@ Riparto::Riparto(const StampaContext& context, QWidget* parent)
     setContents(buildContents());
     setSezioni({.primaPagina = false, .relazione = false, .calcolo = true});
     fillLists();
-    TabSel_Click();
+    for (QRadioButton* option : m_tabSel)
+        connect(option, &QRadioButton::toggled, this, &Riparto::TabSel_Click);
+    m_tabSel[Generali]->setChecked(true);
     m_importo->setFocus();
 }
 
@@ -61,7 +63,6 @@ QWidget* Riparto::buildShares()
     addOption(*layout, Generali, QStringLiteral("Millesimi generali"));
     addOption(*layout, Specifica, QStringLiteral("Tabella specifica"));
     addOption(*layout, Scala, QStringLiteral("Millesimi scala"));
-    m_tabSel[Generali]->setChecked(true);
     m_tabella =
         addList(*layout, Specifica, QStringLiteral("Tabella"), QStringLiteral("Tabella specifica"));
     m_scala = addList(*layout, Scala, QStringLiteral("Scala"), QStringLiteral("Scala"));
@@ -77,7 +78,6 @@ void Riparto::addOption(QGridLayout& layout, Tab tab, const QString& caption)
     auto* option = new QRadioButton(caption);
     option->setObjectName(QStringLiteral("TabSel%1").arg(static_cast<int>(tab)));
     widgets::keepRoomWhenHidden(*option);
-    connect(option, &QRadioButton::toggled, this, &Riparto::TabSel_Click);
     layout.addWidget(option, tab, 0);
     m_tabSel[tab] = option;
 }
@@ -105,8 +105,6 @@ void Riparto::fillLists()
 
 void Riparto::TabSel_Click()
 {
-    if (m_scala == nullptr)
-        return;
     m_tabella->setVisible(m_tabSel[Specifica]->isChecked());
     m_scala->setVisible(m_tabSel[Scala]->isChecked());
     m_indice->setVisible(m_tabSel[Scala]->isChecked());
