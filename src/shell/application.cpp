@@ -20,9 +20,9 @@ namespace zelto::shell {
 
 Application::Application(const store::ApplicationFolder& folder, Dialogs& dialogs)
     : m_settings(folder.settingsPath()), m_master(folder.masterPath()), m_dialogs(dialogs),
-      m_window(m_recentJobs, dialogs), m_jobFiles(m_window, m_recentJobs, m_master),
-      m_outputFolder(folder.path()), m_engine(print::TempFolder(folder.path()), m_separators),
-      m_printers(dialogs)
+      m_window(m_recentJobs, dialogs), m_copies(folder.copiesFolder()),
+      m_jobFiles(m_window, m_recentJobs, m_master, m_copies), m_outputFolder(folder.path()),
+      m_engine(print::TempFolder(folder.path()), m_separators), m_printers(dialogs)
 {
     m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
     m_recentJobs.load(m_settings);
@@ -90,6 +90,8 @@ void Application::carryOut(int fileEntry)
         return m_jobFiles.CompattaArchivio();
     case FileEntry::Riparazione:
         return m_jobFiles.RiparaArchivio();
+    case FileEntry::RipristinaCopia:
+        return m_jobFiles.RipristinaCopia();
     case FileEntry::ImpostaStampante:
         return setUpPrinter();
     case FileEntry::Uscita:

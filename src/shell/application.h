@@ -4,6 +4,7 @@
 #include "print/print_engine.h"
 #include "print/ui/print_output.h"
 #include "shell/main_window.h"
+#include "store/job_copies.h"
 #include "store/job_files.h"
 #include "store/master_database.h"
 #include "store/recent_jobs.h"
@@ -77,6 +78,7 @@ private:
     store::MasterDatabase m_master;
     Dialogs& m_dialogs;
     MainWindow m_window;
+    store::JobCopies m_copies;
     store::JobFiles m_jobFiles;
     text::DecimalSeparators m_separators = text::DecimalSeparators::detect();
     QString m_outputFolder;

@@ -24,6 +24,7 @@ enum class FileEntry : int {
     PrimoRecente = 13,
     UltimoRecente = 16,
     Uscita = 18,
+    RipristinaCopia = 19, ///< stands behind Riparazione
 };
 
 /// The menu "&File", whose entries go by their index.
@@ -34,7 +35,7 @@ class FileMenu : public QMenu
 public:
     explicit FileMenu(QWidget* parent = nullptr);
 
-    /// The entry of an index from 3 to 18, separators included.
+    /// The entry of an index from 3 to 19, separators included.
     [[nodiscard]] QAction& VoceFile(int index) { return *m_entries.at(index); }
 
     /// Shows the recent jobs that there are.

@@ -105,6 +105,12 @@ QString MainWindow::ShowFileDialog(const store::FileDialogRequest& request)
     return m_dialogs.chooseFile(frontWindow(), request);
 }
 
+std::optional<store::JobCopy> MainWindow::chooseCopy(const store::JobCopies& copies,
+                                                     const QString& job)
+{
+    return m_dialogs.chooseCopy(frontWindow(), copies, job);
+}
+
 bool MainWindow::askYesNo(const QString& question)
 {
     return m_dialogs.askYesNo(frontWindow(), question);

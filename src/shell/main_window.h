@@ -46,6 +46,8 @@ public:
     void activateDocumentWindow(const QWidget& screen);
 
     QString ShowFileDialog(const store::FileDialogRequest& request) override;
+    std::optional<store::JobCopy> chooseCopy(const store::JobCopies& copies,
+                                             const QString& job) override;
     bool askYesNo(const QString& question) override;
     void BeginBusy() override;
     void EndBusy() override;

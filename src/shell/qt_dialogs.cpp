@@ -2,6 +2,7 @@
 #include "shell/qt_dialogs.h"
 
 #include "shell/about_text.h"
+#include "shell/copy_dialog.h"
 #include "shell/file_dialog.h"
 #include "shell/icons.h"
 
@@ -71,6 +72,13 @@ QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& r
     QString path = dialog->selectedFiles().constFirst();
     m_lastFolder = QFileInfo(path).absolutePath();
     return path;
+}
+
+std::optional<store::JobCopy> QtDialogs::chooseCopy(QWidget* parent, const store::JobCopies& copies,
+                                                    const QString& job)
+{
+    CopyDialog dialog(copies, job, parent);
+    return dialog.exec() == QDialog::Accepted ? dialog.chosen() : std::nullopt;
 }
 
 bool QtDialogs::askYesNo(QWidget* parent, const QString& question)

@@ -12,6 +12,8 @@ class QtDialogs : public Dialogs
 {
 public:
     QString chooseFile(QWidget* parent, const store::FileDialogRequest& request) override;
+    std::optional<store::JobCopy> chooseCopy(QWidget* parent, const store::JobCopies& copies,
+                                             const QString& job) override;
     bool askYesNo(QWidget* parent, const QString& question) override;
     void showMessage(QWidget* parent, const QString& text) override;
     void showError(QWidget* parent, const QString& text) override;

@@ -53,6 +53,11 @@ QString ApplicationFolder::settingsPath() const
     return m_path + u"/Zelto.ini"_s;
 }
 
+QString ApplicationFolder::copiesFolder() const
+{
+    return m_path + u"/copie"_s;
+}
+
 void ApplicationFolder::provideMaster() const
 {
     const QFileInfo own(masterPath());

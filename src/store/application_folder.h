@@ -19,6 +19,7 @@ public:
     [[nodiscard]] const QString& path() const { return m_path; }
     [[nodiscard]] QString masterPath() const;
     [[nodiscard]] QString settingsPath() const;
+    [[nodiscard]] QString copiesFolder() const;
 
     /// Puts the delivered master database there, at the first start and when a newer one was
     /// installed. Throws DatabaseError: FileNotFound when there is neither a delivered one nor one

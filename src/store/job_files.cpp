@@ -5,6 +5,7 @@
 #include "store/file_names.h"
 #include "store/file_operations.h"
 #include "store/format_check.h"
+#include "store/job_copies.h"
 #include "store/main_window_services.h"
 #include "store/master_database.h"
 #include "store/new_file.h"
@@ -67,10 +68,18 @@ QString repairMessage(const RepairResult& result)
                                          QString::number(result.leftOut), result.damagedOriginal);
 }
 
+/// A name that tells the restored job from the one of today.
+QString restoredName(const JobCopy& copy)
+{
+    return u"%1 %2"_s.arg(nameOf(withoutExtension(copy.job)),
+                          copy.changed.toString(u"yyyy-MM-dd HH-mm"_s));
+}
+
 } // namespace
 
-JobFiles::JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master)
-    : m_window(window), m_recent(recent), m_master(master), m_job(window, recent)
+JobFiles::JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master,
+                   const JobCopies& copies)
+    : m_window(window), m_recent(recent), m_master(master), m_copies(copies), m_job(window, recent)
 {}
 
 template <typename Operation>
@@ -157,6 +166,7 @@ void JobFiles::openVerified(QString path, Conversion conversion)
     if (path.isEmpty())
         return;
     m_job.open(path);
+    keepCopy();
     if (conversion == Conversion::No)
         return;
     try {
@@ -164,6 +174,17 @@ void JobFiles::openVerified(QString path, Conversion conversion)
     } catch (...) {
         m_job.close();
         throw;
+    }
+}
+
+/// Before anything of the job is converted. Without a copy one can work all the same.
+void JobFiles::keepCopy()
+{
+    try {
+        m_copies.keep(m_job.JobPath());
+    } catch (const std::exception& error) {
+        m_window.showMessage(u"Il lavoro è aperto, ma non è stato possibile conservarne una copia "
+                             "di sicurezza.\n\n%1"_s.arg(QString::fromUtf8(error.what())));
     }
 }
 
@@ -271,6 +292,40 @@ void JobFiles::RiparaArchivio()
         if (!result.damagedOriginal.isEmpty())
             m_window.showMessage(repairMessage(result));
     });
+}
+
+void JobFiles::RipristinaCopia()
+{
+    reportingErrors([&] {
+        if (m_copies.jobs().isEmpty()) {
+            m_window.showMessage(
+                u"Non c'è ancora nessuna copia di sicurezza. Zelto ne conserva una "
+                "ogni volta che si apre un lavoro cambiato."_s);
+            return;
+        }
+        const std::optional<JobCopy> copy = m_window.chooseCopy(m_copies, m_job.JobPath());
+        if (!copy)
+            return;
+        FileDialogRequest request =
+            jobDialog(u"Indicare il nome del lavoro ripristinato"_s, FileDialogRequest::AnyFile,
+                      Kind::Save, folderOf(copy->job));
+        request.defaultName = restoredName(*copy);
+        const QString chosen = m_window.ShowFileDialog(request);
+        if (!chosen.isEmpty())
+            restore(copy->path, duplicatePath(chosen));
+    });
+}
+
+void JobFiles::restore(const QString& copy, const QString& target)
+{
+    requireFreeName(target);
+    if (!documentsClosed())
+        return;
+    {
+        const StatusScope status(m_window, u"Ripristino copia su "_s + target);
+        copyDatabase(copy, target);
+    }
+    openVerified(target, Conversion::Yes);
 }
 
 } // namespace zelto::store

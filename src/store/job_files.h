@@ -7,19 +7,21 @@
 
 namespace zelto::store {
 
+class JobCopies;
 class MainWindowServices;
 class MasterDatabase;
 class RecentJobs;
 
 /// The operations of the File menu on job files, and the job that is open. NuovoLavoro,
-/// DuplicaLavoro, EliminaLavoro, CompattaArchivio and RiparaArchivio report their own failures; the
-/// others throw DatabaseError, with no job open any more. Cancelling a dialog changes nothing.
-/// Before the open job is replaced or deleted, the document windows are closed; when one of them
-/// refuses, the operation stops.
+/// DuplicaLavoro, EliminaLavoro, CompattaArchivio, RiparaArchivio and RipristinaCopia report their
+/// own failures; the others throw DatabaseError, with no job open any more. Cancelling a dialog
+/// changes nothing. Before the open job is replaced or deleted, the document windows are closed;
+/// when one of them refuses, the operation stops.
 class JobFiles
 {
 public:
-    JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master);
+    JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master,
+             const JobCopies& copies);
 
     [[nodiscard]] OpenJob& job() { return m_job; }
     [[nodiscard]] const QString& JobPath() const { return m_job.JobPath(); }
@@ -50,6 +52,9 @@ public:
     /// Repairs a database in its place.
     void RiparaArchivio();
 
+    /// Makes a new job of a copy that the user chooses, and opens it.
+    void RipristinaCopia();
+
     /// Closes the open job, if there is one.
     void chiudiLavoro() { m_job.close(); }
 
@@ -69,14 +74,17 @@ private:
 
     void createJob(const QString& path);
     void openVerified(QString path, Conversion conversion);
+    void keepCopy();
     void openListed(const QString& listed, Conversion conversion);
     [[nodiscard]] QString sourceOfDuplicate();
     void duplicate(const QString& source, const QString& target);
     void deleteJob(const QString& path);
+    void restore(const QString& copy, const QString& target);
 
     MainWindowServices& m_window;
     const RecentJobs& m_recent;
     MasterDatabase& m_master;
+    const JobCopies& m_copies;
     OpenJob m_job;
 };
 

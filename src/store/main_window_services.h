@@ -2,9 +2,12 @@
 // What the operations of the File menu need of the main window.
 #pragma once
 
+#include "store/job_copies.h"
 #include "store/user_interface.h"
 
 #include <QString>
+
+#include <optional>
 
 namespace zelto::store {
 
@@ -34,6 +37,10 @@ public:
     /// The chosen file, or the empty text when the user cancels. Of a file about to be written it
     /// does not ask whether to replace one: the operations refuse that themselves.
     virtual QString ShowFileDialog(const FileDialogRequest& request) = 0;
+
+    /// A copy to be restored, at first one of this job if it has any; nothing when the user
+    /// cancels.
+    virtual std::optional<JobCopy> chooseCopy(const JobCopies& copies, const QString& job) = 0;
 
     /// A question answered by Yes (true) or No.
     virtual bool askYesNo(const QString& question) = 0;

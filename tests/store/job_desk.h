@@ -44,10 +44,12 @@ public:
     }
 
     JobFolder folder;
+    JobFolder home; ///< of the user
     ScriptedUser user{QFileInfo(folder.file(QStringLiteral("x"))).path()};
     store::RecentJobs recent;
     store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
-    store::JobFiles jobs{user, recent, master};
+    store::JobCopies copies{home.file(QStringLiteral("copie"))};
+    store::JobFiles jobs{user, recent, master, copies};
 };
 
 } // namespace zelto::test

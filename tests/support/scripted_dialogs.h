@@ -16,6 +16,7 @@ class ScriptedDialogs : public shell::Dialogs
 public:
     QStringList files; ///< what the next file dialogs give
     bool answer = true;
+    bool restores = true;                  ///< whether the last copy is chosen, or none
     std::optional<print::PageRange> pages; ///< what the print options give; nothing cancels
 
     /// The lines since the last call.
@@ -25,6 +26,12 @@ public:
     {
         m_lines << QStringLiteral("file: ") + request.title;
         return files.isEmpty() ? QString() : files.takeFirst();
+    }
+    std::optional<store::JobCopy> chooseCopy(QWidget* /*parent*/, const store::JobCopies& copies,
+                                             const QString& job) override
+    {
+        m_lines << QStringLiteral("copies: %1").arg(copies.jobs().size());
+        return restores ? std::optional(copies.copiesOf(job).front()) : std::nullopt;
     }
     bool askYesNo(QWidget* /*parent*/, const QString& question) override
     {

@@ -20,6 +20,7 @@ public:
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
     bool saysYes = true;
+    std::size_t copy = 0; ///< which of the job's copies is chosen; none when there are not as many
     bool hasDocuments = false;
     bool documentsClose = true;
 
@@ -34,6 +35,14 @@ public:
                 .arg(request.title, QString::number(request.flags), request.filter,
                      request.initialFolder + request.defaultName));
         return files.isEmpty() ? QString() : files.takeFirst().replace(u'~', m_folder);
+    }
+    std::optional<store::JobCopy> chooseCopy(const store::JobCopies& copies,
+                                             const QString& job) override
+    {
+        say(u"copies", copies.jobs().join(u' '));
+        const std::vector<store::JobCopy> kept =
+            copies.copiesOf(job.isEmpty() ? copies.jobs().constFirst() : job);
+        return copy < kept.size() ? std::optional(kept[copy]) : std::nullopt;
     }
     bool askYesNo(const QString& question) override
     {

@@ -89,6 +89,11 @@ private slots:
         add("repair the open job",
             {FileEntry::Riparazione, {u"~/A.ZLT"_s}, repair, u"A.ZLT"_s, both});
         add("repair, cancelled", {FileEntry::Riparazione, {}, repair, u"A.ZLT"_s, both});
+        add("restore a copy", {FileEntry::RipristinaCopia,
+                               {u"~/c"_s},
+                               u"copies: 2\nfile: Indicare il nome del lavoro ripristinato"_s,
+                               u"C.ZLT"_s,
+                               u"A.ZLT B.ZLT C.ZLT"_s});
         add("recent", {FileEntry{14}, {}, {}, u"B.ZLT"_s, both});
     }
     void operations()

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/job_copies.h"
+
+#include "store/database.h"
+#include "store/file_names.h"
+#include "store/file_operations.h"
+#include "store/new_file.h"
+#include "store/schema.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <ranges>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView OriginName = u"ORIGINE.TXT";
+constexpr QStringView StateFormat = u"yyyy-MM-dd HH-mm-ss-zzz";
+constexpr int NumberDigits = 6;
+
+/// "000012 2026-11-22 18-30-11-456.ZLT": a running number, so that a clock that was put back does
+/// not turn the order round, and the moment of the job's last change, in UTC.
+QString copyName(int number, const QDateTime& changed)
+{
+    return u"%1 %2.ZLT"_s.arg(number, NumberDigits, 10, QChar(u'0'))
+        .arg(changed.toUTC().toString(StateFormat));
+}
+
+int numberOf(const QString& name)
+{
+    return name.left(NumberDigits).toInt();
+}
+
+QDateTime changeOf(const QString& name)
+{
+    QDateTime changed =
+        QDateTime::fromString(name.mid(NumberDigits + 1).chopped(4), StateFormat.toString());
+    changed.setTimeSpec(Qt::UTC);
+    return changed;
+}
+
+/// Names of the copies in a job's folder, the last state first.
+QStringList copyNames(const QString& folder)
+{
+    QStringList names = QDir(folder).entryList({u"*.ZLT"_s}, QDir::Files);
+    names.removeIf(
+        [](const QString& name) { return numberOf(name) <= 0 || !changeOf(name).isValid(); });
+    std::ranges::sort(names, std::ranges::greater(), numberOf);
+    return names;
+}
+
+QString originOf(const QString& folder)
+{
+    QFile origin(QDir(folder).filePath(OriginName.toString()));
+    return origin.open(QIODevice::ReadOnly) ? QString::fromUtf8(origin.readAll()) : QString();
+}
+
+/// Private, because of whose buildings they are.
+void makeFolder(const QString& folder, const QString& job)
+{
+    constexpr auto OwnerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    const QString parent = QFileInfo(folder).absolutePath();
+    QDir().mkpath(parent);
+    QFile::setPermissions(parent, OwnerOnly);
+    QDir().mkpath(folder);
+    if (originOf(folder) == job)
+        return;
+    QSaveFile origin(QDir(folder).filePath(OriginName.toString()));
+    if (!origin.open(QIODevice::WriteOnly) || origin.write(job.toUtf8()) < 0 || !origin.commit())
+        throw DatabaseError(
+            ErrorNumber::CannotOpen,
+            u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(folder, origin.errorString()));
+}
+
+bool sameRecord(const QueryRecordset& one, const QueryRecordset& other)
+{
+    for (int field = 0; field < one.fieldCount(); ++field)
+        if (one.isNull(field) != other.isNull(field) || one.utf8(field) != other.utf8(field))
+            return false;
+    return true;
+}
+
+bool sameTable(Database& one, Database& other, const QString& table)
+{
+    // In the order in which the records lie, which copying keeps.
+    const QString all = u"SELECT * FROM \"%1\""_s.arg(table);
+    QueryRecordset first = one.OpenRecordset(all);
+    QueryRecordset second = other.OpenRecordset(all);
+    if (first.fieldCount() != second.fieldCount())
+        return false;
+    for (; !first.EndOfFile() && !second.EndOfFile(); first.MoveNext(), second.MoveNext())
+        if (!sameRecord(first, second))
+            return false;
+    return first.EndOfFile() == second.EndOfFile();
+}
+
+void requireSameContent(const QString& job, const QString& copy)
+{
+    Database original = Database::open(job, OpenMode::ReadOnly);
+    Database copied = Database::open(copy, OpenMode::ReadOnly);
+    const QStringList tables = original.tableNames();
+    const bool same =
+        copied.tableNames() == tables && std::ranges::all_of(tables, [&](const QString& table) {
+            return sameTable(original, copied, table);
+        });
+    if (!same)
+        throw DatabaseError(ErrorNumber::Damaged,
+                            u"La copia «%1» non corrisponde al lavoro «%2»; forse un altro "
+                            "programma lo sta modificando."_s.arg(copy, job));
+}
+
+void copyVerified(const QString& job, const QString& copy)
+{
+    try {
+        copyDatabase(job, copy);
+    } catch (const DatabaseError& error) {
+        // Another window has just kept the same state.
+        if (error.number() == ErrorNumber::FileExists)
+            return;
+        throw;
+    }
+    try {
+        requireSameContent(job, copy);
+    } catch (...) {
+        QFile::remove(copy);
+        throw;
+    }
+}
+
+std::optional<int> unitsIn(const QString& copy)
+{
+    try {
+        return Database::open(copy, OpenMode::ReadOnly).openTable(TabellaUnita).RecordCount();
+    } catch (const DatabaseError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void JobCopies::keep(const QString& job) const
+{
+    const QString file = realPath(job);
+    const QString folder = folderOfJob(file);
+    const QStringList names = copyNames(folder);
+    const QDateTime changed = QFileInfo(file).lastModified();
+    if (!names.isEmpty() && changeOf(names.first()) == changed)
+        return;
+    makeFolder(folder, file);
+    const int number = names.isEmpty() ? 1 : numberOf(names.first()) + 1;
+    copyVerified(file, QDir(folder).filePath(copyName(number, changed)));
+    for (const QString& old : copyNames(folder).mid(MostOfAJob))
+        removeFile(QDir(folder).filePath(old));
+}
+
+QStringList JobCopies::jobs() const
+{
+    QStringList jobs;
+    for (const QString& name : QDir(m_folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString folder = QDir(m_folder).filePath(name);
+        const QString job = originOf(folder);
+        if (!job.isEmpty() && !copyNames(folder).isEmpty())
+            jobs << job;
+    }
+    jobs.sort(Qt::CaseInsensitive);
+    return jobs;
+}
+
+std::vector<JobCopy> JobCopies::copiesOf(const QString& job) const
+{
+    const QDir folder(folderOfJob(realPath(job)));
+    std::vector<JobCopy> copies;
+    for (const QString& name : copyNames(folder.path())) {
+        const QString path = folder.filePath(name);
+        copies.push_back({.job = job,
+                          .path = path,
+                          .changed = changeOf(name).toLocalTime(),
+                          .size = QFileInfo(path).size(),
+                          .units = unitsIn(path)});
+    }
+    return copies;
+}
+
+/// Readable for who looks into the folder, and different for jobs of one name in two folders.
+QString JobCopies::folderOfJob(const QString& job) const
+{
+    constexpr qsizetype LongestName = 60;
+    constexpr qsizetype HashDigits = 12;
+    const QByteArray hash = QCryptographicHash::hash(job.toUtf8(), QCryptographicHash::Sha256);
+    return QDir(m_folder).filePath(
+        u"%1-%2"_s.arg(QFileInfo(job).completeBaseName().left(LongestName),
+                       QString::fromLatin1(hash.toHex().left(HashDigits))));
+}
+
+} // namespace zelto::store
