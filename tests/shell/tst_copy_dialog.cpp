@@ -41,6 +41,7 @@ private slots:
         const JobCopies kept = copies();
         CopyDialog dialog(kept, b(), nullptr);
         dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QCOMPARE(zelto::test::namelessControls(dialog), QStringList());
         auto& jobs = *dialog.findChild<QComboBox*>();
         auto& table = *dialog.findChild<QTreeWidget*>();
