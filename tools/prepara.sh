@@ -1,6 +1,10 @@
 # Shared by ./run and ./test: makes sure that the Debian packages of the project are installed.
 # shellcheck shell=bash
 
+come_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
 # installa_pacchetti [LIST]: a list of packaging/, the main one without a name.
 installa_pacchetti() {
     local list missing=() package
@@ -12,10 +16,8 @@ installa_pacchetti() {
     [ ${#missing[@]} -eq 0 ] && return 0
 
     echo "Installing ${missing[*]}"
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-    "${as_root[@]}" apt-get update -qq
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    come_root apt-get update -qq
+    come_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
