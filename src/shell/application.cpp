@@ -8,12 +8,14 @@
 #include "reports/ui/riparto.h"
 #include "shell/dialogs.h"
 #include "shell/file_menu.h"
+#include "shell/guide_chapters.h"
 #include "shell/job_figures.h"
 #include "shell/program_launcher.h"
 #include "store/application_folder.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMdiSubWindow>
 
 namespace zelto::shell {
@@ -54,7 +56,40 @@ void Application::connectWindow()
             [this](const QString& key) { reportingErrors([this, &key] { showScreen(key); }); });
     connect(&m_window, &MainWindow::aboutRequested, this,
             [this] { m_dialogs.showAbout(&m_window); });
+    connect(&m_window, &MainWindow::guideRequested, this,
+            [this] { showGuide(QApplication::focusWidget()); });
+    QCoreApplication::instance()->installEventFilter(this);
     connect(&m_window, &MainWindow::closing, this, &Application::shutDown);
+}
+
+/// F1 in any window, modal ones and menus included.
+bool Application::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* const asking = qobject_cast<QWidget*>(watched);
+    if (asking == nullptr || event->type() != QEvent::KeyPress ||
+        static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
+        return QObject::eventFilter(watched, event);
+    while (QWidget* menu = QApplication::activePopupWidget())
+        menu->close();
+    showGuide(asking);
+    return true;
+}
+
+/// Belongs to the modal screen, if there is one, which would keep it from being used otherwise.
+void Application::showGuide(const QWidget* asking)
+{
+    if (m_guide && (asking == nullptr || asking->window() == m_guide))
+        return;
+    QWidget* modal = QApplication::activeModalWidget();
+    QWidget* parent = modal != nullptr ? modal : &m_window;
+    if (!m_guide || m_guide->parentWidget() != parent) {
+        delete m_guide;
+        m_guide = new GuideWindow(parent);
+    }
+    m_guide->show();
+    m_guide->showChapter(guideChapter(asking != nullptr ? asking : &m_window));
+    m_guide->raise();
+    m_guide->activateWindow();
 }
 
 void Application::show()

@@ -3,6 +3,7 @@
 
 #include "print/print_engine.h"
 #include "print/ui/print_output.h"
+#include "shell/guide_window.h"
 #include "shell/main_window.h"
 #include "store/job_copies.h"
 #include "store/job_files.h"
@@ -58,8 +59,12 @@ public:
     /// How numbers are written on this machine.
     [[nodiscard]] const text::DecimalSeparators& decimalSeparators() const { return m_separators; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void connectWindow();
+    void showGuide(const QWidget* asking);
     void carryOut(int fileEntry);
     void leggiRecent(int entry);
     void showScreen(const QString& key);
@@ -84,6 +89,7 @@ private:
     QString m_outputFolder;
     print::PrintEngine m_engine;
     print::PrinterDesk m_printers;
+    QPointer<GuideWindow> m_guide;
     QPointer<registro::Parametri> m_parametri; ///< while it is open; its window owns it
 };
 

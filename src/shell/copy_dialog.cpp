@@ -17,12 +17,10 @@ namespace zelto::shell {
 
 namespace {
 
-const QLocale Italian(QLocale::Italian, QLocale::Italy);
-
 QStringList cellsOf(const store::JobCopy& copy)
 {
     return {copy.changed.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")),
-            Italian.formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat),
+            QLocale().formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat),
             copy.units ? QString::number(*copy.units) : QStringLiteral("illeggibile")};
 }
 
@@ -65,8 +63,11 @@ void CopyDialog::addJobs(QVBoxLayout& layout, const QString& job)
 
 void CopyDialog::addTable(QVBoxLayout& layout)
 {
+    constexpr int ColumnWidth = 180;
     m_table->setHeaderLabels({QStringLiteral("Stato del lavoro al"), QStringLiteral("Dimensione"),
                               QStringLiteral("Unità")});
+    m_table->header()->setStretchLastSection(false);
+    m_table->header()->setDefaultSectionSize(ColumnWidth);
     m_table->setRootIsDecorated(false);
     m_table->setUniformRowHeights(true);
     m_table->setAllColumnsShowFocus(true);
@@ -106,8 +107,6 @@ void CopyDialog::showCopies()
         row->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
     }
     m_table->setCurrentItem(m_table->topLevelItem(0));
-    for (int column = 0; column < m_table->columnCount(); ++column)
-        m_table->resizeColumnToContents(column);
     m_restore->setEnabled(chosen().has_value());
 }
 

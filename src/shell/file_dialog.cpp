@@ -2,6 +2,7 @@
 #include "shell/file_dialog.h"
 
 #include <QDir>
+#include <QFileIconProvider>
 #include <QFileInfo>
 
 namespace zelto::shell {
@@ -9,6 +10,18 @@ namespace zelto::shell {
 using store::FileDialogRequest;
 
 namespace {
+
+/// Qt's translation leaves these words in English.
+class ItalianTypes : public QFileIconProvider
+{
+public:
+    [[nodiscard]] QString type(const QFileInfo& file) const override
+    {
+        if (file.isDir())
+            return QStringLiteral("Cartella");
+        return QStringLiteral("File %1").arg(file.suffix().toUpper()).trimmed();
+    }
+};
 
 /// The first folder that exists: a dialog would take another for a file's name.
 QString existing(const QStringList& folders)
@@ -41,6 +54,8 @@ std::unique_ptr<QFileDialog> makeFileDialog(QWidget* parent, const FileDialogReq
     const bool saves = request.kind == FileDialogRequest::Kind::Save && !mustExist;
     const QString folder = existing({request.initialFolder, fallbackFolder});
     auto dialog = std::make_unique<QFileDialog>(parent, request.title, folder);
+    static ItalianTypes types;
+    dialog->setIconProvider(&types);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog->setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);

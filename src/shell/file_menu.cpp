@@ -36,7 +36,7 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(QStringLiteral("&File"), parent)
     addEntry(FileEntry::Riparazione, QStringLiteral("Riparazione archivio"),
              QStringLiteral("Recupera quanto è ancora leggibile di un archivio danneggiato"),
              QStringLiteral("ripara"));
-    addEntry(FileEntry::RipristinaCopia, QStringLiteral("Ripristina copia ..."),
+    addEntry(FileEntry::RipristinaCopia, QStringLiteral("&Ripristina copia ..."),
              QStringLiteral("Fa un nuovo lavoro di una copia di sicurezza conservata da Zelto"),
              QStringLiteral("ripristina"));
     addDash(10);

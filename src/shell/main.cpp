@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QTextStream>
 #include <QTranslator>
 
@@ -52,6 +53,7 @@ int main(int argc, char* argv[])
     QApplication::setApplicationVersion(QStringLiteral(ZELTO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("zelto"));
     // Qt's own dialogs speak Italian like ours, if the translation is installed.
+    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     QTranslator italian;
     if (italian.load(QStringLiteral("qtbase_it"),
                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -58,6 +58,10 @@ MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
 void MainWindow::buildHelpMenu()
 {
     QMenu* help = menuBar()->addMenu(QStringLiteral("&?"));
+    // The key itself is Application's: it counts in every window.
+    QAction* guide =
+        help->addAction(QStringLiteral("&Guida\tF1"), this, &MainWindow::guideRequested);
+    guide->setStatusTip(QStringLiteral("La guida di Zelto, al capitolo della finestra in uso"));
     QAction* about =
         help->addAction(icon(QStringLiteral("zelto")), QStringLiteral("&Informazioni su Zelto"),
                         this, &MainWindow::aboutRequested);

@@ -64,6 +64,7 @@ signals:
     /// A job's file was dropped on the window.
     void jobDropped(const QString& path);
     void aboutRequested();
+    void guideRequested();
     /// The screen of a toolbar key was asked for.
     void screenRequested(const QString& key);
     /// The window is about to close for good.

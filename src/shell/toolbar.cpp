@@ -16,20 +16,24 @@ Toolbar::Toolbar(QWidget* parent) : QToolBar(QStringLiteral("Barra degli strumen
     toggleViewAction()->setVisible(false);
     addButton(QStringLiteral("DatiGenerali"), QStringLiteral("Dati generali"),
               QStringLiteral("Dati generali e relazione del lavoro"),
-              QStringLiteral("dati_generali"));
+              QStringLiteral("dati_generali"), QStringLiteral("Ctrl+1"));
     addButton(QStringLiteral("Variabili"), QStringLiteral("Variabili"),
-              QStringLiteral("Coefficienti del lavoro"), QStringLiteral("variabili"));
+              QStringLiteral("Coefficienti del lavoro"), QStringLiteral("variabili"),
+              QStringLiteral("Ctrl+2"));
     addButton(QStringLiteral("Parametri"), QStringLiteral("Parametri"),
-              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"));
+              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"),
+              QStringLiteral("Ctrl+3"));
 }
 
 void Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
-                        const QString& iconName)
+                        const QString& iconName, const QString& shortcut)
 {
     QAction* button = addAction(icon(iconName), caption);
     button->setObjectName(key);
-    button->setToolTip(hint);
-    button->setStatusTip(hint);
+    button->setShortcut(QKeySequence(shortcut));
+    const QString hintWithKeys = QStringLiteral("%1 (%2)").arg(hint, shortcut);
+    button->setToolTip(hintWithKeys);
+    button->setStatusTip(hintWithKeys);
     connect(button, &QAction::triggered, this, [this, key] { emit chosen(key); });
 }
 

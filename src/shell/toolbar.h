@@ -20,7 +20,7 @@ signals:
 
 private:
     void addButton(const QString& key, const QString& caption, const QString& hint,
-                   const QString& iconName);
+                   const QString& iconName, const QString& shortcut);
 };
 
 } // namespace zelto::shell

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/cell_picker.h"
 
+#include "widgets/grid.h"
+
 #include <QKeyEvent>
 #include <QScrollBar>
 
@@ -33,6 +35,40 @@ void CellPicker::open(const QStringList& entries, const QRect& place, const QStr
     raise();
     setFocus(Qt::PopupFocusReason);
     scrollToItem(currentItem());
+}
+
+void CellPicker::searchFor(int keyCode)
+{
+    if (keyCode <= Grid::DoubleClickCode)
+        return;
+    // As if nothing were current yet, so that the entry which is may be found again.
+    const int before = currentRow();
+    setCurrentRow(-1);
+    keyboardSearch(QChar(static_cast<char16_t>(keyCode)));
+    if (currentRow() < 0)
+        setCurrentRow(before);
+}
+
+void CellPicker::keyboardSearch(const QString& typed)
+{
+    const auto begins = [&](const QString& entry) {
+        return entry.sliced(entry.startsWith(u'[') ? 1 : 0).startsWith(typed, Qt::CaseInsensitive);
+    };
+    const auto hasValue = [&](const QString& entry) {
+        return entry.section(u' ', -1).startsWith(typed, Qt::CaseInsensitive);
+    };
+    const auto goTo = [this](auto matches) {
+        for (int step = 1; step <= count(); ++step) {
+            const int row = (currentRow() + step) % count();
+            if (matches(item(row)->text())) {
+                setCurrentRow(row);
+                return true;
+            }
+        }
+        return false;
+    };
+    if (!goTo(begins))
+        goTo(hasValue);
 }
 
 void CellPicker::placeOver(const QRect& place)

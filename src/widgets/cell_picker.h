@@ -6,7 +6,8 @@
 namespace zelto::widgets {
 
 /// A list laid over a cell or a field, from which one entry is chosen: by Enter or a click. Esc and
-/// the loss of the focus hide it without a choice; typing goes to the entry that begins so.
+/// the loss of the focus hide it without a choice. A typed character goes to the next entry that
+/// begins with it, or whose code in brackets does, or else to one whose value does.
 class CellPicker : public QListWidget
 {
     Q_OBJECT
@@ -21,6 +22,10 @@ public:
     /// wide at least; of what does not fit below, the list moves up. With Match::Beginning the
     /// first entry is current when none begins with the text.
     void open(const QStringList& entries, const QRect& place, const QString& text, Match match);
+
+    /// Goes to the character that the list was opened with; those of no character change nothing.
+    void searchFor(int keyCode);
+    void keyboardSearch(const QString& typed) override;
 
 signals:
     /// The list is hidden already.

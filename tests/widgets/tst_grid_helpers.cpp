@@ -79,6 +79,10 @@ private slots:
         QTest::addRow("a part is no match") << whole << u"1"_s << enter << QString();
         QTest::addRow("typed") << whole << QString() << QList{Qt::Key_1, Qt::Key_Return}
                                << u"1.2"_s;
+        QTest::addRow("typed code")
+            << beginning << u"[A]"_s << QList{Qt::Key_B, Qt::Key_Return} << u"[B] 0.9"_s;
+        QTest::addRow("typed value")
+            << whole << u"1.2"_s << QList{Qt::Key_0, Qt::Key_Return} << u"[B] 0.9"_s;
         QTest::addRow("left") << beginning << u"[B]"_s << QList{Qt::Key_Escape} << QString();
         QTest::addRow("focus gone") << beginning << u"[B]"_s << QList{Qt::Key_Tab} << QString();
     }

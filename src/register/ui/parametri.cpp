@@ -97,9 +97,13 @@ QAction* Parametri::addButton(const QString& key, const QString& iconName, const
 }
 
 void Parametri::addScreen(const QString& key, const QString& iconName, const QString& caption,
-                          const QString& hint, void (Parametri::*request)())
+                          const QString& hint, const QString& shortcut,
+                          void (Parametri::*request)())
 {
-    connect(addButton(key, iconName, caption, hint), &QAction::triggered, this, [this, request] {
+    QAction* button =
+        addButton(key, iconName, caption, QStringLiteral("%1 (%2)").arg(hint, shortcut));
+    button->setShortcut(QKeySequence(shortcut));
+    connect(button, &QAction::triggered, this, [this, request] {
         if (finishTyping())
             emit(this->*request)();
     });
@@ -114,9 +118,11 @@ void Parametri::buildToolbar()
                       QStringLiteral("Calcolatrice"), QStringLiteral("Calcolatrice")),
             &QAction::triggered, this, &Parametri::calculatorRequested);
     addScreen(QStringLiteral("Mill"), QStringLiteral("millesimi"), QStringLiteral("Millesimi"),
-              QStringLiteral("Calcolo millesimi"), &Parametri::millesimiRequested);
+              QStringLiteral("Calcolo millesimi"), QStringLiteral("Ctrl+M"),
+              &Parametri::millesimiRequested);
     addScreen(QStringLiteral("Rip"), QStringLiteral("riparto"), QStringLiteral("Riparto"),
-              QStringLiteral("Riparto importo"), &Parametri::ripartoRequested);
+              QStringLiteral("Riparto importo"), QStringLiteral("Ctrl+R"),
+              &Parametri::ripartoRequested);
     m_toolbar->addSeparator();
     m_undo = addButton(QStringLiteral("Annulla"), QStringLiteral("annulla"),
                        QStringLiteral("Annulla"), {});

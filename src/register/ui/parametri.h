@@ -73,7 +73,7 @@ private:
     // Building
     void buildToolbar();
     void addScreen(const QString& key, const QString& iconName, const QString& caption,
-                   const QString& hint, void (Parametri::*request)());
+                   const QString& hint, const QString& shortcut, void (Parametri::*request)());
     void buildPanels();
     void buildStatusBar();
     void connectUnits();

@@ -41,7 +41,7 @@ int RoomList::positionIn(int row) const
     return row < 0 || row >= m_grid->cells().rowCount() ? 0 : m_grid->cells().number(row).toInt();
 }
 
-void RoomList::openEntries(int row, int column)
+void RoomList::openEntries(int row, int column, int keyCode)
 {
     if (positionIn(row) == 0)
         return;
@@ -56,6 +56,7 @@ void RoomList::openEntries(int row, int column)
     const QRect inside = m_grid->visualRect(m_grid->cells().index(row, column));
     const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
     m_picker->open(entries, place, m_grid->cells().text(row, column), CellPicker::Match::Beginning);
+    m_picker->searchFor(keyCode);
 }
 
 void RoomList::choose(const QString& entry)

@@ -40,7 +40,7 @@ signals:
     void listEmpty(const QString& coefficient);
 
 private:
-    void openEntries(int row, int column);
+    void openEntries(int row, int column, int keyCode);
     void choose(const QString& entry);
 
     widgets::Grid* m_grid;

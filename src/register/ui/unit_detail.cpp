@@ -44,6 +44,7 @@ bool opensList(const QKeyEvent& key)
 
 UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPicker(this))
 {
+    setObjectName(QStringLiteral("SchedaDettaglio"));
     m_combo1->setObjectName(QStringLiteral("Combo1"));
     m_combo1->setAccessibleName(QStringLiteral("Codici scala"));
     auto* form = new QFormLayout(this);

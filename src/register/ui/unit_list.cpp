@@ -119,17 +119,17 @@ int UnitList::unitIn(int row) const
     return row < 0 || row >= m_grid->cells().rowCount() ? 0 : m_grid->cells().number(row).toInt();
 }
 
-void UnitList::openCell(int row, int column)
+void UnitList::openCell(int row, int column, int keyCode)
 {
     if (unitIn(row) == 0)
         return;
     if (column == ColumnScala)
-        openScale(row);
+        openScale(row, keyCode);
     else
         emit flagToggled(row, column - ColumnFirstTable + 1);
 }
 
-void UnitList::openScale(int row)
+void UnitList::openScale(int row, int keyCode)
 {
     m_pickedRow = row;
     const QModelIndex cell = m_grid->cells().index(row, ColumnScala);
@@ -137,6 +137,7 @@ void UnitList::openScale(int row)
     const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
     m_picker->open(QStringList(Blank) + m_scale, place, m_grid->cells().text(row, ColumnScala),
                    CellPicker::Match::Whole);
+    m_picker->searchFor(keyCode);
 }
 
 } // namespace zelto::registro

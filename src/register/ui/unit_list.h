@@ -52,8 +52,8 @@ signals:
 
 private:
     QComboBox* addFilter(const QString& name);
-    void openCell(int row, int column);
-    void openScale(int row);
+    void openCell(int row, int column, int keyCode);
+    void openScale(int row, int keyCode);
 
     QComboBox* m_livello;
     QComboBox* m_scala;

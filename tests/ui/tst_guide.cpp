@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// F1, and the window that it opens.
+#include "shell/guide_chapters.h"
+#include "shell/guide_window.h"
+#include "support/accessible_names.h"
+#include "support/print_office.h"
+#include "ui/window_fixture.h"
+
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+using zelto::shell::GuideWindow;
+using zelto::test::Installation;
+using zelto::test::Session;
+
+namespace {
+
+/// What the guide shows after F1 in the widget; nothing when none has opened.
+QString chapterAfterF1(QWidget* widget)
+{
+    QTest::keyClick(widget, Qt::Key_F1);
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* guide = qobject_cast<GuideWindow*>(window);
+            guide != nullptr && guide->isVisible()) {
+            const QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
+            guide->close();
+            return chapter;
+        }
+    return {};
+}
+
+} // namespace
+
+class TestGuide : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyChapterExists()
+    {
+        QWidget parent;
+        const GuideWindow guide(&parent);
+        const QStringList headings = guide.headings();
+        QVERIFY(headings.size() > 20);
+        for (const auto& [name, chapter] : zelto::shell::guideChapters())
+            QVERIFY2(headings.contains(chapter), qPrintable(chapter));
+    }
+
+    void documentWindow()
+    {
+        const Installation installation;
+        Session session(installation);
+        session.application().open(installation.newJob(u"A.ZLT"_s));
+        QCOMPARE(chapterAfterF1(&session.window()), u"La finestra principale"_s);
+        session.toolbarButton(u"Parametri"_s)->click();
+        auto* tabs = session.window().findChild<QTabWidget*>(u"tbsOptions"_s);
+        const QStringList chapters{u"La scheda Elenco"_s, u"La scheda Dettaglio"_s,
+                                   u"La scheda Vani"_s};
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            tabs->setCurrentIndex(tab);
+            QWidget* inside = tab == 1 ? tabs->currentWidget()->findChild<QWidget*>(u"Dati1"_s)
+                                       : tabs->currentWidget()->findChild<QAbstractItemView*>();
+            QCOMPARE(chapterAfterF1(inside), chapters[tab]);
+        }
+        QCOMPARE(chapterAfterF1(session.window().findChild<QTreeWidget*>(u"Navig"_s)),
+                 u"Parametri"_s);
+    }
+
+    void modalScreens_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("chapter");
+        QTest::newRow("coefficients") << u"Variabili"_s << u"Variabili"_s;
+        QTest::newRow("general data") << u"DatiGenerali"_s << u"Dati generali"_s;
+    }
+    /// The guide can be used although the screen is modal.
+    void modalScreens()
+    {
+        QFETCH(QString, key);
+        const Installation installation;
+        Session session(installation);
+        session.application().open(installation.newJob(u"A.ZLT"_s));
+        QString chapter;
+        bool usable = false;
+        const auto open = [&] { session.toolbarButton(key)->click(); };
+        zelto::test::inModal<QDialog>(open, [&](QDialog& screen) {
+            QTest::keyClick(&screen, Qt::Key_F1);
+            auto* guide = screen.findChild<GuideWindow*>();
+            chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
+            usable = QApplication::activeModalWidget() == &screen && guide->isVisible() &&
+                     guide->parentWidget() == &screen;
+        });
+        QTEST(chapter, "chapter");
+        QVERIFY(usable);
+    }
+
+    void menu()
+    {
+        const Installation installation;
+        Session session(installation);
+        QMenu& menu = session.window().menuFile();
+        menu.popup({});
+        QCOMPARE(chapterAfterF1(&menu), u"Il menu File"_s);
+        QVERIFY(!menu.isVisible());
+    }
+
+    void reading()
+    {
+        QWidget parent;
+        GuideWindow guide(&parent);
+        guide.show();
+        QVERIFY(QTest::qWaitForWindowActive(&guide));
+        QCOMPARE(zelto::test::namelessControls(guide), QStringList());
+        guide.showChapter(u"Variabili"_s);
+        QCOMPARE(guide.chapter(), u"Variabili"_s);
+        auto* text = guide.findChild<QTextBrowser*>();
+        emit text->anchorClicked(QUrl(u"#i-coefficienti-in-pratica"_s));
+        QCOMPARE(guide.chapter(), u"I coefficienti in pratica"_s);
+        guide.showChapter(u"nessun capitolo"_s);
+        QCOMPARE(guide.chapter(), u"Guida di Zelto"_s);
+
+        QTest::keyClick(&guide, Qt::Key_F, Qt::ControlModifier);
+        auto* search = guide.findChild<QLineEdit*>(u"Cerca"_s);
+        QVERIFY(search->hasFocus());
+        QTest::keyClicks(search, u"quadratura"_s);
+        QTest::keyClick(search, Qt::Key_Return);
+        QCOMPARE(text->textCursor().selectedText().toLower(), u"quadratura"_s);
+        const int first = text->textCursor().position();
+        QTest::keyClick(search, Qt::Key_Return);
+        QVERIFY(text->textCursor().position() > first);
+        QTest::keyClick(search, Qt::Key_Escape);
+        QVERIFY(!guide.isVisible());
+    }
+};
+
+QTEST_MAIN(TestGuide)
+#include "tst_guide.moc"
