@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // zelto_register_bench: the parameters screen over the large job. Opening it against a bare tree
 // and two bare tables of the same texts, storing a cell against a bare update of the engine,
-// showing another unit against its queries alone.
+// showing another unit against its queries alone, keeping a copy of the job against copying its
+// bytes.
 #include "bench/large_job.h"
 #include "register/ui/navig.h"
 #include "register/ui/parametri.h"
 #include "register/ui/unit_list.h"
 #include "shell/job_figures.h"
+#include "store/job_copies.h"
 #include "store/schema.h"
 #include "store/settings.h"
 #include "support/scripted_user.h"
@@ -23,6 +25,7 @@
 #include <array>
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 namespace {
 
@@ -166,6 +169,37 @@ void readUnits(benchmark::State& state, Desk& desk)
     }
 }
 
+/// As when a job is opened that has changed.
+void keepCopy(benchmark::State& state, Desk& desk)
+{
+    const QTemporaryDir folder;
+    const store::JobCopies copies(folder.path());
+    QDateTime changed = QDateTime::currentDateTime();
+    for (auto _ : state) {
+        changed = changed.addSecs(1);
+        QFile job(desk.path());
+        if (!job.open(QIODevice::ReadWrite) ||
+            !job.setFileTime(changed, QFileDevice::FileModificationTime))
+            state.SkipWithError("the job's time cannot be set");
+        copies.keep(desk.path());
+    }
+}
+
+/// The bytes, as durable.
+void copyBare(benchmark::State& state, Desk& desk)
+{
+    const QTemporaryDir folder;
+    int round = 0;
+    for (auto _ : state) {
+        const QString target = folder.filePath(QString::number(++round));
+        QFile copy(target);
+        if (!QFile::copy(desk.path(), target) || !copy.open(QIODevice::ReadWrite) ||
+            fsync(copy.handle()) != 0)
+            state.SkipWithError("the job cannot be copied");
+        copy.remove();
+    }
+}
+
 void add(const char* name, Desk& desk, void (*run)(benchmark::State&, Desk&))
 {
     benchmark::RegisterBenchmark(name, [run, &desk](benchmark::State& state) { run(state, desk); })
@@ -185,6 +219,8 @@ int main(int argc, char* argv[])
     add("cella/base", desk, updateBare);
     add("unita/zelto", desk, showUnits);
     add("unita/base", desk, readUnits);
+    add("copia/zelto", desk, keepCopy);
+    add("copia/base", desk, copyBare);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
