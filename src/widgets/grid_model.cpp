@@ -137,6 +137,16 @@ int GridModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
+/// A cell without a text would not be heard of at all.
+QString GridModel::spokenText(int row, int column) const
+{
+    const QString& content = text(row, column);
+    return QStringLiteral("%1, %2 %3")
+        .arg(content.trimmed().isEmpty() ? QStringLiteral("vuoto") : content,
+             this->column(column).header, number(row))
+        .trimmed();
+}
+
 QVariant GridModel::data(const QModelIndex& index, int role) const
 {
     switch (role) {
@@ -145,6 +155,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
         return text(index.row(), index.column());
     case Qt::TextAlignmentRole:
         return QVariant(column(index.column()).alignment);
+    case Qt::AccessibleTextRole:
+        return spokenText(index.row(), index.column());
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
     case MarkRole:

@@ -93,6 +93,7 @@ private:
     };
 
     [[nodiscard]] Row rowOf(const GridRow& content) const;
+    [[nodiscard]] QString spokenText(int row, int column) const;
     [[nodiscard]] const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     [[nodiscard]] Row& row(int row) { return m_rows[static_cast<std::size_t>(row)]; }
 

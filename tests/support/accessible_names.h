@@ -7,6 +7,18 @@
 
 namespace zelto::test {
 
+/// Cells of a table, list or tree that would be passed over in silence.
+inline QStringList namelessCells(QAccessibleTableInterface& table)
+{
+    QStringList found;
+    for (int row = 0; row < table.rowCount(); ++row)
+        for (int column = 0; column < table.columnCount(); ++column)
+            if (QAccessibleInterface* cell = table.cellAt(row, column);
+                cell == nullptr || cell->text(QAccessible::Name).isEmpty())
+                found << QStringLiteral("cell %1, %2").arg(row).arg(column);
+    return found;
+}
+
 inline QStringList namelessBelow(QAccessibleInterface* object)
 {
     QStringList found;
@@ -14,14 +26,16 @@ inline QStringList namelessBelow(QAccessibleInterface* object)
     if (state.focusable && !state.invisible && object->text(QAccessible::Name).isEmpty())
         found << QString::fromLatin1(object->object()->metaObject()->className()) + u' ' +
                      object->object()->objectName();
-    const bool hasCells =
-        object->role() == QAccessible::Table || object->role() == QAccessible::Tree;
-    for (int child = 0; child < object->childCount() && !hasCells; ++child)
+    QAccessibleTableInterface* table = object->tableInterface();
+    if (table != nullptr)
+        return found + namelessCells(*table);
+    for (int child = 0; child < object->childCount(); ++child)
         found += namelessBelow(object->child(child));
     return found;
 }
 
-/// The visible controls of a window that assistive technology cannot name.
+/// The visible controls of a window, and cells of its tables, that assistive technology cannot
+/// name.
 inline QStringList namelessControls(QWidget& window)
 {
     QAccessible::setActive(true);
