@@ -19,7 +19,8 @@ def measured(build):
     command = ["gcovr", "--root", root / "src", "--json", "--exclude-throw-branches",
                "--gcov-ignore-parse-errors", "-j2", build]
     report = json.loads(subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout)
-    return {entry["file"]: {line["line_number"]: line["count"] for line in entry["lines"]}
+    return {entry["file"]: {line["line_number"]: line["count"] for line in entry["lines"]
+                            if not line["gcovr/noncode"]}
             for entry in report["files"]}
 
 
