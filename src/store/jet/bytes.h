@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <stdexcept>
+
+namespace zelto::store::jet {
+
+/// What a damaged file says cannot be so.
+class BadBytes : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Bytes of the file. Every read of a number or a part goes through part(), which refuses what does
+/// not lie within.
+class ByteView
+{
+public:
+    ByteView() = default;
+    explicit ByteView(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
+
+    [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
+    [[nodiscard]] const std::uint8_t* data() const { return m_bytes.data(); }
+
+    /// Throws BadBytes.
+    [[nodiscard]] ByteView part(std::size_t offset, std::size_t length) const
+    {
+        if (offset > m_bytes.size() || length > m_bytes.size() - offset)
+            throw BadBytes("bytes beyond the end");
+        return ByteView(m_bytes.subspan(offset, length));
+    }
+    [[nodiscard]] ByteView from(std::size_t offset) const
+    {
+        return part(offset, m_bytes.size() - std::min(offset, m_bytes.size()));
+    }
+
+    /// Little-endian; throws BadBytes.
+    template <typename Number>
+    [[nodiscard]] Number number(std::size_t offset) const
+    {
+        static_assert(std::endian::native == std::endian::little);
+        Number value = {};
+        std::memcpy(&value, part(offset, sizeof value).data(), sizeof value);
+        return value;
+    }
+    [[nodiscard]] unsigned byte(std::size_t offset) const { return number<std::uint8_t>(offset); }
+    [[nodiscard]] unsigned word(std::size_t offset) const { return number<std::uint16_t>(offset); }
+    [[nodiscard]] std::uint32_t dword(std::size_t offset) const
+    {
+        return number<std::uint32_t>(offset);
+    }
+
+private:
+    std::span<const std::uint8_t> m_bytes;
+};
+
+} // namespace zelto::store::jet
