@@ -48,6 +48,11 @@ int Database::Execute(const QString& sql, std::span<const Value> parameters)
     });
 }
 
+std::unique_ptr<TableWriter> Database::writer(const TableDef& table)
+{
+    return std::make_unique<TableWriter>(m_connection, table);
+}
+
 TableRecordset Database::openTable(QStringView name)
 {
     return {m_connection, name};

@@ -7,6 +7,7 @@
 #include "store/recordset.h"
 #include "store/table_def.h"
 #include "store/table_recordset.h"
+#include "store/table_writer.h"
 #include "store/value.h"
 
 #include <QString>
@@ -53,6 +54,9 @@ public:
     /// One statement without result; ":1", ":2" … stand for the parameters. Returns the number of
     /// records changed.
     int Execute(const QString& sql, std::span<const Value> parameters = {});
+
+    /// Adds records to a table of this definition.
+    [[nodiscard]] std::unique_ptr<TableWriter> writer(const TableDef& table);
 
     /// A table's records, on the first one; TableNotFound when there is no such table.
     [[nodiscard]] TableRecordset openTable(QStringView name);

@@ -43,7 +43,7 @@ void VerificaFormato(QString& path, UserInterface& user)
     Database database = Database::open(path, OpenMode::ReadOnly);
     if (isOfThisFormat(database))
         return;
-    user.showMessage(u"Formato non compatibile, eseguire la conversione dell'archivio"_s);
+    user.showMessage(IncompatibleFormat.toString());
     path.clear();
 }
 

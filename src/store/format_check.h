@@ -8,6 +8,10 @@ namespace zelto::store {
 class Database;
 class UserInterface;
 
+/// What the user reads of a file of another format.
+inline constexpr QStringView IncompatibleFormat =
+    u"Formato non compatibile, eseguire la conversione dell'archivio";
+
 /// Whether the marker names the current format. Throws DatabaseError when its record is missing or
 /// empty.
 [[nodiscard]] bool isOfThisFormat(Database& database);
