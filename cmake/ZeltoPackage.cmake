@@ -1,7 +1,7 @@
 # What is installed where, and the Debian package made of it.
 include(GNUInstallDirs)
 
-install(TARGETS zelto zelto-stampa RUNTIME)
+install(TARGETS zelto zelto-stampa zelto-converti RUNTIME)
 install(FILES "${ZELTO_MASTER}" "${ZELTO_EXAMPLE_JOB}" DESTINATION "${CMAKE_INSTALL_DATADIR}/zelto")
 install(FILES packaging/desktop/zelto.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES packaging/desktop/org.zelto.Zelto.metainfo.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
@@ -28,7 +28,7 @@ foreach(size 16 22 24 32 48 64 128 256 512)
 endforeach()
 
 # Texts that Debian wants compressed. The manual pages are Italian, also for those who ask for no language.
-foreach(text docs/man/zelto.1 docs/man/zelto-stampa.1 packaging/debian/changelog)
+foreach(text docs/man/zelto.1 docs/man/zelto-stampa.1 docs/man/zelto-converti.1 packaging/debian/changelog)
     get_filename_component(name "${text}" NAME)
     set(compressed "${CMAKE_BINARY_DIR}/package/${name}.gz")
     add_custom_command(

@@ -9,6 +9,8 @@
 #include "reports/table_export.h"
 #include "store/database.h"
 #include "store/format_check.h"
+#include "store/jet/conversion.h"
+#include "store/jet/page_file.h"
 #include "store/schema_check.h"
 
 #include <QDir>
@@ -61,6 +63,15 @@ bool JobPrinter::print(const QString& lavoro)
 
 std::optional<calc::ModelloLavoro> JobPrinter::load(QString path)
 {
+    const QTemporaryDir folder(pageFolderTemplate());
+    if (store::jet::isJetFile(path)) {
+        const QString converted = folder.filePath(QStringLiteral("convertito.ZLT"));
+        const auto report =
+            store::jet::convertJob(path, converted, [](store::Database& /*job*/) {});
+        for (const QString& remark : report.remarks)
+            m_user.showMessage(remark);
+        path = converted;
+    }
     store::VerificaFormato(path, m_user);
     if (path.isEmpty())
         return std::nullopt;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/application.h"
 
+#include "calc/job_loader.h"
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
 #include "register/ui/parametri.h"
@@ -23,8 +24,10 @@ namespace zelto::shell {
 Application::Application(const store::ApplicationFolder& folder, Dialogs& dialogs)
     : m_settings(folder.settingsPath()), m_master(folder.masterPath()), m_dialogs(dialogs),
       m_window(m_recentJobs, dialogs), m_copies(folder.copiesFolder()),
-      m_jobFiles(m_window, m_recentJobs, m_master, m_copies), m_outputFolder(folder.path()),
-      m_engine(print::TempFolder(folder.path()), m_separators), m_printers(dialogs)
+      m_jobFiles(m_window, m_recentJobs, m_master, m_copies,
+                 [](store::Database& lavoro) { (void)calc::CaricaLavoro(lavoro); }),
+      m_outputFolder(folder.path()), m_engine(print::TempFolder(folder.path()), m_separators),
+      m_printers(dialogs)
 {
     m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
     m_recentJobs.load(m_settings);

@@ -21,6 +21,7 @@ public:
     virtual QString chooseFile(QWidget* parent, const store::FileDialogRequest& request) = 0;
     virtual std::optional<store::JobCopy>
     chooseCopy(QWidget* parent, const store::JobCopies& copies, const QString& job) = 0;
+    virtual bool offerConversion(QWidget* parent, const QString& text) = 0;
     virtual bool askYesNo(QWidget* parent, const QString& question) = 0;
     virtual void showMessage(QWidget* parent, const QString& text) = 0;
     virtual void showError(QWidget* parent, const QString& text) = 0;

@@ -115,6 +115,11 @@ std::optional<store::JobCopy> MainWindow::chooseCopy(const store::JobCopies& cop
     return m_dialogs.chooseCopy(frontWindow(), copies, job);
 }
 
+bool MainWindow::offerConversion(const QString& text)
+{
+    return m_dialogs.offerConversion(frontWindow(), text);
+}
+
 bool MainWindow::askYesNo(const QString& question)
 {
     return m_dialogs.askYesNo(frontWindow(), question);

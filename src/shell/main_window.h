@@ -48,6 +48,7 @@ public:
     QString ShowFileDialog(const store::FileDialogRequest& request) override;
     std::optional<store::JobCopy> chooseCopy(const store::JobCopies& copies,
                                              const QString& job) override;
+    bool offerConversion(const QString& text) override;
     bool askYesNo(const QString& question) override;
     void BeginBusy() override;
     void EndBusy() override;

@@ -81,6 +81,18 @@ std::optional<store::JobCopy> QtDialogs::chooseCopy(QWidget* parent, const store
     return dialog.exec() == QDialog::Accepted ? dialog.chosen() : std::nullopt;
 }
 
+bool QtDialogs::offerConversion(QWidget* parent, const QString& text)
+{
+    QMessageBox box(QMessageBox::Information, QStringLiteral("Zelto"), text, QMessageBox::Ok,
+                    parent);
+    box.setTextFormat(Qt::PlainText);
+    const QPushButton* convert =
+        box.addButton(QStringLiteral("&Converti ..."), QMessageBox::ActionRole);
+    box.setEscapeButton(QMessageBox::Ok);
+    box.exec();
+    return box.clickedButton() == convert;
+}
+
 bool QtDialogs::askYesNo(QWidget* parent, const QString& question)
 {
     return ask(parent, QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No) ==

@@ -14,6 +14,7 @@ public:
     QString chooseFile(QWidget* parent, const store::FileDialogRequest& request) override;
     std::optional<store::JobCopy> chooseCopy(QWidget* parent, const store::JobCopies& copies,
                                              const QString& job) override;
+    bool offerConversion(QWidget* parent, const QString& text) override;
     bool askYesNo(QWidget* parent, const QString& question) override;
     void showMessage(QWidget* parent, const QString& text) override;
     void showError(QWidget* parent, const QString& text) override;

@@ -5,6 +5,8 @@
 #include "store/file_names.h"
 #include "store/file_operations.h"
 #include "store/format_check.h"
+#include "store/jet/conversion.h"
+#include "store/jet/page_file.h"
 #include "store/job_copies.h"
 #include "store/main_window_services.h"
 #include "store/master_database.h"
@@ -78,8 +80,9 @@ QString restoredName(const JobCopy& copy)
 } // namespace
 
 JobFiles::JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master,
-                   const JobCopies& copies)
-    : m_window(window), m_recent(recent), m_master(master), m_copies(copies), m_job(window, recent)
+                   const JobCopies& copies, JobCheck check)
+    : m_window(window), m_recent(recent), m_master(master), m_copies(copies),
+      m_check(std::move(check)), m_job(window, recent)
 {}
 
 template <typename Operation>
@@ -162,7 +165,10 @@ void JobFiles::openListed(const QString& listed, Conversion conversion)
 void JobFiles::openVerified(QString path, Conversion conversion)
 {
     m_job.close();
-    VerificaFormato(path, m_window);
+    if (jet::isJetFile(path))
+        path = converted(path);
+    else
+        VerificaFormato(path, m_window);
     if (path.isEmpty())
         return;
     m_job.open(path);
@@ -175,6 +181,33 @@ void JobFiles::openVerified(QString path, Conversion conversion)
         m_job.close();
         throw;
     }
+}
+
+QString JobFiles::converted(const QString& original)
+{
+    if (!m_window.offerConversion(IncompatibleFormat.toString()))
+        return {};
+    if (jet::mayBeInUse(original) &&
+        !m_window.askYesNo(u"Accanto al lavoro c'è il suo file «.ldb»: forse è aperto in Zelto per "
+                           "Windows, e le ultime modifiche potrebbero mancare. Convertirlo "
+                           "ugualmente?"_s))
+        return {};
+    FileDialogRequest request =
+        jobDialog(u"Indicare il nome del lavoro convertito"_s, FileDialogRequest::AnyFile,
+                  Kind::Save, folderOf(original));
+    request.defaultName = nameOf(jet::convertedPath(original));
+    QString target = m_window.ShowFileDialog(request);
+    if (target.isEmpty())
+        return {};
+    if (!target.endsWith(JobExtension, Qt::CaseInsensitive))
+        target += JobExtension;
+    jet::ConversionReport report;
+    {
+        const StatusScope status(m_window, u"Conversione "_s + original + u" su "_s + target);
+        report = jet::convertJob(original, target, m_check);
+    }
+    m_window.showMessage(report.text());
+    return target;
 }
 
 /// Before anything of the job is converted. Without a copy one can work all the same.

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace zelto::store {
 
 class JobCopies;
@@ -20,8 +22,11 @@ class RecentJobs;
 class JobFiles
 {
 public:
+    /// Throws when a job that was converted cannot be calculated.
+    using JobCheck = std::function<void(Database&)>;
+
     JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master,
-             const JobCopies& copies);
+             const JobCopies& copies, JobCheck check);
 
     [[nodiscard]] OpenJob& job() { return m_job; }
     [[nodiscard]] const QString& JobPath() const { return m_job.JobPath(); }
@@ -74,6 +79,8 @@ private:
 
     void createJob(const QString& path);
     void openVerified(QString path, Conversion conversion);
+    /// The path of the new job; empty when the user does not want one.
+    [[nodiscard]] QString converted(const QString& original);
     void keepCopy();
     void openListed(const QString& listed, Conversion conversion);
     [[nodiscard]] QString sourceOfDuplicate();
@@ -85,6 +92,7 @@ private:
     const RecentJobs& m_recent;
     MasterDatabase& m_master;
     const JobCopies& m_copies;
+    JobCheck m_check;
     OpenJob m_job;
 };
 

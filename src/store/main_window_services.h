@@ -42,6 +42,9 @@ public:
     /// cancels.
     virtual std::optional<JobCopy> chooseCopy(const JobCopies& copies, const QString& job) = 0;
 
+    /// The message with "Converti ..." beside OK; whether that was chosen.
+    virtual bool offerConversion(const QString& text) = 0;
+
     /// A question answered by Yes (true) or No.
     virtual bool askYesNo(const QString& question) = 0;
 

@@ -19,10 +19,10 @@ struct Result
     QString errors;
 };
 
-Result run(const QStringList& arguments)
+Result run(const QStringList& arguments, const QString& program = QStringLiteral(PROGRAM))
 {
     QProcess process;
-    process.start(QStringLiteral(PROGRAM), arguments);
+    process.start(program, arguments);
     if (!process.waitForFinished(120'000))
         qFatal("the program does not end");
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
@@ -59,6 +59,35 @@ private slots:
         QVERIFY(!bytesOf(folder.file(u"out/consistenza.out"_s)).isEmpty());
         QVERIFY(!bytesOf(folder.file(u"out/scale.out"_s)).isEmpty());
         QCOMPARE(bytesOf(example), before);
+    }
+
+    /// Printed from the original, and from what the converter makes of it.
+    void windowsEdition()
+    {
+        const JobFolder folder;
+        const QString old = folder.file(u"VECCHIO.ZLT"_s);
+        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet4.zlt"), old));
+        const Result printed = run({old, u"--mostra"_s, u"-u"_s, folder.file(u"a"_s)});
+        QCOMPARE(printed.status, 0);
+        QVERIFY2(printed.errors.isEmpty(), qPrintable(printed.errors));
+        QVERIFY(printed.out.contains(u"int. 24 à"));
+
+        const QString converter = QStringLiteral(CONVERTER);
+        const QString out = folder.file(u"nuovi"_s);
+        const Result converted = run({u"-o"_s, out, old, example}, converter);
+        QCOMPARE(converted.status, 2);
+        QStringList lines = converted.out.split(u'\n');
+        QCOMPARE(lines.size(), 3);
+        QVERIFY2(lines[0].contains(u"Unità convertite: "), qPrintable(lines[0]));
+        QVERIFY2(lines[1].startsWith(example + u": non convertito"_s), qPrintable(lines[1]));
+        const QString job = out + u"/VECCHIO convertito.ZLT"_s;
+        QCOMPARE(run({job, u"--mostra"_s, u"-u"_s, folder.file(u"b"_s)}).out, printed.out);
+
+        QCOMPARE(run({old}, converter).status, 0);
+        QCOMPARE(run({old}, converter).status, 2);
+        QCOMPARE(run({}, converter).status, 1);
+        QCOMPARE(run({u"-x"_s, old}, converter).status, 1);
+        QVERIFY(run({u"--help"_s}, converter).out.startsWith(u"Uso: zelto-converti"));
     }
 
     void writesOnlyWhatIsAskedFor()

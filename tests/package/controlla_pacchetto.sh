@@ -21,6 +21,7 @@ while read -r path; do
 done <<'PATHS'
 usr/bin/zelto
 usr/bin/zelto-stampa
+usr/bin/zelto-converti
 usr/share/zelto/Zelto.mdb
 usr/share/zelto/CONDOMINIO-ESEMPIO.ZLT
 usr/share/applications/zelto.desktop

@@ -41,8 +41,9 @@ public:
         QString text = QStringLiteral("s:");
         for (const QChar c : value)
             text += c == u'\\' ? QStringLiteral("\\\\")
-                    : c < u' ' || c == u'\x7f' ? QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QChar(u'0'))
-                               : QString(c);
+                    : c < u' ' || c == u'\x7f'
+                        ? QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QChar(u'0'))
+                        : QString(c);
         return text;
     }
     QString operator()(const QByteArray& value) const

@@ -49,7 +49,7 @@ public:
     store::RecentJobs recent;
     store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
     store::JobCopies copies{home.file(QStringLiteral("copie"))};
-    store::JobFiles jobs{user, recent, master, copies};
+    store::JobFiles jobs{user, recent, master, copies, [](store::Database& /*job*/) {}};
 };
 
 } // namespace zelto::test

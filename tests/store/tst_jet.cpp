@@ -202,8 +202,7 @@ void TestJet::refused_data()
                                    << u"tabella «Dati Generali», record 1"_s;
     QTest::newRow("same key twice") << QByteArray("    2int") << QByteArray("    1int") << 3022
                                     << u"tabella «Unità immobiliari», record 2"_s;
-    QTest::newRow("no rooms") << QByteArray("Vani") << QByteArray("Vano") << 3078
-                              << u"«Vani»"_s;
+    QTest::newRow("no rooms") << QByteArray("Vani") << QByteArray("Vano") << 3078 << u"«Vani»"_s;
     QTest::newRow("another file") << QByteArray("Standard Jet DB") << QByteArray("Standard JPG DB")
                                   << 3343 << QString();
 }

@@ -65,6 +65,8 @@ private slots:
     void conversations();
     void opening_data();
     void opening();
+    void windowsEdition_data();
+    void windowsEdition();
     void recentEntries();
     void documentWindows_data();
     void documentWindows();
@@ -217,6 +219,66 @@ void TestJobFiles::opening()
     QCOMPARE(desk.openJob(), expected);
     desk.jobs.chiudiLavoro();
     QCOMPARE(desk.openJob(), QString());
+}
+
+void TestJobFiles::windowsEdition_data()
+{
+    QTest::addColumn<bool>("converts");
+    QTest::addColumn<QString>("lockFile");
+    QTest::addColumn<bool>("saysYes");
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QString>("openAfter");
+    QTest::addColumn<QString>("lastSaid");
+    const QString asks = u"save: Indicare il nome del lavoro convertito"_s;
+    const QStringList name{u"~/nuovo"_s};
+    QTest::newRow("OK") << false << QString() << true << name << QString() << u"convert: Formato"_s;
+    QTest::newRow("no name") << true << QString() << true << QStringList() << QString() << asks;
+    QTest::newRow("in use, left alone")
+        << true << u"VECCHIO.LDB"_s << false << name << QString() << u"ask: Accanto al lavoro"_s;
+    QTest::newRow("in use, converted")
+        << true << u"vecchio.ldb"_s << true << name << u"~/nuovo.ZLT"_s << u"recent"_s;
+    QTest::newRow("converted") << true << QString() << true << name << u"~/nuovo.ZLT"_s
+                               << u"recent"_s;
+    QTest::newRow("name exists") << true << QString() << true << QStringList{u"~/b.zlt"_s}
+                                 << QString() << QString();
+}
+
+/// A job of the edition for Windows, opened in each of the three ways.
+void TestJobFiles::windowsEdition()
+{
+    QFETCH(bool, converts);
+    QFETCH(QString, lockFile);
+    QFETCH(bool, saysYes);
+    QFETCH(QStringList, files);
+    QFETCH(QString, openAfter);
+    QFETCH(QString, lastSaid);
+    for (const QString& way : {u"dialog"_s, u"given"_s, u"recent"_s}) {
+        JobDesk desk;
+        const QString old = desk.path(u"VECCHIO.ZLT"_s);
+        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), old));
+        const QByteArray before = bytesOf(old);
+        if (!lockFile.isEmpty())
+            writeBytes(desk.path(lockFile), "lock");
+        desk.user.converts = converts;
+        desk.user.saysYes = saysYes;
+        desk.user.files = way == u"dialog" ? QStringList{u"~/VECCHIO.ZLT"_s} + files : files;
+        desk.recent.AggiornaRecent(old);
+        const int error = errorOf([&] {
+            if (way == u"dialog")
+                desk.jobs.ApriLavoro();
+            else if (way == u"given")
+                desk.jobs.openGiven(old);
+            else
+                desk.jobs.LeggiRecent(RecentJobs::FirstEntry);
+        });
+        const QString said = desk.user.said();
+        QCOMPARE(error, lastSaid.isEmpty() ? 3204 : 0);
+        QVERIFY2(lastSaid.isEmpty() || said.split(u'\n').constLast().startsWith(lastSaid),
+                 qPrintable(said));
+        QCOMPARE(desk.openJob(), openAfter);
+        QCOMPARE(said.contains(u"message: Unità convertite: "), !openAfter.isEmpty());
+        QCOMPARE(bytesOf(old), before);
+    }
 }
 
 void TestJobFiles::recentEntries()

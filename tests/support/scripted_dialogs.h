@@ -33,6 +33,11 @@ public:
         m_lines << QStringLiteral("copies: %1").arg(copies.jobs().size());
         return restores ? std::optional(copies.copiesOf(job).front()) : std::nullopt;
     }
+    bool offerConversion(QWidget* /*parent*/, const QString& text) override
+    {
+        m_lines << QStringLiteral("convert: ") + text;
+        return answer;
+    }
     bool askYesNo(QWidget* /*parent*/, const QString& question) override
     {
         m_lines << QStringLiteral("question: ") + question;

@@ -20,6 +20,7 @@ public:
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
     bool saysYes = true;
+    bool converts = true;
     std::size_t copy = 0; ///< which of the job's copies is chosen; none when there are not as many
     bool hasDocuments = false;
     bool documentsClose = true;
@@ -43,6 +44,11 @@ public:
         const std::vector<store::JobCopy> kept =
             copies.copiesOf(job.isEmpty() ? copies.jobs().constFirst() : job);
         return copy < kept.size() ? std::optional(kept[copy]) : std::nullopt;
+    }
+    bool offerConversion(const QString& text) override
+    {
+        say(u"convert", text);
+        return converts;
     }
     bool askYesNo(const QString& question) override
     {

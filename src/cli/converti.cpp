@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// zelto-converti: makes jobs of those of the edition for Windows.
+#include "calc/job_loader.h"
+#include "cli/console.h"
+#include "cli/options.h"
+#include "store/file_names.h"
+#include "store/jet/conversion.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <array>
+#include <getopt.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+namespace cli = zelto::cli;
+namespace store = zelto::store;
+
+enum ExitStatus : int { Done = 0, WrongUsage = 1, JobFailed = 2 };
+
+const QString Usage =
+    u"Uso: zelto-converti [-o CARTELLA] FILE...\n"
+    "\n"
+    "Converte i lavori di Zelto per Windows. Gli originali non cambiano; ogni nuovo lavoro sta\n"
+    "accanto al suo, con « convertito» dietro il nome.\n"
+    "\n"
+    "  -o, --cartella CARTELLA  mette i nuovi lavori nella cartella\n"
+    "  -h, --help               mostra questo testo\n"
+    "      --version            mostra la versione\n"_s;
+
+struct Request
+{
+    QString folder;
+    QStringList files;
+    bool help = false;
+    bool version = false;
+};
+
+Request readCommand(std::span<char*> arguments)
+{
+    constexpr std::array LongOptions{option{"cartella", required_argument, nullptr, 'o'},
+                                     option{"help", no_argument, nullptr, 'h'},
+                                     option{"version", no_argument, nullptr, 'v'},
+                                     option{nullptr, 0, nullptr, 0}};
+    Request request;
+    opterr = 0;
+    for (;;) {
+        const int found = getopt_long(static_cast<int>(arguments.size()), arguments.data(), ":o:h",
+                                      LongOptions.data(), nullptr);
+        if (found < 0)
+            break;
+        if (found == 'o')
+            request.folder = QString::fromLocal8Bit(optarg);
+        else if (found == 'h')
+            request.help = true;
+        else if (found == 'v')
+            request.version = true;
+        else
+            throw cli::UsageError(u"opzione sconosciuta o senza valore: «%1»"_s.arg(
+                QString::fromLocal8Bit(arguments[static_cast<std::size_t>(optind) - 1])));
+    }
+    for (const char* file : arguments.subspan(static_cast<std::size_t>(optind)))
+        request.files << QString::fromLocal8Bit(file);
+    if (request.files.isEmpty() && !request.help && !request.version)
+        throw cli::UsageError(u"manca il file da convertire"_s);
+    return request;
+}
+
+/// One line for the file: what became of it.
+bool convert(const QString& original, const QString& folder)
+{
+    QString target = store::jet::convertedPath(original);
+    if (!folder.isEmpty())
+        target = QDir(folder).filePath(QFileInfo(target).fileName());
+    try {
+        const auto report = store::jet::convertJob(original, target, [](store::Database& lavoro) {
+            (void)zelto::calc::CaricaLavoro(lavoro);
+        });
+        const QString inUse = store::jet::mayBeInUse(original)
+                                  ? u" Il file «.ldb» dice che forse è in uso."_s
+                                  : QString();
+        cli::writeOut(
+            u"%1: %2 %3%4\n"_s.arg(original, target, report.text().replace(u'\n', u' '), inUse));
+        return true;
+    } catch (const std::exception& error) {
+        cli::writeOut(u"%1: non convertito. %2\n"_s.arg(
+            original, QString::fromUtf8(error.what()).replace(u'\n', u' ')));
+        return false;
+    }
+}
+
+int run(const Request& request)
+{
+    if (request.help || request.version) {
+        cli::writeOut(request.help ? Usage : u"zelto-converti " ZELTO_VERSION "\n"_s);
+        return Done;
+    }
+    if (!request.folder.isEmpty() && !QDir().mkpath(request.folder))
+        throw cli::UsageError(u"impossibile creare la cartella «%1»"_s.arg(request.folder));
+    int status = Done;
+    for (const QString& file : request.files)
+        if (!convert(file, request.folder))
+            status = JobFailed;
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    try {
+        return run(readCommand(std::span(argv, static_cast<std::size_t>(argc))));
+    } catch (const cli::UsageError& error) {
+        cli::Console console;
+        console.ReportError(error);
+        console.showMessage(u"«zelto-converti --help» mostra l'uso"_s);
+        return WrongUsage;
+    }
+}
