@@ -7,6 +7,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <random>
+#include <span>
+
 using namespace zelto;
 using namespace zelto::fuzz;
 
@@ -26,7 +30,57 @@ void readAll(const QString& path)
     }
 }
 
+constexpr std::size_t HeaderSize = 0x98;
+
+std::span<std::uint8_t> pageOf(std::span<std::uint8_t> bytes, std::size_t number)
+{
+    const std::size_t size = bytes[0x14] == 0 ? 2048 : 4096;
+    const std::size_t count = bytes.size() / size;
+    return count < 2 ? bytes.subspan(0, 0) : bytes.subspan(size * (1 + number % (count - 1)), size);
+}
+
+/// As damage comes: bits that flipped, pages that are empty, swapped or missing.
+std::size_t damage(std::span<std::uint8_t> bytes, std::minstd_rand& chance)
+{
+    const std::span<std::uint8_t> page = pageOf(bytes, chance());
+    if (page.empty())
+        return bytes.size();
+    switch (chance() % 8) {
+    case 0:
+        std::ranges::fill(page, std::uint8_t{0});
+        break;
+    case 1: {
+        const std::span<std::uint8_t> other = pageOf(bytes, chance());
+        if (other.data() != page.data())
+            std::ranges::swap_ranges(page, other);
+        break;
+    }
+    case 2:
+        return HeaderSize + chance() % (bytes.size() - HeaderSize);
+    case 3: // a slot, a length, a pointer at the head of the page
+        page[chance() % 128] = static_cast<std::uint8_t>(chance());
+        break;
+    default:
+        for (unsigned flips = 1 + chance() % 8; flips > 0; --flips)
+            page[chance() % page.size()] ^= static_cast<std::uint8_t>(1U << chance() % 8);
+    }
+    return bytes.size();
+}
+
 } // namespace
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t limit);
+
+/// Without its header a file is refused before anything is read.
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
+                                               std::size_t limit, unsigned seed)
+{
+    std::minstd_rand chance(seed);
+    const bool hasHeader =
+        size > 2 * HeaderSize && bytesOf(data, size).substr(4, 12) == "Standard Jet";
+    return hasHeader && chance() % 16 != 0 ? damage(std::span(data, size), chance)
+                                           : LLVMFuzzerMutate(data, size, limit);
+}
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
