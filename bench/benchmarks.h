@@ -11,6 +11,9 @@ namespace zelto::bench {
 /// "caricamento": loading the job against a scan of its tables.
 void registerLoading(const QString& jobPath);
 
+/// "conversione": converting a job of the edition for Windows against writing its rows.
+void registerConversion(const QString& original);
+
 /// "quota": one share against one printf.
 void registerShares();
 

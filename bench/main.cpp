@@ -2,6 +2,7 @@
 // zelto_bench [--benchmark_…]: runs the benchmarks. zelto_bench --crea JOB.ZLT: only writes the
 // large job that they work on.
 #include "bench/benchmarks.h"
+#include "bench/large_jet_job.h"
 #include "bench/large_job.h"
 
 #include <QGuiApplication>
@@ -27,6 +28,9 @@ void runBenchmarks()
     WholeReport report(job, folder.path());
     registerLoading(job);
     registerShares();
+    const QString old = folder.filePath(QStringLiteral("VECCHIO.ZLT"));
+    writeLargeJetJob(QStringLiteral(JET_JOB), old);
+    registerConversion(old);
     registerRecording(report);
     registerPdf(report);
     benchmark::RunSpecifiedBenchmarks();

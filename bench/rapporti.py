@@ -22,6 +22,7 @@ PEAK_TARGET_MB = 150
 # Benchmark, what it measures, most that it may take as a multiple of its baseline, if told.
 RATIOS = [
     ("caricamento", "caricare il lavoro / scorrere le sue tabelle", 2.0),
+    ("conversione", "convertire un lavoro di Windows / scriverne le righe", 3.0),
     ("quota", "arrotondare una quota / snprintf", 2.0),
     ("registrazione", "registrare la relazione / scriverne i byte", 3.0),
     ("pdf", "stampare in PDF / QPainter nudo", 1.3),

@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace SQLite {
 class Statement;
@@ -28,7 +30,10 @@ public:
     void add(std::span<const Value> record);
 
 private:
+    void bind(int place, const Value& value);
+
     ConnectionPtr m_connection;
+    std::vector<std::string> m_texts; ///< of the fields, as they are bound
     std::unique_ptr<SQLite::Statement> m_insert;
 };
 

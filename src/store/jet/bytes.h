@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -25,6 +26,7 @@ public:
     explicit ByteView(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
 
     [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
+    [[nodiscard]] std::span<const std::uint8_t> all() const { return m_bytes; }
     [[nodiscard]] const std::uint8_t* data() const { return m_bytes.data(); }
 
     /// Throws BadBytes.

@@ -7,7 +7,6 @@
 #include "store/jet/table.h"
 #include "store/new_file.h"
 #include "store/schema.h"
-#include "store/schema_check.h"
 #include "store/table_writer.h"
 #include "text/decimal_text.h"
 
@@ -229,10 +228,7 @@ ConversionReport convertJob(const QString& original, const QString& target,
             conversion.copyInto(job);
             transaction.commit();
             ControllaVersione(job);
-        }
-        {
-            Database job = Database::open(file.path());
-            ControllaTabelle(job);
+            // The tables have refused already what no job may hold.
             check(job);
         }
         file.publish();

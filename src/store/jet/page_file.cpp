@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <numeric>
 #include <utility>
@@ -69,13 +70,10 @@ QString fromCodePage(const ByteView& bytes)
         0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
         0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
         0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-    QString text;
-    text.reserve(static_cast<qsizetype>(bytes.size()));
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const unsigned byte = bytes.byte(i);
-        text += QChar(byte >= 0x80 && byte < 0xA0 ? Upper.at(byte - 0x80)
-                                                  : static_cast<char16_t>(byte));
-    }
+    QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
+    std::ranges::transform(bytes.all(), text.begin(), [](std::uint8_t byte) {
+        return QChar(byte >= 0x80 && byte < 0xA0 ? Upper.at(byte - 0x80U) : char16_t{byte});
+    });
     return text;
 }
 

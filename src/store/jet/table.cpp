@@ -4,6 +4,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <array>
 
 namespace zelto::store::jet {
 
@@ -77,10 +78,10 @@ public:
         if (column.isFixed)
             return m_bytes.part((m_jet3 ? 1U : 2U) + column.fixedOffset,
                                 static_cast<std::size_t>(column.size));
-        if (column.variableIndex + 1 >= m_offsets.size())
+        if (column.variableIndex >= m_variable)
             return std::nullopt;
-        const std::size_t begin = m_offsets[column.variableIndex];
-        const std::size_t end = m_offsets[column.variableIndex + 1];
+        const std::size_t begin = m_offsets.at(column.variableIndex);
+        const std::size_t end = m_offsets.at(column.variableIndex + 1);
         if (end < begin)
             throw BadBytes("field of negative length");
         return m_bytes.part(begin, end - begin);
@@ -91,32 +92,35 @@ private:
     /// which offsets are that much larger, then the offsets backwards.
     void readJet3Offsets(std::size_t end)
     {
-        const unsigned count = m_bytes.byte(end - 1);
+        m_variable = m_bytes.byte(end - 1);
         std::size_t jumps = (m_bytes.size() - 1) / 256;
         const std::size_t first = end - 1 - jumps - 1;
         // The last one may be there although no offset is as large.
-        if (jumps > 0 && first < count + jumps * 256)
+        if (jumps > 0 && first < m_variable + jumps * 256)
             --jumps;
         std::size_t passed = 0;
-        for (unsigned i = 0; i <= count; ++i) {
+        for (unsigned i = 0; i <= m_variable; ++i) {
             while (passed < jumps && m_bytes.byte(end - 2 - passed) == i)
                 ++passed;
-            m_offsets.push_back(m_bytes.byte(first - i) + passed * 256);
+            m_offsets.at(i) = m_bytes.byte(first - i) + passed * 256;
         }
     }
 
     void readJet4Offsets(std::size_t end)
     {
-        const unsigned count = m_bytes.word(end - 2);
-        for (std::size_t i = 0; i <= count; ++i)
-            m_offsets.push_back(m_bytes.word(end - 4 - 2 * i));
+        m_variable = m_bytes.word(end - 2);
+        if (m_variable > MostColumns)
+            throw BadBytes("too many fields");
+        for (std::size_t i = 0; i <= m_variable; ++i)
+            m_offsets.at(i) = m_bytes.word(end - 4 - 2 * i);
     }
 
     ByteView m_bytes;
     ByteView m_mask;
     bool m_jet3;
     unsigned m_columns = 0;
-    std::vector<std::size_t> m_offsets;
+    unsigned m_variable = 0;
+    std::array<std::size_t, MostColumns + 1> m_offsets{};
 };
 
 Table::Table(const PageFile& file, std::uint32_t definitionPage)
