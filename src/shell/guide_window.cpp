@@ -32,7 +32,7 @@ protected:
     QVariant loadResource(int type, const QUrl& name) override
     {
         constexpr int LargestWidth = 620;
-        const QVariant resource = QTextBrowser::loadResource(type, name);
+        QVariant resource = QTextBrowser::loadResource(type, name);
         if (type != QTextDocument::ImageResource)
             return resource;
         const QImage picture = QImage::fromData(resource.toByteArray());

@@ -203,6 +203,10 @@ void TestJet::refused_data()
     QTest::newRow("same key twice") << QByteArray("    2int") << QByteArray("    1int") << 3022
                                     << u"tabella «Unità immobiliari», record 2"_s;
     QTest::newRow("no rooms") << QByteArray("Vani") << QByteArray("Vano") << 3078 << u"«Vani»"_s;
+    QTest::newRow("more rows than a page can have")
+        << QByteArray("\x01\x01\x02\x00\x06\x00\x00\x00\x22\x00", 10)
+        << QByteArray("\x01\x01\x02\x00\x06\x00\x00\x00\xff\xff", 10) << 3058
+        << u"tabella «Vani», record 35"_s;
     QTest::newRow("another file") << QByteArray("Standard Jet DB") << QByteArray("Standard JPG DB")
                                   << 3343 << QString();
 }

@@ -56,7 +56,7 @@ public:
 };
 
 /// A text field takes numbers as texts.
-Value fitted(const FieldDef& field, Value value)
+Value fitted(const FieldDef& field, const Value& value)
 {
     const bool isText = field.type == FieldType::Text || field.type == FieldType::Memo;
     return isText && value.isInteger() ? Value(value.text()) : value;

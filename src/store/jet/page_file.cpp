@@ -161,7 +161,9 @@ ByteView PageFile::page(std::uint32_t number) const
 
 unsigned PageFile::rowCount(const ByteView& page) const
 {
-    return page.word(isJet3() ? 8 : 12);
+    const std::size_t firstSlot = isJet3() ? 10 : 14;
+    return std::min(page.word(isJet3() ? 8 : 12),
+                    static_cast<unsigned>((m_pageSize - firstSlot) / 2));
 }
 
 /// A row ends where the one before it begins.

@@ -29,7 +29,7 @@ public:
     /// Throws BadBytes when there is no such page.
     [[nodiscard]] ByteView page(std::uint32_t number) const;
 
-    /// How many rows a data page says it has.
+    /// How many rows a data page says it has, at most what it has slots for.
     [[nodiscard]] unsigned rowCount(const ByteView& page) const;
 
     /// A row of a table; empty when it was deleted. One that moved is followed to where it is.

@@ -202,6 +202,8 @@ std::vector<std::uint32_t> Table::ownedPages() const
 
 RowCounts Table::forEachRow(const std::function<void(const std::vector<Field>&)>& visit) const
 {
+    // Thousands of damaged rows are no table any more, and take their time.
+    constexpr std::size_t CostOfDamage = 4096;
     RowCounts counts;
     std::vector<Field> fields(m_columns.size());
     for (const std::uint32_t number : ownedPages()) {
@@ -217,7 +219,7 @@ RowCounts Table::forEachRow(const std::function<void(const std::vector<Field>&)>
                 readRow(bytes, fields);
             } catch (const BadBytes&) {
                 ++counts.unreadable;
-                m_file.charge(0);
+                m_file.charge(CostOfDamage);
                 continue;
             }
             ++counts.read;
