@@ -26,7 +26,7 @@ QString chapterAfterF1(QWidget* widget)
     for (QWidget* window : QApplication::topLevelWidgets())
         if (auto* guide = qobject_cast<GuideWindow*>(window);
             guide != nullptr && guide->isVisible()) {
-            const QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
+            QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
             guide->close();
             return chapter;
         }
