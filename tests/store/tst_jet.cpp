@@ -156,7 +156,7 @@ void TestJet::realFiles_data()
         << QByteArray("Livello") << QByteArray("Livellx")
         << u"SELECT count(Livello) FROM [Unità immobiliari]"_s << u"0"_s
         << u"Il campo «Livellx» della tabella «Unità immobiliari»"_s;
-    QTest::newRow("fields in another order")
+    QTest::newRow("names in other letters")
         << QByteArray("Prospetto") << QByteArray("prospetto")
         << u"SELECT Prospetto FROM Vani WHERE Chiave = '   24    5'"_s << u"0.9"_s << QString();
     QTest::newRow("no lists") << QByteArray("Variabili") << QByteArray("Varianti!")

@@ -62,6 +62,17 @@ Value fitted(const FieldDef& field, const Value& value)
     return isText && value.isInteger() ? Value(value.text()) : value;
 }
 
+/// Where the table has the field, if it has it.
+std::optional<std::size_t> placeOf(const Table& table, QStringView field)
+{
+    const auto column = std::ranges::find_if(table.columns(), [&](const Column& candidate) {
+        return candidate.name.compare(field, Qt::CaseInsensitive) == 0;
+    });
+    if (column == table.columns().end())
+        return std::nullopt;
+    return static_cast<std::size_t>(column - table.columns().begin());
+}
+
 /// Reads the tables of one original into one new job.
 class Conversion
 {
@@ -102,12 +113,12 @@ void Conversion::requireVersion() const
 {
     float version = 0;
     bool found = false;
-    if (const std::optional<Table> marker = find(TabellaZelto);
-        marker && !marker->columns().empty())
+    const std::optional<Table> marker = find(TabellaZelto);
+    if (const auto place = marker ? placeOf(*marker, u"Versione") : std::nullopt)
         marker->forEachRow([&](const std::vector<Field>& fields) {
             if (!std::exchange(found, true))
                 version = static_cast<float>(text::leadingNumber(
-                    std::visit(ToValue(), fields.front()).text().toStdString()));
+                    std::visit(ToValue(), fields[*place]).text().toStdString()));
         });
     if (version != VersioneFormato)
         throw DatabaseError(ErrorNumber::BadValue, u"«%1»: %2"_s.arg(m_path, IncompatibleFormat));
@@ -120,17 +131,12 @@ std::vector<std::optional<std::size_t>> Conversion::placesOf(const TableDef& tab
     std::vector<std::optional<std::size_t>> places;
     std::vector<bool> used(original.columns().size());
     for (const FieldDef& field : table.fields) {
-        const auto column = std::ranges::find_if(original.columns(), [&](const Column& candidate) {
-            return candidate.name.compare(field.name, Qt::CaseInsensitive) == 0;
-        });
-        if (column == original.columns().end()) {
+        places.push_back(placeOf(original, field.name));
+        if (places.back())
+            used[*places.back()] = true;
+        else
             remark(u"La tabella «%1» non ha il campo «%2», che resta vuoto."_s.arg(table.name,
                                                                                    field.name));
-            places.emplace_back();
-            continue;
-        }
-        places.emplace_back(static_cast<std::size_t>(column - original.columns().begin()));
-        used[*places.back()] = true;
     }
     for (std::size_t i = 0; i < used.size(); ++i)
         if (!used[i])
@@ -179,9 +185,8 @@ void Conversion::addRecord(const TableDef& table, int record, std::span<const Va
         writer.add(values);
     } catch (const DatabaseError& error) {
         throw DatabaseError(error.number(),
-                            u"«%1», tabella «%2», record %3: %4"_s.arg(m_path, table.name)
-                                .arg(record)
-                                .arg(error.description()));
+                            u"«%1», tabella «%2», record %3: %4"_s.arg(
+                                m_path, table.name, QString::number(record), error.description()));
     }
 }
 
@@ -208,10 +213,13 @@ void Conversion::copyInto(Database& job)
 
 QString ConversionReport::text() const
 {
-    QStringList lines{
-        u"Unità convertite: %1; vani: %2; record non letti: %3."_s.arg(units).arg(rooms).arg(
-            skipped)};
-    return (lines + remarks).join(u'\n');
+    constexpr qsizetype MostRemarks = 20;
+    QStringList lines{u"Unità convertite: %1; vani: %2; record non letti: %3."_s.arg(
+        QString::number(units), QString::number(rooms), QString::number(skipped))};
+    lines += remarks.mid(0, MostRemarks);
+    if (remarks.size() > MostRemarks)
+        lines += u"Altre osservazioni: %1."_s.arg(remarks.size() - MostRemarks);
+    return lines.join(u'\n');
 }
 
 ConversionReport convertJob(const QString& original, const QString& target,
