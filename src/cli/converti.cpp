@@ -82,8 +82,8 @@ bool convert(const QString& original, const QString& folder)
         const QString inUse = store::jet::mayBeInUse(original)
                                   ? u" Il file «.ldb» dice che forse è in uso."_s
                                   : QString();
-        cli::writeOut(
-            u"%1: %2 %3%4\n"_s.arg(original, target, report.text().replace(u'\n', u' '), inUse));
+        cli::writeOut(u"%1: convertito in «%2». %3%4\n"_s.arg(
+            original, target, report.text().replace(u'\n', u' '), inUse));
         return true;
     } catch (const std::exception& error) {
         cli::writeOut(u"%1: non convertito. %2\n"_s.arg(

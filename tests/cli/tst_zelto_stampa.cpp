@@ -78,9 +78,10 @@ private slots:
         QCOMPARE(converted.status, 2);
         QStringList lines = converted.out.split(u'\n');
         QCOMPARE(lines.size(), 3);
-        QVERIFY2(lines[0].contains(u"Unità convertite: "), qPrintable(lines[0]));
-        QVERIFY2(lines[1].startsWith(example + u": non convertito"_s), qPrintable(lines[1]));
         const QString job = out + u"/VECCHIO convertito.ZLT"_s;
+        const QString result = u"%1: convertito in «%2». Unità convertite: "_s.arg(old, job);
+        QVERIFY2(lines[0].startsWith(result), qPrintable(lines[0]));
+        QVERIFY2(lines[1].startsWith(example + u": non convertito"_s), qPrintable(lines[1]));
         QCOMPARE(run({job, u"--mostra"_s, u"-u"_s, folder.file(u"b"_s)}).out, printed.out);
 
         QCOMPARE(run({old}, converter).status, 0);

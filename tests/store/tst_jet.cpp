@@ -159,6 +159,9 @@ void TestJet::realFiles_data()
     QTest::newRow("names in other letters")
         << QByteArray("Prospetto") << QByteArray("prospetto")
         << u"SELECT Prospetto FROM Vani WHERE Chiave = '   24    5'"_s << u"0.9"_s << QString();
+    QTest::newRow("fields in another order")
+        << QByteArray("\tProspetto\nLuminosit\xe0") << QByteArray("\nLuminosit\xe0\tProspetto")
+        << u"SELECT [Luminosità] FROM Vani WHERE Chiave = '   24    5'"_s << u"0.9"_s << QString();
     QTest::newRow("no lists") << QByteArray("Variabili") << QByteArray("Varianti!")
                               << u"SELECT Var0 FROM Variabili"_s << u" "_s << QString();
     QTest::newRow("date beyond the calendar")
