@@ -41,7 +41,12 @@ void TableWriter::bind(int place, const Value& value)
     utf8.resize(static_cast<std::size_t>(encoder.requiredSpace(text.size())));
     const char* end = encoder.appendToBuffer(utf8.data(), text);
     utf8.resize(static_cast<std::size_t>(end - utf8.data()));
-    m_insert->bindNoCopy(place, utf8);
+    // A text that the engine knows to end with NUL is not copied by every rule that looks at it;
+    // one that has a NUL inside has to reach the rule that refuses it.
+    if (utf8.find('\0') == std::string::npos)
+        m_insert->bindNoCopy(place, utf8.c_str());
+    else
+        m_insert->bindNoCopy(place, utf8);
 }
 
 void TableWriter::add(std::span<const Value> record)

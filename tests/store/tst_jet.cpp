@@ -203,6 +203,8 @@ void TestJet::refused_data()
                                << u"Formato non compatibile"_s;
     QTest::newRow("text too long") << QByteArray("Relazione") << QByteArray("Tabella 1") << 3163
                                    << u"tabella «Dati Generali», record 1"_s;
+    QTest::newRow("NUL in a text") << QByteArray("Bagno") << QByteArray("Ba\0no", 5) << 3421
+                                   << u"tabella «Vani», record 4: Il testo per il campo «Ambi"_s;
     QTest::newRow("same key twice") << QByteArray("    2int") << QByteArray("    1int") << 3022
                                     << u"tabella «Unità immobiliari», record 2"_s;
     QTest::newRow("no rooms") << QByteArray("Vani") << QByteArray("Vano") << 3078 << u"«Vani»"_s;
