@@ -6,7 +6,6 @@
 #include "bench/large_job.h"
 #include "register/ui/navig.h"
 #include "register/ui/parametri.h"
-#include "register/ui/unit_list.h"
 #include "shell/job_figures.h"
 #include "store/job_copies.h"
 #include "store/schema.h"
@@ -104,7 +103,9 @@ void openBareWidgets(benchmark::State& state, Desk& desk)
         }
         auto* unitTable = new QTableWidget(static_cast<int>(units.size()), 14);
         for (std::size_t row = 0; row < units.size(); ++row)
-            fill(*unitTable, static_cast<int>(row), registro::UnitList::rowFor(units[row]).cells);
+            fill(*unitTable, static_cast<int>(row),
+                 QStringList(units[row].texts.begin(), units[row].texts.end()) +
+                     units[row].flags.split(QString(), Qt::SkipEmptyParts));
         auto* roomTable = new QTableWidget(static_cast<int>(rooms.size()), 8);
         for (std::size_t row = 0; row < rooms.size(); ++row)
             fill(*roomTable, static_cast<int>(row),

@@ -9,13 +9,11 @@ namespace zelto::calc {
 
 namespace {
 
-/// Weight of the floor share where the table of codes gives none.
-constexpr double PesoUsuale = 0.5;
-
 double pesoDelPiano(const ModelloLavoro& modello, const QString& codice)
 {
     const CodiceScala* riga = modello.codiceScala(codice);
-    return riga == nullptr || riga->percentuale == 0 ? PesoUsuale : riga->percentuale / 100;
+    const bool data = riga != nullptr && riga->percentuale != 0;
+    return (data ? riga->percentuale : PercentualeUsuale) / 100;
 }
 
 Partecipanti unitaDellaScala(const ModelloLavoro& modello, const QString& codice)

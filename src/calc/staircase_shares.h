@@ -12,6 +12,10 @@
 
 namespace zelto::calc {
 
+/// Weight of the floor share, in per cent, where the table of codes gives none: half, as article
+/// 1124 of the civil code has it.
+inline constexpr double PercentualeUsuale = 50;
+
 /// How the height-weighted size of a unit is formed.
 enum class IndicePiano {
     PerConsistenza, ///< height factor times size

@@ -32,64 +32,87 @@ Record emptyRoom(const QString& key, int unit, int position)
     return record;
 }
 
-/// "Elimina vano", or "Elimina 3 vani" of several.
-QString counted(const QString& verb, const QString& one, const QString& several, qsizetype count)
+void setTexts(Record& record, const NewTexts& texts)
 {
-    return count == 1 ? verb + u' ' + one
-                      : QStringLiteral("%1 %2 %3").arg(verb, QString::number(count), several);
+    for (const auto& [ordinal, text] : texts.asKeyValueRange())
+        record[static_cast<std::size_t>(ordinal)] = Value::nullIfEmpty(text);
 }
 
-QString ofUnits(const QString& verb, qsizetype count)
-{
-    return counted(verb, QStringLiteral("U.I."), QStringLiteral("U.I."), count);
-}
-
-QString ofRooms(const QString& verb, qsizetype count)
-{
-    return counted(verb, QStringLiteral("vano"), QStringLiteral("vani"), count);
-}
-
-QString ofCells(qsizetype count)
-{
-    return counted(QStringLiteral("Modifica"), QStringLiteral("cella"), QStringLiteral("celle"),
-                   count);
-}
+/// A record to be changed is gone.
+struct Missing
+{};
 
 } // namespace
 
-RegisterChange Register::perform(const QString& caption, const std::function<void(Writer&)>& work)
+Record Register::foundUnit(const Writer& writer, int unit)
+{
+    const std::vector<Record> found = writer.find(Table::Units, NumberField, Value(unit));
+    return found.empty() ? throw Missing() : found.front();
+}
+
+Record Register::foundRoom(const Writer& writer, int unit, int position)
+{
+    const std::vector<Record> found =
+        writer.find(Table::Rooms, QStringLiteral("Chiave"), store::roomKey(unit, position));
+    return found.empty() ? throw Missing() : found.front();
+}
+
+RegisterChange Register::perform(Deed deed, const std::function<void(Writer&)>& work)
 {
     Writer writer(m_lavoro);
-    work(writer);
-    RegisterChange change{.caption = caption, .records = writer.commit()};
-    if (!change.isEmpty()) {
-        m_done.push_back(change);
-        m_undone.clear();
+    try {
+        work(writer);
+    } catch (const Missing&) {
+        return {.caption = {}, .records = {}, .missing = true};
     }
+    RegisterChange change{.caption = {}, .records = writer.changes()};
+    if (change.isEmpty())
+        return change;
+    QHash<int, QString> names = writer.names(change.units());
+    for (const RecordChange& record : change.records)
+        if (record.table == Table::Units && !names.contains(record.unit()))
+            names.insert(record.unit(), textOf(record.before, UnitRiferimento));
+    change.caption = captionOf(deed, change.records, names);
+    (void)writer.commit();
+    m_done.push_back(change);
+    m_undone.clear();
     return change;
+}
+
+void Register::addUnit(Writer& writer, const NewTexts& texts)
+{
+    const int number = writer.nextUnit();
+    const QString key = store::unitKey(number);
+    Record unit = emptyUnit(key, number);
+    setTexts(unit, texts);
+    writer.add(Table::Units, std::move(unit));
+    writer.add(Table::Rooms, emptyRoom(store::roomKey(number, 1), number, 1));
+}
+
+void Register::addRoom(Writer& writer, int unit, const NewTexts& texts)
+{
+    const int position = writer.highestPosition(unit) + 1;
+    Record room = emptyRoom(store::roomKey(unit, position), unit, position);
+    setTexts(room, texts);
+    writer.add(Table::Rooms, std::move(room));
 }
 
 RegisterChange Register::AggiungiUI()
 {
-    return perform(QStringLiteral("Aggiungi U.I."), [](Writer& writer) {
-        const int number = writer.highestUnit() + 1;
-        const QString key = writer.nextUnitKey();
-        writer.add(Table::Units, emptyUnit(key, number));
-        writer.add(Table::Rooms, emptyRoom(key + store::unitKey(1), number, 1));
-    });
+    return perform(Deed::Adds, [](Writer& writer) { addUnit(writer, {}); });
 }
 
 RegisterChange Register::AggiungiVano(int unit)
 {
-    return perform(QStringLiteral("Aggiungi vano"), [unit](Writer& writer) {
-        const int position = writer.highestPosition(unit) + 1;
-        writer.add(Table::Rooms, emptyRoom(store::roomKey(unit, position), unit, position));
+    return perform(Deed::Adds, [unit](Writer& writer) {
+        writer.requireUnit(unit);
+        addRoom(writer, unit, {});
     });
 }
 
 RegisterChange Register::EliminaUI(const QList<int>& units)
 {
-    return perform(ofUnits(QStringLiteral("Elimina"), units.size()), [&](Writer& writer) {
+    return perform(Deed::Deletes, [&](Writer& writer) {
         for (const int unit : units)
             for (const Table table : {Table::Units, Table::Rooms})
                 for (const Record& record : writer.find(table, NumberField, unit))
@@ -99,29 +122,28 @@ RegisterChange Register::EliminaUI(const QList<int>& units)
 
 RegisterChange Register::EliminaVano(int unit, const QList<int>& positions)
 {
-    return perform(ofRooms(QStringLiteral("Elimina"), positions.size()), [&](Writer& writer) {
+    return perform(Deed::Deletes, [&](Writer& writer) {
         for (const Record& room : writer.find(Table::Rooms, NumberField, unit))
-            if (positions.contains(static_cast<int>(room[RoomPosition].integer())))
+            if (positions.contains(numberOf(room, RoomPosition)))
                 writer.remove(Table::Rooms, room);
     });
 }
 
 RegisterChange Register::DuplicaUI(const QList<int>& units)
 {
-    return perform(ofUnits(QStringLiteral("Duplica"), units.size()), [&](Writer& writer) {
+    return perform(Deed::Copies, [&](Writer& writer) {
         for (const int unit : units) {
             const std::vector<Record> sources = writer.find(Table::Units, NumberField, unit);
             if (sources.empty())
                 continue;
-            const int number = writer.highestUnit() + 1;
-            const QString key = writer.nextUnitKey();
+            const int number = writer.nextUnit();
             Record copy = sources.front();
-            copy[UnitKey] = key;
+            copy[UnitKey] = store::unitKey(number);
             copy[UnitNumber] = number;
             writer.add(Table::Units, std::move(copy));
             std::vector<Record> rooms = writer.find(Table::Rooms, NumberField, unit);
             if (rooms.empty())
-                writer.add(Table::Rooms, emptyRoom(key + store::unitKey(1), number, 1));
+                writer.add(Table::Rooms, emptyRoom(store::roomKey(number, 1), number, 1));
             for (Record& room : rooms) {
                 room[RoomKey] = store::unitKey(number) + room[RoomKey].text().mid(5);
                 room[RoomUnit] = number;
@@ -133,7 +155,8 @@ RegisterChange Register::DuplicaUI(const QList<int>& units)
 
 RegisterChange Register::DuplicaVano(int unit, const QList<int>& positions)
 {
-    return perform(ofRooms(QStringLiteral("Duplica"), positions.size()), [&](Writer& writer) {
+    return perform(Deed::Copies, [&](Writer& writer) {
+        writer.requireUnit(unit);
         const std::vector<Record> rooms = writer.find(Table::Rooms, NumberField, unit);
         for (const int source : positions) {
             const int position = writer.highestPosition(unit) + 1;
@@ -146,24 +169,58 @@ RegisterChange Register::DuplicaVano(int unit, const QList<int>& positions)
     });
 }
 
-RegisterChange Register::MemorizzaUI(const QList<UnitEdit>& edits)
+/// Keys and numbers stay where they are; what they stand for changes places.
+RegisterChange Register::ScambiaUI(const QList<std::pair<int, int>>& pairs)
 {
-    return perform(ofCells(edits.size()), [&](Writer& writer) {
-        for (const UnitEdit& edit : edits)
-            writer.changeFirst(Table::Units,
-                               writer.find(Table::Units, NumberField, Value(edit.unit)),
-                               edit.ordinal, edit.text);
+    return perform(Deed::Moves, [&](Writer& writer) {
+        for (const auto& [one, other] : pairs) {
+            writer.exchange(Table::Units, foundUnit(writer, one), foundUnit(writer, other),
+                            UnitRiferimento);
+            const std::vector<Record> ofOne = writer.find(Table::Rooms, NumberField, one);
+            const std::vector<Record> ofOther = writer.find(Table::Rooms, NumberField, other);
+            for (const auto* rooms : {&ofOne, &ofOther})
+                for (const Record& room : *rooms)
+                    writer.remove(Table::Rooms, room);
+            for (const auto& [rooms, unit] : {std::pair(&ofOne, other), std::pair(&ofOther, one)})
+                for (Record room : *rooms) {
+                    room[RoomKey] = store::unitKey(unit) + room[RoomKey].text().mid(5);
+                    room[RoomUnit] = unit;
+                    writer.add(Table::Rooms, std::move(room));
+                }
+        }
     });
 }
 
-RegisterChange Register::MemorizzaVano(int unit, const QList<RoomEdit>& edits)
+RegisterChange Register::ScambiaVani(int unit, const QList<std::pair<int, int>>& pairs)
 {
-    return perform(ofCells(edits.size()), [&](Writer& writer) {
+    return perform(Deed::Moves, [&](Writer& writer) {
+        for (const auto& [one, other] : pairs)
+            writer.exchange(Table::Rooms, foundRoom(writer, unit, one),
+                            foundRoom(writer, unit, other), RoomAmbiente);
+    });
+}
+
+RegisterChange Register::MemorizzaUI(const QList<UnitEdit>& edits, const QList<NewTexts>& added)
+{
+    return perform(Deed::Changes, [&](Writer& writer) {
+        for (const UnitEdit& edit : edits)
+            writer.change(Table::Units, foundUnit(writer, edit.unit), edit.ordinal, edit.text);
+        for (const NewTexts& texts : added)
+            addUnit(writer, texts);
+    });
+}
+
+RegisterChange Register::MemorizzaVano(int unit, const QList<RoomEdit>& edits,
+                                       const QList<NewTexts>& added)
+{
+    return perform(Deed::Changes, [&](Writer& writer) {
+        if (!added.isEmpty())
+            writer.requireUnit(unit);
         for (const RoomEdit& edit : edits)
-            writer.changeFirst(Table::Rooms,
-                               writer.find(Table::Rooms, QStringLiteral("Chiave"),
-                                           store::roomKey(unit, edit.position)),
-                               edit.ordinal, edit.text);
+            writer.change(Table::Rooms, foundRoom(writer, unit, edit.position), edit.ordinal,
+                          edit.text);
+        for (const NewTexts& texts : added)
+            addRoom(writer, unit, texts);
     });
 }
 

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "register/register_captions.h"
 #include "register/register_change.h"
 
 #include <QList>
+#include <QMap>
 #include <QString>
 
 #include <functional>
-#include <optional>
+#include <utility>
 #include <vector>
 
 namespace zelto::store {
@@ -32,6 +34,9 @@ struct RoomEdit
     QString text; ///< empty for Null
 };
 
+/// A unit or room that is yet to be: texts by the ordinals of their fields.
+using NewTexts = QMap<int, QString>;
+
 /// The building register of a job: adds, deletes, copies and changes units and rooms, and takes
 /// every change back. Each call is stored wholly or not at all, and says which records it changed;
 /// it throws DatabaseError when the job refuses.
@@ -41,10 +46,11 @@ public:
     /// The job outlives it.
     explicit Register(store::Database& lavoro) : m_lavoro(lavoro) {}
 
-    /// A unit with one room, both empty. Its number follows the highest one, its key the last one.
+    /// A unit with one room, both empty. Its number follows every one that a unit or a room has.
     RegisterChange AggiungiUI();
 
-    /// An empty room at the position behind the unit's last one.
+    /// An empty room at the position behind the unit's last one. Here and below, RecordDeleted when
+    /// there is no such unit.
     RegisterChange AggiungiVano(int unit);
 
     /// Deletes the units with their rooms, in the order given. Numbers that no unit has are passed
@@ -59,9 +65,17 @@ public:
     /// added.
     RegisterChange DuplicaVano(int unit, const QList<int>& positions);
 
-    /// Stores the texts in the fields of units, or of one unit's rooms.
-    RegisterChange MemorizzaUI(const QList<UnitEdit>& edits);
-    RegisterChange MemorizzaVano(int unit, const QList<RoomEdit>& edits);
+    /// Two units exchange their numbers, with their rooms; two rooms of a unit their positions. One
+    /// pair after the other.
+    RegisterChange ScambiaUI(const QList<std::pair<int, int>>& pairs);
+    RegisterChange ScambiaVani(int unit, const QList<std::pair<int, int>>& pairs);
+
+    /// Stores the texts in the fields of units, or of one unit's rooms, and adds others behind the
+    /// last one. When one of those to be changed does not exist, nothing is stored and the change
+    /// says so.
+    RegisterChange MemorizzaUI(const QList<UnitEdit>& edits, const QList<NewTexts>& added = {});
+    RegisterChange MemorizzaVano(int unit, const QList<RoomEdit>& edits,
+                                 const QList<NewTexts>& added = {});
 
     /// What undo() and redo() would do; empty when there is nothing.
     [[nodiscard]] QString undoCaption() const;
@@ -78,7 +92,12 @@ public:
 private:
     class Writer;
 
-    RegisterChange perform(const QString& caption, const std::function<void(Writer&)>& work);
+    // Throw Missing when there is none.
+    [[nodiscard]] static Record foundUnit(const Writer& writer, int unit);
+    [[nodiscard]] static Record foundRoom(const Writer& writer, int unit, int position);
+    static void addUnit(Writer& writer, const NewTexts& texts);
+    static void addRoom(Writer& writer, int unit, const NewTexts& texts);
+    RegisterChange perform(Deed deed, const std::function<void(Writer&)>& work);
     RegisterChange replay(const RegisterChange& change);
 
     store::Database& m_lavoro;

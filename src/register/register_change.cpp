@@ -6,10 +6,32 @@
 
 namespace zelto::registro {
 
+QString textOf(const Record& record, int field)
+{
+    return record[static_cast<std::size_t>(field)].text();
+}
+
+int numberOf(const Record& record, int field)
+{
+    return static_cast<int>(record[static_cast<std::size_t>(field)].integer());
+}
+
 int RecordChange::unit() const
 {
-    const int field = table == Table::Units ? static_cast<int>(UnitNumber) : RoomUnit;
-    return static_cast<int>(record()[static_cast<std::size_t>(field)].integer());
+    return numberOf(record(), table == Table::Units ? static_cast<int>(UnitNumber) : RoomUnit);
+}
+
+QList<int> RecordChange::fields() const
+{
+    const Record none(record().size());
+    const Record& old = before.empty() ? none : before;
+    const Record& now = after.empty() ? none : after;
+    QList<int> changed;
+    const int first = table == Table::Units ? static_cast<int>(UnitRiferimento) : RoomAmbiente;
+    for (auto field = static_cast<std::size_t>(first); field < now.size(); ++field)
+        if (old[field] != now[field])
+            changed.append(static_cast<int>(field));
+    return changed;
 }
 
 QList<int> RegisterChange::units() const

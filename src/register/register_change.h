@@ -26,6 +26,9 @@ enum UnitField : int {
 };
 enum RoomField : int { RoomKey, RoomUnit, RoomPosition, RoomAmbiente, RoomConsistenza };
 
+[[nodiscard]] QString textOf(const Record& record, int field);
+[[nodiscard]] int numberOf(const Record& record, int field);
+
 /// One record before and after a change; empty where it did not or does not exist.
 struct RecordChange
 {
@@ -40,6 +43,10 @@ struct RecordChange
 
     /// The number of the unit concerned.
     [[nodiscard]] int unit() const;
+
+    /// The fields that differ; all that are not Null of a record that was added or deleted, but for
+    /// those that tell which record it is.
+    [[nodiscard]] QList<int> fields() const;
 };
 
 /// The records that one operation changed, in its order.
@@ -47,6 +54,8 @@ struct RegisterChange
 {
     QString caption; ///< what was done, for the user
     std::vector<RecordChange> records;
+    /// Nothing was done, because a record to be changed does not exist any more.
+    bool missing = false;
 
     [[nodiscard]] bool isEmpty() const { return records.empty(); }
 

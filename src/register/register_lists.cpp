@@ -42,16 +42,15 @@ QStringList readCodes(const QString& tableText)
 }
 
 /// Up to the first row without anything in it, where pickers stop as well.
-QStringList readEntries(const QString& groupText)
+std::vector<CoefficientEntry> readEntries(const QString& groupText)
 {
-    QStringList entries;
-    const text::CellTable table = text::TextToTable(groupText, coefficients::MaxGroupRows, 2);
+    std::vector<CoefficientEntry> entries;
+    const text::CellTable table = text::TextToTable(groupText, coefficients::MaxGroupRows, 3);
     for (int row = 1; row <= coefficients::MaxGroupRows; ++row) {
-        const QString& value = table.at(row, 1);
-        const QString& code = table.at(row, 2);
-        if (value.isEmpty() && code.isEmpty())
+        CoefficientEntry entry{table.at(row, 2), table.at(row, 1), table.at(row, 3)};
+        if (entry.value.isEmpty() && entry.code.isEmpty())
             break;
-        entries << (code.isEmpty() ? value : QStringLiteral("[%1] %2").arg(code, value));
+        entries.push_back(std::move(entry));
     }
     return entries;
 }
@@ -109,6 +108,19 @@ std::vector<TreeUnit> readTreeUnits(store::Database& lavoro, const QString& code
 
 } // namespace
 
+QString CoefficientEntry::text() const
+{
+    return code.isEmpty() ? value : QStringLiteral("[%1] %2").arg(code, value);
+}
+
+QString chosenCoefficient(const QString& entry, const QString& cellText)
+{
+    if (!entry.startsWith(u'['))
+        return entry.trimmed();
+    const qsizetype end = entry.indexOf(u']');
+    return end < 0 ? cellText : entry.left(end + 1);
+}
+
 std::vector<UnitRow> readUnits(store::Database& lavoro, const UnitFilter& filter)
 {
     QStringList conditions;
@@ -139,6 +151,23 @@ UnitRow readUnit(store::Database& lavoro, int number)
                                  .arg(store::TabellaUnita),
                              std::array{Value(number)});
     return record.EndOfFile() ? UnitRow() : unitRow(record);
+}
+
+int nearestUnit(store::Database& lavoro, int number)
+{
+    const QueryRecordset record = lavoro.OpenRecordset(
+        QStringLiteral("SELECT [Riferimento unità] FROM [%1] ORDER BY abs([Riferimento unità] - "
+                       ":1) LIMIT 1")
+            .arg(store::TabellaUnita),
+        std::array{Value(number)});
+    return record.EndOfFile() ? 0 : static_cast<int>(record.integer(0));
+}
+
+int countUnits(store::Database& lavoro)
+{
+    const QueryRecordset record =
+        lavoro.OpenRecordset(QStringLiteral("SELECT COUNT(*) FROM [%1]").arg(store::TabellaUnita));
+    return static_cast<int>(record.integer(0));
 }
 
 std::vector<RoomRow> readRooms(store::Database& lavoro, int unit)
@@ -179,7 +208,7 @@ RegisterLists LeggiDatiGenerali(store::Database& lavoro)
         name = texts.at(table++).trimmed();
     const coefficients::GroupTexts groups = coefficients::loadGroups(lavoro);
     std::size_t group = 1;
-    for (QStringList& entries : lists.coefficienti)
+    for (std::vector<CoefficientEntry>& entries : lists.coefficienti)
         entries = readEntries(groups.at(group++));
     return lists;
 }

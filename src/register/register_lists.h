@@ -19,11 +19,13 @@ inline constexpr int NumCoefficients = 6;
 inline constexpr int NumUnitTexts = 4;
 inline constexpr int NumRoomTexts = 8;
 
+/// Places in UnitRow::texts.
+enum UnitText : int { UnitTextRiferimento, UnitTextLivello, UnitTextScala, UnitTextHPiano };
+
 /// A unit as it is listed; a Null field is empty.
 struct UnitRow
 {
     int number = 0;
-    /// Riferimento, Livello, Codice scala, H piano.
     std::array<QString, NumUnitTexts> texts;
     /// One character for each special table, or nothing.
     QString flags;
@@ -51,6 +53,12 @@ struct UnitFilter
 /// The unit of the number; number 0 when there is none.
 [[nodiscard]] UnitRow readUnit(store::Database& lavoro, int number);
 
+/// The unit whose number is nearest to the given one; 0 when there is none.
+[[nodiscard]] int nearestUnit(store::Database& lavoro, int number);
+
+/// How many units there are.
+[[nodiscard]] int countUnits(store::Database& lavoro);
+
 /// The rooms of a unit in the order of their positions.
 [[nodiscard]] std::vector<RoomRow> readRooms(store::Database& lavoro, int unit);
 
@@ -76,14 +84,28 @@ struct TreeScala
 /// A unit of any other staircase is in none of them.
 [[nodiscard]] std::vector<TreeScala> readTree(store::Database& lavoro, const QStringList& scale);
 
-/// What pickers, filters and check boxes offer, without blank first entries.
+/// A line of a coefficient's list.
+struct CoefficientEntry
+{
+    QString code; ///< without brackets; empty for a value that rooms do not refer to
+    QString value;
+    QString description;
+
+    /// "[code] value", or the value alone.
+    [[nodiscard]] QString text() const;
+};
+
+/// What choosing the entry leaves in the cell: "[A]" of "[A] 1.05", the value when it has no code,
+/// nothing new (the cell's text) when its bracket does not close.
+[[nodiscard]] QString chosenCoefficient(const QString& entry, const QString& cellText);
+
+/// What pickers, filters and check boxes offer, without blank entries.
 struct RegisterLists
 {
     QStringList scale;
     QStringList livelli;
     std::array<QString, NumTables> tabelle; ///< names, empty for tables that are not in use
-    /// The entries of each coefficient: "[code] value", or the value alone.
-    std::array<QStringList, NumCoefficients> coefficienti;
+    std::array<std::vector<CoefficientEntry>, NumCoefficients> coefficienti;
 };
 
 /// A job without a record of general data gets one first.

@@ -3,6 +3,7 @@
 
 #include "store/schema.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -47,12 +48,6 @@ int Register::Writer::highest(const QString& sql, std::span<const Value> paramet
     return source.EndOfFile() ? 0 : static_cast<int>(source.integer(0));
 }
 
-int Register::Writer::highestUnit() const
-{
-    return highest(
-        QStringLiteral("SELECT MAX([Riferimento unità]) FROM [%1]").arg(store::TabellaUnita), {});
-}
-
 int Register::Writer::highestPosition(int unit) const
 {
     return highest(QStringLiteral("SELECT MAX(Posizione) FROM [%1] WHERE [Riferimento unità] = :1")
@@ -60,11 +55,35 @@ int Register::Writer::highestPosition(int unit) const
                    std::array{Value(unit)});
 }
 
-QString Register::Writer::nextUnitKey() const
+/// A room whose unit another program deleted still keeps its key.
+int Register::Writer::nextUnit() const
 {
-    const store::QueryRecordset last = m_lavoro.OpenRecordset(
-        QStringLiteral("SELECT MAX(Chiave) FROM [%1]").arg(store::TabellaUnita));
-    return store::unitKey(last.text(0).trimmed().toInt() + 1);
+    const QString sql =
+        QStringLiteral("SELECT MAX(n) FROM (SELECT [Riferimento unità] AS n FROM [%1] UNION ALL "
+                       "SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%1] UNION ALL "
+                       "SELECT [Riferimento unità] FROM [%2] UNION ALL "
+                       "SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%2])");
+    return highest(sql.arg(store::TabellaUnita, store::TabellaVani), {}) + 1;
+}
+
+void Register::Writer::requireUnit(int unit) const
+{
+    if (find(Table::Units, QStringLiteral("Riferimento unità"), Value(unit)).empty())
+        throw store::DatabaseError(
+            store::ErrorNumber::RecordDeleted,
+            QStringLiteral("L'unità %1 non c'è più: un altro programma l'ha eliminata. Scegliere "
+                           "un'altra unità, o aggiungerne una, e ripetere.")
+                .arg(unit));
+}
+
+QHash<int, QString> Register::Writer::names(const QList<int>& units) const
+{
+    QHash<int, QString> names;
+    for (const int unit : units)
+        for (const Record& record :
+             find(Table::Units, QStringLiteral("Riferimento unità"), Value(unit)))
+            names.insert(unit, textOf(record, UnitRiferimento));
+    return names;
 }
 
 void Register::Writer::write(Table table, const Record& before, const Record& after)
@@ -104,30 +123,39 @@ void Register::Writer::update(Table table, const Record& before, const Record& a
                      values);
 }
 
+void Register::Writer::note(Table table, const Record& before, Record after)
+{
+    write(table, before, after);
+    m_changes.push_back({.table = table, .before = before, .after = std::move(after)});
+}
+
 void Register::Writer::add(Table table, Record record)
 {
-    write(table, {}, record);
-    m_changes.push_back({.table = table, .before = {}, .after = std::move(record)});
+    note(table, {}, std::move(record));
 }
 
 void Register::Writer::remove(Table table, const Record& record)
 {
-    write(table, record, {});
-    m_changes.push_back({.table = table, .before = record, .after = {}});
+    note(table, record, {});
 }
 
-void Register::Writer::changeFirst(Table table, const std::vector<Record>& found, int field,
-                                   const QString& text)
+void Register::Writer::change(Table table, const Record& record, int field, const QString& text)
 {
-    if (found.empty())
-        return;
-    const Record& before = found.front();
-    Record after = before;
+    Record after = record;
     after[static_cast<std::size_t>(field)] = Value::nullIfEmpty(text);
-    if (after == before)
+    if (after != record)
+        note(table, record, std::move(after));
+}
+
+void Register::Writer::exchange(Table table, const Record& one, const Record& other, int firstField)
+{
+    Record first = one;
+    Record second = other;
+    std::swap_ranges(first.begin() + firstField, first.end(), second.begin() + firstField);
+    if (first == one)
         return;
-    write(table, before, after);
-    m_changes.push_back({.table = table, .before = before, .after = std::move(after)});
+    note(table, one, std::move(first));
+    note(table, other, std::move(second));
 }
 
 void Register::Writer::repeat(const RecordChange& change)

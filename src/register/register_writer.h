@@ -4,6 +4,8 @@
 #include "register/register.h"
 #include "store/database.h"
 
+#include <QHash>
+
 namespace zelto::registro {
 
 /// Writes records of units and rooms within one transaction and notes what they were.
@@ -16,25 +18,34 @@ public:
     [[nodiscard]] std::vector<Record> find(RecordChange::Table table, const QString& field,
                                            const store::Value& value) const;
 
-    /// The highest value of a number field, of the rooms of one unit when that is not 0.
-    [[nodiscard]] int highestUnit() const;
+    /// The position of the unit's last room.
     [[nodiscard]] int highestPosition(int unit) const;
-    /// The key behind that of the last unit.
-    [[nodiscard]] QString nextUnitKey() const;
+    /// The number behind every one that a unit or a room has, in its fields or in its key.
+    [[nodiscard]] int nextUnit() const;
+
+    /// Throws RecordDeleted when there is no such unit.
+    void requireUnit(int unit) const;
+
+    /// The names of the units, by number, as they are now.
+    [[nodiscard]] QHash<int, QString> names(const QList<int>& units) const;
 
     void add(RecordChange::Table table, Record record);
     void remove(RecordChange::Table table, const Record& record);
-    /// Gives a field of the first record another text, empty for Null; nothing without a record.
-    void changeFirst(RecordChange::Table table, const std::vector<Record>& found, int field,
-                     const QString& text);
+    /// Gives a field of the record another text, empty for Null.
+    void change(RecordChange::Table table, const Record& record, int field, const QString& text);
+    /// Two records exchange all that follows the fields by which they are told apart.
+    void exchange(RecordChange::Table table, const Record& one, const Record& other,
+                  int firstField);
 
     /// Makes a noted change once more; throws RecordChanged when its record is another by now.
     void repeat(const RecordChange& change);
 
+    [[nodiscard]] const std::vector<RecordChange>& changes() const { return m_changes; }
     [[nodiscard]] std::vector<RecordChange> commit();
 
 private:
     [[nodiscard]] int highest(const QString& sql, std::span<const store::Value> parameters) const;
+    void note(RecordChange::Table table, const Record& before, Record after);
     void write(RecordChange::Table table, const Record& before, const Record& after);
     void insert(RecordChange::Table table, const Record& record);
     void update(RecordChange::Table table, const Record& before, const Record& after);

@@ -22,13 +22,6 @@ public:
 
     /// Anything may have changed.
     virtual void reload() = 0;
-
-    /// What is wrong with a text of a room: coefficient 1 to 6, or 0 for its real size. Empty when
-    /// it counts for what it says.
-    [[nodiscard]] virtual QString roomRemark(int coefficient, const QString& text) = 0;
-
-    /// The same for the height factor of a unit's floor.
-    [[nodiscard]] virtual QString heightRemark(const QString& text) = 0;
 };
 
 } // namespace zelto::registro

@@ -165,9 +165,11 @@ void Application::showScreen(const QString& key)
 /// What it stores may change what the parameters screen says of its units.
 void Application::showModal(widgets::EditDialog&& screen)
 {
+    if (m_parametri && !m_parametri->finishTyping())
+        return;
     screen.exec();
     if (m_parametri)
-        m_parametri->refreshFigures();
+        m_parametri->refreshLists();
 }
 
 void Application::showParametri(store::Database& lavoro)

@@ -2,7 +2,6 @@
 #include "shell/job_figures.h"
 
 #include "reports/figures.h"
-#include "text/decimal_text.h"
 
 #include <algorithm>
 
@@ -13,17 +12,11 @@ namespace {
 /// Above this, loading the whole job is quicker than its units one by one.
 constexpr qsizetype MostSingleUnits = 20;
 
-QString zeroRemark(const QString& text)
-{
-    return QStringLiteral("«%1» vale 0 nel calcolo.").arg(text);
-}
-
 } // namespace
 
 void JobFigures::reload()
 {
     m_modello.reset();
-    m_liste.reset();
     m_calculated = false;
 }
 
@@ -75,31 +68,6 @@ QString JobFigures::describe(int unit)
     return QStringLiteral("Consistenza %1 - Millesimi %2")
         .arg(reports::MascheraTotaleUnita.format(m_consistenze.CTUI[place]).trimmed(),
              reports::cifra(m_millesimi[place]).trimmed());
-}
-
-QString JobFigures::roomRemark(int coefficient, const QString& text)
-{
-    const std::string field = text.toStdString();
-    if (field.empty())
-        return {};
-    if (coefficient == 0)
-        return text::leadingNumber(field) == 0 ? zeroRemark(text) : QString();
-    if (!m_liste)
-        m_liste = calc::CaricaListe(m_lavoro);
-    calc::CoefficientList& lista = m_liste->at(static_cast<std::size_t>(coefficient - 1));
-    if (field.starts_with('[') && !lista.knows(field))
-        return QStringLiteral("«%1» non è nell'elenco dei coefficienti: vale 0 nel calcolo.")
-            .arg(text);
-    return lista.resolve(field) == 0 ? zeroRemark(text) : QString();
-}
-
-/// The ground floor's 0 is as it should be; a text that only reads as 0 is not.
-QString JobFigures::heightRemark(const QString& text)
-{
-    const bool isZero = std::all_of(text.begin(), text.end(),
-                                    [](QChar c) { return c == u'0' || c == u'.' || c == u','; });
-    const bool readsAsZero = text::leadingNumber(text) == 0;
-    return !text.isEmpty() && readsAsZero && !isZero ? zeroRemark(text) : QString();
 }
 
 } // namespace zelto::shell

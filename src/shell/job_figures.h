@@ -22,15 +22,12 @@ public:
     [[nodiscard]] QString describe(int unit) override;
     void unitsChanged(const QList<int>& units) override;
     void reload() override;
-    [[nodiscard]] QString roomRemark(int coefficient, const QString& text) override;
-    [[nodiscard]] QString heightRemark(const QString& text) override;
 
 private:
     void calculate();
 
     store::Database& m_lavoro;
     std::optional<calc::ModelloLavoro> m_modello; ///< none until it is needed
-    std::optional<calc::Liste> m_liste;
     calc::Consistenze m_consistenze;
     std::vector<calc::Millesimi> m_millesimi;
     bool m_calculated = false;

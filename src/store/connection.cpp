@@ -141,6 +141,7 @@ ConnectionPtr openChecked(const QString& path, int flags)
     harden(connection->handle);
     connection->handle.exec("PRAGMA journal_mode=DELETE");
     checkContents(connection->handle, path);
+    connection->witness.remember(connection->handle, path);
     return connection;
 }
 
@@ -192,6 +193,7 @@ ConnectionPtr createFile(const QString& path)
             harden(connection->handle);
             connection->handle.exec("PRAGMA journal_mode=DELETE; PRAGMA application_id=" +
                                     std::to_string(ApplicationId));
+            connection->witness.remember(connection->handle, path);
             return connection;
         });
     } catch (...) {

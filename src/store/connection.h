@@ -3,6 +3,8 @@
 // the file's structure is checked before the first record is read.
 #pragma once
 
+#include "store/file_witness.h"
+
 #include <QString>
 
 #include <SQLiteCpp/Database.h>
@@ -28,6 +30,7 @@ struct Connection
 
     QString path;
     SQLite::Database handle;
+    FileWitness witness;
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

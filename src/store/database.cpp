@@ -6,6 +6,7 @@
 
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
+#include <sqlite3.h>
 
 namespace zelto::store {
 
@@ -44,7 +45,10 @@ int Database::Execute(const QString& sql, std::span<const Value> parameters)
     return onFile(path(), [&] {
         SQLite::Statement statement(m_connection->handle, sql.toStdString());
         bindParameters(statement, parameters);
-        return statement.exec();
+        const int changed = statement.exec();
+        if (sqlite3_get_autocommit(m_connection->handle.getHandle()) != 0)
+            m_connection->witness.remember(m_connection->handle, path());
+        return changed;
     });
 }
 
@@ -68,6 +72,7 @@ Database::Transaction::Transaction(Database& database) : m_connection(database.m
     onFile(m_connection->path, [&] {
         m_transaction = std::make_unique<SQLite::Transaction>(
             m_connection->handle, SQLite::TransactionBehavior::IMMEDIATE);
+        m_connection->witness.check(m_connection->handle, m_connection->path);
     });
 }
 
@@ -75,7 +80,10 @@ Database::Transaction::~Transaction() = default;
 
 void Database::Transaction::commit()
 {
-    onFile(m_connection->path, [&] { m_transaction->commit(); });
+    onFile(m_connection->path, [&] {
+        m_transaction->commit();
+        m_connection->witness.remember(m_connection->handle, m_connection->path);
+    });
 }
 
 } // namespace zelto::store

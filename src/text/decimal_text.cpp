@@ -35,6 +35,18 @@ std::size_t exponentLength(std::string_view text, std::size_t from)
     return end > digits ? end - from : 0;
 }
 
+/// Length of the number without sign that the text begins with, 0 when it begins with none.
+std::size_t unsignedLength(std::string_view text)
+{
+    const std::size_t integerEnd = skipDigits(text, 0);
+    std::size_t end = integerEnd;
+    if (end < text.size() && text[end] == '.')
+        end = skipDigits(text, end + 1);
+    if (integerEnd == 0 && end < 2)
+        return 0;
+    return end + exponentLength(text, end);
+}
+
 /// from_chars leaves the value alone beyond the range: the largest number stands for too large a
 /// one, 0 for too small a one. The power of ten of the first digit tells which of both it is.
 double outOfRange(std::string_view number, bool negative)
@@ -105,15 +117,9 @@ double leadingNumber(std::string_view text)
     if (negative || text.starts_with('+'))
         text.remove_prefix(1);
 
-    const std::size_t integerEnd = skipDigits(text, 0);
-    std::size_t end = integerEnd;
-    if (end < text.size() && text[end] == '.')
-        end = skipDigits(text, end + 1);
-    if (integerEnd == 0 && end < 2)
+    const std::string_view number = text.substr(0, unsignedLength(text));
+    if (number.empty())
         return 0;
-    end += exponentLength(text, end);
-
-    const std::string_view number = text.substr(0, end);
     double value = 0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::result_out_of_range)
@@ -132,6 +138,17 @@ double leadingNumber(QStringView text)
         ascii.push_back(static_cast<char>(c.unicode()));
     }
     return leadingNumber(std::string_view{ascii});
+}
+
+bool isNumber(QStringView text)
+{
+    const QByteArray ascii = text.toLatin1();
+    std::string_view number(ascii.data(), static_cast<std::size_t>(ascii.size()));
+    number.remove_prefix(std::min(number.find_first_not_of(' '), number.size()));
+    number = number.substr(0, number.find_last_not_of(' ') + 1);
+    if (number.starts_with('-') || number.starts_with('+'))
+        number.remove_prefix(1);
+    return !number.empty() && unsignedLength(number) == number.size();
 }
 
 double readNumber(const QString& text)

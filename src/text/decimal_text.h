@@ -39,6 +39,9 @@ void StripBlanks(QString& text);
 double leadingNumber(std::string_view text);
 double leadingNumber(QStringView text);
 
+/// Whether leadingNumber reads the whole text, blanks around it aside.
+bool isNumber(QStringView text);
+
 /// leadingNumber of the text after ToPointDecimal, for figures that may hold either separator.
 double readNumber(const QString& text);
 

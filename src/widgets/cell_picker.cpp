@@ -1,98 +1,186 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/cell_picker.h"
 
+#include "widgets/field_rules.h"
 #include "widgets/grid.h"
+#include "widgets/marks.h"
+#include "widgets/typed_line.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QScrollBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
 
 namespace zelto::widgets {
 
-CellPicker::CellPicker(QWidget* parent) : QListWidget(parent)
+namespace {
+
+constexpr int Columns = 3;
+
+template <typename Matches>
+int firstEntry(const std::vector<PickerEntry>& entries, const Matches& matches)
 {
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setUniformItemSizes(true);
-    setTabKeyNavigation(false);
-    hide();
-    connect(this, &QListWidget::itemClicked, this, &CellPicker::choose);
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const PickerEntry& entry) {
+        return !entry.isBlank() && matches(entry);
+    });
+    return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
 }
 
-void CellPicker::open(const QStringList& entries, const QRect& place, const QString& text,
-                      Match match)
+} // namespace
+
+int entryTyped(const std::vector<PickerEntry>& entries, const QString& typed)
 {
-    clear();
-    addItems(entries);
-    const bool whole = match == Match::Whole;
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const QString& entry) {
-        return whole ? entry == text : entry.startsWith(text);
-    });
-    const auto row = static_cast<int>(std::distance(entries.begin(), found));
-    setCurrentRow(found != entries.end() ? row : whole ? -1 : 0);
+    if (typed.isEmpty())
+        return -1;
+    const QString figure = QString(typed).replace(u',', u'.');
+    const auto value = [](const PickerEntry& entry) {
+        return QString(entry.value).replace(u',', u'.');
+    };
+    using Rule = std::function<bool(const PickerEntry&)>;
+    for (const Rule& rule :
+         {Rule([&](const PickerEntry& entry) { return entry.code == typed; }),
+          Rule([&](const PickerEntry& entry) {
+              return entry.code.compare(typed, Qt::CaseInsensitive) == 0;
+          }),
+          Rule([&](const PickerEntry& entry) { return entry.code.startsWith(typed); }),
+          Rule([&](const PickerEntry& entry) {
+              return entry.code.startsWith(typed, Qt::CaseInsensitive);
+          }),
+          Rule([&](const PickerEntry& entry) { return value(entry) == figure; }),
+          Rule([&](const PickerEntry& entry) {
+              return value(entry).startsWith(figure, Qt::CaseInsensitive);
+          })})
+        if (const int entry = firstEntry(entries, rule); entry >= 0)
+            return entry;
+    return -1;
+}
+
+CellPicker::CellPicker(QWidget* parent)
+    : QFrame(parent), m_typed(new QLabel(this)), m_list(new QTreeWidget(this))
+{
+    setFrameShape(StyledPanel);
+    setAutoFillBackground(true);
+    setFocusProxy(m_list);
+    m_typed->setObjectName(QStringLiteral("Cercato"));
+    m_typed->setTextFormat(Qt::PlainText);
+    m_typed->setContentsMargins(4, 1, 4, 1);
+    m_list->setObjectName(QStringLiteral("Voci"));
+    m_list->setColumnCount(Columns);
+    m_list->setHeaderHidden(true);
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setFrameShape(NoFrame);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->header()->setMinimumSectionSize(0);
+    m_list->installEventFilter(this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_typed);
+    layout->addWidget(m_list);
+    hide();
+    connect(m_list, &QTreeWidget::itemClicked, this, [this] { choose(Then::Stays); });
+}
+
+void CellPicker::open(const std::vector<PickerEntry>& entries, int current, const QRect& place,
+                      int keyCode)
+{
+    m_entries = entries;
+    m_opened = current;
+    m_list->setAccessibleName(accessibleName());
+    fill();
+    search({});
     placeOver(place);
     show();
     raise();
     setFocus(Qt::PopupFocusReason);
-    scrollToItem(currentItem());
+    m_list->scrollToItem(m_list->currentItem());
+    if (keyCode > Grid::DoubleClickCode)
+        search(QChar(static_cast<char16_t>(keyCode)));
 }
 
-void CellPicker::searchFor(int keyCode)
+void CellPicker::fill()
 {
-    if (keyCode <= Grid::DoubleClickCode)
-        return;
-    // As if nothing were current yet, so that the entry which is may be found again.
-    const int before = currentRow();
-    setCurrentRow(-1);
-    keyboardSearch(QChar(static_cast<char16_t>(keyCode)));
-    if (currentRow() < 0)
-        setCurrentRow(before);
+    m_list->clear();
+    QList<QTreeWidgetItem*> lines;
+    for (const PickerEntry& entry : m_entries)
+        lines << new QTreeWidgetItem(
+            {entry.code, entry.value,
+             entry.isBlank() ? QStringLiteral("(nessuno)") : entry.description});
+    m_list->addTopLevelItems(lines);
+    for (QTreeWidgetItem* line : lines)
+        line->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
+    for (int column = 0; column < Columns; ++column)
+        m_list->resizeColumnToContents(column);
 }
 
-void CellPicker::keyboardSearch(const QString& typed)
+/// The next text that was typed; empty goes back to what was selected at first.
+void CellPicker::search(const QString& typed)
 {
-    const auto begins = [&](const QString& entry) {
-        return entry.sliced(entry.startsWith(u'[') ? 1 : 0).startsWith(typed, Qt::CaseInsensitive);
-    };
-    const auto hasValue = [&](const QString& entry) {
-        return entry.section(u' ', -1).startsWith(typed, Qt::CaseInsensitive);
-    };
-    const auto goTo = [this](auto matches) {
-        for (int step = 1; step <= count(); ++step) {
-            const int row = (currentRow() + step) % count();
-            if (matches(item(row)->text())) {
-                setCurrentRow(row);
-                return true;
-            }
-        }
-        return false;
-    };
-    if (!goTo(begins))
-        goTo(hasValue);
+    m_search = typed;
+    m_typed->setText(typed.isEmpty() ? QStringLiteral("Scrivere codice o valore")
+                                     : QStringLiteral("Cerca: %1").arg(typed));
+    m_typed->setEnabled(!typed.isEmpty());
+    const int found = typed.isEmpty() ? m_opened : entryTyped(m_entries, typed);
+    select(found);
+    if (found < 0 && !typed.isEmpty())
+        refuse(*this);
+}
+
+void CellPicker::select(int entry)
+{
+    QTreeWidgetItem* line = m_list->topLevelItem(entry);
+    m_list->setCurrentItem(line);
+    if (line == nullptr)
+        m_list->clearSelection();
+    else
+        m_list->scrollToItem(line);
+}
+
+int CellPicker::selected() const
+{
+    const QList<QTreeWidgetItem*> lines = m_list->selectedItems();
+    return lines.isEmpty() ? -1 : m_list->indexOfTopLevelItem(lines.front());
 }
 
 void CellPicker::placeOver(const QRect& place)
 {
     constexpr int MostRows = 12;
+    constexpr int Gap = 8;
     const int frame = 2 * frameWidth();
-    const int rowHeight = std::max(count() > 0 ? sizeHintForRow(0) : 0, fontMetrics().height());
-    const bool scrolls = count() > MostRows;
-    const int bar = scrolls ? verticalScrollBar()->sizeHint().width() : 0;
-    QRect list(place.topLeft(), QSize(std::max(place.width(), sizeHintForColumn(0) + bar + frame),
-                                      std::clamp(count(), 1, MostRows) * rowHeight + frame));
+    const int count = m_list->topLevelItemCount();
+    const int rowHeight = std::max(m_list->sizeHintForRow(0), fontMetrics().height());
+    int width =
+        frame + Gap + (count > MostRows ? m_list->verticalScrollBar()->sizeHint().width() : 0);
+    for (int column = 0; column < Columns; ++column)
+        width += m_list->columnWidth(column);
+    const int header = m_typed->sizeHint().height();
+    width = std::max({width, place.width(), m_typed->sizeHint().width() + frame});
+    QRect list(place.topLeft() - QPoint(0, header),
+               QSize(width, header + std::clamp(count, 1, MostRows) * rowHeight + frame));
     const QRect room = parentWidget()->rect();
     list.moveRight(std::min(list.right(), std::max(room.right(), list.width() - 1)));
     list.moveBottom(std::min(list.bottom(), std::max(room.bottom(), list.height() - 1)));
+    list.moveTop(std::max(list.top(), 0));
     setGeometry(list);
 }
 
-void CellPicker::choose(QListWidgetItem* item)
+void CellPicker::choose(Then then)
 {
-    if (!isVisible() || item == nullptr)
+    const int entry = selected();
+    if (!isVisible())
         return;
-    const QString entry = item->text();
+    if (entry < 0) {
+        refuse(*this);
+        return;
+    }
     hide();
-    emit chosen(entry);
+    emit chosen(entry, then);
 }
 
 void CellPicker::dismiss()
@@ -103,28 +191,48 @@ void CellPicker::dismiss()
     emit dismissed();
 }
 
-void CellPicker::keyPressEvent(QKeyEvent* event)
+bool CellPicker::eventFilter(QObject* watched, QEvent* event)
 {
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        // Getting the focus makes the first entry current, but selects none.
-        choose(selectedItems().value(0));
-        return;
-    case Qt::Key_Escape:
-        dismiss();
-        return;
-    default:
-        QListWidget::keyPressEvent(event);
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        return filterKey(key.key(), typedBy(key));
     }
+    // Another window in front is no answer.
+    if (event->type() == QEvent::FocusOut && !isPassing(static_cast<QFocusEvent*>(event)->reason()))
+        dismiss();
+    return QFrame::eventFilter(watched, event);
 }
 
-void CellPicker::focusOutEvent(QFocusEvent* event)
+bool CellPicker::filterKey(int key, const QString& typed)
 {
-    QListWidget::focusOutEvent(event);
-    // Another window in front is no answer.
-    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+        choose(Then::Next);
+        return true;
+    case Qt::Key_Backtab:
+        choose(Then::Previous);
+        return true;
+    case Qt::Key_Escape:
         dismiss();
+        return true;
+    case Qt::Key_Backspace:
+        search(m_search.chopped(std::min<qsizetype>(m_search.size(), 1)));
+        return true;
+    default:
+        break;
+    }
+    if (typed.isEmpty())
+        return false;
+    // A blank alone means the blank entry.
+    const auto blank = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [](const PickerEntry& entry) { return entry.isBlank(); });
+    if (m_search.isEmpty() && typed == u" " && blank != m_entries.end())
+        select(static_cast<int>(blank - m_entries.begin()));
+    else
+        search(m_search + typed);
+    return true;
 }
 
 } // namespace zelto::widgets

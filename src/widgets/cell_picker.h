@@ -1,45 +1,75 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QListWidget>
+#include <QFrame>
+#include <QString>
+
+#include <vector>
+
+class QLabel;
+class QTreeWidget;
 
 namespace zelto::widgets {
 
-/// A list laid over a cell or a field, from which one entry is chosen: by Enter or a click. Esc and
-/// the loss of the focus hide it without a choice. A typed character goes to the next entry that
-/// begins with it, or whose code in brackets does, or else to one whose value does.
-class CellPicker : public QListWidget
+/// One line of a picker; all of it empty for the choice of nothing.
+struct PickerEntry
+{
+    QString code;
+    QString value;
+    QString description;
+
+    [[nodiscard]] bool isBlank() const { return code.isEmpty() && value.isEmpty(); }
+};
+
+/// The entry that is meant by what was typed, letter case aside where nothing matches with it: the
+/// one of that code, else the first whose code begins so, else the first whose value does, with a
+/// comma for its point if one likes. -1 for none.
+[[nodiscard]] int entryTyped(const std::vector<PickerEntry>& entries, const QString& typed);
+
+/// A list laid over a cell or a field, from which one entry is chosen: by Enter, Tab or a click.
+/// Esc and the loss of the focus hide it without a choice. What is typed stands above the list and
+/// goes to the entry that is meant; what means none selects none.
+class CellPicker : public QFrame
 {
     Q_OBJECT
 
 public:
-    /// Which entry is current at first, if any.
-    enum class Match { Whole, Beginning };
+    /// Where the user goes on after a choice.
+    enum class Then { Stays, Next, Previous };
 
     explicit CellPicker(QWidget* parent);
 
-    /// Shows the entries with their first row over the place, in coordinates of the parent, and as
-    /// wide at least; of what does not fit below, the list moves up. With Match::Beginning the
-    /// first entry is current when none begins with the text.
-    void open(const QStringList& entries, const QRect& place, const QString& text, Match match);
+    /// Shows the entries, the current one selected (-1 for none), with the first one over the
+    /// place, in coordinates of the parent, and as wide at least; of what does not fit below, the
+    /// list moves up. The key code of a character begins what is typed.
+    void open(const std::vector<PickerEntry>& entries, int current, const QRect& place,
+              int keyCode);
 
-    /// Goes to the character that the list was opened with; those of no character change nothing.
-    void searchFor(int keyCode);
-    void keyboardSearch(const QString& typed) override;
+    /// Index of the selected entry, -1 for none.
+    [[nodiscard]] int selected() const;
 
 signals:
     /// The list is hidden already.
-    void chosen(const QString& entry);
+    void chosen(int entry, zelto::widgets::CellPicker::Then then);
     void dismissed();
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void choose(QListWidgetItem* item);
+    bool filterKey(int key, const QString& typed);
+    void fill();
+    void search(const QString& typed);
+    void select(int entry);
+    void choose(Then then);
     void dismiss();
     void placeOver(const QRect& place);
+
+    QLabel* m_typed;
+    QTreeWidget* m_list;
+    std::vector<PickerEntry> m_entries;
+    QString m_search;
+    int m_opened = -1; ///< what was selected at first
 };
 
 } // namespace zelto::widgets

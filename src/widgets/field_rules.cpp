@@ -104,6 +104,31 @@ std::optional<int> readYear(QStringView text)
     return *year + (*year < FirstOfThisCentury ? 2000 : 1900);
 }
 
+/// With AltGr a key has none of them, or one of its own beside them.
+bool hasModifier(const QKeyEvent& key, Qt::KeyboardModifiers wanted)
+{
+    return key.modifiers().testAnyFlags(wanted) &&
+           !key.modifiers().testFlag(Qt::GroupSwitchModifier);
+}
+
+bool bearsCharacter(const QKeyEvent& key)
+{
+    const QString text = key.text();
+    return !text.isEmpty() && text.front().category() != QChar::Other_Control;
+}
+
+bool isReference(QStringView text)
+{
+    return text.startsWith(u'[');
+}
+
+/// Digits with signs, separators and blanks, however they are mixed.
+bool looksLikeFigure(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar c) { return isDigit(c) || c.isSpace() || u"+-.,"_s.contains(c); });
+}
+
 } // namespace
 
 bool keepsKey(const FieldTag& tag, QChar key, const FieldText& field)
@@ -140,6 +165,23 @@ QString typeable(const FieldTag& tag, QStringView typed, FieldText field, int ma
     return taken;
 }
 
+QString withPoints(const FieldTag& tag, QString text, QStringView field)
+{
+    const bool reference = !tag.isNumeric() && (isReference(field) || isReference(text));
+    return tag.hasDecimals() && !reference ? text.replace(u',', u'.') : text;
+}
+
+std::optional<QString> pasteable(const FieldTag& tag, const QString& text)
+{
+    if (!tag.hasDecimals() || (!tag.isNumeric() && !looksLikeFigure(text)))
+        return withPoints(tag, text, {});
+    QString figure = withPoints(tag, text, {});
+    if (figure.count(u'.') > 1)
+        return std::nullopt;
+    figure.removeIf([](QChar c) { return c.isSpace(); });
+    return figure;
+}
+
 std::optional<QString> checkedText(const FieldTag& tag, const QString& text, int maxLength)
 {
     bool passes = true;
@@ -173,16 +215,17 @@ std::optional<QDate> readDate(QStringView text)
 
 QString typedBy(const QKeyEvent& key)
 {
-    QString text = key.text();
-    const bool keypad = key.modifiers().testFlag(Qt::KeypadModifier);
-    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
-    const bool command =
-        modifiers == Qt::ControlModifier || modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
-    if (command || text.isEmpty() || text.front().category() == QChar::Other_Control)
+    const QString text = key.text();
+    if (!bearsCharacter(key) ||
+        hasModifier(key, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
         return {};
-    if (keypad && (text == u","_s || text == u"."_s))
-        return u"."_s;
-    return text;
+    const bool keypad = key.modifiers().testFlag(Qt::KeypadModifier);
+    return keypad && (text == u","_s || text == u"."_s) ? u"."_s : text;
+}
+
+bool isAltCharacter(const QKeyEvent& key)
+{
+    return bearsCharacter(key) && hasModifier(key, Qt::AltModifier | Qt::MetaModifier);
 }
 
 } // namespace zelto::widgets

@@ -31,6 +31,15 @@ struct FieldText
 [[nodiscard]] QString typeable(const FieldTag& tag, QStringView typed, FieldText field,
                                int maxLength);
 
+/// The text as it is typed behind what the field holds: where the tag has decimals, each comma is
+/// the decimal point. A reference, which begins with "[", keeps its commas.
+[[nodiscard]] QString withPoints(const FieldTag& tag, QString text, QStringView field);
+
+/// The text as it is pasted or dropped: a figure without the blanks between its digits and with a
+/// decimal point. Nothing for a figure with more than one separator: which of them is the decimal
+/// one cannot be told.
+[[nodiscard]] std::optional<QString> pasteable(const FieldTag& tag, const QString& text);
+
 /// The text in the form in which it may stay, nothing when it fails the tag's check.
 /// maxLength as in typeable; without one the check of characters has nothing to look at.
 [[nodiscard]] std::optional<QString> checkedText(const FieldTag& tag, const QString& text,
@@ -40,8 +49,11 @@ struct FieldText
 /// and 2029. Nothing when there is no such day.
 [[nodiscard]] std::optional<QDate> readDate(QStringView text);
 
-/// The text that a key types, empty when it is a command. The decimal key of the keypad types a
-/// point whatever the keyboard's language.
+/// The text that a key types, empty when it is a command, as every key with Ctrl, Alt or Super is.
+/// The decimal key of the keypad types a point whatever the keyboard's language.
 [[nodiscard]] QString typedBy(const QKeyEvent& key);
+
+/// Whether the key bears a character with Alt or Super, which Qt's own fields would type.
+[[nodiscard]] bool isAltCharacter(const QKeyEvent& key);
 
 } // namespace zelto::widgets

@@ -47,10 +47,15 @@ QChar at(const QString& tag, qsizetype position)
 
 } // namespace
 
-FieldTag::FieldTag(const QString& tag)
+FieldTag::FieldTag(const QString& tag, Holds holds)
     : m_kind(kindOf(at(tag, 0).toUpper())), m_check(checkOf(at(tag, 3))), m_checkData(tag.mid(4)),
-      m_turnsCommas(tag.isEmpty() || u"ESDLIC"_s.contains(tag.front().toUpper()))
+      m_turnsCommas(tag.isEmpty() || u"ESDLIC"_s.contains(tag.front().toUpper())), m_holds(holds)
 {}
+
+bool FieldTag::hasDecimals() const
+{
+    return m_kind == Kind::DecimalNumber || m_kind == Kind::Amount || m_holds == Holds::Figures;
+}
 
 bool FieldTag::isNumeric() const
 {

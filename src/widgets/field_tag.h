@@ -12,10 +12,12 @@ class FieldTag
 public:
     enum class Kind { Date, Text, MultilineText, WholeNumber, DecimalNumber, Amount };
     enum class Check { None, Characters, Values, Date };
+    /// What a free text is about: figures count in the calculation, words do not.
+    enum class Holds { Words, Figures };
 
     /// The type code counts without regard to letter case; an unknown one, or none, stands for a
     /// decimal number.
-    explicit FieldTag(const QString& tag = {});
+    explicit FieldTag(const QString& tag = {}, Holds holds = Holds::Words);
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] Check check() const { return m_check; }
@@ -28,11 +30,15 @@ public:
     /// Whether a comma in the field's text is turned into a point when the field is entered.
     [[nodiscard]] bool turnsCommas() const { return m_turnsCommas; }
 
+    /// Whether a comma that comes in, by whatever way, is the decimal point.
+    [[nodiscard]] bool hasDecimals() const;
+
 private:
     Kind m_kind;
     Check m_check;
     QString m_checkData;
     bool m_turnsCommas;
+    Holds m_holds;
 };
 
 } // namespace zelto::widgets

@@ -3,20 +3,25 @@
 
 #include "widgets/field_rules.h"
 #include "widgets/grid_delegate.h"
-#include "widgets/twips.h"
 #include "widgets/typed_line.h"
 #include "widgets/wheel_scroller.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
-#include <QStyleOptionHeader>
-#include <QStylePainter>
+#include <QMouseEvent>
 
 #include <algorithm>
 
 namespace zelto::widgets {
+
+namespace {
+
+bool isChord(const QKeyEvent& key)
+{
+    return key.modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
+} // namespace
 
 Grid::Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, AtEnd atEnd,
            QWidget* parent)
@@ -33,36 +38,11 @@ Grid::Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, 
     buildEditor();
 }
 
-void Grid::setUpHeaders()
-{
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    fitRows();
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setMinimumSectionSize(1);
-    for (int column = 1; column <= m_model->columnCount(); ++column)
-        setWidthInTwips(column, m_model->column(column - 1).width);
-    // Qt has no caption for the corner between the headers.
-    m_corner = findChild<QAbstractButton*>();
-    if (m_corner != nullptr) {
-        m_corner->installEventFilter(this);
-        m_corner->setAccessibleName(QStringLiteral("Seleziona tutto"));
-    }
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &Grid::placeEditor);
-    connect(m_model, &QAbstractItemModel::modelReset, this, &Grid::fitNumbers);
-    connect(m_model, &QAbstractItemModel::rowsInserted, this, &Grid::fitNumbers);
-}
-
-void Grid::fitRows()
-{
-    constexpr int Margins = 6;
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Margins);
-    fitNumbers();
-}
-
 void Grid::buildEditor()
 {
     m_editor->setObjectName(QStringLiteral("TxtEdit"));
     m_editor->setEnter(TypedLine::Enter::IsIgnored);
+    m_editor->setOnEntry(TypedLine::OnEntry::Nothing);
     m_editor->setTextMargins(-2, -2, -2, -2); // its frame must fit into a row
     m_editor->hide();
     m_editor->installEventFilter(this);
@@ -72,9 +52,24 @@ void Grid::buildEditor()
 
 void Grid::setCurrentCell(int row, int column)
 {
-    // Whatever modifier keys are held, unlike setCurrentIndex.
-    selectionModel()->setCurrentIndex(m_model->index(row, column),
-                                      QItemSelectionModel::ClearAndSelect);
+    commitEditor();
+    setCurrentIndex(m_model->index(row, column));
+}
+
+void Grid::selectBlock(const QModelIndex& first, const QModelIndex& last)
+{
+    setCurrentIndex(first);
+    selectionModel()->select({first, last}, QItemSelectionModel::ClearAndSelect);
+}
+
+void Grid::selectRows(int first, int last)
+{
+    selectBlock(m_model->index(first, 0), m_model->index(last, 0));
+}
+
+void Grid::leaveCells()
+{
+    selectionModel()->clear();
 }
 
 Grid::RowRange Grid::selectedRows() const
@@ -85,25 +80,47 @@ Grid::RowRange Grid::selectedRows() const
     return {cells.front().row(), cells.back().row()};
 }
 
+/// Shift and the mouse held down stretch the selection from where it began. Everything else, Ctrl
+/// with any key or click included, begins anew.
+QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& index,
+                                                           const QEvent* event) const
+{
+    using Selection = QItemSelectionModel;
+    const auto type = event != nullptr ? event->type() : QEvent::None;
+    if (type == QEvent::MouseButtonRelease || (type != QEvent::None && !index.isValid()))
+        return Selection::NoUpdate;
+    if (type == QEvent::MouseButtonPress &&
+        static_cast<const QMouseEvent*>(event)->button() == Qt::RightButton &&
+        selectionModel()->isSelected(index))
+        return Selection::NoUpdate; // the menu is about what is selected
+    const auto* input = dynamic_cast<const QInputEvent*>(event);
+    const bool shift = input != nullptr && input->modifiers().testFlag(Qt::ShiftModifier);
+    return shift || type == QEvent::MouseMove ? Selection::SelectCurrent
+                                              : Selection::ClearAndSelect;
+}
+
 void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     commitEditor();
     QTableView::currentChanged(current, previous);
 }
 
-void Grid::moveByEnter()
+void Grid::step(bool forward)
 {
     const int row = currentRow();
+    const int last = m_model->columnCount() - 1;
+    const int column = currentColumn() + (forward ? 1 : -1);
     if (row < 0)
         return;
-    if (currentColumn() < m_model->columnCount() - 1) {
-        setCurrentCell(row, currentColumn() + 1);
-        return;
+    if (column >= 0 && column <= last)
+        setCurrentCell(row, column);
+    else if (!forward && row > 0)
+        setCurrentCell(row - 1, last);
+    else if (forward) {
+        if (row == m_model->rowCount() - 1 && m_atEnd == AtEnd::AppendsRow)
+            appendRow();
+        setCurrentCell(std::min(row + 1, m_model->rowCount() - 1), 0);
     }
-    const bool last = row == m_model->rowCount() - 1;
-    if (last && m_atEnd == AtEnd::AppendsRow)
-        appendRow();
-    setCurrentCell(std::min(row + 1, m_model->rowCount() - 1), 0);
 }
 
 void Grid::appendRow()
@@ -120,31 +137,35 @@ bool Grid::isEditing() const
     return m_edited.isValid();
 }
 
-QString Grid::startText(int keyCode) const
-{
-    const QString& text = m_model->text(currentRow(), currentColumn());
-    if (keyCode >= 0 && keyCode <= DoubleClickCode)
-        return text;
-    const QChar key(static_cast<ushort>(keyCode));
-    const bool numeric = m_model->tag(currentColumn()).isNumeric();
-    return !numeric || QStringView(u"0123456789-.").contains(key) ? QString(key) : text;
-}
-
 void Grid::MsFlexGridEdit(int keyCode)
 {
     const QModelIndex cell = currentIndex();
     if (!cell.isValid())
         return;
-    const GridColumn& column = m_model->column(cell.column());
-    if (column.editing == GridColumn::Editing::ByScreen) {
+    if (m_model->column(cell.column()).editing == GridColumn::Editing::ByScreen) {
         emit cellRequested(cell.row(), cell.column(), keyCode);
         return;
     }
+    const bool character = keyCode < 0 || keyCode > DoubleClickCode;
+    openEditor(character ? QString(QChar(static_cast<char16_t>(keyCode))) : QString());
+}
+
+/// With what was typed in place of the cell's text, if a key of the column may begin one.
+void Grid::openEditor(const QString& typed)
+{
+    const QModelIndex cell = currentIndex();
+    const GridColumn& column = m_model->column(cell.column());
+    const FieldTag& tag = m_model->tag(cell.column());
+    const QString& text = m_model->text(cell.row(), cell.column());
+    const QString begun = typeable(tag, withPoints(tag, typed, {}), {}, column.maxLength);
     scrollTo(cell);
     m_edited = cell;
-    m_editor->setTag(m_model->tag(cell.column()), column.maxLength);
+    // A text that is longer than it may be is shown whole, as long as nobody changes it.
+    const auto length = static_cast<int>(text.size());
+    m_editor->setTag(tag, column.maxLength > 0 ? std::max(column.maxLength, length) : 0);
     m_editor->setAlignment((column.alignment & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter);
-    m_editor->setText(startText(keyCode));
+    m_editor->setText(begun.isEmpty() ? text : begun);
+    m_editor->setModified(!begun.isEmpty());
     m_editor->setAccessibleName(
         QStringLiteral("%1, riga %2").arg(column.header, m_model->number(cell.row())));
     placeEditor();
@@ -158,6 +179,11 @@ void Grid::EditKeyCode(int key)
     const int row = m_edited.row();
     const int column = m_edited.column();
     switch (key) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        setFocus();
+        step(key == Qt::Key_Tab);
+        break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         setFocus();
@@ -185,8 +211,10 @@ void Grid::commitEditor()
     if (!isEditing())
         return;
     const CellChange change{m_edited.row(), m_edited.column(), {}, m_editor->text()};
+    const bool typed = m_editor->isModified();
     hideEditor();
-    apply({change});
+    if (typed)
+        apply({change});
 }
 
 void Grid::hideEditor()
@@ -210,28 +238,22 @@ void Grid::updateGeometries()
     placeEditor();
 }
 
-void Grid::fitNumbers()
-{
-    verticalHeader()->setFixedWidth(numberWidth());
-}
-
 void Grid::scrollContentsBy(int dx, int dy)
 {
     QTableView::scrollContentsBy(dx, dy);
     placeEditor();
 }
 
-void Grid::changeEvent(QEvent* event)
-{
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        fitRows();
-}
-
 void Grid::focusInEvent(QFocusEvent* event)
 {
     commitEditor();
-    QTableView::focusInEvent(event);
+    if (currentIndex().isValid()) {
+        QTableView::focusInEvent(event);
+        return;
+    }
+    // Qt would make the first cell current.
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
 }
 
 // Keys and mouse
@@ -241,7 +263,8 @@ void Grid::keyPressEvent(QKeyEvent* event)
     if (command(event))
         return;
     const QString typed = typedBy(*event);
-    const bool control = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_F2;
+    const bool control = event->modifiers() == Qt::NoModifier &&
+                         (event->key() == Qt::Key_Backspace || event->key() == Qt::Key_F2);
     if (typed.isEmpty() && !control) {
         QTableView::keyPressEvent(event);
         return;
@@ -256,8 +279,9 @@ void Grid::keyPressEvent(QKeyEvent* event)
 bool Grid::command(QKeyEvent* event)
 {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        moveByEnter();
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && !isChord(*event))
+        step(true);
     else if (event->matches(QKeySequence::Copy))
         copySelection();
     else if (event->matches(QKeySequence::Paste))
@@ -302,30 +326,18 @@ bool Grid::eventFilter(QObject* watched, QEvent* event)
     return watched == m_editor ? filterEditor(event) : QTableView::eventFilter(watched, event);
 }
 
-void Grid::paintCorner()
-{
-    QStylePainter painter(m_corner);
-    QStyleOptionHeader option;
-    option.initFrom(m_corner);
-    option.text = m_model->numberHeader();
-    option.textAlignment = Qt::AlignCenter;
-    painter.drawControl(QStyle::CE_Header, option);
-}
-
 bool Grid::filterEditor(QEvent* event)
 {
     if (event->type() == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        if (!isPassing(reason))
             commitEditor();
     }
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress || isChord(*static_cast<QKeyEvent*>(event)))
         return false;
     switch (const int key = static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-        setFocus();
-        return focusNextPrevChild(key == Qt::Key_Tab);
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Escape:
@@ -336,36 +348,6 @@ bool Grid::filterEditor(QEvent* event)
     default:
         return false;
     }
-}
-
-// Widths
-
-int Grid::numberWidth() const
-{
-    constexpr int Margins = 8;
-    const int rows = m_model->rowCount();
-    const QStringList texts{QStringLiteral("00"), m_model->numberHeader(),
-                            rows > 0 ? m_model->number(rows - 1) : QString()};
-    int width = m_numberWidth;
-    for (const QString& text : texts)
-        width = std::max(width, fontMetrics().horizontalAdvance(u' ' + text + u' ') + Margins);
-    return width;
-}
-
-int Grid::widthInTwips(int column) const
-{
-    return twipsOf(*this, column == 0 ? verticalHeader()->width() : columnWidth(column - 1));
-}
-
-void Grid::setWidthInTwips(int column, int twips)
-{
-    const int pixels = pixelsOf(*this, twips);
-    if (column > 0) {
-        setColumnWidth(column - 1, pixels);
-        return;
-    }
-    m_numberWidth = pixels;
-    fitNumbers();
 }
 
 } // namespace zelto::widgets

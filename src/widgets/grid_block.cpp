@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/grid_block.h"
 
-#include "text/decimal_text.h"
 #include "widgets/field_rules.h"
 
 namespace zelto::widgets {
@@ -89,9 +88,10 @@ CellBlock readBlock(const QString& text)
 std::optional<QString> acceptedCell(const GridModel& model, int column, const QString& cell)
 {
     const FieldTag& tag = model.tag(column);
-    QString wanted = tag.isNumeric() ? text::ToPointDecimal(cell) : cell;
-    const QString taken = typeable(tag, wanted, {}, model.column(column).maxLength);
-    return taken == wanted ? std::optional(std::move(wanted)) : std::nullopt;
+    std::optional<QString> wanted = pasteable(tag, cell);
+    if (wanted && typeable(tag, *wanted, {}, model.column(column).maxLength) != *wanted)
+        wanted.reset();
+    return wanted;
 }
 
 } // namespace zelto::widgets

@@ -6,6 +6,7 @@
 #include <QClipboard>
 
 #include <algorithm>
+#include <utility>
 
 namespace zelto::widgets {
 
@@ -41,32 +42,28 @@ QString tooLong(int rows, int room)
 
 } // namespace
 
+/// In reading order; none when no cell is current.
 QModelIndexList Grid::selectedCells() const
 {
+    if (!currentIndex().isValid())
+        return {};
     QModelIndexList cells = selectionModel()->selectedIndexes();
-    if (cells.isEmpty() && currentIndex().isValid())
+    if (cells.isEmpty())
         cells = {currentIndex()};
     std::sort(cells.begin(), cells.end());
     return cells;
 }
 
-/// The smallest rectangle around the selection; cells outside it are empty.
 void Grid::copySelection() const
 {
-    const QModelIndexList cells = selectedCells();
-    if (cells.isEmpty())
-        return;
-    const auto [left, right] = std::minmax_element(
-        cells.begin(), cells.end(),
-        [](const QModelIndex& a, const QModelIndex& b) { return a.column() < b.column(); });
-    const int top = cells.front().row();
-    const int width = right->column() - left->column() + 1;
-    const int height = cells.back().row() - top + 1;
-    CellBlock block(static_cast<std::size_t>(height), QStringList(width, QString()));
-    for (const QModelIndex& cell : cells)
-        block[static_cast<std::size_t>(cell.row() - top)][cell.column() - left->column()] =
-            m_model->text(cell.row(), cell.column());
-    QApplication::clipboard()->setText(blockText(block));
+    CellBlock block;
+    for (int row = -1; const QModelIndex& cell : selectedCells()) {
+        if (std::exchange(row, cell.row()) != cell.row())
+            block.emplace_back();
+        block.back() << m_model->text(cell.row(), cell.column());
+    }
+    if (!block.empty())
+        QApplication::clipboard()->setText(blockText(block));
 }
 
 void Grid::pasteBlock()
@@ -99,10 +96,10 @@ void Grid::fillSelection(const QString& cell)
 
 void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
 {
-    const int room = m_model->rowCount() - first.row();
+    const int room = m_mostRows() - first.row();
     const auto rows = static_cast<int>(block.size());
-    if (rows > room && m_atEnd == AtEnd::Stays) {
-        emit pasteRefused(tooLong(rows, room));
+    if (rows > room && rows > m_model->rowCount() - first.row()) {
+        emit pasteRefused(tooLong(rows, std::max(room, 0)));
         return;
     }
     const int columns = m_model->columnCount() - first.column();
@@ -124,11 +121,14 @@ void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
         }
         ++row;
     }
-    while (m_model->rowCount() < row)
+    while (m_atEnd == AtEnd::AppendsRow && m_model->rowCount() < row)
         appendRow();
+    const int start = first.row();
+    const int left = first.column();
     apply(changes);
-    const auto last = m_model->index(row - 1, changes.last().column);
-    selectionModel()->select({first, last}, QItemSelectionModel::ClearAndSelect);
+    // The owner may have added fewer rows.
+    selectBlock(m_model->index(std::min(start, m_model->rowCount() - 1), left),
+                m_model->index(std::min(row, m_model->rowCount()) - 1, changes.last().column));
 }
 
 void Grid::emptySelection()
@@ -144,10 +144,13 @@ void Grid::apply(const QList<CellChange>& changes)
 {
     QList<CellChange> real;
     for (CellChange change : changes) {
-        change.before = m_model->text(change.row, change.column);
-        if (change.before == change.after)
+        const bool listed = change.row < m_model->rowCount();
+        if (listed)
+            change.before = m_model->text(change.row, change.column);
+        if (listed && change.before == change.after)
             continue;
-        m_model->setText(change.row, change.column, change.after);
+        if (listed)
+            m_model->setText(change.row, change.column, change.after);
         real.append(change);
     }
     if (!real.isEmpty())

@@ -2,6 +2,7 @@
 #include "widgets/grid_delegate.h"
 
 #include "widgets/grid_model.h"
+#include "widgets/marks.h"
 
 #include <QPainter>
 
@@ -28,14 +29,14 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyledItemDelegate::paint(painter, option, index);
     if (index.data(GridModel::MarkRole).toString().isEmpty())
         return;
-    const int size = option.rect.height() / 3;
-    const QPoint corner = option.rect.topRight() + QPoint(1, 0);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(QColor(0xd0, 0x30, 0x30));
-    painter->drawPolygon(QPolygon({corner, corner - QPoint(size, 0), corner + QPoint(0, size)}));
-    painter->restore();
+    drawMark(*painter, option.rect);
+}
+
+void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(GridModel::UnusedRole).toBool())
+        option->state &= ~QStyle::State_Enabled;
 }
 
 } // namespace zelto::widgets

@@ -5,7 +5,7 @@
 
 namespace zelto::widgets {
 
-/// Draws the cells of a grid: shaded rows, and the corner of marked cells.
+/// Draws the cells of a grid: shaded rows, dimmed columns, and the corner of marked cells.
 class GridDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -15,6 +15,9 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
 
 /// The background of shaded rows: pale yellow, in dark themes so deep that light text is legible.

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/grid_model.h"
 
+#include <QGuiApplication>
+#include <QPalette>
+
 #include <algorithm>
 #include <utility>
 
@@ -11,7 +14,7 @@ GridModel::GridModel(QString numberHeader, const std::vector<GridColumn>& column
 {
     m_tags.reserve(columns.size());
     for (const GridColumn& column : columns)
-        m_tags.emplace_back(column.tag);
+        m_tags.emplace_back(column.tag, column.holds);
 }
 
 const GridColumn& GridModel::column(int column) const
@@ -43,10 +46,17 @@ void GridModel::setText(int row, int column, const QString& text)
     emit dataChanged(index(row, column), index(row, column));
 }
 
-void GridModel::setNumber(int row, const QString& number)
+void GridModel::setHint(int column, const QString& hint, bool unused)
 {
-    this->row(row).number = number;
-    emit headerDataChanged(Qt::Vertical, row, row);
+    GridColumn& changed = m_columns[static_cast<std::size_t>(column)];
+    changed.hint = hint;
+    changed.unused = unused;
+    emit headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void GridModel::remarksChanged()
+{
+    emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {MarkRole});
 }
 
 void GridModel::setRows(const text::CellTable& table, const text::CellRange& range)
@@ -76,7 +86,7 @@ QString GridModel::tableText() const
     return text::GridToText(table, {.lastRow = rowCount(), .lastColumn = columnCount()});
 }
 
-GridModel::Row GridModel::rowOf(const GridRow& content) const
+GridModel::Row GridModel::newRow(const GridRow& content) const
 {
     Row row{.number = content.number};
     row.cells.assign(content.cells.begin(), content.cells.end());
@@ -84,20 +94,50 @@ GridModel::Row GridModel::rowOf(const GridRow& content) const
     return row;
 }
 
-void GridModel::setRows(const std::vector<GridRow>& rows)
+void GridModel::followRows(std::vector<GridRow> rows)
 {
-    beginResetModel();
-    m_rows.clear();
-    m_rows.reserve(rows.size());
-    for (const GridRow& row : rows)
-        m_rows.push_back(rowOf(row));
-    endResetModel();
+    if (rows.empty())
+        rows.emplace_back();
+    constexpr std::size_t MostPatches = 20; // beyond, views are quicker to look at everything anew
+    const auto before = static_cast<std::size_t>(rowCount());
+    if (std::max(before, rows.size()) - std::min(before, rows.size()) > MostPatches) {
+        beginResetModel();
+        m_rows.clear();
+        for (const GridRow& row : rows)
+            m_rows.push_back(newRow(row));
+        endResetModel();
+        return;
+    }
+    const auto numberAt = [this](int at) { return number(at).toInt(); };
+    int at = 0;
+    for (const GridRow& wanted : rows) {
+        const int next = wanted.number.toInt();
+        while (at < rowCount() && numberAt(at) < next)
+            removeRow(at);
+        if (at == rowCount() || numberAt(at) > next)
+            insertRow(at, wanted);
+        else
+            for (int column = 0; column < columnCount(); ++column)
+                setText(at, column, wanted.cells.value(column));
+        ++at;
+    }
+    while (rowCount() > at)
+        removeRow(rowCount() - 1);
+}
+
+int GridModel::rowOf(int number) const
+{
+    const QString wanted = QString::number(number);
+    for (int row = 0; row < rowCount(); ++row)
+        if (this->number(row) == wanted)
+            return row;
+    return -1;
 }
 
 void GridModel::insertRow(int row, const GridRow& content)
 {
     beginInsertRows({}, row, row);
-    m_rows.insert(m_rows.begin() + row, rowOf(content));
+    m_rows.insert(m_rows.begin() + row, newRow(content));
     endInsertRows();
 }
 
@@ -106,25 +146,6 @@ void GridModel::removeRow(int row)
     beginRemoveRows({}, row, row);
     m_rows.erase(m_rows.begin() + row);
     endRemoveRows();
-}
-
-void GridModel::clear()
-{
-    beginResetModel();
-    m_rows.clear();
-    endResetModel();
-}
-
-void GridModel::setMark(int row, int column, const QString& text)
-{
-    QHash<int, QString>& marks = this->row(row).marks;
-    if (marks.value(column) == text)
-        return;
-    if (text.isEmpty())
-        marks.remove(column);
-    else
-        marks.insert(column, text);
-    emit dataChanged(index(row, column), index(row, column));
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const
@@ -147,6 +168,12 @@ QString GridModel::spokenText(int row, int column) const
         .trimmed();
 }
 
+QString GridModel::remark(int row, int column) const
+{
+    const GridColumn& kind = this->column(column);
+    return kind.remark ? kind.remark(text(row, column)) : QString();
+}
+
 QVariant GridModel::data(const QModelIndex& index, int role) const
 {
     switch (role) {
@@ -160,7 +187,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
     case MarkRole:
-        return row(index.row()).marks.value(index.column());
+        return remark(index.row(), index.column());
+    case UnusedRole:
+        return column(index.column()).unused;
     case ShadedRole:
         return row(index.row()).shaded;
     default:
@@ -173,6 +202,12 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     const bool rows = orientation == Qt::Vertical;
     if (role == Qt::DisplayRole)
         return rows ? number(section) : column(section).header;
+    if (!rows && role == Qt::ToolTipRole)
+        return column(section).hint;
+    if (!rows && role == Qt::AccessibleTextRole && !column(section).hint.isEmpty())
+        return QStringLiteral("%1, %2").arg(column(section).header, column(section).hint);
+    if (!rows && role == Qt::ForegroundRole && column(section).unused)
+        return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::ButtonText);
     if (role == Qt::TextAlignmentRole)
         return QVariant(rows ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignCenter);
     return {};

@@ -5,9 +5,9 @@
 #include "widgets/field_tag.h"
 
 #include <QAbstractTableModel>
-#include <QHash>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace zelto::widgets {
@@ -21,9 +21,15 @@ struct GridColumn
     QString header;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
     QString tag = QStringLiteral("AOL");
-    int maxLength = 0; ///< in characters, 0 for any
-    int width = 1200;  ///< in twips, until the user changes it
+    FieldTag::Holds holds = FieldTag::Holds::Words; ///< what a free text is about
+    int maxLength = 0;                              ///< in characters, 0 for any
+    int width = 1200;                               ///< in twips, until the user changes it
     Editing editing = Editing::InPlace;
+    /// What a cell has to say of its text to who rests the mouse on it and to assistive technology;
+    /// empty for nothing.
+    std::function<QString(const QString& text)> remark = {};
+    QString hint = {};   ///< what the header stands for, where its caption does not say it
+    bool unused = false; ///< nothing is kept in it for now: dimmed and narrow
 };
 
 /// One row: what the number column shows, and the cells.
@@ -39,10 +45,11 @@ class GridModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    /// Whether a row is one of those that every second is shaded of; for delegates.
+    // For delegates: whether the row is shaded, what is odd about the cell's text, whether the
+    // column is unused.
     static constexpr int ShadedRole = Qt::UserRole;
-    /// The text of a cell's mark, empty for none; for delegates.
     static constexpr int MarkRole = Qt::UserRole + 1;
+    static constexpr int UnusedRole = Qt::UserRole + 2;
 
     GridModel(QString numberHeader, const std::vector<GridColumn>& columns,
               QObject* parent = nullptr);
@@ -55,7 +62,12 @@ public:
     [[nodiscard]] const QString& numberHeader() const { return m_numberHeader; }
 
     void setText(int row, int column, const QString& text);
-    void setNumber(int row, const QString& number);
+
+    /// What the column's header stands for, and whether anything is kept in it.
+    void setHint(int column, const QString& hint, bool unused);
+
+    /// Remarks may be others by now.
+    void remarksChanged();
 
     /// Replaces all rows by those of the table that lie within the range; they are numbered from 1
     /// and every second one is shaded.
@@ -64,18 +76,18 @@ public:
     /// The table text of all rows.
     [[nodiscard]] QString tableText() const;
 
-    /// Replaces all rows; none is shaded. Missing cells are empty.
-    void setRows(const std::vector<GridRow>& rows);
+    /// Becomes these rows, which both before and after are in the order of their numbers: only what
+    /// differs is changed, inserted or removed. None is shaded; missing cells are empty. Without
+    /// any there is one row, empty and without number.
+    void followRows(std::vector<GridRow> rows);
 
     /// Rows put in later are never shaded.
     void insertRow(int row, const GridRow& content);
     void appendRow(const QString& number) { insertRow(rowCount(), {number, {}}); }
     void removeRow(int row);
-    void clear();
 
-    /// What a cell has to say when the mouse rests on it and to assistive technology; empty takes
-    /// the mark away.
-    void setMark(int row, int column, const QString& text);
+    /// The row of the number, -1 when there is none.
+    [[nodiscard]] int rowOf(int number) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -88,12 +100,12 @@ private:
     {
         QString number;
         std::vector<QString> cells = {};
-        QHash<int, QString> marks = {};
         bool shaded = false;
     };
 
-    [[nodiscard]] Row rowOf(const GridRow& content) const;
+    [[nodiscard]] Row newRow(const GridRow& content) const;
     [[nodiscard]] QString spokenText(int row, int column) const;
+    [[nodiscard]] QString remark(int row, int column) const;
     [[nodiscard]] const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     [[nodiscard]] Row& row(int row) { return m_rows[static_cast<std::size_t>(row)]; }
 

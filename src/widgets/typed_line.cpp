@@ -3,12 +3,14 @@
 
 #include "text/decimal_text.h"
 #include "widgets/field_rules.h"
+#include "widgets/marks.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 
 #include <algorithm>
 #include <limits>
@@ -19,13 +21,6 @@ namespace zelto::widgets {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// The focus only passes to a menu or another window for a while; the user is still in the field.
-bool isPassing(Qt::FocusReason reason)
-{
-    return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
-           reason == Qt::MenuBarFocusReason;
-}
 
 /// The menu names its entries by nothing but their caption, to which it adds the shortcut.
 QAction* pasteEntry(const QMenu& menu)
@@ -44,6 +39,12 @@ bool isLeftUnchecked(const QWidget* next)
 }
 
 } // namespace
+
+bool isPassing(Qt::FocusReason reason)
+{
+    return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
+           reason == Qt::MenuBarFocusReason;
+}
 
 TypedLine::TypedLine(const QString& tag, int maxLength, QWidget* parent) : QLineEdit(parent)
 {
@@ -69,8 +70,7 @@ bool TypedLine::ValidateField()
 
 void TypedLine::typeIn(const QString& text)
 {
-    const bool isAmount = m_tag.kind() == FieldTag::Kind::Amount;
-    typeExactly(isAmount ? QString(text).replace(u',', u'.') : text);
+    typeExactly(withPoints(m_tag, text, this->text()));
 }
 
 void TypedLine::typeExactly(const QString& text)
@@ -81,9 +81,8 @@ void TypedLine::typeExactly(const QString& text)
                           .selectionStart = hasSelectedText() ? selectionStart() : cursorPosition(),
                           .selectionLength = selectionLength()};
     const QString taken = typeable(m_tag, text, field, m_maxLength);
-    // A part of an amount is another amount.
-    const bool allOrNothing = m_tag.kind() == FieldTag::Kind::Amount;
-    if (!taken.isEmpty() && (taken.size() == text.size() || !allOrNothing))
+    const bool whole = m_tag.isNumeric() || m_tag.hasDecimals();
+    if (!taken.isEmpty() && (taken.size() == text.size() || !whole))
         insert(taken);
     if (taken.size() < text.size())
         refuse();
@@ -100,6 +99,8 @@ void TypedLine::keyPressEvent(QKeyEvent* event)
                       : QClipboard::Clipboard);
     else if (!typed.isEmpty())
         typeIn(typed);
+    else if (isAltCharacter(*event))
+        event->ignore();
     else
         QLineEdit::keyPressEvent(event);
 }
@@ -183,23 +184,21 @@ void TypedLine::pasteFrom(QClipboard::Mode mode)
     pasteIn(QApplication::clipboard()->text(mode));
 }
 
-void TypedLine::pasteIn(QString text)
+void TypedLine::pasteIn(const QString& text)
 {
-    if (m_tag.kind() == FieldTag::Kind::Amount) {
-        text = text.trimmed();
-        // With a decimal comma, points stand between thousands.
-        if (text.contains(u','))
-            text.remove(u'.');
-    }
-    // A figure copied elsewhere may have a decimal comma: without it, it would be another figure.
-    typeExactly(m_tag.turnsCommas() ? text::ToPointDecimal(std::move(text)) : text);
+    if (const std::optional<QString> pasted = pasteable(m_tag, text))
+        typeExactly(*pasted);
+    else
+        refuse();
 }
 
 void TypedLine::enter()
 {
     m_enteredText = text();
-    if (m_enter == Enter::IsIgnored)
+    if (m_onEntry == OnEntry::Nothing) {
+        deselect(); // Qt selects the text of a field that is entered by the Tab key
         return;
+    }
     turnCommas();
     if (m_tag.kind() != FieldTag::Kind::MultilineText)
         selectAll();
@@ -211,7 +210,7 @@ void TypedLine::leave()
     if (ValidateField()) {
         if (text() != entered)
             emit changed();
-        if (m_enter == Enter::MovesOn)
+        if (m_onEntry == OnEntry::Selects)
             turnCommas();
     } else if (isVisible() && isEnabled() && !isLeftUnchecked(QApplication::focusWidget())) {
         refuse();
@@ -240,8 +239,25 @@ void TypedLine::turnCommas()
 
 void TypedLine::refuse()
 {
-    QApplication::beep();
+    widgets::refuse(*this);
     emit refused();
+}
+
+void TypedLine::setRemark(const QString& remark)
+{
+    m_remark = remark;
+    setToolTip(remark);
+    setAccessibleDescription(remark);
+    update();
+}
+
+void TypedLine::paintEvent(QPaintEvent* event)
+{
+    QLineEdit::paintEvent(event);
+    if (m_remark.isEmpty())
+        return;
+    QPainter painter(this);
+    drawMark(painter, rect());
 }
 
 } // namespace zelto::widgets

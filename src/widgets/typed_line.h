@@ -10,6 +10,10 @@
 
 namespace zelto::widgets {
 
+/// Whether the focus only passes to a menu or another window for a while: the user is still in the
+/// field that it left.
+[[nodiscard]] bool isPassing(Qt::FocusReason reason);
+
 /// A field of one line that takes only what its tag allows, however it comes in: typed, pasted,
 /// dropped or composed by an input method. When the focus leaves it with a text that fails the
 /// tag's check, it takes the focus back, unless the focus goes to a widget marked LeavesUnchecked
@@ -19,8 +23,7 @@ class TypedLine : public QLineEdit
     Q_OBJECT
 
 public:
-    /// What Enter does: moves on to the next field, or is left to the owner of an in-grid editor,
-    /// who then also decides on caret and commas.
+    /// What Enter does: moves on to the next field, or is left to the owner of an in-grid editor.
     enum class Enter { MovesOn, IsIgnored };
 
     /// The dynamic property that a button which discards all fields is given (as true).
@@ -37,9 +40,18 @@ public:
     /// Checks the text and writes it in its checked form; false when it must not stay.
     [[nodiscard]] bool ValidateField();
 
+    /// What happens to the text when the field is entered: it is selected, with a decimal point for
+    /// its comma, or nothing.
+    enum class OnEntry { Selects, Nothing };
+    void setOnEntry(OnEntry onEntry) { m_onEntry = onEntry; }
+
+    /// What is odd about the text, shown by a mark in the corner and to who rests the mouse on the
+    /// field; empty for nothing.
+    void setRemark(const QString& remark);
+
     /// Types the text at the caret in place of the selection; what the keys could not have typed
-    /// does not get in. In an amount a comma is the decimal point, and a text gets in whole or not
-    /// at all.
+    /// does not get in. Where decimals are, a comma is the decimal point; of a figure, a part would
+    /// be another figure, so it gets in whole or not at all.
     void typeIn(const QString& text);
 
 signals:
@@ -59,12 +71,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void typeExactly(const QString& text);
     void pressEnter(QKeyEvent* event);
     void pasteFrom(QClipboard::Mode mode);
-    void pasteIn(QString text);
+    void pasteIn(const QString& text);
     void enter();
     void leave();
     void takeFocusBack();
@@ -74,6 +87,8 @@ private:
     FieldTag m_tag;
     int m_maxLength = 0;
     Enter m_enter = Enter::MovesOn;
+    OnEntry m_onEntry = OnEntry::Selects;
+    QString m_remark;
     std::optional<QString> m_enteredText; // while the user is in the field
 };
 

@@ -2,8 +2,9 @@
 #include "widgets/typed_text.h"
 
 #include "widgets/field_rules.h"
+#include "widgets/marks.h"
 
-#include <QApplication>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QSignalBlocker>
 
@@ -92,7 +93,7 @@ void TypedText::typeIn(const QString& text)
         insertPlainText(taken);
     ensureCursorVisible();
     if (taken.size() < typed.size()) {
-        QApplication::beep();
+        refuse(*this);
         emit refused();
     }
 }
@@ -101,8 +102,10 @@ void TypedText::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const QString typed = enter ? u"\n"_s : typedBy(*event);
-    if (isReadOnly() || typed.isEmpty())
+    if (isReadOnly() || (typed.isEmpty() && !isAltCharacter(*event)))
         QPlainTextEdit::keyPressEvent(event);
+    else if (typed.isEmpty())
+        event->ignore();
     else
         typeIn(typed);
 }

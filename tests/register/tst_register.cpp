@@ -155,7 +155,7 @@ private slots:
             {{1, UnitFlags, u"X         "_s}, {1, UnitLivello, u"Terra"_s}});
         QCOMPARE(change.units(), QList{1});
         QVERIFY(dumpOf(*m_job).contains(u"- [Terra] - - [X         ]"));
-        QVERIFY(m_register->undoCaption().contains(u"2 celle"));
+        QCOMPARE(m_register->undoCaption(), u"2 celle di U.I. 1"_s);
         m_register->undo();
         QCOMPARE(dumpOf(*m_job), before);
         QVERIFY(m_register->undoCaption().isEmpty());
@@ -175,7 +175,7 @@ private slots:
             QCOMPARE(error.code(), 3163);
         }
         QCOMPARE(dumpOf(*m_job), before);
-        QCOMPARE(m_register->undoCaption(), u"Aggiungi vano"_s);
+        QCOMPARE(m_register->undoCaption(), u"aggiunta di un vano di U.I. 1"_s);
     }
 
     /// Another program's change in between is never overwritten by an undo.

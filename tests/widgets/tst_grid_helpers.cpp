@@ -3,6 +3,7 @@
 #include "widgets/context_menu.h"
 #include "widgets/wheel_scroller.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -62,36 +63,45 @@ private slots:
         QCOMPARE(grid.verticalScrollBar()->value(), grid.verticalScrollBar()->maximum());
     }
 
+    /// Keys in an open list; "~" Enter, "^" Esc, "<" Backspace, "{" Home, "}" End, "v" Down, ">"
+    /// Tab,
+    /// "&" Shift+Tab.
     void picker_data()
     {
-        QTest::addColumn<CellPicker::Match>("match");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QList<Qt::Key>>("keys");
-        QTest::addColumn<QString>("chosen");
-        const QList enter{Qt::Key_Return};
-        const QList next{Qt::Key_Down, Qt::Key_Enter};
-        const auto whole = CellPicker::Match::Whole;
-        const auto beginning = CellPicker::Match::Beginning;
-        QTest::addRow("the cell's own") << beginning << u"[B]"_s << enter << u"[B] 0.9"_s;
-        QTest::addRow("below it") << beginning << u"[B]"_s << next << u"1.2"_s;
-        QTest::addRow("unknown text") << beginning << u"[C]"_s << enter << u"[A] 1"_s;
-        QTest::addRow("whole text") << whole << u"1.2"_s << enter << u"1.2"_s;
-        QTest::addRow("a part is no match") << whole << u"1"_s << enter << QString();
-        QTest::addRow("typed") << whole << QString() << QList{Qt::Key_1, Qt::Key_Return}
-                               << u"1.2"_s;
-        QTest::addRow("typed code")
-            << beginning << u"[A]"_s << QList{Qt::Key_B, Qt::Key_Return} << u"[B] 0.9"_s;
-        QTest::addRow("typed value")
-            << whole << u"1.2"_s << QList{Qt::Key_0, Qt::Key_Return} << u"[B] 0.9"_s;
-        QTest::addRow("left") << beginning << u"[B]"_s << QList{Qt::Key_Escape} << QString();
-        QTest::addRow("focus gone") << beginning << u"[B]"_s << QList{Qt::Key_Tab} << QString();
+        QTest::addColumn<int>("current");
+        QTest::addColumn<QString>("opener");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<int>("chosen"); // -1: left without a choice
+        const auto row = [](const char* name, int current, const QString& opener,
+                            const QString& keys, int chosen) {
+            QTest::addRow("%s", name) << current << opener << keys << chosen;
+        };
+        row("as it was", 1, {}, u"~"_s, 1);
+        row("below it", 1, {}, u"v~"_s, 2);
+        row("nothing selected", -1, {}, u"~^"_s, -1);
+        row("exact code before a longer one", 0, u"S"_s, u"~"_s, 3);
+        row("two characters", 0, u"S"_s, u"E~"_s, 4);
+        row("other letter case", 0, u"s"_s, u"er~"_s, 2);
+        row("letter case that is there", 0, u"s"_s, u"e~"_s, 4);
+        row("value", 0, u"0"_s, u".35~"_s, 4);
+        row("value with a comma", 0, u"0"_s, u",9~"_s, 1);
+        row("whole value before a longer one", 0, u"1"_s, u"~"_s, 0);
+        row("no match", 1, u"C"_s, u"antina~^"_s, -1);
+        row("no match, taken back", 1, u"B"_s, u"X<~"_s, 1);
+        row("all taken back", 1, u"S"_s, u"<<~"_s, 1);
+        row("blank by its key", 0, {}, u" ~"_s, 5);
+        row("blank at the end", 0, {}, u"}~"_s, 5);
+        row("first", 3, {}, u"{~"_s, 0);
+        row("Tab", 2, {}, u">"_s, 2);
+        row("Shift+Tab", 2, {}, u"&"_s, 2);
+        row("left", 1, {}, u"^"_s, -1);
     }
     void picker()
     {
-        QFETCH(CellPicker::Match, match);
-        QFETCH(QString, text);
-        QFETCH(QList<Qt::Key>, keys);
-        QFETCH(QString, chosen);
+        QFETCH(int, current);
+        QFETCH(QString, opener);
+        QFETCH(QString, keys);
+        QFETCH(int, chosen);
         QWidget window;
         window.resize(300, 200);
         QLineEdit other(&window);
@@ -100,16 +110,42 @@ private slots:
         QSignalSpy dismissals(&list, &CellPicker::dismissed);
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        list.open({u"[A] 1"_s, u"[B] 0.9"_s, u"1.2"_s}, {10, 190, 80, 20}, text, match);
-        QVERIFY(list.hasFocus());
+        list.open({{u"A"_s, u"1"_s, {}},
+                   {u"B"_s, u"0,9"_s, {}},
+                   {u"SER"_s, u"1.2"_s, {}},
+                   {u"S"_s, u"1.1"_s, {}},
+                   {u"se"_s, u"0.35"_s, u"Servizi"_s},
+                   {}},
+                  current, {10, 190, 80, 20}, opener.isEmpty() ? 0 : opener.front().unicode());
         QVERIFY(window.rect().contains(list.geometry()));
-        for (const Qt::Key key : std::as_const(keys))
-            QTest::keyClick(&list, key);
-        if (chosen.isEmpty() && list.isVisible()) // nothing was current that Enter could choose
-            QTest::keyClick(&list, Qt::Key_Escape);
+        static const QHash<QChar, Qt::Key> named{
+            {u'~', Qt::Key_Return}, {u'^', Qt::Key_Escape}, {u'<', Qt::Key_Backspace},
+            {u'{', Qt::Key_Home},   {u'}', Qt::Key_End},    {u'v', Qt::Key_Down},
+            {u'>', Qt::Key_Tab},    {u'&', Qt::Key_Backtab}};
+        for (const QChar key : keys)
+            if (named.contains(key))
+                QTest::keyClick(QApplication::focusWidget(), named[key]);
+            else
+                QTest::keyClicks(QApplication::focusWidget(), key);
         QVERIFY(list.isHidden());
         QCOMPARE(choices.size() + dismissals.size(), 1);
-        QCOMPARE(choices.value(0).value(0).toString(), chosen);
+        QCOMPARE(choices.isEmpty() ? -1 : choices[0][0].toInt(), chosen);
+        if (keys.contains(u'&'))
+            QCOMPARE(choices[0][1].value<CellPicker::Then>(), CellPicker::Then::Previous);
+    }
+
+    void pickerLosesTheFocus()
+    {
+        QWidget window;
+        QLineEdit other(&window);
+        CellPicker list(&window);
+        QSignalSpy dismissals(&list, &CellPicker::dismissed);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        list.open({{u"A"_s, {}, {}}}, 0, {10, 10, 80, 20}, 0);
+        other.setFocus();
+        QCOMPARE(dismissals.size(), 1);
+        QVERIFY(list.isHidden());
     }
 
     void contextMenu()

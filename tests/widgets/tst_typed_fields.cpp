@@ -165,9 +165,10 @@ private slots:
         QCOMPARE(screen.line.text(), u"9"_s);
         QCOMPARE(screen.refused.count(), 1);
         screen.line.clear();
-        bring(screen.line, u"1a2\n345"_s);
-        QCOMPARE(screen.line.text(), u"1234"_s);
+        bring(screen.line, u"1234567"_s); // a part would be another figure
+        QCOMPARE(screen.line.text(), QString());
         QCOMPARE(screen.refused.count(), 2);
+        QVERIFY(screen.line.findChild<QWidget*>(u"Rifiuto"_s));
         screen.line.setTag(FieldTag(u"AOL"_s), 3);
         screen.line.clear();
         bring(screen.line, u"è b"_s);
@@ -175,10 +176,42 @@ private slots:
         QCOMPARE(screen.refused.count(), 2);
         if (bring == WayIn(composeAndCommit))
             return;
-        screen.line.setTag(FieldTag(u"SOL"_s), 0);
+        screen.line.setTag(FieldTag(u"EOL"_s), 0);
         screen.line.clear();
+        bring(screen.line, u"1.234,50"_s); // which of them is the decimal one?
+        QCOMPARE(screen.line.text(), QString());
+        QCOMPARE(screen.refused.count(), 3);
         bring(screen.line, u"1 234,5"_s);
         QCOMPARE(screen.line.text(), u"1234.5"_s);
+    }
+
+    /// A character with Alt or Super is a command, whoever it was meant for.
+    void commandCharacters_data()
+    {
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, Qt::KeyboardModifiers modifiers,
+                            const QString& text) {
+            QTest::addRow("%s", name) << modifiers << text;
+        };
+        row("plain", Qt::NoModifier, u"d"_s);
+        row("Alt", Qt::AltModifier, {});
+        row("Alt and Shift", Qt::AltModifier | Qt::ShiftModifier, {});
+        row("Super", Qt::MetaModifier, {});
+        row("Ctrl and Alt", Qt::ControlModifier | Qt::AltModifier, {});
+        row("AltGr", Qt::GroupSwitchModifier, u"d"_s);
+    }
+    void commandCharacters()
+    {
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(QString, text);
+        Screen screen(u"AOL"_s);
+        for (QWidget* field :
+             {static_cast<QWidget*>(&screen.line), static_cast<QWidget*>(&screen.text)})
+            QTest::sendKeyEvent(QTest::Click, field, Qt::Key_D, u"d"_s, modifiers);
+        QCOMPARE(screen.line.text(), text);
+        QCOMPARE(screen.text.storedText(), text);
+        QCOMPARE(screen.refused.count(), 0);
     }
 
     void reconversionReplacesWhatItSays()
@@ -206,8 +239,9 @@ private slots:
         QCOMPARE(screen.clicked.count(), 0);
 
         screen.line.setEnter(TypedLine::Enter::IsIgnored);
+        screen.line.setOnEntry(TypedLine::OnEntry::Nothing);
         screen.line.setText(u"1,5"_s);
-        screen.line.setFocus();
+        screen.line.setFocus(Qt::TabFocusReason);
         QVERIFY(!screen.line.hasSelectedText());
         QTest::keyClick(&screen.line, Qt::Key_Return);
         QCOMPARE(screen.clicked.count(), 1);

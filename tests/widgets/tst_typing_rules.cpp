@@ -63,6 +63,44 @@ private slots:
         QTEST(typeable(FieldTag(tag), typed, field(before), maxLength), "taken");
     }
 
+    /// How commas come in, typed behind a text and pasted; "(no)" for what is refused.
+    void commas_data()
+    {
+        QTest::addColumn<QString>("tag");
+        QTest::addColumn<bool>("figures");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("pasted");
+        const auto row = [](const QString& tag, bool figures, const QString& text,
+                            const QString& typed, const QString& pasted) {
+            QTest::addRow("%s%d %s", qPrintable(tag), figures, qPrintable(text))
+                << tag << figures << text << typed << pasted;
+        };
+        const QString no = u"(no)"_s;
+        for (const QString& tag : {u"SOL"_s, u"DOL"_s, u"COL"_s, u"EOL"_s, QString()}) {
+            row(tag, false, u"12,5"_s, u"12.5"_s, u"12.5"_s);
+            row(tag, false, u"1.234,50"_s, u"1.234.50"_s, no);
+            row(tag, false, u"1,2,3"_s, u"1.2.3"_s, no);
+            row(tag, false, u"1 234,5\n"_s, u"1 234.5\n"_s, u"1234.5"_s);
+        }
+        row(u"LOL"_s, false, u"1,5"_s, u"1,5"_s, u"1,5"_s);
+        row(u"AOL"_s, false, u"Rossi, Mario"_s, u"Rossi, Mario"_s, u"Rossi, Mario"_s);
+        row(u"AOL"_s, true, u"1,05"_s, u"1.05"_s, u"1.05"_s);
+        row(u"AOL"_s, true, u"[A,B]"_s, u"[A,B]"_s, u"[A,B]"_s);
+        row(u"AOL"_s, true, u"circa 1,5"_s, u"circa 1.5"_s, u"circa 1.5"_s);
+        row(u"AOL"_s, true, u"1.234,50"_s, u"1.234.50"_s, no);
+    }
+    void commas()
+    {
+        QFETCH(bool, figures);
+        QFETCH(QString, tag);
+        QFETCH(QString, text);
+        const FieldTag kind(tag, figures ? FieldTag::Holds::Figures : FieldTag::Holds::Words);
+        QTEST(withPoints(kind, text, {}), "typed");
+        QTEST(pasteable(kind, text).value_or(u"(no)"_s), "pasted");
+        QCOMPARE(withPoints(FieldTag(u"AOL"_s, FieldTag::Holds::Figures), u","_s, u"[A"), u","_s);
+    }
+
     void checked_data()
     {
         QTest::addColumn<QString>("tag");

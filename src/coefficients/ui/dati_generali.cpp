@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "coefficients/ui/dati_generali.h"
 
+#include "calc/figure_remarks.h"
 #include "store/database.h"
 #include "store/main_window_services.h"
 #include "store/settings.h"
@@ -33,15 +34,26 @@ constexpr int LeastWidth = 50; ///< of a column in the settings, in twips
 constexpr int CodeRows = 99;
 constexpr int CodeColumn = 0;
 
+/// A unit stores one character of a staircase's code, so that longer ones cannot be chosen for it.
+QString remarkOfCode(const QString& code)
+{
+    return code.size() > 1 ? QStringLiteral("Il codice «%1» ha più di un carattere e non potrà "
+                                            "essere scelto per un'unità.")
+                                 .arg(code)
+                           : QString();
+}
+
 std::vector<widgets::GridColumn> codeColumns()
 {
-    return {{.header = QStringLiteral("Cod."), .maxLength = 4, .width = 900},
-            {.header = QStringLiteral("Descrizione"), .maxLength = 100, .width = 7400},
-            {.header = QStringLiteral("%"),
-             .alignment = Qt::AlignRight | Qt::AlignVCenter,
-             .tag = QStringLiteral("DOL"),
-             .maxLength = 10,
-             .width = 1200}};
+    return {
+        {.header = QStringLiteral("Cod."), .maxLength = 4, .width = 900, .remark = remarkOfCode},
+        {.header = QStringLiteral("Descrizione"), .maxLength = 100, .width = 7400},
+        {.header = QStringLiteral("%"),
+         .alignment = Qt::AlignRight | Qt::AlignVCenter,
+         .tag = QStringLiteral("DOL"),
+         .maxLength = 10,
+         .width = 1200,
+         .remark = calc::osservaPercentuale}};
 }
 
 QLabel* labelOf(const QString& text, QWidget* buddy)
@@ -203,24 +215,16 @@ void DatiGenerali::remarkDate()
         QStringLiteral("Data: «%1» non è una data del tipo gg/mm/aaaa.").arg(m_data->text()));
 }
 
-/// A unit stores one character of a staircase's code, so that longer ones cannot be chosen for it.
+/// The first one that is odd.
 void DatiGenerali::remarkCodes()
 {
-    QString first;
-    widgets::GridModel& cells = m_lavori->cells();
-    for (int row = 0; row < cells.rowCount(); ++row) {
-        const QString& code = cells.text(row, CodeColumn);
-        const QString remark =
-            code.size() > 1
-                ? QStringLiteral("Riga %1: il codice «%2» ha più di un carattere e non potrà "
-                                 "essere scelto per un'unità.")
-                      .arg(QString::number(row + 1), code)
-                : QString();
-        cells.setMark(row, CodeColumn, remark);
-        if (first.isEmpty())
-            first = remark;
-    }
-    showRemark(first);
+    const widgets::GridModel& cells = m_lavori->cells();
+    for (int row = 0; row < cells.rowCount(); ++row)
+        if (const QString remark = remarkOfCode(cells.text(row, CodeColumn)); !remark.isEmpty()) {
+            showRemark(QStringLiteral("Riga %1. %2").arg(QString::number(row + 1), remark));
+            return;
+        }
+    showRemark({});
 }
 
 bool DatiGenerali::finishTyping()

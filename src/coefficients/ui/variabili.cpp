@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "coefficients/ui/variabili.h"
 
+#include "calc/figure_remarks.h"
 #include "store/database.h"
 #include "store/main_window_services.h"
 #include "store/master_database.h"
@@ -28,8 +29,10 @@ std::vector<widgets::GridColumn> groupColumns()
 {
     return {{.header = QStringLiteral("Valore"),
              .alignment = Qt::AlignRight | Qt::AlignVCenter,
+             .holds = widgets::FieldTag::Holds::Figures,
              .maxLength = 10,
-             .width = 1500},
+             .width = 1500,
+             .remark = calc::osservaCifra},
             {.header = QStringLiteral("Variabile"), .maxLength = 10, .width = 1800},
             {.header = QStringLiteral("Descrizione"), .maxLength = 30, .width = 5000}};
 }

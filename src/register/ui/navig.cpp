@@ -2,15 +2,19 @@
 #include "register/ui/navig.h"
 
 #include <QHeaderView>
+#include <QSet>
 #include <QSignalBlocker>
 
 namespace zelto::registro {
+
+using namespace Qt::StringLiterals;
 
 /// A node with what it stands for: a big job has thousands.
 class Navig::Node : public QTreeWidgetItem
 {
 public:
-    /// unit is 0 for a staircase; siblings are in the order of their numbers.
+    /// unit is 0 for a staircase, number its own or its room's; siblings are in the order of their
+    /// numbers.
     Node(int unit, int number, const QString& text) : m_unit(unit), m_number(number)
     {
         setText(0, text);
@@ -18,6 +22,7 @@ public:
 
     [[nodiscard]] int unit() const { return m_unit; }
     [[nodiscard]] int number() const { return m_number; }
+    [[nodiscard]] Node* at(int place) const { return static_cast<Node*>(child(place)); }
 
     void insertInOrder(Node* node)
     {
@@ -26,17 +31,33 @@ public:
             --place;
         insertChild(place, node);
     }
-    [[nodiscard]] Node* at(int place) const { return static_cast<Node*>(child(place)); }
+
+    /// Shows a name; an empty one as it shows already, if it was empty before.
+    void setName(const QString& name, const QString& prefix, EmptyNames names)
+    {
+        const QString numbered = prefix + QString::number(m_number);
+        const bool wasEmpty = text(0) == u"-" || text(0) == numbered;
+        const QString empty = names == EmptyNames::Dash ? u"-"_s : numbered;
+        if (!name.isEmpty() || !wasEmpty)
+            setText(0, name.isEmpty() ? empty : name);
+    }
 
 private:
     int m_unit;
     int m_number;
 };
 
+namespace {
+
+const QString UnitPrefix = u"UI:"_s;
+const QString RoomPrefix = u"V:"_s;
+
+} // namespace
+
 Navig::Navig(QWidget* parent) : QTreeWidget(parent)
 {
-    setObjectName(QStringLiteral("Navig"));
-    setAccessibleName(QStringLiteral("Scale, unità immobiliari e vani"));
+    setObjectName(u"Navig"_s);
+    setAccessibleName(u"Scale, unità immobiliari e vani"_s);
     setColumnCount(1);
     setHeaderHidden(true);
     setUniformRowHeights(true);
@@ -45,20 +66,24 @@ Navig::Navig(QWidget* parent) : QTreeWidget(parent)
         if (const int unit = selectedUnit(); unit > 0)
             emit unitSelected(unit);
     });
+    connect(this, &QTreeWidget::itemClicked, this, &Navig::pick);
+    connect(this, &QTreeWidget::itemActivated, this, &Navig::pick);
+}
+
+void Navig::pick(const QTreeWidgetItem* item)
+{
+    const auto* node = static_cast<const Node*>(item);
+    if (node->unit() == 0)
+        return;
+    if (static_cast<const Node*>(node->parent())->unit() > 0)
+        emit roomSelected(node->unit(), node->number());
+    else
+        emit unitSelected(node->unit());
 }
 
 Navig::Node* Navig::scala(const QString& code) const
 {
     return m_scale.value(code.trimmed().toUpper());
-}
-
-Navig::Node* Navig::room(int unit, int position) const
-{
-    const Node* parent = m_units.value(unit);
-    for (int i = 0; parent != nullptr && i < parent->childCount(); ++i)
-        if (parent->at(i)->number() == position)
-            return parent->at(i);
-    return nullptr;
 }
 
 Navig::Node* Navig::newUnit(const TreeUnit& unit)
@@ -76,89 +101,87 @@ Navig::Node* Navig::newUnit(const TreeUnit& unit)
 void Navig::build(const std::vector<TreeScala>& tree)
 {
     const QSignalBlocker quiet(this);
+    QSet<int> expanded;
+    for (const Node* node : std::as_const(m_units))
+        if (node->isExpanded())
+            expanded.insert(node->unit());
     m_scale.clear();
     m_units.clear();
     clear();
     for (const TreeScala& staircase : tree) {
         if (scala(staircase.code) != nullptr)
             continue; // a code that is listed twice
-        auto* node = new Node(0, 0, (QStringLiteral("Scala: ") + staircase.code).trimmed());
+        auto* node = new Node(0, 0, (u"Scala: "_s + staircase.code).trimmed());
         for (const TreeUnit& unit : staircase.units)
             node->addChild(newUnit(unit));
         m_scale.insert(staircase.code.trimmed().toUpper(), node);
         addTopLevelItem(node);
         node->setExpanded(true);
     }
+    for (const int unit : std::as_const(expanded))
+        if (Node* node = m_units.value(unit))
+            node->setExpanded(true);
 }
 
-void Navig::addUnit(int unit, const QString& scala, const QString& text)
+void Navig::followRooms(Node& node, const std::vector<RoomRow>& rooms, EmptyNames names)
 {
-    if (Node* parent = this->scala(scala))
-        parent->insertInOrder(newUnit({.number = unit, .text = text, .rooms = {}}));
+    int at = 0;
+    for (const RoomRow& room : rooms) {
+        while (at < node.childCount() && node.at(at)->number() < room.position)
+            delete node.takeChild(at);
+        if (at == node.childCount() || node.at(at)->number() > room.position)
+            node.insertChild(at, new Node(node.unit(), room.position, {}));
+        node.at(at++)->setName(room.texts.front(), RoomPrefix, names);
+    }
+    while (node.childCount() > at)
+        delete node.takeChild(at);
 }
 
-void Navig::addRoom(int unit, int position, const QString& text)
+void Navig::placeUnit(Node* node, Node* parent)
 {
-    if (Node* parent = m_units.value(unit))
-        parent->insertInOrder(new Node(unit, position, text));
+    if (node->parent() == parent)
+        return;
+    const bool expanded = node->isExpanded();
+    if (node->parent() != nullptr)
+        node->parent()->removeChild(node);
+    parent->insertInOrder(node);
+    node->setExpanded(expanded);
 }
 
-void Navig::setUnitText(int unit, const QString& text)
+void Navig::showUnit(const UnitRow& unit, const std::vector<RoomRow>& rooms, EmptyNames names)
 {
-    if (Node* node = m_units.value(unit))
-        node->setText(0, text);
-}
-
-void Navig::setRoomText(int unit, int position, const QString& text)
-{
-    if (Node* node = room(unit, position))
-        node->setText(0, text);
-}
-
-void Navig::remove(Node* node)
-{
+    Node* parent = scala(unit.texts.at(UnitTextScala));
+    if (parent == nullptr) {
+        removeUnit(unit.number);
+        return;
+    }
     const QSignalBlocker quiet(this);
-    delete node;
+    Node* node = m_units.value(unit.number);
+    if (node == nullptr)
+        node = newUnit({.number = unit.number, .text = {}, .rooms = {}});
+    placeUnit(node, parent);
+    node->setName(unit.texts.front(), UnitPrefix, names);
+    followRooms(*node, rooms, names);
 }
 
 void Navig::removeUnit(int unit)
 {
-    remove(m_units.take(unit));
+    const QSignalBlocker quiet(this);
+    delete m_units.take(unit);
 }
 
-void Navig::removeRoom(int unit, int position)
+void Navig::select(int unit)
 {
-    remove(room(unit, position));
-}
-
-void Navig::moveUnit(int unit, const QString& scala)
-{
+    const QSignalBlocker quiet(this);
+    if (selectedUnit() == unit && unit > 0)
+        return;
     Node* node = m_units.value(unit);
-    Node* target = this->scala(scala);
-    if (target == nullptr) {
-        removeUnit(unit);
-        return;
-    }
-    if (node == nullptr || node->parent() == target)
-        return;
-    const QSignalBlocker quiet(this);
-    const bool current = currentItem() == node;
-    const bool expanded = node->isExpanded();
-    node->parent()->removeChild(node);
-    target->insertInOrder(node);
-    node->setExpanded(expanded);
-    if (current)
-        setCurrentItem(node);
-}
-
-void Navig::select(int unit, int position)
-{
-    Node* node = position > 0 ? room(unit, position) : m_units.value(unit);
-    if (node == nullptr)
-        return;
-    const QSignalBlocker quiet(this);
     setCurrentItem(node);
-    scrollToItem(node);
+    if (node == nullptr)
+        clearSelection();
+    else
+        scrollToItem(node);
+    viewport()->update();
 }
 
 int Navig::selectedUnit() const

@@ -8,53 +8,47 @@
 
 namespace zelto::registro {
 
-/// The tree of the building: staircases, their units, the units' rooms.
+/// The tree of the building: staircases, their units, the units' rooms. What it reports was done by
+/// the user.
 class Navig : public QTreeWidget
 {
     Q_OBJECT
 
 public:
+    /// How names that are empty show: "-" where the user emptied or has not yet entered them, the
+    /// number in a tree built anew.
+    enum class EmptyNames { Dash, Number };
+
     explicit Navig(QWidget* parent = nullptr);
 
-    /// Builds the whole tree anew.
+    /// Builds the whole tree anew; units that were expanded are so again.
     void build(const std::vector<TreeScala>& tree);
 
-    /// A unit among those of its staircase in the order of their numbers; nothing when the tree has
-    /// no such staircase.
-    void addUnit(int unit, const QString& scala, const QString& text);
-
-    /// A room among those of its unit in the order of their positions.
-    void addRoom(int unit, int position, const QString& text);
-
-    // Each does nothing where there is no such node.
-    void setUnitText(int unit, const QString& text);
-    void setRoomText(int unit, int position, const QString& text);
+    /// Shows a unit with its rooms as it is now, among those of its staircase and in the order of
+    /// the numbers. It is not in the tree when that has no such staircase.
+    void showUnit(const UnitRow& unit, const std::vector<RoomRow>& rooms, EmptyNames names);
     void removeUnit(int unit);
-    void removeRoom(int unit, int position);
 
-    /// Takes the unit with its rooms to another staircase; it leaves the tree when there is no such
-    /// staircase.
-    void moveUnit(int unit, const QString& scala);
+    /// Makes the unit's node current, unless one of its rooms' is. No node is when it has none.
+    void select(int unit);
 
-    [[nodiscard]] bool hasUnit(int unit) const { return m_units.contains(unit); }
-
-    /// Makes the unit's node current, or one of its rooms', without reporting it.
-    void select(int unit, int position = 0);
-
-    /// The unit of the current node, 0 for a staircase.
+    /// The unit of the current node, 0 for a staircase or none.
     [[nodiscard]] int selectedUnit() const;
 
 signals:
-    /// The user went to another node of a unit or of one of its rooms.
+    /// The user went to a node of the unit or of one of its rooms, or clicked on it.
     void unitSelected(int unit);
+    /// The user clicked on a room's node or pressed Enter there.
+    void roomSelected(int unit, int position);
 
 private:
     class Node;
 
     [[nodiscard]] Node* scala(const QString& code) const;
-    [[nodiscard]] Node* room(int unit, int position) const;
     Node* newUnit(const TreeUnit& unit);
-    void remove(Node* node);
+    void placeUnit(Node* node, Node* parent);
+    static void followRooms(Node& node, const std::vector<RoomRow>& rooms, EmptyNames names);
+    void pick(const QTreeWidgetItem* item);
 
     QHash<QString, Node*>
         m_scale; ///< by code in upper case, as the store does not tell cases apart

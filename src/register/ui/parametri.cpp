@@ -2,12 +2,10 @@
 #include "register/ui/parametri.h"
 
 #include "register/ui/navig.h"
-#include "register/ui/register_columns.h"
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
 #include "register/unit_figures.h"
-#include "store/database.h"
 #include "store/settings.h"
 #include "store/user_interface.h"
 #include "widgets/column_widths.h"
@@ -19,6 +17,7 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
@@ -30,21 +29,21 @@
 
 namespace zelto::registro {
 
+using namespace Qt::StringLiterals;
 using widgets::Grid;
 
 namespace {
 
-const QString Section = QStringLiteral("Parametri");
-const QString UnitWidths = QStringLiteral("TabUI");
-const QString RoomWidths = QStringLiteral("TabFlex");
+const QString Section = u"Parametri"_s;
+const QString UnitWidths = u"TabUI"_s;
+const QString RoomWidths = u"TabFlex"_s;
 
-/// A key of a grid alone, so that fields and editors keep theirs.
-template <typename Receiver, typename Slot>
-void addKey(Grid& grid, const QKeySequence& key, Receiver* receiver, Slot slot)
+void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>& command,
+            Qt::ShortcutContext context = Qt::WidgetWithChildrenShortcut)
 {
-    auto* shortcut = new QShortcut(key, &grid);
-    shortcut->setContext(Qt::WidgetShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, receiver, slot);
+    auto* shortcut = new QShortcut(key, &where);
+    shortcut->setContext(context);
+    QObject::connect(shortcut, &QShortcut::activated, &where, command);
 }
 
 } // namespace
@@ -52,24 +51,22 @@ void addKey(Grid& grid, const QKeySequence& key, Receiver* receiver, Slot slot)
 Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigures> figures,
                      QWidget* parent)
     : QWidget(parent), m_context(context), m_calculation(std::move(figures)),
-      m_register(context.lavoro), m_lists(LeggiDatiGenerali(context.lavoro)),
-      m_toolbar(new QToolBar(this)), m_splitter(new QSplitter(this)), m_navig(new Navig(this)),
-      m_tabs(new QTabWidget(this)), m_elenco(new UnitList), m_dettaglio(new UnitDetail),
-      m_vani(new RoomList), m_status(new QStatusBar(this)), m_figures(new QLabel(this))
+      m_model(context.lavoro), m_toolbar(new QToolBar(this)), m_splitter(new QSplitter(this)),
+      m_navig(new Navig(this)), m_tabs(new QTabWidget(this)), m_elenco(new UnitList(m_model)),
+      m_dettaglio(new UnitDetail), m_vani(new RoomList(m_model)), m_status(new QStatusBar(this)),
+      m_figures(new QLabel(this))
 {
     setObjectName(Section);
-    setWindowTitle(QStringLiteral("Parametri per millesimi"));
+    setWindowTitle(u"Parametri per millesimi"_s);
     buildToolbar();
     buildPanels();
     buildStatusBar();
-    m_elenco->setLists(m_lists.scale, m_lists.livelli);
-    m_dettaglio->setScale(m_lists.scale);
-    m_dettaglio->setTables(m_lists.tabelle);
-    m_vani->setEntries(m_lists.coefficienti);
-    ElencoUI();
-    AggiornaAlbero2();
+    connectModel();
+    m_model.reload();
+    connectNavigation();
     connectUnits();
     connectRooms();
+    addKeys();
     m_elenco->grid().setFocus();
     // The window comes first: loading a big job for the figures takes longer than all the rest.
     auto* idle = new QTimer(this);
@@ -83,13 +80,10 @@ Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigure
 
 Parametri::~Parametri() = default;
 
-// Building
-
 QAction* Parametri::addButton(const QString& key, const QString& iconName, const QString& caption,
                               const QString& hint)
 {
-    QAction* button =
-        m_toolbar->addAction(QIcon(QStringLiteral(":/zelto/icons/%1.svg").arg(iconName)), caption);
+    QAction* button = m_toolbar->addAction(QIcon(u":/zelto/icons/%1.svg"_s.arg(iconName)), caption);
     button->setObjectName(key);
     button->setToolTip(hint);
     button->setStatusTip(hint);
@@ -100,8 +94,7 @@ void Parametri::addScreen(const QString& key, const QString& iconName, const QSt
                           const QString& hint, const QString& shortcut,
                           void (Parametri::*request)())
 {
-    QAction* button =
-        addButton(key, iconName, caption, QStringLiteral("%1 (%2)").arg(hint, shortcut));
+    QAction* button = addButton(key, iconName, caption, u"%1 (%2)"_s.arg(hint, shortcut));
     button->setShortcut(QKeySequence(shortcut));
     connect(button, &QAction::triggered, this, [this, request] {
         if (finishTyping())
@@ -111,25 +104,20 @@ void Parametri::addScreen(const QString& key, const QString& iconName, const QSt
 
 void Parametri::buildToolbar()
 {
-    m_toolbar->setObjectName(QStringLiteral("Toolbar1"));
-    m_toolbar->setAccessibleName(QStringLiteral("Comandi dei parametri"));
+    m_toolbar->setObjectName(u"Toolbar1"_s);
+    m_toolbar->setAccessibleName(u"Comandi dei parametri"_s);
     m_toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    connect(addButton(QStringLiteral("Calc"), QStringLiteral("calcolatrice"),
-                      QStringLiteral("Calcolatrice"), QStringLiteral("Calcolatrice")),
+    connect(addButton(u"Calc"_s, u"calcolatrice"_s, u"Calcolatrice"_s, u"Calcolatrice"_s),
             &QAction::triggered, this, &Parametri::calculatorRequested);
-    addScreen(QStringLiteral("Mill"), QStringLiteral("millesimi"), QStringLiteral("Millesimi"),
-              QStringLiteral("Calcolo millesimi"), QStringLiteral("Ctrl+M"),
+    addScreen(u"Mill"_s, u"millesimi"_s, u"Millesimi"_s, u"Calcolo millesimi"_s, u"Ctrl+M"_s,
               &Parametri::millesimiRequested);
-    addScreen(QStringLiteral("Rip"), QStringLiteral("riparto"), QStringLiteral("Riparto"),
-              QStringLiteral("Riparto importo"), QStringLiteral("Ctrl+R"),
+    addScreen(u"Rip"_s, u"riparto"_s, u"Riparto"_s, u"Riparto importo"_s, u"Ctrl+R"_s,
               &Parametri::ripartoRequested);
     m_toolbar->addSeparator();
-    m_undo = addButton(QStringLiteral("Annulla"), QStringLiteral("annulla"),
-                       QStringLiteral("Annulla"), {});
+    m_undo = addButton(u"Annulla"_s, u"annulla"_s, u"Annulla"_s, {});
     m_undo->setShortcuts(QKeySequence::Undo);
     connect(m_undo, &QAction::triggered, this, &Parametri::undo);
-    m_redo =
-        addButton(QStringLiteral("Ripeti"), QStringLiteral("ripeti"), QStringLiteral("Ripeti"), {});
+    m_redo = addButton(u"Ripeti"_s, u"ripeti"_s, u"Ripeti"_s, {});
     m_redo->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
     connect(m_redo, &QAction::triggered, this, &Parametri::redo);
     for (QAction* action : {m_undo, m_redo})
@@ -140,18 +128,18 @@ void Parametri::buildToolbar()
 
 void Parametri::buildPanels()
 {
-    m_tabs->setObjectName(QStringLiteral("tbsOptions"));
-    m_tabs->setAccessibleName(QStringLiteral("Parti del registro"));
-    m_tabs->addTab(m_elenco, QStringLiteral("Elenco"));
-    m_tabs->addTab(m_dettaglio, QStringLiteral("Dettaglio"));
-    m_tabs->addTab(m_vani, QStringLiteral("Vani"));
+    m_tabs->setObjectName(u"tbsOptions"_s);
+    m_tabs->setAccessibleName(u"Parti del registro"_s);
+    m_tabs->addTab(m_elenco, u"Elenco"_s);
+    m_tabs->addTab(m_dettaglio, u"Dettaglio"_s);
+    m_tabs->addTab(m_vani, u"Vani"_s);
     widgets::addTabKeys(*this, *m_tabs->tabBar());
-    m_splitter->setObjectName(QStringLiteral("FR"));
+    m_splitter->setObjectName(u"FR"_s);
     m_splitter->setChildrenCollapsible(false);
     m_splitter->addWidget(m_navig);
     m_splitter->addWidget(m_tabs);
     m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes({220, 700});
+    m_splitter->setSizes({220, 780});
     widgets::restoreColumnWidths(m_elenco->grid(), m_context.settings, Section, UnitWidths);
     widgets::restoreColumnWidths(m_vani->grid(), m_context.settings, Section, RoomWidths);
     auto* layout = new QVBoxLayout(this);
@@ -163,30 +151,69 @@ void Parametri::buildPanels()
 
 void Parametri::buildStatusBar()
 {
-    m_status->setObjectName(QStringLiteral("StatusBar"));
+    m_status->setObjectName(u"StatusBar"_s);
     m_status->setSizeGripEnabled(false);
-    m_figures->setObjectName(QStringLiteral("Stato"));
+    m_figures->setObjectName(u"Stato"_s);
     m_status->addWidget(m_figures, 1);
     layout()->addWidget(m_status);
+}
+
+void Parametri::connectModel()
+{
+    // Whatever a view reports while it follows the model was not done by the user.
+    const auto follow = [this](const std::function<void()>& views) {
+        const QScopedValueRollback following(m_following, true);
+        views();
+    };
+    connect(&m_model, &RegisterModel::listsRead, this, [this, follow] {
+        follow([this] {
+            m_elenco->showLists();
+            m_dettaglio->showLists(m_model.lists());
+            m_elenco->grid().cells().remarksChanged();
+            m_vani->grid().cells().remarksChanged();
+        });
+    });
+    connect(&m_model, &RegisterModel::unitsListed, this,
+            [this, follow] { follow([this] { m_elenco->showUnits(); }); });
+    connect(&m_model, &RegisterModel::unitChanged, m_navig,
+            [this](const UnitRow& unit, const std::vector<RoomRow>& rooms) {
+                m_navig->showUnit(unit, rooms, m_names);
+            });
+    connect(&m_model, &RegisterModel::unitRemoved, m_navig, &Navig::removeUnit);
+    connect(&m_model, &RegisterModel::unitsChanged, this, [this](const QList<int>& units) {
+        m_calculation->unitsChanged(units);
+        showFigures();
+    });
+    connect(&m_model, &RegisterModel::reloaded, this, [this](const std::vector<TreeScala>& tree) {
+        m_navig->build(tree);
+        m_calculation->reload();
+    });
+    connect(&m_model, &RegisterModel::unitShown, this,
+            [this, follow] { follow([this] { showUnit(); }); });
+}
+
+/// Changing the current row is going to its unit, and so is a click on it when it is current
+/// already.
+void Parametri::connectNavigation()
+{
+    Grid& grid = m_elenco->grid();
+    const auto goToRow = [this](const QModelIndex& cell) {
+        if (!m_following && cell.isValid())
+            goToUnit(m_elenco->unitIn(cell.row()));
+    };
+    connect(grid.selectionModel(), &QItemSelectionModel::currentRowChanged, this, goToRow);
+    connect(&grid, &Grid::clicked, this, goToRow);
+    connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
+    connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
+    connect(m_elenco, &UnitList::unitFound, this, &Parametri::goToUnit);
+    connect(m_elenco, &UnitList::filterChanged, this,
+            [this] { reading([this] { m_model.ElencoUI(m_elenco->filter()); }); });
 }
 
 void Parametri::connectUnits()
 {
     Grid& grid = m_elenco->grid();
     connect(&grid, &Grid::cellsChanged, this, &Parametri::storeUnitCells);
-    connect(&grid, &Grid::pasteRefused, this,
-            [this](const QString& why) { m_context.user.showMessage(why); });
-    connect(&grid, &Grid::customContextMenuRequested, this, &Parametri::unitMenu);
-    connect(grid.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& current) {
-                reading([&] { showUnit(m_elenco->unitIn(current.row())); });
-            });
-    connect(m_navig, &Navig::unitSelected, this,
-            [this](int unit) { reading([&] { DatiVani(unit); }); });
-    connect(m_elenco, &UnitList::filterChanged, this, [this] {
-        reading([this] { ElencoUI(); });
-        m_elenco->grid().setCurrentCell(std::max(0, m_elenco->rowOf(m_unit)), 0);
-    });
     connect(m_elenco, &UnitList::scalaChosen, this, [this](int row, const QString& code) {
         storeUnitText(m_elenco->unitIn(row), ColumnScala, code);
     });
@@ -195,43 +222,63 @@ void Parametri::connectUnits()
             storeFlag(m_elenco->unitIn(row), table,
                       m_elenco->grid().cells().text(row, ColumnFirstTable + table - 1) != u"X");
     });
-    connect(m_dettaglio, &UnitDetail::fieldChanged, this,
-            [this](int field, const QString& text) { storeUnitText(m_unit, field, text); });
-    connect(m_dettaglio, &UnitDetail::scalaChosen, this,
-            [this](const QString& code) { storeUnitText(m_unit, ColumnScala, code); });
+    connect(m_dettaglio, &UnitDetail::fieldChanged, this, [this](int field, const QString& text) {
+        storeUnitText(m_model.unit().number, field, text);
+    });
+    connect(m_dettaglio, &UnitDetail::scalaChosen, this, [this](const QString& code) {
+        storeUnitText(m_model.unit().number, ColumnScala, code);
+    });
     connect(m_dettaglio, &UnitDetail::tableToggled, this,
-            [this](int table, bool on) { storeFlag(m_unit, table, on); });
-    addKey(grid, Qt::SHIFT | Qt::Key_F10, this, &Parametri::unitMenu);
-    addKey(grid, Qt::Key_Insert, this, &Parametri::addUnit);
-    addKey(grid, Qt::CTRL | Qt::Key_D, this, &Parametri::duplicateUnits);
-    addKey(grid, Qt::CTRL | Qt::Key_Delete, this, &Parametri::deleteUnits);
+            [this](int table, bool on) { storeFlag(m_model.unit().number, table, on); });
 }
 
 void Parametri::connectRooms()
 {
-    Grid& grid = m_vani->grid();
-    connect(&grid, &Grid::cellsChanged, this, &Parametri::storeRoomCells);
-    connect(&grid, &Grid::pasteRefused, this,
-            [this](const QString& why) { m_context.user.showMessage(why); });
-    connect(&grid, &Grid::customContextMenuRequested, this, &Parametri::roomMenu);
+    connect(&m_vani->grid(), &Grid::cellsChanged, this, &Parametri::storeRoomCells);
     connect(m_vani, &RoomList::coefficientChosen, this,
             [this](int row, int column, const QString& text) {
-                perform([=, this] {
-                    return m_register.MemorizzaVano(
-                        m_unit, {{m_vani->positionIn(row), column + RoomAmbiente, text}});
-                });
+                storeRoomCells({{.row = row, .column = column, .before = {}, .after = text}});
             });
     connect(m_vani, &RoomList::listEmpty, this, [this](const QString& coefficient) {
-        constexpr int Shown = 8000; // milliseconds
-        m_status->showMessage(
-            QStringLiteral("L'elenco «%1» è vuoto: si compila nella finestra «Variabili».")
-                .arg(coefficient),
-            Shown);
+        say(u"L'elenco «%1» è vuoto: si compila nella finestra «Variabili» (Ctrl+2)."_s.arg(
+            coefficient));
     });
-    addKey(grid, Qt::SHIFT | Qt::Key_F10, this, &Parametri::roomMenu);
-    addKey(grid, Qt::Key_Insert, this, &Parametri::addRoom);
-    addKey(grid, Qt::CTRL | Qt::Key_D, this, &Parametri::duplicateRooms);
-    addKey(grid, Qt::CTRL | Qt::Key_Delete, this, &Parametri::deleteRooms);
+}
+
+void Parametri::addKeys()
+{
+    for (QWidget* panel : {static_cast<QWidget*>(m_dettaglio), static_cast<QWidget*>(m_vani)}) {
+        addKey(*panel, Qt::ALT | Qt::Key_Up, [this] { goToNeighbour(-1); });
+        addKey(*panel, Qt::ALT | Qt::Key_Down, [this] { goToNeighbour(1); });
+    }
+    addKey(*this, QKeySequence::Find, [this] {
+        m_tabs->setCurrentIndex(Elenco);
+        m_elenco->beginSearch();
+    });
+    addKey(*this, Qt::Key_F3, [this] { m_elenco->searchOn(true); });
+    addKey(*this, Qt::SHIFT | Qt::Key_F3, [this] { m_elenco->searchOn(false); });
+    for (const Tab tab : {Elenco, Vani})
+        addGridKeys(tab);
+}
+
+void Parametri::addGridKeys(Tab tab)
+{
+    Grid& grid = gridOf(tab);
+    connect(&grid, &Grid::pasteRefused, this,
+            [this](const QString& why) { m_context.user.showMessage(why); });
+    connect(&grid, &Grid::customContextMenuRequested, this, [this, tab] { showMenu(tab); });
+    addKey(grid, Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this, tab] { move(tab, -1); });
+    addKey(grid, Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this, tab] { move(tab, 1); });
+    // The in-grid editor keeps these.
+    constexpr auto GridAlone = Qt::WidgetShortcut;
+    addKey(
+        grid, Qt::SHIFT | Qt::Key_F10, [this, tab] { showMenu(tab); }, GridAlone);
+    addKey(
+        grid, Qt::Key_Insert, [this, tab] { add(tab); }, GridAlone);
+    addKey(
+        grid, Qt::CTRL | Qt::Key_D, [this, tab] { duplicate(tab); }, GridAlone);
+    addKey(
+        grid, Qt::CTRL | Qt::Key_Delete, [this, tab] { remove(tab); }, GridAlone);
 }
 
 bool Parametri::finishTyping()
@@ -239,7 +286,7 @@ bool Parametri::finishTyping()
     m_elenco->grid().commitEditor();
     m_vani->grid().commitEditor();
     auto* line = qobject_cast<widgets::TypedLine*>(focusWidget());
-    if (line == nullptr)
+    if (line == nullptr || !line->hasFocus())
         return true;
     if (!line->ValidateField())
         return false;
@@ -255,107 +302,6 @@ void Parametri::closeEvent(QCloseEvent* event)
     widgets::saveColumnWidths(m_vani->grid(), m_context.settings, Section, RoomWidths);
     widgets::saveColumnWidths(m_elenco->grid(), m_context.settings, Section, UnitWidths);
     QWidget::closeEvent(event);
-}
-
-// Showing what is stored
-
-void Parametri::reading(const std::function<void()>& read)
-{
-    try {
-        read();
-    } catch (const store::DatabaseError& error) {
-        m_context.user.ReportError(error);
-    }
-}
-
-void Parametri::ElencoUI()
-{
-    std::vector<widgets::GridRow> rows;
-    for (const UnitRow& unit : readUnits(m_context.lavoro, {.scala = m_elenco->filterScala(),
-                                                           .livello = m_elenco->filterLivello()}))
-        rows.push_back(UnitList::rowFor(unit));
-    if (rows.empty())
-        rows.emplace_back();
-    m_elenco->grid().cells().setRows(rows);
-    for (int row = 0; row < static_cast<int>(rows.size()); ++row)
-        markUnit(row);
-}
-
-void Parametri::AggiornaAlbero2()
-{
-    m_navig->build(readTree(m_context.lavoro, m_lists.scale));
-    m_elenco->grid().setCurrentCell(0, 0);
-    showUnit(m_elenco->unitIn(0));
-}
-
-void Parametri::showUnit(int unit)
-{
-    if (unit == m_unit || m_busy)
-        return;
-    m_navig->select(unit);
-    DatiVani(unit);
-}
-
-void Parametri::DatiVani(int unit)
-{
-    m_unit = unit;
-    m_dettaglio->setUnit(unit);
-    if (const int row = m_elenco->rowOf(unit); row >= 0 && row != m_elenco->grid().currentRow())
-        m_elenco->grid().setCurrentCell(row, std::max(0, m_elenco->grid().currentColumn()));
-    if (const UnitRow stored = readUnit(m_context.lavoro, unit); stored.number == unit) {
-        m_dettaglio->showFields(stored.texts);
-        m_dettaglio->showFlags(stored.flags);
-    }
-    showRooms();
-    showFigures();
-}
-
-void Parametri::showRooms()
-{
-    std::vector<widgets::GridRow> rows;
-    for (const RoomRow& room : readRooms(m_context.lavoro, m_unit))
-        rows.push_back({.number = QString::number(room.position),
-                        .cells = QStringList(room.texts.begin(), room.texts.end())});
-    if (rows.empty())
-        rows.emplace_back();
-    m_vani->grid().cells().setRows(rows);
-    m_vani->grid().setCurrentCell(0, 0);
-    markRooms();
-}
-
-/// The figures are a service: the screen works without them.
-void Parametri::showFigures()
-{
-    if (!m_loaded)
-        return;
-    try {
-        m_figures->setText(m_calculation->describe(m_unit));
-    } catch (const store::DatabaseError& error) {
-        m_figures->setText(error.description());
-    }
-}
-
-void Parametri::refreshFigures()
-{
-    m_calculation->reload();
-    reading([this] { markRooms(); });
-    showFigures();
-}
-
-void Parametri::markUnit(int row)
-{
-    widgets::GridModel& cells = m_elenco->grid().cells();
-    cells.setMark(row, ColumnHPiano, m_calculation->heightRemark(cells.text(row, ColumnHPiano)));
-}
-
-void Parametri::markRooms()
-{
-    widgets::GridModel& cells = m_vani->grid().cells();
-    for (int row = 0; row < cells.rowCount(); ++row)
-        for (int column = ColumnConsistenza; column < cells.columnCount(); ++column)
-            cells.setMark(
-                row, column,
-                m_calculation->roomRemark(column - ColumnConsistenza, cells.text(row, column)));
 }
 
 } // namespace zelto::registro

@@ -1,389 +1,425 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The part of the parameters screen that changes the register.
-#include "register/ui/navig.h"
+// The part of the parameters screen that follows the model, goes to units and changes the register.
 #include "register/ui/parametri.h"
 #include "register/ui/range_menu.h"
-#include "register/ui/register_columns.h"
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
 #include "register/unit_figures.h"
-#include "store/database_error.h"
+#include "store/database.h"
 #include "store/user_interface.h"
 #include "widgets/context_menu.h"
 #include "widgets/grid.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QLabel>
 #include <QScopedValueRollback>
+#include <QStatusBar>
+#include <QTabWidget>
 
 #include <algorithm>
 
 namespace zelto::registro {
 
+using namespace Qt::StringLiterals;
 using widgets::CellChange;
 using widgets::Grid;
-using Table = RecordChange::Table;
 
 namespace {
 
-QString textOf(const Record& record, int field)
+/// The flags of a row's cells as a unit stores them: only "X" is one.
+QString flagsIn(const widgets::GridModel& cells, int row)
 {
-    return record[static_cast<std::size_t>(field)].text();
+    QString flags;
+    for (int table = 0; table < NumTables; ++table)
+        flags += cells.text(row, ColumnFirstTable + table) == u"X" ? u'X' : u' ';
+    return flags;
 }
 
-int numberOf(const Record& record, int field)
+/// Another flag in a unit's flags, however many of them are stored.
+QString withFlag(const QString& stored, int table, bool on)
 {
-    return static_cast<int>(record[static_cast<std::size_t>(field)].integer());
-}
-
-UnitRow unitRow(const Record& record)
-{
-    UnitRow row{
-        .number = numberOf(record, UnitNumber), .texts = {}, .flags = textOf(record, UnitFlags)};
-    int field = UnitRiferimento;
-    for (QString& text : row.texts)
-        text = textOf(record, field++);
-    return row;
-}
-
-widgets::GridRow roomRow(const Record& record)
-{
-    widgets::GridRow row{.number = textOf(record, RoomPosition), .cells = {}};
-    for (int field = RoomAmbiente; field < static_cast<int>(record.size()); ++field)
-        row.cells << textOf(record, field);
-    return row;
-}
-
-/// The row whose number is the given one, or where a row of that number belongs.
-int placeOf(const widgets::GridModel& cells, int number)
-{
-    int row = 0;
-    while (row < cells.rowCount() && cells.number(row).toInt() < number)
-        ++row;
-    return row;
-}
-
-bool isAt(const widgets::GridModel& cells, int row, int number)
-{
-    return row < cells.rowCount() && cells.number(row).toInt() == number;
-}
-
-void putRow(widgets::GridModel& cells, int row, const widgets::GridRow& content)
-{
-    for (int column = 0; column < cells.columnCount(); ++column)
-        cells.setText(row, column, content.cells.value(column));
-}
-
-/// Patches the grid's row of a record that was added, deleted or changed.
-void patchRow(Grid& grid, int number, bool exists, const widgets::GridRow& content)
-{
-    widgets::GridModel& cells = grid.cells();
-    const int row = placeOf(cells, number);
-    const bool there = isAt(cells, row, number);
-    if (exists && there)
-        putRow(cells, row, content);
-    else if (exists)
-        cells.insertRow(row, content);
-    else if (there)
-        cells.removeRow(row);
-}
-
-/// The empty row stands only where there is no other.
-void keepEmptyRow(widgets::GridModel& cells)
-{
-    if (cells.rowCount() == 0)
-        cells.appendRow({});
-    else if (cells.rowCount() > 1 && cells.number(0).isEmpty())
-        cells.removeRow(0);
+    QString flags = stored.left(NumTables).leftJustified(NumTables).toUpper();
+    for (QChar& flag : flags)
+        flag = flag == u'X' ? u'X' : u' ';
+    flags[table - 1] = on ? u'X' : u' ';
+    return flags;
 }
 
 } // namespace
 
-bool Parametri::perform(const Operation& operation, Nodes nodes)
+// Showing what the model says
+
+void Parametri::showUnit()
 {
-    try {
-        apply(operation(), nodes);
-        updateUndo();
-        return true;
-    } catch (const store::DatabaseError& error) {
-        m_context.user.ReportError(error);
-    }
-    updateUndo();
-    try {
-        const int unit = m_unit;
-        ElencoUI();
-        DatiVani(unit);
-    } catch (const store::DatabaseError&) {
-        // What went wrong has been said; the screen shows the last that could be read.
-    }
-    return false;
+    showPlace();
+    m_dettaglio->showUnit(m_model.unit());
+    m_vani->showRooms();
+    showFigures();
 }
 
-// Cells and fields
-
-/// The flags of a row's cells as a unit stores them.
-QString Parametri::flagsIn(int row) const
+/// Where the user is, in tree and list.
+void Parametri::showPlace()
 {
-    QString flags;
-    for (int table = 0; table < NumTables; ++table)
-        flags += m_elenco->grid().cells().text(row, ColumnFirstTable + table) == u"X" ? u'X' : u' ';
-    return flags;
+    m_elenco->showCurrent();
+    m_navig->select(m_model.unit().number);
+}
+
+/// The figures are a service: the screen works without them.
+void Parametri::showFigures()
+{
+    if (!m_loaded)
+        return;
+    try {
+        m_figures->setText(m_calculation->describe(m_model.unit().number));
+    } catch (const store::DatabaseError& error) {
+        m_figures->setText(error.description());
+    }
+}
+
+void Parametri::refreshLists()
+{
+    reading([this] {
+        m_model.reload();
+        const UnitFilter filter = m_elenco->filter(); // what was chosen may be gone
+        if (filter.scala != m_model.filter().scala || filter.livello != m_model.filter().livello)
+            m_model.ElencoUI(filter);
+    });
+}
+
+void Parametri::say(const QString& text)
+{
+    constexpr int Shown = 8000; // milliseconds
+    m_status->showMessage(text, Shown);
+}
+
+// Where the user goes
+
+void Parametri::reading(const std::function<void()>& read)
+{
+    try {
+        read();
+    } catch (const store::DatabaseError& error) {
+        m_context.user.ReportError(error);
+        const QScopedValueRollback following(m_following, true);
+        showPlace();
+    }
+}
+
+void Parametri::goToUnit(int unit)
+{
+    const bool there = unit == m_model.unit().number;
+    if (unit > 0 && (there || finishTyping()))
+        reading([=, this] {
+            if (!there)
+                m_model.DatiVani(unit);
+            if (m_model.unit().number != unit) {
+                m_model.reload();
+                say(u"L'unità %1 è stata eliminata da un altro programma."_s.arg(unit));
+            }
+        });
+    const QScopedValueRollback following(m_following, true);
+    showPlace();
+}
+
+void Parametri::goToRoom(int unit, int position)
+{
+    goToUnit(unit);
+    m_tabs->setCurrentIndex(Vani);
+    if (const int row = gridOf(Vani).cells().rowOf(position); row >= 0)
+        gridOf(Vani).setCurrentCell(row, 0);
+    focusTab();
+}
+
+void Parametri::goToNeighbour(int places)
+{
+    if (const int unit = m_model.neighbour(m_model.unit().number, places); unit > 0)
+        goToUnit(unit);
+}
+
+/// In the view that shows it, and that the user knows: "Dettaglio" for a unit that is not listed.
+void Parametri::goTo(const Place& place)
+{
+    goToUnit(place.unit);
+    const bool listed = m_elenco->rowOf(place.unit) >= 0;
+    if (place.position > 0)
+        m_tabs->setCurrentIndex(Vani);
+    else if (tab() != Dettaglio)
+        m_tabs->setCurrentIndex(listed ? Elenco : Dettaglio);
+    if (tab() == Dettaglio) {
+        m_dettaglio->goToField(place.field - UnitRiferimento);
+        return;
+    }
+    Grid& grid = gridOf(tab());
+    const int column = place.field - (tab() == Vani ? static_cast<int>(RoomAmbiente)
+                                                    : static_cast<int>(UnitRiferimento));
+    const int row = grid.cells().rowOf(tab() == Vani ? place.position : place.unit);
+    if (row >= 0)
+        grid.setCurrentCell(row, std::max(column, 0));
+    focusTab();
+}
+
+widgets::Grid& Parametri::gridOf(Tab tab) const
+{
+    return tab == Vani ? m_vani->grid() : m_elenco->grid();
+}
+
+Parametri::Tab Parametri::tab() const
+{
+    return static_cast<Tab>(m_tabs->currentIndex());
+}
+
+void Parametri::focusTab()
+{
+    if (tab() != Dettaglio)
+        gridOf(tab()).setFocus();
+}
+
+// Storing what the user does
+
+RegisterChange Parametri::perform(const Operation& operation)
+{
+    RegisterChange change;
+    try {
+        change = m_model.perform(operation);
+    } catch (const store::DatabaseError& error) {
+        m_context.user.ReportError(error);
+        try {
+            m_model.reload();
+        } catch (const store::DatabaseError&) {
+            // What went wrong has been said; the screen shows the last that could be read.
+        }
+    }
+    updateUndo();
+    if (change.missing)
+        say(u"Nulla è stato memorizzato: un altro programma ha eliminato ciò che si voleva "
+            "cambiare."_s);
+    return change;
+}
+
+/// Only a pasted block adds units or rooms: what is typed into the empty row goes nowhere.
+bool Parametri::isIntoNothing(const QList<CellChange>& changes, Tab tab)
+{
+    const bool typed =
+        changes.size() == 1 && gridOf(tab).cells().number(changes.front().row).toInt() == 0;
+    const bool into = typed || (tab == Vani && m_model.unit().number == 0);
+    const QScopedValueRollback following(m_following, true);
+    if (into && tab == Vani)
+        m_vani->showRooms();
+    else if (into)
+        m_elenco->showUnits();
+    return into;
 }
 
 void Parametri::storeUnitCells(const QList<CellChange>& changes)
 {
+    if (isIntoNothing(changes, Elenco))
+        return;
+    const widgets::GridModel& cells = m_elenco->grid().cells();
     QList<UnitEdit> edits;
+    QMap<int, NewTexts> added;
     for (const CellChange& change : changes) {
         const int unit = m_elenco->unitIn(change.row);
-        if (unit == 0)
-            m_elenco->grid().cells().setText(change.row, change.column, change.before);
-        else if (change.column < ColumnFirstTable)
-            edits.append({unit, change.column + UnitRiferimento, change.after});
+        const bool flag = change.column >= ColumnFirstTable;
+        const int ordinal = flag ? static_cast<int>(UnitFlags) : change.column + UnitRiferimento;
+        if (unit > 0)
+            edits.append({unit, ordinal, flag ? flagsIn(cells, change.row) : change.after});
+        else if (!flag)
+            added[change.row][ordinal] = change.after;
         else
-            edits.append({unit, UnitFlags, flagsIn(change.row)});
-        // Only "X" is a flag; the store may not have to change for anything else.
-        if (change.column >= ColumnFirstTable && change.after != u"X")
-            m_elenco->grid().cells().setText(change.row, change.column, {});
+            added[change.row][ordinal] =
+                withFlag(added[change.row][ordinal], change.column - ColumnFirstTable + 1,
+                         change.after == u"X");
     }
-    if (!edits.isEmpty())
-        perform([&] { return m_register.MemorizzaUI(edits); });
+    perform([&](Register& registro) { return registro.MemorizzaUI(edits, added.values()); });
 }
 
 void Parametri::storeRoomCells(const QList<CellChange>& changes)
 {
+    if (isIntoNothing(changes, Vani))
+        return;
     QList<RoomEdit> edits;
-    for (const CellChange& change : changes) {
-        const int position = m_vani->positionIn(change.row);
-        if (position < 1)
-            m_vani->grid().cells().setText(change.row, change.column, change.before);
-        else
+    QMap<int, NewTexts> added;
+    for (const CellChange& change : changes)
+        if (const int position = m_vani->positionIn(change.row); position > 0)
             edits.append({position, change.column + RoomAmbiente, change.after});
-    }
-    if (!edits.isEmpty())
-        perform([&] { return m_register.MemorizzaVano(m_unit, edits); });
+        else
+            added[change.row][change.column + RoomAmbiente] = change.after;
+    const RegisterChange change = perform([&](Register& registro) {
+        return registro.MemorizzaVano(m_model.unit().number, edits, added.values());
+    });
+    if (change.missing)
+        QApplication::beep();
 }
 
 void Parametri::storeUnitText(int unit, int field, const QString& text)
 {
     if (unit > 0)
-        perform([&] { return m_register.MemorizzaUI({{unit, field + UnitRiferimento, text}}); });
+        perform([&](Register& registro) {
+            return registro.MemorizzaUI({{unit, field + UnitRiferimento, text}});
+        });
 }
 
 void Parametri::storeFlag(int unit, int table, bool on)
 {
-    if (unit == 0)
-        return;
-    perform([&] {
-        QString flags(NumTables, u' ');
-        const QString stored = readUnit(m_context.lavoro, unit).flags;
-        for (qsizetype i = 0; i < std::min(flags.size(), stored.size()); ++i)
-            flags[i] = stored[i].toUpper() == u'X' ? u'X' : u' ';
-        flags[table - 1] = on ? u'X' : u' ';
-        return m_register.MemorizzaUI({{unit, UnitFlags, flags}});
-    });
-}
-
-// The commands of the two grids
-
-void Parametri::unitMenu()
-{
-    const RangeWords words{.add = QStringLiteral("Aggiungi singola U.I."),
-                           .one = QStringLiteral("U.I."),
-                           .several = QStringLiteral("U.I.")};
-    switch (chooseRangeCommand(m_context.menu, m_elenco->grid(), words)) {
-    case RangeCommand::Add:
-        return addUnit();
-    case RangeCommand::Delete:
-        return deleteUnits();
-    case RangeCommand::Duplicate:
-        return duplicateUnits();
-    case RangeCommand::None:
-        return;
-    }
-}
-
-void Parametri::roomMenu()
-{
-    const RangeWords words{.add = QStringLiteral("Aggiungi vano"),
-                           .one = QStringLiteral("vano"),
-                           .several = QStringLiteral("vani")};
-    switch (chooseRangeCommand(m_context.menu, m_vani->grid(), words)) {
-    case RangeCommand::Add:
-        return addRoom();
-    case RangeCommand::Delete:
-        return deleteRooms();
-    case RangeCommand::Duplicate:
-        return duplicateRooms();
-    case RangeCommand::None:
-        return;
-    }
-}
-
-QList<int> Parametri::selectedUnits() const
-{
-    QList<int> units;
-    const auto [first, last] = m_elenco->grid().selectedRows();
-    for (int row = first; row >= 0 && row <= last; ++row)
-        if (const int unit = m_elenco->unitIn(row); unit > 0)
-            units.append(unit);
-    return units;
-}
-
-QList<int> Parametri::selectedPositions() const
-{
-    QList<int> positions;
-    const auto [first, last] = m_vani->grid().selectedRows();
-    for (int row = first; row >= 0 && row <= last; ++row)
-        positions.append(m_vani->positionIn(row));
-    return positions;
-}
-
-/// The new unit becomes the current one, ready to be typed in.
-void Parametri::addUnit()
-{
-    if (perform([this] { return m_register.AggiungiUI(); }))
-        m_elenco->grid().setCurrentCell(m_elenco->grid().cells().rowCount() - 1, 0);
-}
-
-void Parametri::deleteUnits()
-{
-    QList<int> units = selectedUnits();
-    std::reverse(units.begin(), units.end());
-    perform([&] { return m_register.EliminaUI(units); });
-}
-
-void Parametri::duplicateUnits()
-{
-    perform([this] { return m_register.DuplicaUI(selectedUnits()); });
-}
-
-void Parametri::addRoom()
-{
-    if (m_unit > 0 && perform([this] { return m_register.AggiungiVano(m_unit); }))
-        m_vani->grid().setCurrentCell(m_vani->grid().cells().rowCount() - 1, 0);
-}
-
-void Parametri::deleteRooms()
-{
-    QList<int> positions = selectedPositions();
-    std::reverse(positions.begin(), positions.end());
-    if (m_unit > 0)
-        perform([&] { return m_register.EliminaVano(m_unit, positions); });
-}
-
-void Parametri::duplicateRooms()
-{
-    if (m_unit > 0)
-        perform([this] { return m_register.DuplicaVano(m_unit, selectedPositions()); });
+    if (unit > 0)
+        perform([&](Register& registro) {
+            const QString stored = readUnit(m_context.lavoro, unit).flags;
+            return registro.MemorizzaUI({{unit, UnitFlags, withFlag(stored, table, on)}});
+        });
 }
 
 void Parametri::undo()
 {
-    perform([this] { return m_register.undo(); }, Nodes::Rebuilt);
+    replay(m_undo->text(), m_model.changes().undoCaption(),
+           [](Register& registro) { return registro.undo(); });
 }
 
 void Parametri::redo()
 {
-    perform([this] { return m_register.redo(); }, Nodes::Rebuilt);
+    replay(m_redo->text(), m_model.changes().redoCaption(),
+           [](Register& registro) { return registro.redo(); });
+}
+
+/// Goes to what is changed, and says what it was.
+void Parametri::replay(const QString& verb, const QString& caption, const Operation& operation)
+{
+    if (!finishTyping())
+        return;
+    const QScopedValueRollback names(m_names, Navig::EmptyNames::Number);
+    const RegisterChange change = perform(operation);
+    if (change.isEmpty())
+        return;
+    goTo(placeOf(change));
+    say(u"%1: %2"_s.arg(verb, caption));
 }
 
 void Parametri::updateUndo()
 {
-    const auto show = [](QAction& action, const QString& verb, const QString& caption) {
+    const auto show = [](QAction& action, const QString& caption) {
         action.setEnabled(!caption.isEmpty());
-        action.setToolTip(caption.isEmpty() ? verb : QStringLiteral("%1: %2").arg(verb, caption));
+        action.setToolTip(caption.isEmpty() ? action.text()
+                                            : u"%1: %2"_s.arg(action.text(), caption));
         action.setStatusTip(action.toolTip());
     };
-    show(*m_undo, QStringLiteral("Annulla"), m_register.undoCaption());
-    show(*m_redo, QStringLiteral("Ripeti"), m_register.redoCaption());
+    show(*m_undo, m_model.changes().undoCaption());
+    show(*m_redo, m_model.changes().redoCaption());
 }
 
-// Patching the views
+// The commands of the two grids
 
-void Parametri::apply(const RegisterChange& change, Nodes nodes)
+void Parametri::showMenu(Tab tab)
 {
+    const RangeWords words = tab == Vani
+                                 ? RangeWords{u"Aggiungi vano"_s, u"vano"_s, u"vani"_s}
+                                 : RangeWords{u"Aggiungi singola U.I."_s, u"U.I."_s, u"U.I."_s};
+    carryOut(chooseRangeCommand(m_context.menu, gridOf(tab), words), tab);
+}
+
+void Parametri::carryOut(RangeCommand command, Tab tab)
+{
+    switch (command) {
+    case RangeCommand::Add:
+        return add(tab);
+    case RangeCommand::Delete:
+        return remove(tab);
+    case RangeCommand::Duplicate:
+        return duplicate(tab);
+    case RangeCommand::MoveUp:
+        return move(tab, -1);
+    case RangeCommand::MoveDown:
+        return move(tab, 1);
+    case RangeCommand::None:
+        return;
+    }
+}
+
+QList<int> Parametri::selected(Tab tab) const
+{
+    const Grid& grid = gridOf(tab);
+    const auto [first, last] = grid.selectedRows();
+    QList<int> numbers;
+    for (int row = first; row >= 0 && row <= last; ++row)
+        numbers.append(grid.cells().number(row).toInt());
+    return numbers;
+}
+
+/// What was added becomes current, selected and visible, ready to be typed in.
+void Parametri::showAdded(const RegisterChange& change, Tab tab)
+{
+    QList<int> numbers;
+    for (const RecordChange& record : change.records)
+        if (!record.after.empty() && (record.table == RecordChange::Table::Rooms) == (tab == Vani))
+            numbers.append(tab == Vani ? numberOf(record.after, RoomPosition) : record.unit());
+    if (numbers.isEmpty())
+        return;
+    const auto [first, last] = std::minmax_element(numbers.begin(), numbers.end());
+    if (tab == Elenco)
+        goToUnit(*first);
+    const widgets::GridModel& cells = gridOf(tab).cells();
+    gridOf(tab).selectRows(cells.rowOf(*first), cells.rowOf(*last));
+}
+
+void Parametri::add(Tab tab)
+{
+    const int unit = m_model.unit().number;
+    if (gridOf(tab).currentRow() < 0 || (tab == Vani && unit == 0))
+        return;
+    showAdded(perform([&](Register& registro) {
+                  return tab == Vani ? registro.AggiungiVano(unit) : registro.AggiungiUI();
+              }),
+              tab);
+}
+
+void Parametri::remove(Tab tab)
+{
+    QList<int> numbers = selected(tab);
+    std::reverse(numbers.begin(), numbers.end());
+    if (!numbers.isEmpty() && numbers.front() > 0)
+        perform([&](Register& registro) {
+            return tab == Vani ? registro.EliminaVano(m_model.unit().number, numbers)
+                               : registro.EliminaUI(numbers);
+        });
+}
+
+void Parametri::duplicate(Tab tab)
+{
+    const int unit = m_model.unit().number;
+    const QList<int> numbers = selected(tab);
+    if (numbers.isEmpty() || unit == 0)
+        return;
+    showAdded(perform([&](Register& registro) {
+                  return tab == Vani ? registro.DuplicaVano(unit, numbers)
+                                     : registro.DuplicaUI(numbers);
+              }),
+              tab);
+}
+
+/// The selected rows and their neighbour change places.
+void Parametri::move(Tab tab, int places)
+{
+    Grid& grid = gridOf(tab);
+    grid.commitEditor();
+    const auto [first, last] = grid.selectedRows();
+    const int neighbour = places < 0 ? first - 1 : last + 1;
+    if (first < 0 || neighbour < 0 || neighbour >= grid.cells().rowCount())
+        return;
+    QList<std::pair<int, int>> pairs;
+    const auto number = [&](int row) { return grid.cells().number(row).toInt(); };
+    for (int row = neighbour; row != (places < 0 ? last : first); row -= places)
+        pairs.append({number(row), number(row - places)});
+    const int column = grid.currentColumn();
+    const RegisterChange change = perform([&](Register& registro) {
+        return tab == Vani ? registro.ScambiaVani(m_model.unit().number, pairs)
+                           : registro.ScambiaUI(pairs);
+    });
     if (change.isEmpty())
         return;
-    {
-        const QScopedValueRollback busy(m_busy, true);
-        // Units first: rooms need their unit's node, and undoing brings them in any order.
-        for (const RecordChange& record : change.records)
-            if (record.table == Table::Units)
-                applyUnit(record, nodes);
-        for (const RecordChange& record : change.records)
-            if (record.table == Table::Rooms)
-                applyRoom(record, nodes);
-    }
-    m_calculation->unitsChanged(change.units());
-    keepARow();
-    markRooms();
-    showFigures();
-}
-
-void Parametri::applyUnit(const RecordChange& change, Nodes nodes)
-{
-    const int unit = change.unit();
-    const UnitRow row = unitRow(change.record());
-    const QString& scala = row.texts.at(ColumnScala);
-    const bool exists = !change.after.empty();
-    patchRow(m_elenco->grid(), unit, exists, UnitList::rowFor(row));
-    if (!exists) {
-        m_navig->removeUnit(unit);
-        return;
-    }
-    markUnit(m_elenco->rowOf(unit));
-    const QString empty =
-        nodes == Nodes::Rebuilt ? QStringLiteral("UI:%1").arg(unit) : QStringLiteral("-");
-    const QString& name = row.texts.front();
-    if (change.before.empty() || !m_navig->hasUnit(unit)) {
-        m_navig->addUnit(unit, scala, name.isEmpty() ? empty : name);
-        if (!change.before.empty())
-            for (const RoomRow& room : readRooms(m_context.lavoro, unit))
-                m_navig->addRoom(unit, room.position, room.texts.front());
-    } else {
-        m_navig->moveUnit(unit, scala);
-        if (change.before[UnitRiferimento] != change.after[UnitRiferimento])
-            m_navig->setUnitText(unit, name.isEmpty() ? empty : name);
-    }
-    if (unit == m_unit) {
-        m_dettaglio->showFields(row.texts);
-        m_dettaglio->showFlags(row.flags);
-    }
-}
-
-void Parametri::applyRoom(const RecordChange& change, Nodes nodes)
-{
-    const int unit = change.unit();
-    const int position = numberOf(change.record(), RoomPosition);
-    const bool exists = !change.after.empty();
-    if (unit == m_unit)
-        patchRow(m_vani->grid(), position, exists, roomRow(change.record()));
-    if (!exists) {
-        m_navig->removeRoom(unit, position);
-        return;
-    }
-    const QString name = textOf(change.after, RoomAmbiente);
-    const QString empty =
-        nodes == Nodes::Rebuilt ? QStringLiteral("V:%1").arg(position) : QStringLiteral("-");
-    if (change.before.empty())
-        m_navig->addRoom(unit, position, name.isEmpty() ? empty : name);
-    else if (change.before[RoomAmbiente] != change.after[RoomAmbiente])
-        m_navig->setRoomText(unit, position, name.isEmpty() ? empty : name);
-}
-
-/// After a deletion another unit becomes the current one, if there is any.
-void Parametri::keepARow()
-{
-    Grid& units = m_elenco->grid();
-    keepEmptyRow(units.cells());
-    keepEmptyRow(m_vani->grid().cells());
-    for (Grid* grid : {&units, &m_vani->grid()})
-        if (!grid->currentIndex().isValid())
-            grid->setCurrentCell(grid->cells().rowCount() - 1, 0);
-        else if (!grid->selectionModel()->hasSelection())
-            grid->setCurrentCell(grid->currentRow(), grid->currentColumn());
-    if (m_elenco->rowOf(m_unit) < 0 || m_unit == 0)
-        showUnit(m_elenco->unitIn(units.currentRow()));
+    if (first != last)
+        grid.selectRows(first + places, last + places);
+    else
+        grid.setCurrentCell(first + places, column);
 }
 
 } // namespace zelto::registro

@@ -4,6 +4,8 @@
 #include "widgets/context_menu.h"
 #include "widgets/grid.h"
 
+#include <array>
+
 namespace zelto::registro {
 
 namespace {
@@ -30,18 +32,22 @@ RangeCommand chooseRangeCommand(widgets::ContextMenu& menu, const widgets::Grid&
     if (!cell.isValid())
         return RangeCommand::None;
     menu.ResetContextMenu();
-    menu.DxMouse(0).setText(words.add);
-    menu.DxMouse(1).setText(rangeText(grid, QStringLiteral("Elimina"), words));
-    menu.DxMouse(2).setText(rangeText(grid, QStringLiteral("Duplica"), words));
-    for (const int entry : {1, 2})
-        menu.DxMouse(entry).setVisible(true);
+    const auto [first, last] = grid.selectedRows();
+    const std::array entries{words.add, rangeText(grid, QStringLiteral("Elimina"), words),
+                             rangeText(grid, QStringLiteral("Duplica"), words),
+                             QStringLiteral("Sposta su\tCtrl+Maiusc+Su"),
+                             QStringLiteral("Sposta giù\tCtrl+Maiusc+Giù")};
+    for (std::size_t entry = 0; entry < entries.size(); ++entry) {
+        menu.DxMouse(static_cast<int>(entry)).setText(entries.at(entry));
+        menu.DxMouse(static_cast<int>(entry)).setVisible(true);
+    }
+    menu.DxMouse(3).setEnabled(first > 0);
+    menu.DxMouse(4).setEnabled(last < grid.cells().rowCount() - 1);
     const QPoint place = grid.viewport()->mapToGlobal(grid.visualRect(cell).bottomLeft());
-    const QString choice = menu.choose(place);
-    if (choice == u"0")
-        return RangeCommand::Add;
-    if (choice == u"1")
-        return RangeCommand::Delete;
-    return choice == u"2" ? RangeCommand::Duplicate : RangeCommand::None;
+    constexpr std::array Commands{RangeCommand::Add, RangeCommand::Delete, RangeCommand::Duplicate,
+                                  RangeCommand::MoveUp, RangeCommand::MoveDown};
+    const int choice = menu.choose(place).toInt();
+    return choice < 0 ? RangeCommand::None : Commands.at(static_cast<std::size_t>(choice));
 }
 
 } // namespace zelto::registro

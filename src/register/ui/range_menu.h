@@ -18,7 +18,7 @@ struct RangeWords
     QString several; ///< "vani"
 };
 
-enum class RangeCommand { None, Add, Delete, Duplicate };
+enum class RangeCommand { None, Add, Delete, Duplicate, MoveUp, MoveDown };
 
 /// Shows the right-button menu of a grid at its current cell, for its selected rows, and gives what
 /// the user chose; nothing where the grid has no current cell.

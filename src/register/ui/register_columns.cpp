@@ -1,23 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/register_columns.h"
 
+#include "calc/figure_remarks.h"
+#include "coefficients/coefficient_groups.h"
+
 namespace zelto::registro {
 
+using widgets::FieldTag;
 using widgets::GridColumn;
+using widgets::PickerEntry;
 
 namespace {
 
 constexpr Qt::Alignment LeftCentre = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment RightCentre = Qt::AlignRight | Qt::AlignVCenter;
 
-GridColumn coefficient(const QString& header)
+GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
 {
-    return {.header = header,
-            .alignment = RightCentre,
-            .tag = QStringLiteral("AOL"),
-            .maxLength = 15,
-            .width = 1500,
-            .editing = GridColumn::Editing::ByScreen};
+    return {
+        .header = header,
+        .alignment = RightCentre,
+        .tag = QStringLiteral("AOL"),
+        .holds = FieldTag::Holds::Figures,
+        .maxLength = 15,
+        .width = 1000,
+        .editing = GridColumn::Editing::ByScreen,
+        .remark = [&lista](const QString& text) { return calc::osservaCoefficiente(lista, text); }};
 }
 
 } // namespace
@@ -25,8 +33,8 @@ GridColumn coefficient(const QString& header)
 std::vector<GridColumn> unitColumns()
 {
     std::vector<GridColumn> columns{
-        {.header = QStringLiteral("Riferimento"), .maxLength = 23, .width = 3000},
-        {.header = QStringLiteral("Livello"), .maxLength = 20, .width = 2000},
+        {.header = QStringLiteral("Riferimento"), .maxLength = 23, .width = 2700},
+        {.header = QStringLiteral("Livello"), .maxLength = 20, .width = 1600},
         {.header = QStringLiteral("Scala"),
          .alignment = LeftCentre,
          .maxLength = 1,
@@ -36,30 +44,47 @@ std::vector<GridColumn> unitColumns()
          .alignment = RightCentre,
          .tag = QStringLiteral("SOL"),
          .maxLength = 10,
-         .width = 800}};
+         .width = 800,
+         .remark = calc::osservaCifra}};
     for (int table = 1; table <= NumTables; ++table)
         columns.push_back({.header = QStringLiteral("T%1").arg(table),
                            .alignment = Qt::AlignCenter,
                            .maxLength = 1,
-                           .width = 500,
+                           .width = 450,
                            .editing = GridColumn::Editing::ByScreen});
     return columns;
 }
 
-std::vector<GridColumn> roomColumns()
+std::vector<GridColumn> roomColumns(calc::Liste& liste)
 {
-    return {{.header = QStringLiteral("Ambiente"), .maxLength = 15, .width = 2400},
-            {.header = QStringLiteral("Consistenza"),
-             .alignment = RightCentre,
-             .tag = QStringLiteral("SOL"),
-             .maxLength = 10,
-             .width = 1400},
-            coefficient(QStringLiteral("Destinazione")),
-            coefficient(QStringLiteral("Orientamento")),
-            coefficient(QStringLiteral("Prospetto")),
-            coefficient(QStringLiteral("Luminosità")),
-            coefficient(QStringLiteral("Funzionalità")),
-            coefficient(QStringLiteral("Piano riduttore"))};
+    std::vector<GridColumn> columns{
+        {.header = QStringLiteral("Ambiente"), .maxLength = 15, .width = 1900},
+        {.header = QStringLiteral("Consistenza"),
+         .alignment = RightCentre,
+         .tag = QStringLiteral("SOL"),
+         .maxLength = 10,
+         .width = 1000,
+         .remark = calc::osservaConsistenza}};
+    for (int group = 1; group <= NumCoefficients; ++group)
+        columns.push_back(coefficient(coefficients::groupNames().at(group),
+                                      liste.at(static_cast<std::size_t>(group - 1))));
+    return columns;
+}
+
+std::vector<PickerEntry> scalaEntries(const QStringList& scale)
+{
+    std::vector<PickerEntry> entries{{}};
+    for (const QString& code : scale)
+        entries.push_back({.code = code, .value = {}, .description = {}});
+    return entries;
+}
+
+int scalaEntry(const QStringList& scale, const QString& code)
+{
+    if (code.trimmed().isEmpty())
+        return 0;
+    const qsizetype found = scale.indexOf(code);
+    return static_cast<int>(found < 0 ? found : found + 1);
 }
 
 } // namespace zelto::registro

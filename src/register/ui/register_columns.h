@@ -2,7 +2,9 @@
 // The columns of the two grids, counted without the number column.
 #pragma once
 
+#include "calc/job_loader.h"
 #include "register/register_lists.h"
+#include "widgets/cell_picker.h"
 #include "widgets/grid_model.h"
 
 #include <vector>
@@ -22,6 +24,14 @@ enum UnitColumn : int {
 enum RoomColumn : int { ColumnAmbiente, ColumnConsistenza, ColumnFirstCoefficient };
 
 [[nodiscard]] std::vector<widgets::GridColumn> unitColumns();
-[[nodiscard]] std::vector<widgets::GridColumn> roomColumns();
+
+/// Cells are remarked on by the lists, which outlive the columns.
+[[nodiscard]] std::vector<widgets::GridColumn> roomColumns(calc::Liste& liste);
+
+/// Staircase codes as a picker offers them, the blank one first.
+[[nodiscard]] std::vector<widgets::PickerEntry> scalaEntries(const QStringList& scale);
+
+/// The entry of that code, letter case included; -1 for none.
+[[nodiscard]] int scalaEntry(const QStringList& scale, const QString& code);
 
 } // namespace zelto::registro

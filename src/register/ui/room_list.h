@@ -3,32 +3,31 @@
 
 #include "register/ui/register_columns.h"
 
-#include <QStringList>
 #include <QWidget>
 
-#include <array>
+class QLabel;
 
 namespace zelto::widgets {
-class CellPicker;
 class Grid;
 } // namespace zelto::widgets
 
 namespace zelto::registro {
 
-/// The panel "Vani": the grid with the rooms of one unit.
+class RegisterModel;
+
+/// The panel "Vani": whose rooms they are, and the grid with them.
 class RoomList : public QWidget
 {
     Q_OBJECT
 
 public:
-    using CoefficientEntries = std::array<QStringList, NumCoefficients>;
-
-    explicit RoomList(QWidget* parent = nullptr);
+    /// The model outlives it.
+    explicit RoomList(RegisterModel& model, QWidget* parent = nullptr);
 
     [[nodiscard]] widgets::Grid& grid() { return *m_grid; }
 
-    /// What the lists of the six coefficients offer.
-    void setEntries(const CoefficientEntries& entries) { m_entries = entries; }
+    /// Shows the rooms of the model's unit: of another one from the first on.
+    void showRooms();
 
     /// The position of the room in the row; 0 for the empty row of a unit without rooms.
     [[nodiscard]] int positionIn(int row) const;
@@ -40,18 +39,17 @@ signals:
     void listEmpty(const QString& coefficient);
 
 private:
+    [[nodiscard]] QString title() const;
+    [[nodiscard]] const std::vector<CoefficientEntry>& entriesOf(int column) const;
     void openEntries(int row, int column, int keyCode);
-    void choose(const QString& entry);
+    void choose(int entry, widgets::CellPicker::Then then);
 
+    RegisterModel& m_model;
+    QLabel* m_title;
     widgets::Grid* m_grid;
     widgets::CellPicker* m_picker;
-    CoefficientEntries m_entries;
-    int m_pickedRow = -1;
-    int m_pickedColumn = -1;
+    int m_unit = 0; ///< whose rooms are shown
+    QPersistentModelIndex m_picked;
 };
-
-/// What an entry of a coefficient list leaves in the cell: "[A]" of "[A] 1.05", the entry itself
-/// when it has no code, nothing new (the cell's text) when its bracket does not close.
-[[nodiscard]] QString chosenCoefficient(const QString& entry, const QString& cellText);
 
 } // namespace zelto::registro

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/unit_detail.h"
 
-#include "widgets/cell_picker.h"
+#include "calc/figure_remarks.h"
+#include "widgets/grid.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -10,9 +11,12 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace zelto::registro {
 
 using widgets::CellPicker;
+using widgets::FieldTag;
 using widgets::TypedLine;
 
 namespace {
@@ -21,6 +25,7 @@ struct FieldKind
 {
     QString label;
     int maxLength;
+    FieldTag::Holds holds = FieldTag::Holds::Words;
 };
 
 const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
@@ -29,15 +34,15 @@ const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
         {{QStringLiteral(" Riferimento"), 23},
          {QStringLiteral(" Livello"), 20},
          {QStringLiteral(" Codice scala"), 4},
-         {QStringLiteral(" H piano"), 10}}};
+         {QStringLiteral(" H piano"), 10, FieldTag::Holds::Figures}}};
     return kinds;
 }
 
 /// The keys by which lists are opened on this desktop.
 bool opensList(const QKeyEvent& key)
 {
-    return key.key() == Qt::Key_F2 || key.key() == Qt::Key_F4 || key.key() == Qt::Key_Space ||
-           (key.key() == Qt::Key_Down && key.modifiers() == Qt::AltModifier);
+    return key.modifiers() == Qt::NoModifier &&
+           (key.key() == Qt::Key_F2 || key.key() == Qt::Key_F4 || key.key() == Qt::Key_Space);
 }
 
 } // namespace
@@ -51,9 +56,10 @@ UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPick
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     addFields(*form);
     addTables(*form);
-    connect(m_combo1, &CellPicker::chosen, this, [this](const QString& entry) {
-        scala().setText(entry.trimmed());
-        emit scalaChosen(entry.trimmed());
+    connect(m_combo1, &CellPicker::chosen, this, [this](int entry) {
+        const QString code = m_scale.value(entry - 1).trimmed();
+        scala().setText(code);
+        emit scalaChosen(code);
         closeScale();
     });
     connect(m_combo1, &CellPicker::dismissed, this, &UnitDetail::closeScale);
@@ -63,7 +69,9 @@ void UnitDetail::addFields(QFormLayout& form)
 {
     for (int i = 0; i < NumFields; ++i) {
         const FieldKind& kind = fieldKinds().at(static_cast<std::size_t>(i));
-        auto* field = new TypedLine(QStringLiteral("AOL"), kind.maxLength, this);
+        auto* field = new TypedLine(this);
+        field->setTag(FieldTag(QStringLiteral("AOL"), kind.holds), kind.maxLength);
+        field->setOnEntry(TypedLine::OnEntry::Nothing);
         field->setObjectName(QStringLiteral("Dati%1").arg(i));
         field->setAccessibleName(kind.label.trimmed());
         field->setMinimumWidth(fontMetrics().averageCharWidth() * (kind.maxLength + 6));
@@ -97,10 +105,11 @@ TypedLine& UnitDetail::scala() const
     return *m_dati.at(ColumnScala);
 }
 
-void UnitDetail::setTables(const TableNames& names)
+void UnitDetail::showLists(const RegisterLists& lists)
 {
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const QString& name = names.at(i);
+    m_scale = lists.scale;
+    for (std::size_t i = 0; i < lists.tabelle.size(); ++i) {
+        const QString& name = lists.tabelle.at(i);
         QCheckBox& box = *m_check1.at(i);
         // An ampersand of a name is no mnemonic.
         box.setText(QString(name).replace(u'&', QStringLiteral("&&")));
@@ -113,24 +122,23 @@ bool UnitDetail::hasTable(int table) const
     return !m_check1.at(static_cast<std::size_t>(table - 1))->text().isEmpty();
 }
 
-void UnitDetail::showFields(const Fields& fields)
+void UnitDetail::showUnit(const UnitRow& unit)
 {
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        m_dati.at(i)->setText(fields.at(i));
-}
-
-void UnitDetail::showFlags(const QString& flags)
-{
+    setEnabled(unit.number > 0);
+    for (std::size_t i = 0; i < unit.texts.size(); ++i)
+        if (m_dati.at(i)->text() != unit.texts.at(i))
+            m_dati.at(i)->setText(unit.texts.at(i));
+    m_dati.at(ColumnHPiano)->setRemark(calc::osservaCifra(unit.texts.at(ColumnHPiano)));
     for (int i = 0; i < NumTables; ++i) {
         QCheckBox& box = *m_check1.at(static_cast<std::size_t>(i));
         const QSignalBlocker quiet(&box);
-        box.setChecked(i < flags.size() && flags.at(i).toUpper() == u'X');
+        box.setChecked(i < unit.flags.size() && unit.flags.at(i).toUpper() == u'X');
     }
 }
 
-void UnitDetail::setUnit(int unit)
+void UnitDetail::goToField(int field)
 {
-    setEnabled(unit > 0);
+    m_dati.at(static_cast<std::size_t>(std::clamp(field, 0, NumFields - 1)))->setFocus();
 }
 
 bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
@@ -146,8 +154,8 @@ bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
 
 void UnitDetail::openScale()
 {
-    const QStringList entries = QStringList(QStringLiteral(" ")) + m_scale;
-    m_combo1->open(entries, scala().geometry(), scala().text(), CellPicker::Match::Whole);
+    m_combo1->open(scalaEntries(m_scale), scalaEntry(m_scale, scala().text()), scala().geometry(),
+                   widgets::Grid::F2Code);
 }
 
 void UnitDetail::closeScale()

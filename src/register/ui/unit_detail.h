@@ -25,28 +25,20 @@ class UnitDetail : public QWidget
 
 public:
     static constexpr int NumFields = NumUnitTexts;
-    using Fields = std::array<QString, NumFields>;
-    using TableNames = std::array<QString, NumTables>;
-
     explicit UnitDetail(QWidget* parent = nullptr);
 
-    /// Staircase codes without the blank first entry.
-    void setScale(const QStringList& scale) { m_scale = scale; }
-
-    /// Names of the special tables; those without a name are not shown.
-    void setTables(const TableNames& names);
+    /// What staircases can be chosen and which special tables have a name: the others' boxes are
+    /// hidden.
+    void showLists(const RegisterLists& lists);
 
     /// Whether special table 1 to 10 has a name.
     [[nodiscard]] bool hasTable(int table) const;
 
-    /// Riferimento, Livello, Codice scala, H piano.
-    void showFields(const Fields& fields);
+    /// Number 0 shows that there is no unit to be edited.
+    void showUnit(const UnitRow& unit);
 
-    /// One character for each special table, "X" in either letter case for those of the unit.
-    void showFlags(const QString& flags);
-
-    /// No unit can be edited while there is none.
-    void setUnit(int unit);
+    /// Puts the user into one of the fields, counted from 0.
+    void goToField(int field);
 
 signals:
     /// The user left a field with another text.

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Headers of a grid, heights of its rows and widths of its columns.
+#include "widgets/grid.h"
+#include "widgets/twips.h"
+
+#include <QAbstractButton>
+#include <QEvent>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QStyleOptionHeader>
+#include <QStylePainter>
+
+#include <algorithm>
+
+namespace zelto::widgets {
+
+namespace {
+
+constexpr int UnusedWidth = 330; ///< of a column in which nothing is kept, in twips
+
+} // namespace
+
+/// A click on a header does nothing: whole columns are too easily emptied.
+void Grid::setUpHeaders()
+{
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumSectionSize(1);
+    setCornerButtonEnabled(false);
+    // Qt has no caption for the corner between the headers.
+    m_corner = findChild<QAbstractButton*>();
+    if (m_corner != nullptr) {
+        m_corner->installEventFilter(this);
+        m_corner->setAccessibleName(QStringLiteral("Numeri di riga"));
+    }
+    m_widths.resize(static_cast<std::size_t>(m_model->columnCount()));
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int column, int /*before*/, int pixels) {
+                if (!m_fitting)
+                    m_widths[static_cast<std::size_t>(column)] = {pixels, true};
+                placeEditor();
+            });
+    connect(m_model, &QAbstractItemModel::modelReset, this, &Grid::fitNumbers);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &Grid::fitNumbers);
+    fitRows();
+}
+
+void Grid::fitRows()
+{
+    constexpr int Margins = 6;
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Margins);
+    fitNumbers();
+    fitColumns();
+}
+
+void Grid::fitColumns()
+{
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        fitColumn(column);
+}
+
+/// A width that nobody chose leaves room for the header.
+void Grid::fitColumn(int column)
+{
+    const QScopedValueRollback fitting(m_fitting, true);
+    const GridColumn& kind = m_model->column(column);
+    Width& width = m_widths[static_cast<std::size_t>(column)];
+    if (!width.chosen)
+        width.pixels =
+            std::max(pixelsOf(*this, kind.width), horizontalHeader()->sectionSizeHint(column));
+    setColumnWidth(column, kind.unused ? pixelsOf(*this, UnusedWidth) : width.pixels);
+}
+
+void Grid::fitNumbers()
+{
+    verticalHeader()->setFixedWidth(numberWidth());
+}
+
+void Grid::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fitRows();
+}
+
+void Grid::paintCorner()
+{
+    QStylePainter painter(m_corner);
+    QStyleOptionHeader option;
+    option.initFrom(m_corner);
+    option.state |= QStyle::State_Enabled;
+    option.text = m_model->numberHeader();
+    option.textAlignment = Qt::AlignCenter;
+    painter.drawControl(QStyle::CE_Header, option);
+}
+
+int Grid::numberWidth() const
+{
+    constexpr int Margins = 8;
+    const int rows = m_model->rowCount();
+    const QStringList texts{QStringLiteral("00"), m_model->numberHeader(),
+                            rows > 0 ? m_model->number(rows - 1) : QString()};
+    int width = m_numberWidth;
+    for (const QString& text : texts)
+        width = std::max(width, fontMetrics().horizontalAdvance(u' ' + text + u' ') + Margins);
+    return width;
+}
+
+int Grid::widthInTwips(int column) const
+{
+    return twipsOf(*this, column == 0 ? verticalHeader()->width()
+                                      : m_widths[static_cast<std::size_t>(column - 1)].pixels);
+}
+
+void Grid::setWidthInTwips(int column, int twips)
+{
+    const int pixels = pixelsOf(*this, twips);
+    if (column == 0) {
+        m_numberWidth = pixels;
+        fitNumbers();
+        return;
+    }
+    m_widths[static_cast<std::size_t>(column - 1)] = {pixels, true};
+    fitColumn(column - 1);
+}
+
+void Grid::setHint(int column, const QString& hint, bool unused)
+{
+    m_model->setHint(column, hint, unused);
+    fitColumn(column);
+}
+
+} // namespace zelto::widgets
