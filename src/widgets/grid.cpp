@@ -260,6 +260,10 @@ void Grid::focusInEvent(QFocusEvent* event)
 
 void Grid::keyPressEvent(QKeyEvent* event)
 {
+    if (isEditing()) {
+        event->ignore(); // what the editor had no use for
+        return;
+    }
     if (command(event))
         return;
     const QString typed = typedBy(*event);

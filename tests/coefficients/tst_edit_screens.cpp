@@ -184,7 +184,7 @@ private slots:
         desk.finish(u"BtApplica"_s);
         const QString codes = desk.job.openTable(u"Dati Generali").text(16);
         QCOMPARE(codes.count(u"\r\n"_s), 99);
-        QVERIFY(codes.startsWith(u"\t\t\r\n\t\t\r\nC\t\t15\r\n"));
+        QVERIFY(codes.startsWith(u"\t\t\r\n\t\t\r\nC\t\t1.5\r\n"));
     }
 
     /// A date that is none keeps the screen open, is named, and loses nothing.

@@ -140,7 +140,9 @@ public:
             }
             const qsizetype end = script.indexOf(u'>', at);
             const auto key = QKeySequence::fromString(script.mid(at + 1, end - at - 1))[0];
-            QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
+            const bool back = key == QKeyCombination(Qt::SHIFT | Qt::Key_Tab);
+            QTest::keyClick(QApplication::focusWidget(), back ? Qt::Key_Backtab : key.key(),
+                            key.keyboardModifiers());
             at = end;
         }
         return count;
