@@ -185,10 +185,17 @@ void CellPicker::choose(Then then)
 
 void CellPicker::dismiss()
 {
-    if (!isVisible())
+    if (isHidden())
         return;
     hide();
     emit dismissed();
+}
+
+/// Hidden with its panel, it must not be there when that is shown again.
+void CellPicker::hideEvent(QHideEvent* event)
+{
+    QFrame::hideEvent(event);
+    dismiss();
 }
 
 bool CellPicker::eventFilter(QObject* watched, QEvent* event)

@@ -48,6 +48,9 @@ public:
     /// Index of the selected entry, -1 for none.
     [[nodiscard]] int selected() const;
 
+    /// Hides the list, if it is open, without a choice.
+    void dismiss();
+
 signals:
     /// The list is hidden already.
     void chosen(int entry, zelto::widgets::CellPicker::Then then);
@@ -55,6 +58,7 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     bool filterKey(int key, const QString& typed);
@@ -62,7 +66,6 @@ private:
     void search(const QString& typed);
     void select(int entry);
     void choose(Then then);
-    void dismiss();
     void placeOver(const QRect& place);
 
     QLabel* m_typed;

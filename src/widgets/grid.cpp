@@ -256,6 +256,12 @@ void Grid::focusInEvent(QFocusEvent* event)
     viewport()->update();
 }
 
+void Grid::hideEvent(QHideEvent* event)
+{
+    commitEditor();
+    QTableView::hideEvent(event);
+}
+
 // Keys and mouse
 
 void Grid::keyPressEvent(QKeyEvent* event)

@@ -14,12 +14,6 @@
 
 namespace zelto::widgets {
 
-namespace {
-
-constexpr int UnusedWidth = 330; ///< of a column in which nothing is kept, in twips
-
-} // namespace
-
 /// A click on a header does nothing: whole columns are too easily emptied.
 void Grid::setUpHeaders()
 {
@@ -70,7 +64,9 @@ void Grid::fitColumn(int column)
     if (!width.chosen)
         width.pixels =
             std::max(pixelsOf(*this, kind.width), horizontalHeader()->sectionSizeHint(column));
-    setColumnWidth(column, kind.unused ? pixelsOf(*this, UnusedWidth) : width.pixels);
+    constexpr int Margins = 6;
+    const int narrow = horizontalHeader()->fontMetrics().horizontalAdvance(kind.header) + Margins;
+    setColumnWidth(column, kind.unused ? std::min(narrow, width.pixels) : width.pixels);
 }
 
 void Grid::fitNumbers()

@@ -60,6 +60,8 @@ private slots:
     void waitsForAnotherProgram();
     void refusesWhatAnotherProgramHolds();
     void undoesAnInterruptedWrite();
+    void overwrittenWhileOpen_data();
+    void overwrittenWhileOpen();
     void transactions();
     void statements();
     void textBeyondTheLimit();
@@ -239,6 +241,49 @@ void TestDatabaseFile::undoesAnInterruptedWrite()
     QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
     QCOMPARE(database.openTable(TabellaVariabili).text(0), u" "_s);
     QVERIFY(!QFile::exists(crashed + u"-journal"_s));
+}
+
+/// What becomes of the file of an open job before the next change: only what the engine did is
+/// built upon.
+void TestDatabaseFile::overwrittenWhileOpen_data()
+{
+    QTest::addColumn<Tampering>("tamper");
+    QTest::addColumn<int>("error");
+    const auto row = [](const char* name, int error, const Tampering& tamper) {
+        QTest::addRow("%s", name) << tamper << error;
+    };
+    row("nothing", 0, [](const QString&) {});
+    row("another program's change", 0, sql("UPDATE Vani SET Ambiente = 'altro'"));
+    row("a copy written over it", 3197, bytes([](QByteArray all) { return all; }));
+    row("shorter", 3049, bytes([](const QByteArray& all) { return all.left(all.size() - 4096); }));
+    row("a copy in its place", 3197, [](const QString& path) {
+        const QByteArray all = bytesOf(path);
+        writeBytes(path + u".2"_s, all);
+        QFile::remove(path);
+        QVERIFY(QFile::rename(path + u".2"_s, path));
+    });
+    row("gone", 3197, instead([](const QString&) {}));
+}
+
+void TestDatabaseFile::overwrittenWhileOpen()
+{
+    QFETCH(Tampering, tamper);
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    Database job = Database::open(path);
+    int round = 0;
+    const auto change = [&] {
+        Database::Transaction transaction(job);
+        job.Execute(u"UPDATE Vani SET Ambiente = 'vano %1'"_s.arg(++round));
+        transaction.commit();
+    };
+    change();
+    QTest::qSleep(20); // times of files go in ticks
+    tamper(path);
+    const QByteArray before = bytesOf(path);
+    const int error = errorOf(change);
+    QTEST(error, "error");
+    QCOMPARE(bytesOf(path) == before, error != 0);
 }
 
 void TestDatabaseFile::transactions()

@@ -139,7 +139,7 @@ void Parametri::buildPanels()
     m_splitter->addWidget(m_navig);
     m_splitter->addWidget(m_tabs);
     m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes({220, 780});
+    m_splitter->setSizes({200, 800});
     widgets::restoreColumnWidths(m_elenco->grid(), m_context.settings, Section, UnitWidths);
     widgets::restoreColumnWidths(m_vani->grid(), m_context.settings, Section, RoomWidths);
     auto* layout = new QVBoxLayout(this);
@@ -283,6 +283,8 @@ void Parametri::addGridKeys(Tab tab)
 
 bool Parametri::finishTyping()
 {
+    for (widgets::CellPicker* picker : findChildren<widgets::CellPicker*>())
+        picker->dismiss();
     m_elenco->grid().commitEditor();
     m_vani->grid().commitEditor();
     auto* line = qobject_cast<widgets::TypedLine*>(focusWidget());
@@ -297,8 +299,7 @@ bool Parametri::finishTyping()
 
 void Parametri::closeEvent(QCloseEvent* event)
 {
-    m_elenco->grid().commitEditor();
-    m_vani->grid().commitEditor();
+    (void)finishTyping();
     widgets::saveColumnWidths(m_vani->grid(), m_context.settings, Section, RoomWidths);
     widgets::saveColumnWidths(m_elenco->grid(), m_context.settings, Section, UnitWidths);
     QWidget::closeEvent(event);

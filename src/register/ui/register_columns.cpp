@@ -58,7 +58,7 @@ std::vector<GridColumn> unitColumns()
 std::vector<GridColumn> roomColumns(calc::Liste& liste)
 {
     std::vector<GridColumn> columns{
-        {.header = QStringLiteral("Ambiente"), .maxLength = 15, .width = 1900},
+        {.header = QStringLiteral("Ambiente"), .maxLength = 15, .width = 1600},
         {.header = QStringLiteral("Consistenza"),
          .alignment = RightCentre,
          .tag = QStringLiteral("SOL"),
