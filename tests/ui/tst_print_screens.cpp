@@ -250,7 +250,8 @@ private slots:
     {
         QTest::addColumn<QString>("copied");
         QTest::addColumn<QString>("field");
-        QTest::addRow("thousands") << u" 1.234,56\n"_s << u"1234.56"_s;
+        QTest::addRow("decimal comma") << u" 1 234,56\n"_s << u"1234.56"_s;
+        QTest::addRow("two separators") << u"1.234,56"_s << QString();
         QTest::addRow("half of it would be another amount") << u"1234,567"_s << QString();
         QTest::addRow("no amount") << u"euro 12"_s << QString();
     }

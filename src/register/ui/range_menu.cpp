@@ -4,6 +4,8 @@
 #include "widgets/context_menu.h"
 #include "widgets/grid.h"
 
+#include <QKeySequence>
+
 #include <array>
 
 namespace zelto::registro {
@@ -23,6 +25,11 @@ QString rangeText(const widgets::Grid& grid, const QString& verb, const RangeWor
     return QStringLiteral("%1 %2 da %3 a %4").arg(verb, words.several, name(first), name(last));
 }
 
+QString withKeys(const QString& caption, const QKeySequence& keys)
+{
+    return caption + u'\t' + keys.toString(QKeySequence::NativeText);
+}
+
 } // namespace
 
 RangeCommand chooseRangeCommand(widgets::ContextMenu& menu, const widgets::Grid& grid,
@@ -33,10 +40,11 @@ RangeCommand chooseRangeCommand(widgets::ContextMenu& menu, const widgets::Grid&
         return RangeCommand::None;
     menu.ResetContextMenu();
     const auto [first, last] = grid.selectedRows();
-    const std::array entries{words.add, rangeText(grid, QStringLiteral("Elimina"), words),
-                             rangeText(grid, QStringLiteral("Duplica"), words),
-                             QStringLiteral("Sposta su\tCtrl+Maiusc+Su"),
-                             QStringLiteral("Sposta giù\tCtrl+Maiusc+Giù")};
+    const std::array entries{
+        words.add, rangeText(grid, QStringLiteral("Elimina"), words),
+        rangeText(grid, QStringLiteral("Duplica"), words),
+        withKeys(QStringLiteral("Sposta su"), Qt::CTRL | Qt::SHIFT | Qt::Key_Up),
+        withKeys(QStringLiteral("Sposta giù"), Qt::CTRL | Qt::SHIFT | Qt::Key_Down)};
     for (std::size_t entry = 0; entry < entries.size(); ++entry) {
         menu.DxMouse(static_cast<int>(entry)).setText(entries.at(entry));
         menu.DxMouse(static_cast<int>(entry)).setVisible(true);
