@@ -3,14 +3,15 @@
 #include "print/print_error.h"
 #include "reports/figures.h"
 #include "reports/table_export.h"
+#include "store/passing_folder.h"
+#include "text/system_reason.h"
 
-#include <QDir>
 #include <QFile>
-#include <QSaveFile>
-#include <QTemporaryDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <map>
 #include <tuple>
 #include <utility>
@@ -33,8 +34,10 @@ lxw_col_t columnNumber(std::size_t column)
 class Workbook
 {
 public:
-    Workbook(const QString& path, const QString& temporaryFolder)
-        : m_temporaryFolder(QFile::encodeName(temporaryFolder)), m_path(QFile::encodeName(path))
+    /// What the library puts by meanwhile goes to the file's folder.
+    explicit Workbook(const QString& path)
+        : m_temporaryFolder(QFile::encodeName(QFileInfo(path).absolutePath())),
+          m_path(QFile::encodeName(path))
     {
         lxw_workbook_options options = {};
         options.tmpdir = m_temporaryFolder.data();
@@ -52,8 +55,8 @@ public:
 
     void setInfo(const print::PdfInfo& info)
     {
-        QByteArray title = info.title.toUtf8();
-        QByteArray author = info.author.toUtf8();
+        QByteArray title = print::withoutControls(info.title).toUtf8();
+        QByteArray author = print::withoutControls(info.author).toUtf8();
         lxw_doc_properties properties = {};
         properties.title = title.data();
         properties.author = author.data();
@@ -62,14 +65,16 @@ public:
 
     void addSheet(const QString& name, const TableReport& table);
 
-    /// Writes the file. Throws PrintError.
+    /// Writes the file. Throws PrintError naming the one that it is going to be.
     void close()
     {
         lxw_workbook* workbook = std::exchange(m_workbook, nullptr);
+        errno = 0;
         if (const lxw_error error = workbook_close(workbook); error != LXW_NO_ERROR)
-            throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
-                                    QStringLiteral("Impossibile scrivere il foglio: %1.")
-                                        .arg(QString::fromUtf8(lxw_strerror(error))));
+            throw print::PrintError(
+                print::PrintErrorNumber::DeviceFailed,
+                QStringLiteral("Impossibile scrivere il file «%1»: %2.")
+                    .arg(store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
     }
 
 private:
@@ -125,7 +130,8 @@ void Workbook::writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, 
                          const Look& look)
 {
     constexpr qsizetype LongestText = 32'000; // a little less than a cell takes
-    worksheet_write_string(sheet, row, column, text.left(LongestText).toUtf8().constData(),
+    worksheet_write_string(sheet, row, column,
+                           print::withoutControls(text.left(LongestText)).toUtf8().constData(),
                            format(look));
 }
 
@@ -234,22 +240,14 @@ QStringList sheetNames(const std::vector<TableReport>& tables)
 void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
                    const print::PdfInfo& info)
 {
-    QSaveFile file(path);
-    print::openForWriting(file);
-    const QTemporaryDir folder;
-    const QString draft = folder.filePath(QStringLiteral("cartella.xlsx"));
-    Workbook workbook(draft, folder.path());
+    print::CompleteFile file(path);
+    Workbook workbook(file.passingPath());
     workbook.setInfo(info);
     const QStringList names = sheetNames(tables);
     for (std::size_t i = 0; i < tables.size(); ++i)
         workbook.addSheet(names[static_cast<qsizetype>(i)], tables[i]);
     workbook.close();
-    QFile written(draft);
-    if (!written.open(QIODevice::ReadOnly))
-        throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
-                                QStringLiteral("Impossibile rileggere il foglio"), written);
-    file.write(written.readAll());
-    print::commitComplete(file);
+    file.commit();
 }
 
 } // namespace zelto::reports

@@ -163,7 +163,7 @@ private slots:
         const Result nowhere =
             run({example, u"-o"_s, folder.file(u"no/a.pdf"_s), u"-u"_s, folder.file(u"out"_s)});
         QCOMPARE(nowhere.status, 2);
-        QVERIFY(nowhere.errors.contains(u"no/a.pdf"));
+        QVERIFY(nowhere.errors.contains(u"/no» non è stata trovata"));
     }
 
     void wrongUsage()

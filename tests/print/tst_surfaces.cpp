@@ -239,8 +239,8 @@ private slots:
             QFAIL("a file in no folder");
         } catch (const PrintError& error) {
             QCOMPARE(error.number(), PrintErrorNumber::PathAccess);
-            QVERIFY(error.description().startsWith(
-                u"Impossibile creare il file «%1»: "_s.arg(fileName)));
+            QCOMPARE(error.description(), u"La cartella «%1» non è stata trovata."_s.arg(
+                                              m_dir.filePath(u"manca"_s)));
         }
     }
 };
