@@ -12,8 +12,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <fcntl.h>
 #include <map>
 #include <tuple>
+#include <unistd.h>
 #include <utility>
 #include <xlsxwriter.h>
 
@@ -29,6 +31,63 @@ lxw_col_t columnNumber(std::size_t column)
 {
     return static_cast<lxw_col_t>(column);
 }
+
+print::PrintError notWritten(const QString& path, int error)
+{
+    return {print::PrintErrorNumber::DeviceFailed,
+            QStringLiteral("Impossibile scrivere il file «%1»: %2.")
+                .arg(store::targetPath(path), text::systemReason(error))};
+}
+
+/// More bytes than the parts of the workbook have together before they are packed.
+qint64 mostBytes(const std::vector<TableReport>& tables)
+{
+    constexpr qint64 FixedParts = 65'536;
+    constexpr qint64 Cell = 128;
+    constexpr qint64 Character = 6; // "&quot;"
+    qint64 bytes = FixedParts;
+    for (const TableReport& table : tables)
+        for (const QStringList& row : table.rows)
+            for (const QString& cell : row)
+                bytes += Cell + Character * cell.size();
+    return bytes;
+}
+
+/// The library puts parts by in files and does not notice when one does not fit: there must be room
+/// before it begins.
+void requireRoom(const QString& path, qint64 bytes)
+{
+    QFile file(path + QStringLiteral(".posto"));
+    const bool opened = file.open(QIODevice::WriteOnly);
+    const int error = opened ? ::posix_fallocate(file.handle(), 0, bytes) : errno;
+    file.remove();
+    if (error != 0)
+        throw notWritten(path, error);
+}
+
+/// What the library writes to standard error is no Italian, and the exception says it anyway.
+class QuietLibrary
+{
+public:
+    QuietLibrary() : m_nothing(::open("/dev/null", O_WRONLY | O_CLOEXEC))
+    {
+        if (m_nothing >= 0 && m_errors >= 0)
+            ::dup2(m_nothing, STDERR_FILENO);
+    }
+    ~QuietLibrary()
+    {
+        if (m_errors >= 0)
+            ::dup2(m_errors, STDERR_FILENO);
+        ::close(m_errors);
+        ::close(m_nothing);
+    }
+    QuietLibrary(const QuietLibrary&) = delete;
+    QuietLibrary& operator=(const QuietLibrary&) = delete;
+
+private:
+    int m_errors = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+    int m_nothing;
+};
 
 /// The library gathers a workbook in memory and writes it at once.
 class Workbook
@@ -48,7 +107,7 @@ public:
     ~Workbook()
     {
         if (m_workbook != nullptr)
-            workbook_close(m_workbook);
+            lxw_workbook_free(m_workbook);
     }
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
@@ -68,13 +127,17 @@ public:
     /// Writes the file. Throws PrintError naming the one that it is going to be.
     void close()
     {
-        lxw_workbook* workbook = std::exchange(m_workbook, nullptr);
+        const QuietLibrary quiet;
         errno = 0;
-        if (const lxw_error error = workbook_close(workbook); error != LXW_NO_ERROR)
-            throw print::PrintError(
-                print::PrintErrorNumber::DeviceFailed,
-                QStringLiteral("Impossibile scrivere il file «%1»: %2.")
-                    .arg(store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
+        const lxw_error error = workbook_close(std::exchange(m_workbook, nullptr));
+        // Of a part that it could not put by wholly the library says nothing.
+        if (error == LXW_NO_ERROR && errno != ENOSPC && errno != EDQUOT && errno != EFBIG &&
+            errno != EIO)
+            return;
+        throw print::PrintError(
+            print::PrintErrorNumber::DeviceFailed,
+            QStringLiteral("Impossibile scrivere il file «%1»: %2.")
+                .arg(store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
     }
 
 private:
@@ -241,6 +304,7 @@ void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
                    const print::PdfInfo& info)
 {
     print::CompleteFile file(path);
+    requireRoom(file.passingPath(), mostBytes(tables));
     Workbook workbook(file.passingPath());
     workbook.setInfo(info);
     const QStringList names = sheetNames(tables);

@@ -5,6 +5,7 @@
 #include "reports/print_sequence.h"
 #include "reports/table_export.h"
 #include "support/building.h"
+#include "support/disk_limit.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -78,6 +79,29 @@ private slots:
         QTEST(static_cast<int>(tabelleScelte(job({u"Scale"_s}), options).size()), "count");
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniCalcolo()).empty());
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniRiparto()).empty());
+    }
+
+    /// Whatever of the workbook's parts does not fit: it is whole or not there.
+    void aFullDisk()
+    {
+        const ModelloLavoro modello =
+            zelto::test::building(std::vector(300, zelto::test::UnitData{.size = 1.5F}));
+        const auto tables = tabelleScelte(modello, OpzioniCalcolo());
+        const QString path = m_folder.filePath(u"pieno.xlsx"_s);
+        writeWorkbook(path, tables, {});
+        const qint64 whole = QFileInfo(path).size();
+        for (rlim_t limit = 1'000; limit < 400'000; limit += 2'000) {
+            QFile::remove(path);
+            try {
+                const zelto::test::DiskLimit full(limit);
+                writeWorkbook(path, tables, {});
+            } catch (const zelto::print::PrintError& error) {
+                QVERIFY2(error.description().contains(path + u"»: "_s), error.what());
+                QVERIFY(!QFile::exists(path));
+                continue;
+            }
+            QVERIFY(std::abs(QFileInfo(path).size() - whole) < 10);
+        }
     }
 
     void placesThatCannotBeWritten()
