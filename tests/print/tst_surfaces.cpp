@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QXmlStreamReader>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
@@ -218,6 +219,18 @@ private slots:
         m_print.PrintText(1, 1, 0, u"x"_s);
         surface.commit();
         QVERIFY(contents(fileName).startsWith("%PDF-"));
+    }
+
+    void titlesFromStrangers()
+    {
+        const QString title = QString(u"a\u0001\u009F\uFFFFb"_s) + QChar(0xD800);
+        QXmlStreamReader metadata(pdfMetadata({.title = title, .author = title}, {}));
+        QStringList texts;
+        while (!metadata.atEnd())
+            if (metadata.readNext() == QXmlStreamReader::Characters && !metadata.isWhitespace())
+                texts << metadata.text().toString();
+        QVERIFY2(!metadata.hasError(), qPrintable(metadata.errorString()));
+        QCOMPARE(texts.filter(u"a   b"_s).size(), 2);
     }
 
     void aPdfOnAFullDisk()

@@ -90,7 +90,7 @@ private slots:
         const QString path = m_folder.filePath(u"pieno.xlsx"_s);
         writeWorkbook(path, tables, {});
         const qint64 whole = QFileInfo(path).size();
-        for (rlim_t limit = 1'000; limit < 400'000; limit += 2'000) {
+        for (rlim_t limit = 1'000; limit < 400'000; limit += 7'000) {
             QFile::remove(path);
             try {
                 const zelto::test::DiskLimit full(limit);
@@ -116,10 +116,16 @@ private slots:
         // One file that cannot be replaced keeps the others as they are.
         const QString folder = m_folder.filePath(u"metà"_s);
         QVERIFY(QDir().mkpath(folder + u"/Scale.csv"_s));
-        QVERIFY_THROWS_EXCEPTION(
-            zelto::print::PrintError,
-            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo())));
+        const auto writeBoth = [&] {
+            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo()));
+        };
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
         QVERIFY(!QFile::exists(folder + u"/Millesimi generali.csv"_s));
+        writeCsv(folder, tables);
+        QVERIFY(QFile::rename(folder + u"/Millesimi generali.csv"_s, folder + u"/prima"_s));
+        QVERIFY(QFile::link(folder + u"/prima"_s, folder + u"/Millesimi generali.csv"_s));
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
+        QVERIFY(QFileInfo(folder + u"/Millesimi generali.csv"_s).isSymLink());
     }
 };
 

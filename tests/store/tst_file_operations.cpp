@@ -3,6 +3,7 @@
 #include "store/duplicate_plan.h"
 #include "store/file_names.h"
 #include "store/file_operations.h"
+#include "store/new_file.h"
 #include "store/passing_folder.h"
 #include "store_fixture.h"
 
@@ -239,6 +240,15 @@ void TestFileOperations::plainRenames()
     QCOMPARE(bytesOf(folder.file(u"LAVORO.ZLT"_s)), before);
     createJobFile(folder.file(u"B.ZLT"_s));
     QCOMPARE(Database::open(folder.file(u"B.ZLT"_s)).openTable(TabellaVani).RecordCount(), 1);
+
+    std::vector<std::unique_ptr<NewFile>> files;
+    for (const QString& name : {u"LAVORO.ZLT"_s, u"C.ZLT"_s, u"folder"_s}) {
+        files.push_back(std::make_unique<NewFile>(folder.file(name)));
+        writeBytes(files.back()->path(), "new");
+    }
+    QCOMPARE(errorOf([&] { NewFile::replaceAll(files); }), 3051);
+    QCOMPARE(bytesOf(folder.file(u"LAVORO.ZLT"_s)), before);
+    QVERIFY(!QFile::exists(folder.file(u"C.ZLT"_s)));
 }
 
 QTEST_GUILESS_MAIN(TestFileOperations)
