@@ -100,7 +100,7 @@ void ApplicationFolder::provideMaster()
     if (isFit && own.lastModified() >= delivered.lastModified())
         return;
     if (!fault.isEmpty()) {
-        const QString damaged = m_path + u"/Zelto.DAN"_s;
+        const QString damaged = m_path + u"/Zelto.mdb.DAN"_s;
         QFile::remove(damaged);
         QFile::rename(m_masterPath, damaged);
         m_remarks << u"Il database principale è stato sostituito da quello del programma: %1\n"

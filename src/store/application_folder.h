@@ -24,7 +24,7 @@ public:
     [[nodiscard]] QString copiesFolder() const;
 
     /// Puts the delivered master database there, at the first start, when a newer one was installed
-    /// and in place of a damaged one, which stays as "Zelto.DAN". Where it cannot be put it is used
+    /// and in place of a damaged one, which stays as "Zelto.mdb.DAN". Where it cannot be put it is used
     /// where it lies. Throws DatabaseError FileNotFound when there is neither a delivered one nor
     /// one from before.
     void provideMaster();

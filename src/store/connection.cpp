@@ -2,6 +2,7 @@
 #include "store/connection.h"
 
 #include "store/engine_errors.h"
+#include "store/passing_folder.h"
 #include "text/system_reason.h"
 
 #include <QFile>
@@ -179,7 +180,7 @@ void claimName(const QString& path)
     if (info.exists() || info.isSymLink())
         throw DatabaseError(ErrorNumber::FileExists, u"Il file «%1» esiste già."_s.arg(path));
     throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile creare il file «%1» (%2)."_s.arg(
-                                                     path, text::systemReason(file)));
+                                                     targetPath(path), text::systemReason(file)));
 }
 
 } // namespace

@@ -90,8 +90,8 @@ void TestApplicationFolder::masterIsProvided()
     writeBytes(folder.masterPath(), "damaged");
     folder.provideMaster();
     QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
-    QCOMPARE(bytesOf(prefix.file(u"bin/Zelto.DAN"_s)), "damaged");
-    QVERIFY(folder.remarks().contains(u"Zelto.DAN"));
+    QCOMPARE(bytesOf(prefix.file(u"bin/Zelto.mdb.DAN"_s)), "damaged");
+    QVERIFY(folder.remarks().contains(u"Zelto.mdb.DAN"));
     QFile newer(delivered);
     QVERIFY(newer.open(QIODevice::ReadWrite));
     QVERIFY(newer.setFileTime(QDateTime::currentDateTime().addSecs(60),
