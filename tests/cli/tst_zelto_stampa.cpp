@@ -252,10 +252,6 @@ private slots:
             "UPDATE Vani SET [Consistenza reale]='9E37', Destinazione='9E9'");
         QCOMPARE(run({job, u"-o"_s, pdf, u"-u"_s, folder.file(u"out"_s)}).status, 2);
         QCOMPARE(bytesOf(pdf), QByteArray("old"));
-        const Result nowhere =
-            run({example, u"-o"_s, folder.file(u"no/a.pdf"_s), u"-u"_s, folder.file(u"out"_s)});
-        QCOMPARE(nowhere.status, 2);
-        QVERIFY(nowhere.errors.contains(u"/no» non è stata trovata"));
     }
 
     void wrongUsage()

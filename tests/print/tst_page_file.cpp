@@ -186,19 +186,6 @@ private slots:
         QVERIFY(QFileInfo(m_dir->filePath(u"~VKM0000.Tmp"_s)).size() > 80);
     }
 
-    void aSubfolderThatSomebodyElsePlanted()
-    {
-        PrintEngine first = engine();
-        first.BeginDocument();
-        QVERIFY(QDir().mkdir(m_dir->filePath(u"altrui"_s)));
-        put(u"altrui/~VKM0000.Tmp"_s);
-        QFile::link(m_dir->filePath(u"altrui"_s), m_dir->filePath(u"~VKM1"_s));
-        PrintEngine second = engine();
-        second.BeginDocument();
-        QCOMPARE(files(u"~VKM2"_s), QStringList{u"~VKM0000.Tmp"_s});
-        QVERIFY(QFileInfo(m_dir->filePath(u"altrui/~VKM0000.Tmp"_s)).size() > 0);
-    }
-
     void pagesThatCannotBeRemovedAreLeftAlone()
     {
         QVERIFY(QDir().mkdir(m_dir->filePath(u"comune"_s)));

@@ -4,7 +4,6 @@
 #include "print/picture_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
-#include "support/disk_limit.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -17,7 +16,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
-using zelto::test::DiskLimit;
 
 namespace {
 
@@ -231,30 +229,6 @@ private slots:
                 texts << metadata.text().toString();
         QVERIFY2(!metadata.hasError(), qPrintable(metadata.errorString()));
         QCOMPARE(texts.filter(u"a   b"_s).size(), 2);
-    }
-
-    void aPdfOnAFullDisk()
-    {
-        const QString fileName = m_dir.filePath(u"pieno.pdf"_s);
-        PdfSurface surface(fileName, {});
-        m_print.setSurface(&surface);
-        m_print.PrintText(1, 1, 0, u"x"_s);
-        const DiskLimit limit(500);
-        zelto::test::verifyDiskIsFull([&] { surface.commit(); });
-        QVERIFY(!QFile::exists(fileName));
-    }
-
-    void aPdfThatCannotBeCreated()
-    {
-        const QString fileName = m_dir.filePath(u"manca/tabelle.pdf"_s);
-        try {
-            const PdfSurface surface(fileName, {});
-            QFAIL("a file in no folder");
-        } catch (const PrintError& error) {
-            QCOMPARE(error.number(), PrintErrorNumber::PathAccess);
-            QCOMPARE(error.description(), u"La cartella «%1» non è stata trovata."_s.arg(
-                                              m_dir.filePath(u"manca"_s)));
-        }
     }
 };
 

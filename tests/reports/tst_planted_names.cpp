@@ -127,13 +127,11 @@ std::vector<Case> outputs()
 std::vector<Case> ownFiles()
 {
     std::vector<Case> cases;
-    for (const QString& name : {u"~VKM0000.Tmp"_s, u"~VKM0001.Tmp"_s, u"~VKM.lock"_s, u"~VKM1"_s})
+    for (const QString& name : {u"~VKM0000.Tmp"_s, u"~VKM0001.Tmp"_s, u"~VKM.lock"_s})
         cases.push_back({name, {}, recordPages});
-    cases.push_back({u"~VKM2"_s, {}, [](const QString& folder) {
+    cases.push_back({u"~VKM1"_s, {}, [](const QString& folder) {
                          print::PrintEngine first(folder, {});
                          first.BeginDocument();
-                         print::PrintEngine second(folder, {});
-                         second.BeginDocument();
                          recordPages(folder);
                      }});
     cases.push_back({u"bin/Zelto.mdb"_s, {}, provideMaster});
@@ -269,6 +267,9 @@ private slots:
         QCOMPARE(said.isEmpty(), name == u"Zelto.ini" || isMadeAnew);
         QVERIFY2(said.isEmpty() || said.contains(folder), qPrintable(said));
         QVERIFY2(!said.contains(u".zelto-"), qPrintable(said));
+        if (obstacle == u"full disk" && !said.isEmpty())
+            QVERIFY2(said.contains(u"esaurito") || said.contains(text::systemReason(EFBIG)),
+                     qPrintable(said));
         if (obstacle != u"vanished folder")
             QCOMPARE(bytesOf(folder + u'/' + name), "[Main]");
         QVERIFY(QDir(folder).entryList({u".zelto-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty());
