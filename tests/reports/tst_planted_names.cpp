@@ -268,7 +268,7 @@ private slots:
         QVERIFY2(said.isEmpty() || said.contains(folder), qPrintable(said));
         QVERIFY2(!said.contains(u".zelto-"), qPrintable(said));
         if (obstacle == u"full disk" && !said.isEmpty())
-            QVERIFY2(said.contains(u"esaurito") || said.contains(text::systemReason(EFBIG)),
+            QVERIFY2(said.contains(u"disco") || said.contains(text::systemReason(EFBIG)),
                      qPrintable(said));
         if (obstacle != u"vanished folder")
             QCOMPARE(bytesOf(folder + u'/' + name), "[Main]");
