@@ -191,7 +191,7 @@ QString JobPrinter::folderPath(const QString& folder, const QString& lavoro) con
     print::makeFolder(folder);
     if (m_options.lavori.size() == 1)
         return folder;
-    const QString own = QDir(folder).filePath(jobName(lavoro));
+    QString own = QDir(folder).filePath(jobName(lavoro));
     print::makeOwnFolder(own);
     return own;
 }

@@ -61,11 +61,17 @@ void CompleteFile::commit()
 {
     finish();
     asPrintError(PrintErrorNumber::DeviceFailed, [this] {
-        const QFileInfo former(m_newFile->target());
-        if (former.isFile() && !former.isSymLink())
-            m_newFile->takePermissions(m_newFile->target());
+        keepPermissions();
         m_newFile->replace();
     });
+}
+
+/// Of the file that it replaces; a link has none of its own.
+void CompleteFile::keepPermissions() const
+{
+    const QFileInfo former(m_newFile->target());
+    if (former.isFile() && !former.isSymLink())
+        m_newFile->takePermissions(former.filePath());
 }
 
 void CompleteFile::commitAll(std::vector<std::unique_ptr<CompleteFile>>& files)
@@ -73,6 +79,7 @@ void CompleteFile::commitAll(std::vector<std::unique_ptr<CompleteFile>>& files)
     std::vector<std::unique_ptr<store::NewFile>> newFiles;
     for (const auto& file : files) {
         file->finish();
+        asPrintError(PrintErrorNumber::DeviceFailed, [&] { file->keepPermissions(); });
         newFiles.push_back(std::move(file->m_newFile));
     }
     asPrintError(PrintErrorNumber::DeviceFailed, [&] { store::NewFile::replaceAll(newFiles); });

@@ -39,6 +39,7 @@ public:
 
 private:
     void open();
+    void keepPermissions() const;
 
     std::unique_ptr<store::NewFile> m_newFile;
     QFile m_file;

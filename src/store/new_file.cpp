@@ -231,18 +231,18 @@ void NewFile::rename(const QString& from, const QString& to) const
         throw systemError(errno, to);
 }
 
-DatabaseError systemError(int error, const QString& file)
+DatabaseError systemError(int error, const QString& path)
 {
-    const QString path = targetPath(file);
+    const QString file = targetPath(path);
     switch (error) {
     case ENOENT:
     case ENOTDIR:
-        return {ErrorNumber::FileNotFound, u"Il file «%1» non è stato trovato."_s.arg(path)};
+        return {ErrorNumber::FileNotFound, u"Il file «%1» non è stato trovato."_s.arg(file)};
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
         return {ErrorNumber::DiskFull,
-                u"Spazio su disco esaurito durante la scrittura del file «%1»."_s.arg(path)};
+                u"Spazio su disco esaurito durante la scrittura del file «%1»."_s.arg(file)};
     case EACCES:
     case EPERM:
     case EROFS:
@@ -250,11 +250,11 @@ DatabaseError systemError(int error, const QString& file)
     case EBUSY:
         return {ErrorNumber::CannotOpen,
                 u"Il file «%1» non può essere scritto o eliminato (%2)."_s.arg(
-                    path, text::systemReason(error))};
+                    file, text::systemReason(error))};
     default:
         return {ErrorNumber::DiskError,
                 u"Errore di disco o di rete nell'accesso al file «%1» (%2)."_s.arg(
-                    path, text::systemReason(error))};
+                    file, text::systemReason(error))};
     }
 }
 
