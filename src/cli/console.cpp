@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/console.h"
 
+#include "print/print_error.h"
+#include "text/system_reason.h"
+
 #include <QTextStream>
+
+#include <cerrno>
+#include <cstdio>
 
 namespace zelto::cli {
 
@@ -10,7 +16,7 @@ void Console::SetStatus(const QString& /*text*/, bool /*busy*/) {}
 void Console::showMessage(const QString& text)
 {
     const QString prefix = m_job.isEmpty() ? QString() : m_job + QStringLiteral(": ");
-    QTextStream(stderr) << QStringLiteral("zelto-stampa: ") << prefix << text << '\n';
+    QTextStream(stderr) << m_program << QStringLiteral(": ") << prefix << text << '\n';
 }
 
 void Console::ReportError(const std::exception& error)
@@ -20,7 +26,12 @@ void Console::ReportError(const std::exception& error)
 
 void writeOut(const QString& text)
 {
-    QTextStream(stdout) << text;
+    const QByteArray bytes = text.toUtf8();
+    const auto size = static_cast<std::size_t>(bytes.size());
+    if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
+        throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
+                                QStringLiteral("Impossibile scrivere il risultato: %1.")
+                                    .arg(text::systemReason(errno)));
 }
 
 } // namespace zelto::cli

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <utility>
+
 namespace zelto::cli {
 
 /// The user at a terminal: messages about the job in hand go to standard error, progress to
@@ -12,6 +14,9 @@ namespace zelto::cli {
 class Console : public store::UserInterface
 {
 public:
+    /// Messages begin with the program's name.
+    explicit Console(QString program) : m_program(std::move(program)) {}
+
     /// The job that the next messages are about.
     void setJob(const QString& job) { m_job = job; }
 
@@ -20,10 +25,11 @@ public:
     void ReportError(const std::exception& error) override;
 
 private:
+    QString m_program;
     QString m_job;
 };
 
-/// Writes UTF-8 text to standard output.
+/// Writes UTF-8 text to standard output. Throws PrintError when not all of it gets there.
 void writeOut(const QString& text);
 
 } // namespace zelto::cli

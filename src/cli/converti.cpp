@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // zelto-converti: makes jobs of those of the edition for Windows.
 #include "calc/job_loader.h"
+#include "cli/clean_end.h"
 #include "cli/console.h"
 #include "cli/options.h"
 #include "store/file_names.h"
@@ -75,6 +76,8 @@ bool convert(const QString& original, const QString& folder)
     QString target = store::jet::convertedPath(original);
     if (!folder.isEmpty())
         target = QDir(folder).filePath(QFileInfo(target).fileName());
+    bool done = false;
+    QString said;
     try {
         const auto report = store::jet::convertJob(original, target, [](store::Database& lavoro) {
             (void)zelto::calc::CaricaLavoro(lavoro);
@@ -82,14 +85,13 @@ bool convert(const QString& original, const QString& folder)
         const QString inUse = store::jet::mayBeInUse(original)
                                   ? u" Il file «.ldb» dice che forse è in uso."_s
                                   : QString();
-        cli::writeOut(u"%1: convertito in «%2». %3%4\n"_s.arg(
-            original, target, report.text().replace(u'\n', u' '), inUse));
-        return true;
+        said = u"convertito in «%1». %2%3"_s.arg(target, report.text(), inUse);
+        done = true;
     } catch (const std::exception& error) {
-        cli::writeOut(u"%1: non convertito. %2\n"_s.arg(
-            original, QString::fromUtf8(error.what()).replace(u'\n', u' ')));
-        return false;
+        said = u"non convertito. %1"_s.arg(QString::fromUtf8(error.what()));
     }
+    cli::writeOut(u"%1: %2\n"_s.arg(original, said.replace(u'\n', u' ')));
+    return done;
 }
 
 int run(const Request& request)
@@ -111,13 +113,17 @@ int run(const Request& request)
 
 int main(int argc, char* argv[])
 {
+    cli::cleanUpOnSignals();
     const QCoreApplication application(argc, argv);
+    cli::Console console(u"zelto-converti"_s);
     try {
         return run(readCommand(std::span(argv, static_cast<std::size_t>(argc))));
     } catch (const cli::UsageError& error) {
-        cli::Console console;
         console.ReportError(error);
         console.showMessage(u"«zelto-converti --help» mostra l'uso"_s);
         return WrongUsage;
+    } catch (const std::exception& error) {
+        console.ReportError(error);
+        return JobFailed;
     }
 }

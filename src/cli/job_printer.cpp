@@ -4,18 +4,21 @@
 #include "calc/calc_error.h"
 #include "calc/job_loader.h"
 #include "cli/console.h"
+#include "print/complete_file.h"
 #include "print/pdf_surface.h"
 #include "print/print_error.h"
 #include "reports/table_export.h"
 #include "store/database.h"
+#include "store/file_names.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
 #include "store/jet/page_file.h"
+#include "store/passing_folder.h"
 #include "store/schema_check.h"
+#include "text/system_reason.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -23,18 +26,18 @@ namespace zelto::cli {
 
 namespace {
 
-QString makeFolder(const QString& folder)
+/// A folder of its own for what the command puts by, so that two commands never meet.
+QString passingParent()
 {
-    if (!QDir().mkpath(folder))
-        throw print::PrintError(print::PrintErrorNumber::PathAccess,
-                                QStringLiteral("Impossibile creare la cartella «%1».").arg(folder));
-    return folder;
+    return print::TempFolder(QDir::tempPath());
 }
 
-/// A folder of its own for the page files, so that two commands never meet.
-QString pageFolderTemplate()
+void requireFolder(const store::PassingFolder& folder)
 {
-    return QDir(print::TempFolder(QDir::tempPath())).filePath(QStringLiteral("zelto-XXXXXX"));
+    if (!folder.isValid())
+        throw print::PrintError(print::PrintErrorNumber::PathAccess,
+                                QStringLiteral("Impossibile scrivere nella cartella «%1» (%2).")
+                                    .arg(passingParent(), text::systemReason(folder.error())));
 }
 
 } // namespace
@@ -63,7 +66,8 @@ bool JobPrinter::print(const QString& lavoro)
 
 std::optional<calc::ModelloLavoro> JobPrinter::load(QString path)
 {
-    const QTemporaryDir folder(pageFolderTemplate());
+    const store::PassingFolder folder(passingParent());
+    requireFolder(folder);
     if (store::jet::isJetFile(path)) {
         const QString converted = folder.filePath(QStringLiteral("convertito.ZLT"));
         const auto report =
@@ -102,11 +106,8 @@ void JobPrinter::checkShares(const calc::ModelloLavoro& modello) const
 
 void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& lavoro)
 {
-    const QTemporaryDir pageFolder(pageFolderTemplate());
-    if (!pageFolder.isValid())
-        throw print::PrintError(print::PrintErrorNumber::PathAccess,
-                                QStringLiteral("Impossibile creare la cartella delle pagine: %1.")
-                                    .arg(pageFolder.errorString()));
+    const store::PassingFolder pageFolder(passingParent());
+    requireFolder(pageFolder);
     print::PrintEngine engine(pageFolder.path(), text::DecimalSeparators::detect());
     const reports::ReportContext context{.modello = modello,
                                          .jobPath = QFileInfo(lavoro).absoluteFilePath(),
@@ -170,16 +171,29 @@ void JobPrinter::showTables(const std::vector<reports::TableReport>& tables,
 QString JobPrinter::filePath(const QString& path, const QString& lavoro,
                              const QString& extension) const
 {
-    if (m_options.lavori.size() == 1)
-        return path;
-    return QDir(makeFolder(path)).filePath(jobName(lavoro) + extension);
+    QString file;
+    if (m_options.lavori.size() == 1) {
+        file = print::chosenPath(path);
+    } else {
+        print::makeFolder(path);
+        file = QDir(path).filePath(jobName(lavoro) + extension);
+    }
+    for (const QString& job : m_options.lavori)
+        if (store::isSameFile(file, job))
+            throw print::PrintError(
+                print::PrintErrorNumber::PathAccess,
+                QStringLiteral("«%1» è un lavoro e non viene sostituito.").arg(file));
+    return file;
 }
 
 QString JobPrinter::folderPath(const QString& folder, const QString& lavoro) const
 {
+    print::makeFolder(folder);
     if (m_options.lavori.size() == 1)
-        return makeFolder(folder);
-    return makeFolder(QDir(folder).filePath(jobName(lavoro)));
+        return folder;
+    QString own = QDir(folder).filePath(jobName(lavoro));
+    print::makeOwnFolder(own);
+    return own;
 }
 
 } // namespace zelto::cli

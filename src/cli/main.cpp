@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/clean_end.h"
 #include "cli/console.h"
 #include "cli/job_printer.h"
 #include "cli/options.h"
@@ -55,13 +56,17 @@ int main(int argc, char* argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(ignoreLibraryRemarks);
+    zelto::cli::cleanUpOnSignals();
     const QGuiApplication application(argc, argv);
-    zelto::cli::Console console;
+    zelto::cli::Console console(QStringLiteral("zelto-stampa"));
     try {
         return run(zelto::cli::parseOptions(arguments), console);
     } catch (const zelto::cli::UsageError& error) {
         console.ReportError(error);
         console.showMessage(QStringLiteral("«zelto-stampa --help» elenca le opzioni"));
         return WrongUsage;
+    } catch (const std::exception& error) {
+        console.ReportError(error);
+        return JobFailed;
     }
 }

@@ -237,7 +237,10 @@ Options complete(Pieces pieces)
 
 QString jobName(const QString& lavoro)
 {
-    return QFileInfo(lavoro).completeBaseName();
+    const QFileInfo file(lavoro);
+    const QString name = file.completeBaseName();
+    // Nothing but points would be the folder itself or the one above it.
+    return name.count(u'.') == name.size() ? file.fileName() : name;
 }
 
 Options parseOptions(const QStringList& arguments)

@@ -39,7 +39,8 @@ struct Options
 /// Reads the arguments, the program's name first. Throws UsageError.
 Options parseOptions(const QStringList& arguments);
 
-/// The job's code: the file's name without extension, which its outputs are named after.
+/// The job's code: the file's name without extension, which its outputs are named after. The whole
+/// name when nothing else than points is left.
 QString jobName(const QString& lavoro);
 
 /// The help text.

@@ -2,19 +2,25 @@
 #include "print/page_file.h"
 
 #include "print/print_error.h"
+#include "store/own_file.h"
 
 #include <QDir>
 #include <QScopeGuard>
+
+#include <algorithm>
 
 namespace zelto::print {
 
 namespace {
 
-QStringList pageFiles(const QDir& folder)
+/// Whatever bears the name of a page file, of any kind and anybody's.
+QStringList pageFiles(const QString& folder)
 {
-    // System lists links whose target is gone, too.
-    const auto anyFile = QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive;
-    return folder.entryList({QStringLiteral("~VKM*.Tmp")}, anyFile);
+    const auto anything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::CaseSensitive;
+    QStringList paths;
+    for (const QString& name : QDir{folder}.entryList({QStringLiteral("~VKM*.Tmp")}, anything))
+        paths += QDir{folder}.filePath(name);
+    return paths;
 }
 
 } // namespace
@@ -37,14 +43,14 @@ QString pageFilePath(const QString& folder, int index)
 
 void deletePageFiles(const QString& folder)
 {
-    QDir dir{folder};
-    for (const QString& name : pageFiles(dir))
-        dir.remove(name);
+    for (const QString& path : pageFiles(folder))
+        if (store::isOwnFile(path))
+            QFile::remove(path);
 }
 
-bool hasPageFiles(const QString& folder)
+bool hasForeignPageFiles(const QString& folder)
 {
-    return !pageFiles(QDir{folder}).isEmpty();
+    return !std::ranges::all_of(pageFiles(folder), store::isOwnFile);
 }
 
 void PageFileWriter::open(const QString& path)

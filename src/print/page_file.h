@@ -18,9 +18,11 @@ namespace zelto::print {
 /// The page file of the index in the folder.
 [[nodiscard]] QString pageFilePath(const QString& folder, int index);
 
-/// Removes every page file from the folder that we may remove.
+/// Removes every page file of the user's own from the folder.
 void deletePageFiles(const QString& folder);
-[[nodiscard]] bool hasPageFiles(const QString& folder);
+
+/// Whether something bears the name of a page file that is no plain file of the user's own.
+[[nodiscard]] bool hasForeignPageFiles(const QString& folder);
 
 /// The page file being written. Records gather in memory and go to the file in large blocks. After
 /// an error, thrown as PrintError, the file is closed.

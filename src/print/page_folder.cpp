@@ -6,10 +6,10 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QLockFile>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace zelto::print {
@@ -23,13 +23,18 @@ QString lockPath(const QString& folder)
     return QDir{folder}.filePath(QStringLiteral("~VKM.lock"));
 }
 
-/// A folder made by us that nobody else can write to. In a folder that others share, anybody may
-/// have put something there under the name.
-bool isPrivate(const QString& path)
+/// The lock file, locked. It goes when a folder is given back: what was opened before that must
+/// still be what the name leads to.
+std::optional<store::OwnFile> lockOf(const QString& folder)
 {
-    struct stat found = {};
-    return lstat(QFile::encodeName(path).constData(), &found) == 0 && S_ISDIR(found.st_mode) &&
-           found.st_uid == geteuid() && (found.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    const QByteArray path = QFile::encodeName(lockPath(folder));
+    store::OwnFile lock(path, O_RDWR | O_CREAT);
+    struct stat opened = {};
+    struct stat named = {};
+    const bool isOurs = lock.isOpen() && ::flock(lock.descriptor(), LOCK_EX | LOCK_NB) == 0 &&
+                        ::fstat(lock.descriptor(), &opened) == 0 &&
+                        ::lstat(path.constData(), &named) == 0 && opened.st_ino == named.st_ino;
+    return isOurs ? std::optional(std::move(lock)) : std::nullopt;
 }
 
 } // namespace
@@ -39,9 +44,7 @@ PageFolder::PageFolder(QString root) : m_root(std::move(root)) {}
 PageFolder::~PageFolder()
 {
     clear();
-    m_lock.reset();
-    if (!m_folder.isEmpty() && m_folder != m_root)
-        QDir().rmdir(m_folder);
+    giveBack();
 }
 
 void PageFolder::claim()
@@ -75,23 +78,31 @@ void PageFolder::clear()
 
 bool PageFolder::take(const QString& folder)
 {
-    auto lock = std::make_unique<QLockFile>(lockPath(folder));
-    lock->setStaleLockTime(0); // a program may stay open for days: only its end frees the folder
-    if (!lock->tryLock(0))
+    if (hasForeignPageFiles(folder))
         return false;
-    deletePageFiles(folder);
-    if (hasPageFiles(folder))
-        return false; // somebody else's, and we could not replace them
-    m_lock = std::move(lock);
+    m_lock = lockOf(folder);
+    if (!m_lock)
+        return false;
     m_folder = folder;
+    clear();
     return true;
+}
+
+void PageFolder::giveBack()
+{
+    if (!m_lock)
+        return;
+    QFile::remove(lockPath(m_folder));
+    m_lock.reset();
+    if (m_folder != m_root)
+        QDir().rmdir(m_folder);
 }
 
 bool PageFolder::takeSubfolder(int number)
 {
     const QString folder = QDir{m_root}.filePath(QStringLiteral("~VKM%1").arg(number));
     mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
-    return isPrivate(folder) && take(folder);
+    return store::isPrivateFolder(folder) && take(folder);
 }
 
 } // namespace zelto::print

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/own_file.h"
+
 #include <QString>
 
-#include <memory>
-
-class QLockFile;
+#include <optional>
 
 namespace zelto::print {
 
 /// The folder that the page files of one engine go to, for it alone. Whoever comes first has the
-/// given folder itself, others a private subfolder "~VKM1", "~VKM2" and so on. It is taken at the
-/// first recording and given back at the end; what a crashed program left behind goes to the next.
+/// given folder itself, others a private subfolder "~VKM1", "~VKM2" and so on; so do all if
+/// anything but plain files of the user's own bears our names. It is taken at the first recording
+/// and given back at the end; what a crashed program left behind goes to the next.
 class PageFolder
 {
 public:
@@ -34,10 +35,11 @@ private:
     /// Whether the folder is now ours, empty of page files.
     bool take(const QString& folder);
     bool takeSubfolder(int number);
+    void giveBack();
 
     QString m_root;
     QString m_folder; ///< empty until it is taken
-    std::unique_ptr<QLockFile> m_lock;
+    std::optional<store::OwnFile> m_lock;
 };
 
 } // namespace zelto::print

@@ -3,6 +3,7 @@
 
 #include "print/print_error.h"
 #include "print/record.h"
+#include "text/system_reason.h"
 
 #include <algorithm>
 
@@ -42,7 +43,7 @@ bool PageReader::readMore()
     if (count < 0)
         throw PrintError(PrintErrorNumber::DeviceFailed,
                          QStringLiteral("Impossibile leggere il file di pagina: %1.")
-                             .arg(m_device.errorString()));
+                             .arg(text::systemReason(m_device)));
     m_end += static_cast<std::size_t>(count);
     return count > 0;
 }

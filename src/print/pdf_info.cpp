@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <QStringEncoder>
 
+#include <algorithm>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -22,6 +23,16 @@ QByteArray hexText(const QString& text)
 }
 
 } // namespace
+
+QString withoutControls(QString text)
+{
+    const auto isUnfit = [](QChar c) {
+        return c.category() == QChar::Other_Control || c == u'\uFFFE' || c == u'\uFFFF';
+    };
+    std::ranges::replace_if(text, isUnfit, QChar(u' '));
+    // Half of a pair of surrogates is none: this turns it into the sign for such.
+    return QString::fromUtf8(text.toUtf8());
+}
 
 QString userFullName()
 {
@@ -52,7 +63,8 @@ QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made)
                "<pdfaid:part>1</pdfaid:part>\n"
                "<pdfaid:conformance>B</pdfaid:conformance>\n"
                "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end='w'?>\n")
-        .arg(info.title.toHtmlEscaped(), info.author.toHtmlEscaped(), Creator, time, Producer)
+        .arg(withoutControls(info.title).toHtmlEscaped(),
+             withoutControls(info.author).toHtmlEscaped(), Creator, time, Producer)
         .toUtf8();
 }
 
@@ -70,10 +82,10 @@ QByteArray pdfInfoUpdate(const QByteArray& end, qint64 length, const PdfInfo& in
         made.toUTC().toString(QStringLiteral("'(D:'yyyyMMddHHmmss'Z)'")).toLatin1();
     QByteArray update = "\n";
     const qint64 object = length + update.size();
-    update += number + " 0 obj\n<<\n/Title " + hexText(info.title) + "\n/Author " +
-              hexText(info.author) + "\n/Creator " + hexText(Creator) + "\n/Producer " +
-              hexText(Producer) + "\n/CreationDate " + time + "\n/ModDate " + time +
-              "\n>>\nendobj\n";
+    update += number + " 0 obj\n<<\n/Title " + hexText(withoutControls(info.title)) + "\n/Author " +
+              hexText(withoutControls(info.author)) + "\n/Creator " + hexText(Creator) +
+              "\n/Producer " + hexText(Producer) + "\n/CreationDate " + time + "\n/ModDate " +
+              time + "\n>>\nendobj\n";
     const qint64 table = length + update.size();
     update += "xref\n" + number + " 1\n" + QByteArray::number(object).rightJustified(10, '0') +
               " 00000 n \ntrailer\n<<" + found.captured(1).toLatin1() + "/Prev " +

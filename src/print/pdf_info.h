@@ -8,12 +8,15 @@
 
 namespace zelto::print {
 
-/// Shown by viewers as the properties of the document.
+/// Shown by viewers as the properties of the document. Both texts come from a job.
 struct PdfInfo
 {
     QString title = {};
     QString author = {};
 };
+
+/// The text as XML can hold it: a blank for every control character, and for what is no character.
+[[nodiscard]] QString withoutControls(QString text);
 
 /// The user's full name, or the login name without one.
 [[nodiscard]] QString userFullName();

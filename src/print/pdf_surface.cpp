@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/pdf_surface.h"
 
-#include "print/complete_file.h"
 #include "print/page_size.h"
 #include "print/print_error.h"
 
@@ -29,16 +28,16 @@ PdfTarget::PdfTarget(const QString& fileName, PdfInfo info, const QPageLayout& l
 
 QIODevice* PdfTarget::open()
 {
-    openForWriting(m_file);
     m_end.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     return &m_end;
 }
 
 void PdfTarget::complete()
 {
-    m_file.write(
-        pdfInfoUpdate(m_end.tail().right(TailKeeper::TailLength), m_file.pos(), m_info, m_made));
-    commitComplete(m_file);
+    QIODevice& file = m_file.device();
+    file.write(
+        pdfInfoUpdate(m_end.tail().right(TailKeeper::TailLength), file.pos(), m_info, m_made));
+    m_file.commit();
 }
 
 PdfSurface::PdfSurface(const QString& fileName, const PdfInfo& info, const QPageLayout& layout)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "print/complete_file.h"
 #include "print/page_size.h"
 #include "print/painter_surface.h"
 #include "print/pdf_info.h"
@@ -8,7 +9,6 @@
 #include <QIODevice>
 #include <QPageLayout>
 #include <QPdfWriter>
-#include <QSaveFile>
 
 namespace zelto::print {
 
@@ -47,8 +47,8 @@ private:
 
     PdfInfo m_info;
     QDateTime m_made = QDateTime::currentDateTimeUtc();
-    QSaveFile m_file;
-    TailKeeper m_end{m_file};
+    CompleteFile m_file;
+    TailKeeper m_end{m_file.device()};
 
 protected:
     QPdfWriter m_writer;

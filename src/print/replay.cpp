@@ -2,10 +2,13 @@
 #include "print/page_reader.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
+#include "store/own_file.h"
+#include "text/system_reason.h"
 
-#include <QFileInfo>
+#include <QFile>
 
 #include <algorithm>
+#include <fcntl.h>
 
 namespace zelto::print {
 
@@ -29,15 +32,15 @@ float gridUnit(float twips)
 void PrintEngine::ReplayPage()
 {
     m_page.abandon();
-    QFile file(m_pages.pagePath(m_pageNumber));
-    const QString failure = QStringLiteral("Impossibile leggere il file di pagina");
-    // A link was never written by us.
-    if (const QFileInfo found{file}; !found.isFile() || found.isSymLink())
-        throw PrintError(
-            PrintErrorNumber::FileNotFound,
-            QStringLiteral("%1 «%2»: il file non esiste.").arg(failure, file.fileName()));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw PrintError(PrintErrorNumber::PathAccess, failure, file);
+    const QString path = m_pages.pagePath(m_pageNumber);
+    store::OwnFile page(QFile::encodeName(path), O_RDONLY);
+    if (!page.isOpen())
+        throw PrintError(PrintErrorNumber::FileNotFound,
+                         QStringLiteral("Impossibile leggere il file di pagina «%1»: %2.")
+                             .arg(path, text::systemReason(page.error())));
+    QFile file;
+    file.open(page.release(), QIODevice::ReadOnly | QIODevice::Unbuffered,
+              QFileDevice::AutoCloseHandle);
     ReplayRecords(file);
 }
 

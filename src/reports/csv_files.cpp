@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/complete_file.h"
-#include "print/print_error.h"
 #include "reports/table_export.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <memory>
@@ -54,19 +52,18 @@ QByteArray csvOf(const TableReport& table)
 
 void writeCsv(const QString& folder, const std::vector<TableReport>& tables)
 {
-    if (!QDir().mkpath(folder))
-        throw print::PrintError(print::PrintErrorNumber::PathAccess,
-                                QStringLiteral("Impossibile creare la cartella «%1».").arg(folder));
+    print::makeFolder(folder);
     const QStringList names = sheetNames(tables);
-    std::vector<std::unique_ptr<QSaveFile>> files;
+    std::vector<std::unique_ptr<print::CompleteFile>> files;
     for (std::size_t i = 0; i < tables.size(); ++i) {
-        const QString name = names[static_cast<qsizetype>(i)] + QStringLiteral(".csv");
-        auto& file = files.emplace_back(std::make_unique<QSaveFile>(QDir(folder).filePath(name)));
-        print::openForWriting(*file);
-        file->write(csvOf(tables[i]));
+        const QString path =
+            QDir(folder).filePath(names[static_cast<qsizetype>(i)] + QStringLiteral(".csv"));
+        files.push_back(i == 0 ? std::make_unique<print::CompleteFile>(path)
+                               : std::make_unique<print::CompleteFile>(path, *files.front()));
+        files.back()->device().write(csvOf(tables[i]));
+        files.back()->finish();
     }
-    for (const auto& file : files)
-        print::commitComplete(*file);
+    print::CompleteFile::commitAll(files);
 }
 
 } // namespace zelto::reports

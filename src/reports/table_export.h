@@ -23,7 +23,7 @@ void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
 
 /// One CSV file per table in the folder, which is made: UTF-8 with a byte order mark, ";" between
 /// fields and decimal comma, as Italian spreadsheets read them. Older files of the same names are
-/// replaced, and only when all can be written. Throws PrintError.
+/// replaced, all or none. Throws PrintError.
 void writeCsv(const QString& folder, const std::vector<TableReport>& tables);
 
 } // namespace zelto::reports

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/text_output.h"
 
-#include "print/complete_file.h"
-
 #include <QDir>
 
 #include <algorithm>
@@ -24,9 +22,7 @@ void appendField(QString& line, const QString& field)
 
 TextOutput::TextOutput(const QString& folder, const QString& name)
     : m_file(QDir(folder).filePath(name))
-{
-    print::openForWriting(m_file);
-}
+{}
 
 void TextOutput::writeLine(const QStringList& fields)
 {
@@ -38,12 +34,12 @@ void TextOutput::writeLine(const QStringList& fields)
         appendField(line, field);
     }
     line += QStringLiteral("\r\n");
-    m_file.write(line.toUtf8());
+    m_file.device().write(line.toUtf8());
 }
 
 void TextOutput::commit()
 {
-    print::commitComplete(m_file);
+    m_file.commit();
 }
 
 } // namespace zelto::reports

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QSaveFile>
+#include "print/complete_file.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -21,7 +22,7 @@ public:
     void commit();
 
 private:
-    QSaveFile m_file;
+    print::CompleteFile m_file;
 };
 
 } // namespace zelto::reports

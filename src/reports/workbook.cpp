@@ -3,16 +3,19 @@
 #include "print/print_error.h"
 #include "reports/figures.h"
 #include "reports/table_export.h"
+#include "store/passing_folder.h"
+#include "text/system_reason.h"
 
-#include <QDir>
 #include <QFile>
-#include <QSaveFile>
-#include <QTemporaryDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <fcntl.h>
 #include <map>
 #include <tuple>
+#include <unistd.h>
 #include <utility>
 #include <xlsxwriter.h>
 
@@ -29,12 +32,71 @@ lxw_col_t columnNumber(std::size_t column)
     return static_cast<lxw_col_t>(column);
 }
 
+print::PrintError notWritten(const QString& path, int error)
+{
+    return {print::PrintErrorNumber::DeviceFailed,
+            QStringLiteral("Impossibile scrivere il file «%1»: %2.")
+                .arg(store::targetPath(path), text::systemReason(error))};
+}
+
+/// More bytes than the parts of the workbook have together before they are packed.
+qint64 mostBytes(const std::vector<TableReport>& tables)
+{
+    constexpr qint64 FixedParts = 65'536;
+    constexpr qint64 Cell = 128;
+    constexpr qint64 Character = 6; // "&quot;"
+    qint64 bytes = FixedParts;
+    for (const TableReport& table : tables)
+        for (const QStringList& row : table.rows)
+            for (const QString& cell : row)
+                bytes += Cell + Character * cell.size();
+    return bytes;
+}
+
+/// The library puts parts by in files and does not notice when one does not fit: there must be room
+/// before it begins.
+void requireRoom(const QString& path, qint64 bytes)
+{
+    QFile file(path + QStringLiteral(".posto"));
+    const bool opened = file.open(QIODevice::WriteOnly);
+    const int error = opened ? ::posix_fallocate(file.handle(), 0, bytes) : errno;
+    file.remove();
+    if (error != 0)
+        throw notWritten(path, error);
+}
+
+/// What the library writes to standard error is no Italian, and the exception says it anyway.
+class QuietLibrary
+{
+public:
+    QuietLibrary() : m_nothing(::open("/dev/null", O_WRONLY | O_CLOEXEC))
+    {
+        if (m_nothing >= 0 && m_errors >= 0)
+            ::dup2(m_nothing, STDERR_FILENO);
+    }
+    ~QuietLibrary()
+    {
+        if (m_errors >= 0)
+            ::dup2(m_errors, STDERR_FILENO);
+        ::close(m_errors);
+        ::close(m_nothing);
+    }
+    QuietLibrary(const QuietLibrary&) = delete;
+    QuietLibrary& operator=(const QuietLibrary&) = delete;
+
+private:
+    int m_errors = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+    int m_nothing;
+};
+
 /// The library gathers a workbook in memory and writes it at once.
 class Workbook
 {
 public:
-    Workbook(const QString& path, const QString& temporaryFolder)
-        : m_temporaryFolder(QFile::encodeName(temporaryFolder)), m_path(QFile::encodeName(path))
+    /// What the library puts by meanwhile goes to the file's folder.
+    explicit Workbook(const QString& path)
+        : m_temporaryFolder(QFile::encodeName(QFileInfo(path).absolutePath())),
+          m_path(QFile::encodeName(path))
     {
         lxw_workbook_options options = {};
         options.tmpdir = m_temporaryFolder.data();
@@ -45,15 +107,15 @@ public:
     ~Workbook()
     {
         if (m_workbook != nullptr)
-            workbook_close(m_workbook);
+            lxw_workbook_free(m_workbook);
     }
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
 
     void setInfo(const print::PdfInfo& info)
     {
-        QByteArray title = info.title.toUtf8();
-        QByteArray author = info.author.toUtf8();
+        QByteArray title = print::withoutControls(info.title).toUtf8();
+        QByteArray author = print::withoutControls(info.author).toUtf8();
         lxw_doc_properties properties = {};
         properties.title = title.data();
         properties.author = author.data();
@@ -62,14 +124,20 @@ public:
 
     void addSheet(const QString& name, const TableReport& table);
 
-    /// Writes the file. Throws PrintError.
+    /// Writes the file. Throws PrintError naming the one that it is going to be.
     void close()
     {
-        lxw_workbook* workbook = std::exchange(m_workbook, nullptr);
-        if (const lxw_error error = workbook_close(workbook); error != LXW_NO_ERROR)
-            throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
-                                    QStringLiteral("Impossibile scrivere il foglio: %1.")
-                                        .arg(QString::fromUtf8(lxw_strerror(error))));
+        const QuietLibrary quiet;
+        errno = 0;
+        const lxw_error error = workbook_close(std::exchange(m_workbook, nullptr));
+        // Of a part that it could not put by wholly the library says nothing.
+        if (error == LXW_NO_ERROR && errno != ENOSPC && errno != EDQUOT && errno != EFBIG &&
+            errno != EIO)
+            return;
+        throw print::PrintError(
+            print::PrintErrorNumber::DeviceFailed,
+            QStringLiteral("Impossibile scrivere il file «%1»: %2.")
+                .arg(store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
     }
 
 private:
@@ -125,7 +193,8 @@ void Workbook::writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, 
                          const Look& look)
 {
     constexpr qsizetype LongestText = 32'000; // a little less than a cell takes
-    worksheet_write_string(sheet, row, column, text.left(LongestText).toUtf8().constData(),
+    worksheet_write_string(sheet, row, column,
+                           print::withoutControls(text.left(LongestText)).toUtf8().constData(),
                            format(look));
 }
 
@@ -234,22 +303,15 @@ QStringList sheetNames(const std::vector<TableReport>& tables)
 void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
                    const print::PdfInfo& info)
 {
-    QSaveFile file(path);
-    print::openForWriting(file);
-    const QTemporaryDir folder;
-    const QString draft = folder.filePath(QStringLiteral("cartella.xlsx"));
-    Workbook workbook(draft, folder.path());
+    print::CompleteFile file(path);
+    requireRoom(file.passingPath(), mostBytes(tables));
+    Workbook workbook(file.passingPath());
     workbook.setInfo(info);
     const QStringList names = sheetNames(tables);
     for (std::size_t i = 0; i < tables.size(); ++i)
         workbook.addSheet(names[static_cast<qsizetype>(i)], tables[i]);
     workbook.close();
-    QFile written(draft);
-    if (!written.open(QIODevice::ReadOnly))
-        throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
-                                QStringLiteral("Impossibile rileggere il foglio"), written);
-    file.write(written.readAll());
-    print::commitComplete(file);
+    file.commit();
 }
 
 } // namespace zelto::reports

@@ -39,9 +39,12 @@ std::unique_ptr<Application> Application::start(const QString& programFolder,
                                                 const QString& userFolder, Dialogs& dialogs)
 {
     try {
-        const store::ApplicationFolder folder(programFolder, userFolder);
+        store::ApplicationFolder folder(programFolder, userFolder);
         folder.provideMaster();
-        return std::make_unique<Application>(folder, dialogs);
+        auto application = std::make_unique<Application>(folder, dialogs);
+        if (!folder.remarks().isEmpty())
+            dialogs.showMessage(nullptr, folder.remarks());
+        return application;
     } catch (const std::exception& error) {
         dialogs.showError(nullptr, QStringLiteral("Zelto non può essere avviato.\n\n%1")
                                        .arg(QString::fromUtf8(error.what())));

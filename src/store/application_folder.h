@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace zelto::store {
 
 /// The folder that holds the settings file, the master database and the text outputs: the one of
-/// the program when it can be written (portable use, build tree), else one of the user's.
+/// the program when it can be written (portable use, build tree), else one of the user's, else one
+/// that goes when the user logs out.
 class ApplicationFolder
 {
 public:
@@ -17,18 +19,26 @@ public:
     [[nodiscard]] static QString userFolder();
 
     [[nodiscard]] const QString& path() const { return m_path; }
-    [[nodiscard]] QString masterPath() const;
+    [[nodiscard]] const QString& masterPath() const { return m_masterPath; }
     [[nodiscard]] QString settingsPath() const;
     [[nodiscard]] QString copiesFolder() const;
 
-    /// Puts the delivered master database there, at the first start and when a newer one was
-    /// installed. Throws DatabaseError: FileNotFound when there is neither a delivered one nor one
-    /// from before, or what copying throws.
-    void provideMaster() const;
+    /// Puts the delivered master database there, at the first start, when a newer one was installed
+    /// and in place of a damaged one, which stays as "Zelto.mdb.DAN". Where it cannot be put it is used
+    /// where it lies. Throws DatabaseError FileNotFound when there is neither a delivered one nor
+    /// one from before.
+    void provideMaster();
+
+    /// What the user should know of all this: Italian, empty for nothing.
+    [[nodiscard]] QString remarks() const { return m_remarks.join(QStringLiteral("\n\n")); }
 
 private:
+    void useRuntimeFolder();
+
     QString m_programFolder;
     QString m_path;
+    QString m_masterPath;
+    QStringList m_remarks;
 };
 
 } // namespace zelto::store

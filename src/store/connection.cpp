@@ -2,6 +2,8 @@
 #include "store/connection.h"
 
 #include "store/engine_errors.h"
+#include "store/passing_folder.h"
+#include "text/system_reason.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -178,8 +180,8 @@ void claimName(const QString& path)
     const QFileInfo info(path);
     if (info.exists() || info.isSymLink())
         throw DatabaseError(ErrorNumber::FileExists, u"Il file «%1» esiste già."_s.arg(path));
-    throw DatabaseError(ErrorNumber::CannotOpen,
-                        u"Impossibile creare il file «%1» (%2)."_s.arg(path, file.errorString()));
+    throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile creare il file «%1» (%2)."_s.arg(
+                                                     targetPath(path), text::systemReason(file)));
 }
 
 } // namespace

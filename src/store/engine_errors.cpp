@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/engine_errors.h"
 
+#include "store/passing_folder.h"
 #include "store/table_def.h"
 
 #include <QStringList>
@@ -92,7 +93,7 @@ DatabaseError translated(const SQLite::Exception& failure, const QString& path)
                 "riaprire il lavoro prima di modificarlo."_s.arg(path)};
     for (const FailureText& text : FailureTexts)
         if (text.engineCode == code)
-            return {text.number, text.description.toString().arg(path)};
+            return {text.number, text.description.toString().arg(targetPath(path))};
     return {ErrorNumber::Internal, u"Operazione non riuscita sul file «%1» (%2)."_s.arg(
                                        path, QString::fromUtf8(failure.what()))};
 }

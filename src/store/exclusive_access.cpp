@@ -4,6 +4,8 @@
 #include "store/engine_errors.h"
 #include "store/new_file.h"
 
+#include <QFile>
+
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 

@@ -7,6 +7,7 @@
 #include "store/file_names.h"
 #include "store/new_file.h"
 #include "store/schema.h"
+#include "text/system_reason.h"
 
 #include <QFile>
 
@@ -24,7 +25,7 @@ void copyBytes(QFile& from, QFile& to)
         if (from.error() != QFileDevice::NoError)
             throw DatabaseError(ErrorNumber::DiskError,
                                 u"Il file «%1» non può essere letto (%2)."_s.arg(
-                                    from.fileName(), from.errorString()));
+                                    from.fileName(), text::systemReason(from)));
         if (to.write(bytes) != bytes.size())
             return;
     }
@@ -68,7 +69,7 @@ void copyFile(const QString& source, const QString& target, Existing existing)
     QFile from(source);
     if (!from.open(QIODevice::ReadOnly))
         throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile aprire il file «%1» (%2)."_s.arg(
-                                                         source, from.errorString()));
+                                                         source, text::systemReason(from)));
     QFile to(copy.path());
     if (to.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         copyBytes(from, to);
@@ -77,7 +78,7 @@ void copyFile(const QString& source, const QString& target, Existing existing)
         throw DatabaseError(
             to.error() == QFileDevice::ResourceError ? ErrorNumber::DiskFull
                                                      : ErrorNumber::DiskError,
-            u"Il file «%1» non può essere scritto (%2)."_s.arg(target, to.errorString()));
+            u"Il file «%1» non può essere scritto (%2)."_s.arg(target, text::systemReason(to)));
     copy.takePermissions(source);
     if (existing == Existing::Replace)
         copy.replace();

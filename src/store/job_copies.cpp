@@ -6,6 +6,7 @@
 #include "store/file_operations.h"
 #include "store/new_file.h"
 #include "store/schema.h"
+#include "text/system_reason.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -75,9 +76,9 @@ void makeFolder(const QString& folder, const QString& job)
         return;
     QSaveFile origin(QDir(folder).filePath(OriginName.toString()));
     if (!origin.open(QIODevice::WriteOnly) || origin.write(job.toUtf8()) < 0 || !origin.commit())
-        throw DatabaseError(
-            ErrorNumber::CannotOpen,
-            u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(folder, origin.errorString()));
+        throw DatabaseError(ErrorNumber::CannotOpen,
+                            u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(
+                                folder, text::systemReason(origin)));
 }
 
 bool sameRecord(const QueryRecordset& one, const QueryRecordset& other)

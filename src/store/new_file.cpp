@@ -2,12 +2,13 @@
 #include "store/new_file.h"
 
 #include "store/file_names.h"
+#include "store/passing_folder.h"
+#include "text/system_reason.h"
 
-#include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -20,26 +21,6 @@ namespace zelto::store {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr QStringView PassingFolder = u".zelto-";
-
-/// What a program that was killed left behind. Nothing that still runs takes that long.
-void removeLeftovers(const QString& folder)
-{
-    const QDateTime longAgo = QDateTime::currentDateTimeUtc().addSecs(-3600);
-    const auto hidden = QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks;
-    for (const QFileInfo& left :
-         QDir(folder).entryInfoList({PassingFolder.toString() + u"??????"_s}, hidden))
-        if (left.lastModified() < longAgo)
-            QDir(left.absoluteFilePath()).removeRecursively();
-}
-
-QString passingFolder(const QString& target)
-{
-    const QString folder = QFileInfo(target).absolutePath();
-    removeLeftovers(folder);
-    return u"%1/%2XXXXXX"_s.arg(folder, PassingFolder);
-}
 
 /// Waits until the file, or the names in the folder, have reached the disk.
 void syncToDisk(const QString& path)
@@ -96,17 +77,30 @@ DatabaseError fileExists(const QString& path)
 
 } // namespace
 
-NewFile::NewFile(QString target) : m_target(std::move(target)), m_folder(passingFolder(m_target))
+NewFile::NewFile(QString target)
+    : m_target(std::move(target)),
+      m_folder(std::make_shared<PassingFolder>(QFileInfo(m_target).absolutePath()))
 {
-    if (m_folder.isValid())
+    if (m_folder->isValid())
         return;
     const QString folder = QFileInfo(m_target).absolutePath();
     if (!QFileInfo(folder).isDir())
         throw DatabaseError(ErrorNumber::FileNotFound,
                             u"La cartella «%1» non è stata trovata."_s.arg(folder));
-    throw DatabaseError(
-        ErrorNumber::CannotOpen,
-        u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(folder, m_folder.errorString()));
+    const bool isFull = m_folder->error() == ENOSPC || m_folder->error() == EDQUOT;
+    throw isFull ? systemError(m_folder->error(), m_target)
+                 : DatabaseError(ErrorNumber::CannotOpen,
+                                 u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(
+                                     folder, text::systemReason(m_folder->error())));
+}
+
+NewFile::NewFile(QString target, const NewFile& neighbour)
+    : m_target(std::move(target)), m_folder(neighbour.m_folder)
+{}
+
+QString NewFile::path() const
+{
+    return m_folder->filePath(QFileInfo(m_target).fileName());
 }
 
 void NewFile::takePermissions(const QString& model)
@@ -157,6 +151,50 @@ void NewFile::replaceKeeping(const QString& backup)
     syncFolderOf(m_target);
 }
 
+void NewFile::replaceAll(const std::vector<std::unique_ptr<NewFile>>& files)
+{
+    std::ranges::for_each(files, &NewFile::sync);
+    std::size_t named = 0;
+    try {
+        for (; named < files.size(); ++named)
+            files[named]->takeName();
+    } catch (const DatabaseError&) {
+        while (named > 0)
+            files[--named]->giveNameBack();
+        throw;
+    }
+    for (const auto& file : files)
+        syncFolderOf(file->m_target);
+}
+
+/// What bore the name goes to the passing folder.
+void NewFile::takeName()
+{
+    struct stat found = {};
+    if (::lstat(QFile::encodeName(m_target).constData(), &found) != 0) {
+        rename(path(), m_target);
+        return;
+    }
+    if (S_ISDIR(found.st_mode))
+        throw systemError(EISDIR, m_target);
+    if (renameWith(path(), m_target, RENAME_EXCHANGE) == 0) {
+        m_replaced = path();
+        return;
+    }
+    const QString former = path() + u".prima"_s;
+    if (S_ISREG(found.st_mode) && QFile::copy(m_target, former))
+        m_replaced = former;
+    rename(path(), m_target);
+}
+
+void NewFile::giveNameBack() const
+{
+    if (m_replaced.isEmpty())
+        ::unlink(QFile::encodeName(m_target).constData());
+    else
+        renameWith(m_replaced, m_target, 0);
+}
+
 /// The target is the new file already, and the passing name leads to the old one.
 void NewFile::exchangeKeeping(const QString& backup)
 {
@@ -195,15 +233,16 @@ void NewFile::rename(const QString& from, const QString& to) const
 
 DatabaseError systemError(int error, const QString& path)
 {
+    const QString file = targetPath(path);
     switch (error) {
     case ENOENT:
     case ENOTDIR:
-        return {ErrorNumber::FileNotFound, u"Il file «%1» non è stato trovato."_s.arg(path)};
+        return {ErrorNumber::FileNotFound, u"Il file «%1» non è stato trovato."_s.arg(file)};
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
         return {ErrorNumber::DiskFull,
-                u"Spazio su disco esaurito durante la scrittura del file «%1»."_s.arg(path)};
+                u"Spazio su disco esaurito durante la scrittura del file «%1»."_s.arg(file)};
     case EACCES:
     case EPERM:
     case EROFS:
@@ -211,11 +250,11 @@ DatabaseError systemError(int error, const QString& path)
     case EBUSY:
         return {ErrorNumber::CannotOpen,
                 u"Il file «%1» non può essere scritto o eliminato (%2)."_s.arg(
-                    path, qt_error_string(error))};
+                    file, text::systemReason(error))};
     default:
         return {ErrorNumber::DiskError,
                 u"Errore di disco o di rete nell'accesso al file «%1» (%2)."_s.arg(
-                    path, qt_error_string(error))};
+                    file, text::systemReason(error))};
     }
 }
 

@@ -5,9 +5,13 @@
 #include "store/database_error.h"
 
 #include <QString>
-#include <QTemporaryDir>
+
+#include <memory>
+#include <vector>
 
 namespace zelto::store {
+
+class PassingFolder;
 
 /// A file about to be written: it grows in a passing folder beside its target and takes the
 /// target's name by one rename, after its content and before its name have reached the disk.
@@ -18,8 +22,11 @@ public:
     /// FileNotFound when the target's folder does not exist, CannotOpen when it cannot be written.
     explicit NewFile(QString target);
 
-    /// Where the file is to be written; there is none at first.
-    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("nuovo")); }
+    /// As above; it shares the passing folder with another that goes to the same folder.
+    NewFile(QString target, const NewFile& neighbour);
+
+    /// Where the file is to be written, under its name; there is none at first.
+    [[nodiscard]] QString path() const;
     [[nodiscard]] const QString& target() const { return m_target; }
 
     /// Gives it the permissions of the file, and makes it writable for its owner.
@@ -35,14 +42,20 @@ public:
     /// that. At every instant one of the two names leads to one of the two files.
     void replaceKeeping(const QString& backup);
 
+    /// Has all of them take their names, or none.
+    static void replaceAll(const std::vector<std::unique_ptr<NewFile>>& files);
+
 private:
     void sync() const;
+    void takeName();
+    void giveNameBack() const;
     void rename(const QString& from, const QString& to) const;
     void exchangeKeeping(const QString& backup);
     void moveKeeping(const QString& backup);
 
     QString m_target;
-    QTemporaryDir m_folder;
+    std::shared_ptr<PassingFolder> m_folder;
+    QString m_replaced; ///< where the file is that bore the name; empty for none
 };
 
 /// A failed call of the operating system on the file, from its error number.

@@ -10,6 +10,7 @@
 #include "store/salvage_writer.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
+#include "text/system_reason.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -78,7 +79,7 @@ QByteArray readAll(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile aprire il file «%1» (%2)."_s.arg(
-                                                         path, file.errorString()));
+                                                         path, text::systemReason(file)));
     if (file.size() > LargestFile)
         throw DatabaseError(ErrorNumber::Damaged,
                             u"Il file «%1» è troppo grande per essere riparato."_s.arg(path));

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/settings.h"
 
+#include "store/new_file.h"
+
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <string>
@@ -26,7 +28,8 @@ Reading read(const QString& path, CSimpleIniA& ini)
     QFile file(path);
     if (!file.exists())
         return Reading::NoFile;
-    if (!file.open(QIODevice::ReadOnly) || file.size() > MaxFileSize)
+    // Opening a FIFO would wait for its other end.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > MaxFileSize)
         return Reading::Failed;
     const std::string bytes = file.readAll().toStdString();
     const bool done = file.error() == QFileDevice::NoError && ini.LoadData(bytes) >= 0;
@@ -39,10 +42,19 @@ void write(const QString& path, CSimpleIniA& ini)
     std::string bytes;
     if (ini.Save(bytes) < 0)
         return;
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) &&
-        file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0)
-        file.commit();
+    try {
+        NewFile next(path);
+        QFile file(next.path());
+        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+            file.write(bytes.data(), static_cast<qint64>(bytes.size())) < 0 || !file.flush())
+            return;
+        file.close();
+        if (QFileInfo(path).exists())
+            next.takePermissions(path);
+        next.replace();
+    } catch (const DatabaseError&) {
+        // Settings that cannot be kept are no reason to trouble the user.
+    }
 }
 
 std::string lineOf(const QString& value)

@@ -8,6 +8,14 @@
 
 namespace zelto::widgets {
 
+namespace {
+
+// Twips; anybody may have edited the settings.
+constexpr int LeastWidth = 50;
+constexpr int LargestWidth = 28'800; // 20 inches
+
+} // namespace
+
 void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QString& section,
                          const QString& prefix)
 {
@@ -16,7 +24,7 @@ void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QStr
         const int twips =
             settings.LeggiIni(section, prefix + QString::number(column)).toInt(&isNumber);
         if (isNumber)
-            grid.setWidthInTwips(column, twips);
+            grid.setWidthInTwips(column, std::clamp(twips, LeastWidth, LargestWidth));
     }
 }
 

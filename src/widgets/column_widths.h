@@ -13,7 +13,8 @@ namespace zelto::widgets {
 
 class Grid;
 
-/// Gives the columns the widths that the settings hold; the others keep theirs.
+/// Gives the columns the widths that the settings hold, between 50 and 28 800; the others, and
+/// those whose setting is no number, keep theirs.
 void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QString& section,
                          const QString& prefix);
 

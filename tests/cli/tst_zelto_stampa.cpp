@@ -3,8 +3,12 @@
 #include "store/store_fixture.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTest>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 using zelto::test::bytesOf;
@@ -150,6 +154,94 @@ private slots:
         QCOMPARE(bytesOf(job), before);
     }
 
+    /// Names that are nothing but an extension lead neither upwards nor to each other.
+    void oddNames()
+    {
+        const JobFolder folder;
+        const QStringList names{u"...ZLT"_s, u"..ZLT"_s, u".ZLT"_s};
+        QStringList jobs;
+        for (const QString& name : names)
+            jobs << folder.newJob(name);
+        const QString out = folder.file(u"out"_s);
+        const qsizetype before = folder.names().size();
+        QCOMPARE(run(jobs + QStringList{u"-u"_s, out, u"-o"_s, out}).status, 0);
+        QCOMPARE(folder.names().size(), before + 1);
+        for (const QString& name : names) {
+            QVERIFY(QFile::exists(out + u'/' + name + u"/calcolo.out"_s));
+            QVERIFY(QFile::exists(out + u'/' + name + u".pdf"_s));
+        }
+        // A folder that somebody put there, and the job itself.
+        QVERIFY(QDir(out + u"/...ZLT"_s).removeRecursively());
+        QVERIFY(QFile::link(folder.file(u"."_s), out + u"/...ZLT"_s));
+        QCOMPARE(run(jobs + QStringList{u"-u"_s, out}).status, 2);
+        const QByteArray job = bytesOf(jobs[0]);
+        QCOMPARE(run({jobs[0], u"-u"_s, out, u"-o"_s, jobs[0]}).status, 2);
+        QCOMPARE(bytesOf(jobs[0]), job);
+        QVERIFY(!QFile::exists(folder.file(u"calcolo.out"_s)));
+    }
+
+    void whatCannotBeSaid()
+    {
+        const JobFolder folder;
+        for (const auto& [program, arguments] :
+             {std::pair(QStringLiteral(PROGRAM), QStringList{u"--help"_s}),
+              std::pair(QStringLiteral(PROGRAM),
+                        QStringList{example, u"--mostra"_s, u"-u"_s, folder.file(u"out"_s)}),
+              std::pair(QStringLiteral(CONVERTER), QStringList{example})}) {
+            QProcess process;
+            process.setStandardOutputFile(u"/dev/full"_s);
+            process.start(program, arguments);
+            QVERIFY(process.waitForFinished());
+            QCOMPARE(process.exitCode(), 2);
+            const QString said = QString::fromUtf8(process.readAllStandardError());
+            QVERIFY(said.startsWith(QFileInfo(program).fileName() + u": "_s));
+            QVERIFY2(said.contains(u"spazio su disco esaurito"), qPrintable(said));
+        }
+    }
+
+    void ended_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addRow("SIGTERM") << SIGTERM;
+        QTest::addRow("Ctrl+C") << SIGINT;
+        QTest::addRow("SIGKILL") << SIGKILL;
+    }
+
+    /// Pages with people's figures do not stay: at the latest the next command removes them.
+    void ended()
+    {
+        QFETCH(int, signal);
+        const JobFolder folder;
+        const QString temp = folder.file(u"temp"_s);
+        QVERIFY(QDir().mkdir(temp));
+        qputenv("TEMP", QFile::encodeName(temp));
+        [[maybe_unused]] const auto restoring = qScopeGuard([] { qunsetenv("TEMP"); });
+        const auto pages = [&] {
+            return QDirIterator(temp, {u"~VKM0000.Tmp"_s}, QDir::Files | QDir::Hidden,
+                                QDirIterator::Subdirectories)
+                .hasNext();
+        };
+        QStringList jobs;
+        for (int i = 0; i < 40; ++i) {
+            jobs << folder.file(u"J%1.ZLT"_s.arg(i));
+            QVERIFY(QFile::copy(example, jobs.back()));
+        }
+        QProcess process;
+        process.setChildProcessModifier([] { std::signal(SIGINT, SIG_DFL); });
+        process.start(QStringLiteral(PROGRAM), jobs + QStringList{u"-u"_s, folder.file(u"out"_s)});
+        QVERIFY(process.waitForStarted());
+        while (!pages() && process.state() == QProcess::Running)
+            QTest::qSleep(1);
+        ::kill(static_cast<pid_t>(process.processId()), signal);
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+        if (signal != SIGKILL)
+            QVERIFY(QDir(temp).isEmpty(everything));
+        QCOMPARE(run({jobs[0], u"-u"_s, folder.file(u"out"_s)}).status, 0);
+        QVERIFY(QDir(temp).isEmpty(everything));
+    }
+
     void failuresKeepOlderFiles()
     {
         const JobFolder folder;
@@ -160,10 +252,6 @@ private slots:
             "UPDATE Vani SET [Consistenza reale]='9E37', Destinazione='9E9'");
         QCOMPARE(run({job, u"-o"_s, pdf, u"-u"_s, folder.file(u"out"_s)}).status, 2);
         QCOMPARE(bytesOf(pdf), QByteArray("old"));
-        const Result nowhere =
-            run({example, u"-o"_s, folder.file(u"no/a.pdf"_s), u"-u"_s, folder.file(u"out"_s)});
-        QCOMPARE(nowhere.status, 2);
-        QVERIFY(nowhere.errors.contains(u"no/a.pdf"));
     }
 
     void wrongUsage()

@@ -4,7 +4,6 @@
 #include "print/picture_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
-#include "support/disk_limit.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -13,10 +12,10 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QXmlStreamReader>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
-using zelto::test::DiskLimit;
 
 namespace {
 
@@ -220,28 +219,16 @@ private slots:
         QVERIFY(contents(fileName).startsWith("%PDF-"));
     }
 
-    void aPdfOnAFullDisk()
+    void titlesFromStrangers()
     {
-        const QString fileName = m_dir.filePath(u"pieno.pdf"_s);
-        PdfSurface surface(fileName, {});
-        m_print.setSurface(&surface);
-        m_print.PrintText(1, 1, 0, u"x"_s);
-        const DiskLimit limit(500);
-        zelto::test::verifyDiskIsFull([&] { surface.commit(); });
-        QVERIFY(!QFile::exists(fileName));
-    }
-
-    void aPdfThatCannotBeCreated()
-    {
-        const QString fileName = m_dir.filePath(u"manca/tabelle.pdf"_s);
-        try {
-            const PdfSurface surface(fileName, {});
-            QFAIL("a file in no folder");
-        } catch (const PrintError& error) {
-            QCOMPARE(error.number(), PrintErrorNumber::PathAccess);
-            QVERIFY(error.description().startsWith(
-                u"Impossibile creare il file «%1»: "_s.arg(fileName)));
-        }
+        const QString title = QString(u"a\u0001\u009F\uFFFFb"_s) + QChar(0xD800);
+        QXmlStreamReader metadata(pdfMetadata({.title = title, .author = title}, {}));
+        QStringList texts;
+        while (!metadata.atEnd())
+            if (metadata.readNext() == QXmlStreamReader::Characters && !metadata.isWhitespace())
+                texts << metadata.text().toString();
+        QVERIFY2(!metadata.hasError(), qPrintable(metadata.errorString()));
+        QCOMPARE(texts.filter(u"a   b"_s).size(), 2);
     }
 };
 

@@ -5,6 +5,7 @@
 #include "reports/print_sequence.h"
 #include "reports/table_export.h"
 #include "support/building.h"
+#include "support/disk_limit.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -80,11 +81,32 @@ private slots:
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniRiparto()).empty());
     }
 
+    /// Whatever of the workbook's parts does not fit: it is whole or not there.
+    void aFullDisk()
+    {
+        const ModelloLavoro modello =
+            zelto::test::building(std::vector(300, zelto::test::UnitData{.size = 1.5F}));
+        const auto tables = tabelleScelte(modello, OpzioniCalcolo());
+        const QString path = m_folder.filePath(u"pieno.xlsx"_s);
+        writeWorkbook(path, tables, {});
+        const qint64 whole = QFileInfo(path).size();
+        for (rlim_t limit = 1'000; limit < 400'000; limit += 7'000) {
+            QFile::remove(path);
+            try {
+                const zelto::test::DiskLimit full(limit);
+                writeWorkbook(path, tables, {});
+            } catch (const zelto::print::PrintError& error) {
+                QVERIFY2(error.description().contains(path + u"»: "_s), error.what());
+                QVERIFY(!QFile::exists(path));
+                continue;
+            }
+            QVERIFY(std::abs(QFileInfo(path).size() - whole) < 10);
+        }
+    }
+
     void placesThatCannotBeWritten()
     {
         const auto tables = tabelleScelte(job(), OpzioniCalcolo());
-        const QString nowhere = m_folder.filePath(u"manca/tabelle.xlsx"_s);
-        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeWorkbook(nowhere, tables, {}));
         QFile file(m_folder.filePath(u"file"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
         QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
@@ -92,10 +114,16 @@ private slots:
         // One file that cannot be replaced keeps the others as they are.
         const QString folder = m_folder.filePath(u"metà"_s);
         QVERIFY(QDir().mkpath(folder + u"/Scale.csv"_s));
-        QVERIFY_THROWS_EXCEPTION(
-            zelto::print::PrintError,
-            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo())));
+        const auto writeBoth = [&] {
+            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo()));
+        };
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
         QVERIFY(!QFile::exists(folder + u"/Millesimi generali.csv"_s));
+        writeCsv(folder, tables);
+        QVERIFY(QFile::rename(folder + u"/Millesimi generali.csv"_s, folder + u"/prima"_s));
+        QVERIFY(QFile::link(folder + u"/prima"_s, folder + u"/Millesimi generali.csv"_s));
+        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
+        QVERIFY(QFileInfo(folder + u"/Millesimi generali.csv"_s).isSymLink());
     }
 };
 

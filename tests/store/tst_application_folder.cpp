@@ -44,6 +44,7 @@ void TestApplicationFolder::folders_data()
     QTest::newRow("portable") << u"bin"_s << 0777 << u"bin"_s;
     QTest::newRow("protected") << u"bin"_s << 0555 << u"home/zelto"_s;
     QTest::newRow("of the system") << u"/usr/bin"_s << 0777 << u"home/zelto"_s;
+    QTest::newRow("no folder of the user's") << u"bin"_s << 0500 << u"run/zelto"_s;
 }
 
 void TestApplicationFolder::folders()
@@ -53,7 +54,16 @@ void TestApplicationFolder::folders()
     QFETCH(QString, folder);
     const JobFolder prefix;
     install(prefix);
-    ::chmod(QFile::encodeName(prefix.file(u"."_s)).constData(), 0777);
+    // With the last row even the user's folder cannot be made.
+    const bool writable = rights != 0500;
+    QVERIFY(QDir().mkdir(prefix.file(u"run"_s)));
+    const QByteArray session = QFile::encodeName(prefix.file(u"run"_s));
+    qputenv("XDG_RUNTIME_DIR", session);
+    ::chmod(session.constData(), 0700);
+    if (::geteuid() == 0)
+        QCOMPARE(::chown(session.constData(), PlainUser::Nobody, PlainUser::Nobody), 0);
+    ::chmod(QFile::encodeName(prefix.file(u"."_s)).constData(), writable ? 0777 : 0555);
+    ::chmod(QFile::encodeName(prefix.file(u"share/zelto/Zelto.mdb"_s)).constData(), 0444);
     ::chmod(QFile::encodeName(prefix.file(u"bin"_s)).constData(), static_cast<mode_t>(rights));
     const PlainUser plain;
     const ApplicationFolder chosen(QDir(prefix.file(u"."_s)).filePath(program),
@@ -68,13 +78,20 @@ void TestApplicationFolder::masterIsProvided()
     const JobFolder prefix;
     install(prefix);
     const QString delivered = prefix.file(u"share/zelto/Zelto.mdb"_s);
-    const ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
+    ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
     folder.provideMaster();
     QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
     // What the user did to his own stays until a newer one is delivered.
-    writeBytes(folder.masterPath(), "mine");
+    RawFile(folder.masterPath()).run("UPDATE Coefficenti SET Descrizione = 'mia'");
+    const QByteArray mine = bytesOf(folder.masterPath());
     folder.provideMaster();
-    QCOMPARE(bytesOf(folder.masterPath()), "mine");
+    QCOMPARE(bytesOf(folder.masterPath()), mine);
+    QCOMPARE(folder.remarks(), QString());
+    writeBytes(folder.masterPath(), "damaged");
+    folder.provideMaster();
+    QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
+    QCOMPARE(bytesOf(prefix.file(u"bin/Zelto.mdb.DAN"_s)), "damaged");
+    QVERIFY(folder.remarks().contains(u"Zelto.mdb.DAN"));
     QFile newer(delivered);
     QVERIFY(newer.open(QIODevice::ReadWrite));
     QVERIFY(newer.setFileTime(QDateTime::currentDateTime().addSecs(60),
@@ -88,7 +105,7 @@ void TestApplicationFolder::masterOfAnotherFolder()
 {
     const JobFolder prefix;
     QVERIFY(QDir().mkpath(prefix.file(u"bin"_s)));
-    const ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
+    ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
     QCOMPARE(errorOf([&] { folder.provideMaster(); }), 3024);
     QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), folder.masterPath()));
     QCOMPARE(errorOf([&] { folder.provideMaster(); }), 0);

@@ -4,13 +4,12 @@
 #include "store/file_names.h"
 #include "store/file_operations.h"
 #include "store/new_file.h"
+#include "store/passing_folder.h"
 #include "store_fixture.h"
 
 #include <QDir>
 #include <QTest>
 
-#include <array>
-#include <fcntl.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -186,20 +185,30 @@ void TestFileOperations::copies()
     QCOMPARE(folder.names().size(), 4);
 }
 
-/// Of a program that was killed; another that is still running keeps what it has.
+/// Of a program that was killed: what only looks like that stays, and what is in use.
 void TestFileOperations::leftovers()
 {
     const JobFolder folder;
-    for (const QString& name : {u".zelto-abc123"_s, u".zelto-def456"_s, u".zelto-longer1"_s})
+    const JobFolder elsewhere;
+    const PassingFolder inUse(elsewhere.file(u"."_s));
+    const QString proof = QFileInfo(inUse.path()).fileName();
+    const auto plant = [&](const QString& name, const QString& proofName) {
         QVERIFY(QDir().mkdir(folder.file(name)));
-    const timespec longAgo{.tv_sec = 1'000'000, .tv_nsec = 0};
-    const std::array times{longAgo, longAgo};
-    for (const QString& name : {u".zelto-abc123"_s, u".zelto-longer1"_s})
-        QCOMPARE(::utimensat(AT_FDCWD, QFile::encodeName(folder.file(name)).constData(),
-                             times.data(), 0),
-                 0);
-    createJobFile(folder.file(u"A.ZLT"_s));
-    QCOMPARE(folder.names(), QStringList({u".zelto-def456"_s, u".zelto-longer1"_s, u"A.ZLT"_s}));
+        QVERIFY(QFile::copy(inUse.filePath(proof), folder.file(name + u'/' + proofName)));
+        writeBytes(folder.file(name + u"/A.ZLT"_s), "x");
+    };
+    plant(u".zelto-abc123"_s, u".zelto-abc123"_s);
+    plant(u".zelto-copied"_s, u".zelto-abc123"_s);
+    plant(u".zelto-backup"_s, u"altro"_s);
+    plant(u".zelto-longer1"_s, u".zelto-longer1"_s);
+    QVERIFY(QFile::link(folder.file(u".zelto-longer1"_s), folder.file(u".zelto-linked"_s)));
+    const PassingFolder running(folder.file(u"."_s));
+    createJobFile(folder.file(u"B.ZLT"_s));
+    QStringList names = folder.names();
+    QVERIFY(names.removeOne(QFileInfo(running.path()).fileName()));
+    QCOMPARE(names, (QStringList{u".zelto-backup"_s, u".zelto-copied"_s, u".zelto-linked"_s,
+                                 u".zelto-longer1"_s, u"B.ZLT"_s}));
+    QCOMPARE(bytesOf(folder.file(u".zelto-backup/A.ZLT"_s)), "x");
 }
 
 void TestFileOperations::deletionTakesEngineFiles()
@@ -231,6 +240,15 @@ void TestFileOperations::plainRenames()
     QCOMPARE(bytesOf(folder.file(u"LAVORO.ZLT"_s)), before);
     createJobFile(folder.file(u"B.ZLT"_s));
     QCOMPARE(Database::open(folder.file(u"B.ZLT"_s)).openTable(TabellaVani).RecordCount(), 1);
+
+    std::vector<std::unique_ptr<NewFile>> files;
+    for (const QString& name : {u"LAVORO.ZLT"_s, u"C.ZLT"_s, u"folder"_s}) {
+        files.push_back(std::make_unique<NewFile>(folder.file(name)));
+        writeBytes(files.back()->path(), "new");
+    }
+    QCOMPARE(errorOf([&] { NewFile::replaceAll(files); }), 3051);
+    QCOMPARE(bytesOf(folder.file(u"LAVORO.ZLT"_s)), before);
+    QVERIFY(!QFile::exists(folder.file(u"C.ZLT"_s)));
 }
 
 QTEST_GUILESS_MAIN(TestFileOperations)

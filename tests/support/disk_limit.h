@@ -2,12 +2,12 @@
 #pragma once
 
 #include "print/print_error.h"
+#include "text/system_reason.h"
 
 #include <QTest>
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <sys/resource.h>
 
 namespace zelto::test {
@@ -44,7 +44,8 @@ void verifyDiskIsFull(Action&& action)
         action();
         QFAIL("written to a full disk");
     } catch (const print::PrintError& error) {
-        QVERIFY(error.description().contains(QString::fromLocal8Bit(std::strerror(EFBIG))));
+        QVERIFY(error.description().contains(text::systemReason(EFBIG)));
+        QVERIFY(!error.description().contains(QStringLiteral(".zelto-")));
     }
 }
 

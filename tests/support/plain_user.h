@@ -24,8 +24,9 @@ public:
     PlainUser(const PlainUser&) = delete;
     PlainUser& operator=(const PlainUser&) = delete;
 
-private:
     static constexpr uid_t Nobody = 65534;
+
+private:
     bool m_changed;
 };
 

@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include <malloc.h>
+
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
 using zelto::test::PrintOffice;
@@ -73,6 +75,21 @@ private slots:
     {
         m_preview.reset();
         QVERIFY(m_office->pageFiles().isEmpty());
+    }
+
+    /// Nor in memory; an icon made anew for each left 12 kB in a cache.
+    void nothingIsLeftBehind()
+    {
+        const auto used = [this] {
+            for (int i = 0; i < 20; ++i) {
+                open(1);
+                m_preview.reset();
+            }
+            return static_cast<qint64>(::mallinfo2().uordblks);
+        };
+        (void)used();
+        const qint64 before = used();
+        QVERIFY(used() - before < 60'000);
     }
 
     void turningPages()

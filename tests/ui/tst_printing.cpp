@@ -208,7 +208,7 @@ private slots:
         context.outputFolder = m_office->path(u"manca"_s);
         Millesimi failing(context);
         failing.stampa();
-        QVERIFY(m_office->user.said().contains(u"report: Impossibile creare il file"));
+        QVERIFY(m_office->user.said().contains(u"report: La cartella «"));
         Millesimi screen(m_office->context());
         screen.findChild<QCheckBox*>(u"Sezione2"_s)->setChecked(false);
         screen.stampa();

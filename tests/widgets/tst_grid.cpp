@@ -372,6 +372,16 @@ private slots:
         restoreColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s);
         QCOMPARE(desk.grid.columnWidth(1), qRound(3000.0 * desk.grid.logicalDpiX() / 1440));
         QCOMPARE(desk.grid.columnWidth(0), before);
+        const auto restored = [&](const QString& value) {
+            settings.ScriviIni(u"Prova"_s, u"Colonna1"_s, value);
+            restoreColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s);
+            return qRound(desk.grid.columnWidth(0) * 1440.0 / desk.grid.logicalDpiX());
+        };
+        QVERIFY(restored(u"2000000000"_s) <= 28'800);
+        const int largest = desk.grid.columnWidth(0);
+        QVERIFY(restored(u"largo"_s) > 0);
+        QCOMPARE(desk.grid.columnWidth(0), largest);
+        QVERIFY(restored(u"-2000000000"_s) > 0);
         desk.grid.setWidthInTwips(1, 30);
         saveColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s, 50);
         QCOMPARE(settings.LeggiIni(u"Prova"_s, u"Colonna1"_s), u"50"_s);

@@ -4,6 +4,7 @@
 #include "print/picture_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
+#include "print/ui/icons.h"
 #include "print/ui/page_navigator.h"
 #include "print/ui/page_view.h"
 #include "print/ui/pdf_pages_dialog.h"
@@ -11,7 +12,6 @@
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
@@ -32,8 +32,7 @@ QCursor lens(const QString& name)
 {
     constexpr int Size = 24;
     constexpr QPoint Centre(10, 10);
-    const QIcon icon(QStringLiteral(":/zelto/icons/%1.svg").arg(name));
-    return QCursor(icon.pixmap(Size), Centre.x(), Centre.y());
+    return QCursor(icon(name).pixmap(Size), Centre.x(), Centre.y());
 }
 
 /// Enter prints nothing by itself: a page was perhaps meant to be turned.

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/page_navigator.h"
 
+#include "print/ui/icons.h"
+
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
@@ -42,7 +43,7 @@ QToolButton* PageNavigator::addButton(const QString& name, const QString& iconNa
 {
     auto* button = new QToolButton(this);
     button->setObjectName(name);
-    button->setIcon(QIcon(QStringLiteral(":/zelto/icons/%1.svg").arg(iconName)));
+    button->setIcon(icon(iconName));
     button->setToolTip(hint);
     button->setAccessibleName(hint);
     button->setAutoRaise(true);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/print_output.h"
 
+#include "print/complete_file.h"
 #include "print/pdf_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
@@ -28,7 +29,7 @@ void drawOnPrinter(const PrintServices& services, const QString& title, const Dr
 void drawIntoPdf(const PrintServices& services, const QString& path, const PdfInfo& info,
                  const Drawing& drawing)
 {
-    PdfSurface surface(path, info, services.printers.pageLayout());
+    PdfSurface surface(chosenPath(path), info, services.printers.pageLayout());
     const DrawingTarget target(services.engine, surface);
     services.engine.setPageSize(services.printers.pageSize());
     drawing();

@@ -3,6 +3,7 @@
 
 #include "calc/calc_error.h"
 #include "calc/job_loader.h"
+#include "print/complete_file.h"
 #include "print/print_error.h"
 #include "print/ui/frm_preview.h"
 #include "reports/table_export.h"
@@ -214,7 +215,8 @@ void PrintScreen::writeTables(const QString& path)
     if (chosen.empty())
         throw calc::CalcError(
             QStringLiteral("Non c'è nessuna tabella da esportare tra quelle scelte."));
-    writeWorkbook(path, chosen, documentData().info);
+    print::makeOwnFolder(csvFolder(path));
+    writeWorkbook(print::chosenPath(path), chosen, documentData().info);
     writeCsv(csvFolder(path), chosen);
 }
 

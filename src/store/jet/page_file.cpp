@@ -2,6 +2,7 @@
 #include "store/jet/page_file.h"
 
 #include "store/database_error.h"
+#include "text/system_reason.h"
 
 #include <QFile>
 
@@ -120,7 +121,7 @@ PageFile::PageFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         throw DatabaseError(
             file.exists() ? ErrorNumber::CannotOpen : ErrorNumber::FileNotFound,
-            u"Impossibile aprire il file «%1» (%2)."_s.arg(path, file.errorString()));
+            u"Impossibile aprire il file «%1» (%2)."_s.arg(path, text::systemReason(file)));
     if (file.size() > LargestFile)
         throw DatabaseError(ErrorNumber::Damaged,
                             u"Il file «%1» è troppo grande per un lavoro."_s.arg(path));
