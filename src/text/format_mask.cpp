@@ -187,6 +187,26 @@ void NumberMask::formatReal(Real number, std::string& out) const
         writer.put('-');
 }
 
+template <typename Real>
+bool NumberMask::fitsReal(Real number) const
+{
+    if (!std::isfinite(number))
+        return false;
+    const std::size_t digits = std::max(roundDigits(std::abs(number), m_places).integerDigits,
+                                        static_cast<std::size_t>(m_minInteger));
+    return digits + (number < 0 ? 1 : 0) <= m_point;
+}
+
+bool NumberMask::fits(double number) const
+{
+    return fitsReal(number);
+}
+
+bool NumberMask::fits(float number) const
+{
+    return fitsReal(number);
+}
+
 void NumberMask::format(double number, std::string& out) const
 {
     formatReal(number, out);
