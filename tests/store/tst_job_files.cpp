@@ -37,6 +37,11 @@ const QString AskCompact =
     u"open: Selezionare Database da Compattare, 4108, "_s + BothFilters + u" in [%1]"_s;
 const QString AskRepair =
     u"open: Selezionare Database da Riparare, 12, "_s + BothFilters + u" in [%1]"_s;
+const QString AskName = u"choose: Quale file si deve creare?Crea «…/%1»|Crea «…/%2»"_s;
+const QString WindowsEdition =
+    u"message: Il file «~/JET.ZLT» è un archivio dell'edizione per Windows. Per farne un lavoro di "
+    "questa, aprirlo con «Apri ...» e scegliere «Converti ...»."_s;
+const QString InTrash = u"message: Il file «~/%1» è stato spostato nel cestino."_s;
 const QString Incompatible =
     u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s;
 const QString CloseWindows =
@@ -77,6 +82,7 @@ private slots:
     void lockedJob_data();
     void lockedJob();
     void readOnlyJob();
+    void otherWindow();
     void anotherProgramReplacesTheJob();
     void filesAreReopened();
 };
@@ -96,9 +102,13 @@ void TestJobFiles::conversations_data()
     const QString none;
     const QString inFolder = u"~"_s;
 
-    row("new", u"new"_s, false, {u"~/nuovo.x.y"_s},
+    row("new", u"new"_s, false, {u"~/nuovo.zlt"_s},
         {AskNew, busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))},
         u"~/nuovo.ZLT"_s);
+    row("new, dots", u"new"_s, false, {u"~/nuovo.x.y"_s},
+        {AskNew, AskName.arg(u"nuovo.x.y.ZLT"_s, u"nuovo.ZLT"_s),
+         busy(u"Creazione nuovo lavoro ~/nuovo.x.y.ZLT"_s, opened(u"nuovo.x.y.ZLT"_s))},
+        u"~/nuovo.x.y.ZLT"_s);
     row("new, cancelled", u"new"_s, false, {}, {AskNew}, none);
     row("new, name exists", u"new"_s, false, {u"~/a"_s}, {AskNew, u"report: 3204"_s}, none);
     row("new, no folder", u"new"_s, false, {u"~/none/x"_s},
@@ -110,27 +120,40 @@ void TestJobFiles::conversations_data()
     row("open, other format", u"open"_s, true, {u"~/OLD.ZLT"_s}, {AskOpen, u"job"_s, Incompatible},
         none);
 
-    row("duplicate open job", u"duplicate"_s, true, {u"~/copia"_s},
+    row("duplicate, name as told", u"duplicate"_s, true, {u"~/COPIA"_s},
         {AskTarget.arg(inFolder), u"job"_s,
          busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
         u"~/COPIA.ZLT"_s);
-    row("duplicate chosen job", u"duplicate"_s, false, {u"~/b.zlt"_s, u"~/copia.zlt"_s},
-        {AskSource, AskTarget.arg(QString()),
-         busy(u"Duplicazione ~/B.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
-        u"~/COPIA.ZLT"_s);
+    row("duplicate chosen job", u"duplicate"_s, false, {u"~/b.zlt"_s, u"~/Scala.1"_s},
+        {AskSource, AskTarget.arg(QString()), AskName.arg(u"Scala.1.ZLT"_s, u"SCA.ZLT"_s),
+         busy(u"Duplicazione ~/B.ZLT su ~/Scala.1.ZLT"_s, opened(u"Scala.1.ZLT"_s))},
+        u"~/Scala.1.ZLT"_s);
+    row("duplicate, Windows edition", u"duplicate"_s, false, {u"~/JET.ZLT"_s},
+        {AskSource, WindowsEdition}, none);
     row("duplicate, no source", u"duplicate"_s, false, {}, {AskSource}, none);
     row("duplicate, no target", u"duplicate"_s, true, {}, {AskTarget.arg(inFolder)}, a);
     row("duplicate, no database", u"duplicate"_s, false, {u"~/TEXT.ZLT"_s},
         {AskSource, u"report: 3343"_s}, none);
-    row("duplicate, name exists", u"duplicate"_s, true, {u"~/b"_s},
+    row("duplicate, name exists", u"duplicate"_s, true, {u"~/B"_s},
         {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
     row("duplicate onto itself", u"duplicate"_s, true, {u"~/A.ZLT"_s},
         {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
 
-    const QString confirm = u"ask: Confermi cancellazione del file ''~/%1''?"_s;
-    row("delete other", u"delete"_s, true, {u"~/b.zlt"_s}, {AskDelete, confirm.arg(u"B.ZLT"_s)}, a);
+    const QString confirm = u"confirm: Confermi cancellazione del file ''~/%1''?"_s;
+    row("delete other", u"delete"_s, true, {u"~/b.zlt"_s},
+        {AskDelete, confirm.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)}, a);
     row("delete open job", u"delete"_s, true, {u"~/a.zlt"_s},
-        {AskDelete, confirm.arg(u"A.ZLT"_s), u"job"_s}, none);
+        {AskDelete, confirm.arg(u"A.ZLT"_s),
+         u"confirm: Del lavoro «~/A.ZLT» restano 1 copie di sicurezza, che contengono anch'esse i "
+         "nomi e i dati del condominio.\n\nCancellare anche quelle?"_s,
+         u"job"_s, InTrash.arg(u"A.ZLT"_s)},
+        none);
+    row("delete, no copy possible", u"delete"_s, true, {u"~/text.zlt"_s},
+        {AskDelete, confirm.arg(u"TEXT.ZLT"_s),
+         u"confirm: Del file non si può conservare una copia di sicurezza.\n\nIl file «~/TEXT.ZLT» "
+         "non è un database riconosciuto.\n\nEliminarlo ugualmente?"_s,
+         InTrash.arg(u"TEXT.ZLT"_s)},
+        a);
     row("delete, no job", u"delete"_s, true, {u"~/a.bak"_s},
         {AskDelete, u"message: Il file selezionato non è un database ZELTO"_s}, a);
     row("delete, cancelled", u"delete"_s, true, {}, {AskDelete}, a);
@@ -144,8 +167,14 @@ void TestJobFiles::conversations_data()
         {AskCompact.arg(QString()), busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s),
          u"report: 3343"_s},
         none);
+    row("compact, Windows edition", u"compact"_s, true, {u"~/JET.ZLT"_s},
+        {AskCompact.arg(inFolder), WindowsEdition}, a);
+    row("repair, Windows edition", u"repair"_s, true, {u"~/JET.ZLT"_s},
+        {AskRepair.arg(inFolder), WindowsEdition}, a);
     row("repair open job", u"repair"_s, true, {u"~/a.zlt"_s},
-        {AskRepair.arg(inFolder), u"status: Riparazione database - ~/A.ZLT"_s, u"status"_s}, a);
+        {AskRepair.arg(inFolder), u"status: Riparazione database - ~/A.ZLT"_s, u"status"_s,
+         u"message: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s},
+        a);
     row("repair, beyond repair", u"repair"_s, true, {u"~/text.zlt"_s},
         {AskRepair.arg(inFolder), u"status: Riparazione database - ~/TEXT.ZLT"_s, u"status"_s,
          u"report: 3049"_s},
@@ -164,6 +193,7 @@ void TestJobFiles::conversations()
     QFETCH(QStringList, answers);
     QFETCH(QStringList, said);
     JobDesk desk;
+    QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), desk.path(u"JET.ZLT"_s)));
     if (jobOpen)
         desk.open(u"A.ZLT"_s);
     desk.user.files = answers;
@@ -336,17 +366,16 @@ void TestJobFiles::duplicateTakesCompanions()
     JobDesk desk;
     const QString a = desk.path(u"A.ZLT"_s);
     RawFile(a).run("UPDATE ZELTO SET Utente='Rossi'");
-    for (const char16_t* name : {u"a.bak", u"A.html", u"A.jpeg", u"AB.TXT", u"A.ZLT-journal"})
+    for (const char16_t* name : {u"a.bak", u"A.html", u"AB.TXT", u"A.ZLT-journal"})
         writeBytes(desk.path(QString::fromUtf16(name)), QString::fromUtf16(name).toUtf8());
-    desk.user.files = QStringList{u"~/A.ZLT"_s, u"~/Nuovo.zlt"_s};
+    desk.user.files = QStringList{u"~/A.ZLT"_s, u"~/NUOVO"_s};
     desk.jobs.DuplicaLavoro();
     QCOMPARE(desk.openJob(), u"~/NUOVO.ZLT"_s);
     QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaZelto).text(1), u"Rossi"_s);
     QCOMPARE(desk.folder.names().filter(u"NUOVO"_s),
-             QStringList({u"NUOVO"_s, u"NUOVO.BAK"_s, u"NUOVO.JPEG"_s, u"NUOVO.ZLT"_s}));
-    QCOMPARE(bytesOf(desk.path(u"NUOVO.BAK"_s)), "a.bak");
-    QCOMPARE(bytesOf(desk.path(u"NUOVO"_s)), "A.html");
-    QCOMPARE(bytesOf(desk.path(u"NUOVO.JPEG"_s)), "A.jpeg");
+             QStringList({u"NUOVO.bak"_s, u"NUOVO.html"_s, u"NUOVO.ZLT"_s}));
+    QCOMPARE(bytesOf(desk.path(u"NUOVO.bak"_s)), "a.bak");
+    QCOMPARE(bytesOf(desk.path(u"NUOVO.html"_s)), "A.html");
 }
 
 void TestJobFiles::newJobIsWhole()
@@ -361,9 +390,16 @@ void TestJobFiles::newJobIsWhole()
     QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
 
     QVERIFY(QDir().mkdir(desk.path(u"v.2"_s)));
-    desk.user.files = QStringList{u"~/v.2/lavoro"_s};
+    for (const int choice : {1, 0}) {
+        desk.user.choice = choice;
+        desk.user.files = QStringList{u"~/v.2/lavoro"_s};
+        desk.jobs.NuovoLavoro();
+        QCOMPARE(desk.jobs.JobPath(), desk.path(choice == 1 ? u"v.ZLT"_s : u"v.2/lavoro.ZLT"_s));
+    }
+    desk.user.choice.reset();
+    desk.user.files = QStringList{u"~/v.2/altro"_s};
     desk.jobs.NuovoLavoro();
-    QCOMPARE(desk.openJob(), u"~/v.ZLT"_s);
+    QCOMPARE(desk.jobs.JobPath(), desk.path(u"v.2/lavoro.ZLT"_s));
 }
 
 void TestJobFiles::nothingHalfMade_data()
@@ -437,12 +473,46 @@ void TestJobFiles::readOnlyJob()
     ::chmod(QFile::encodeName(desk.path(u"B.ZLT"_s)).constData(), 0444);
     ::chmod(QFile::encodeName(desk.path(u"EARLIER.ZLT"_s)).constData(), 0444);
     const PlainUser plain;
-    desk.open(u"B.ZLT"_s);
+    desk.jobs.openGiven(desk.path(u"B.ZLT"_s));
+    QVERIFY(desk.user.said().endsWith(u"è di sola lettura: si può consultare e stampare, ma non "
+                                      "modificare."_s));
     QCOMPARE(desk.openJob(), u"~/B.ZLT"_s);
     QCOMPARE(errorOf([&] { desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s); }), 3027);
     // It cannot be completed, so it does not stay open either.
     QCOMPARE(errorOf([&] { desk.jobs.openGiven(desk.path(u"EARLIER.ZLT"_s)); }), 3027);
     QCOMPARE(desk.openJob(), QString());
+}
+
+/// A job that two windows have open: each operation that would take it away asks first.
+void TestJobFiles::otherWindow()
+{
+    JobDesk desk;
+    ScriptedUser otherUser{desk.path(QString())};
+    RecentJobs otherRecent;
+    OpenJob other(otherUser, otherRecent);
+    other.open(desk.path(u"A.ZLT"_s));
+    QVERIFY(!other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+    desk.jobs.openGiven(desk.path(u"A.ZLT"_s));
+    QVERIFY(desk.user.said().endsWith(u"solo riaprendolo."_s));
+    QVERIFY(other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+
+    const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
+    desk.user.keeps = u"in un'altra finestra"_s;
+    for (const QString& operation : {u"delete"_s, u"compact"_s, u"repair"_s}) {
+        desk.user.files = QStringList{u"~/A.ZLT"_s};
+        operations().at(operation)(desk.jobs);
+        QVERIFY(desk.user.said().endsWith(u"Proseguire?"_s));
+        QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), before);
+        QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
+    }
+    other.close();
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    desk.jobs.CompattaArchivio();
+    QVERIFY(!desk.user.said().contains(u"Proseguire?"));
+    // It is another file by now, which the lock has followed.
+    QVERIFY(other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+    desk.jobs.chiudiLavoro();
+    QVERIFY(!other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
 }
 
 /// Whoever has the job open meanwhile finds out before anything of his goes to the wrong file.

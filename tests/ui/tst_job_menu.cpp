@@ -49,7 +49,13 @@ private slots:
         const QString remove = u"file: Selezionare Lavoro da Eliminare"_s;
         const QString compact = u"file: Selezionare Database da Compattare"_s;
         const QString repair = u"file: Selezionare Database da Riparare"_s;
-        const QString ask = u"\nquestion: Confermi cancellazione del file ''~/%1''?"_s;
+        const QString ask = u"\nconfirm: Confermi cancellazione del file ''~/%1''?"_s;
+
+        QString copies = u"\nconfirm: Del lavoro «~/A.ZLT» restano 1 copie di sicurezza, che "
+                         "contengono anch'esse i nomi e i dati del condominio.\n\nCancellare anche "
+                         "quelle?"_s;
+        const QString gone =
+            u"\nmessage: Il file «~/%1» è stato cancellato: non c'è un cestino che lo prenda."_s;
 
         add("new",
             {FileEntry::Nuovo, {u"~/nuovo"_s}, create, u"nuovo.ZLT"_s, u"A.ZLT B.ZLT nuovo.ZLT"_s});
@@ -63,17 +69,22 @@ private slots:
         add("open, no database",
             {FileEntry::Apri, {u"~/rotto.zlt"_s}, open + u"\nreport 3343"_s, {}, both});
         add("duplicate",
-            {FileEntry::Duplica, {u"~/c"_s}, copy, u"C.ZLT"_s, u"A.ZLT B.ZLT C.ZLT"_s});
+            {FileEntry::Duplica, {u"~/C"_s}, copy, u"C.ZLT"_s, u"A.ZLT B.ZLT C.ZLT"_s});
         add("duplicate, cancelled", {FileEntry::Duplica, {}, copy, u"A.ZLT"_s, both});
         add("duplicate, exists",
             {FileEntry::Duplica, {u"~/B.ZLT"_s}, copy + u"\nreport 3204"_s, u"A.ZLT"_s, both});
-        add("delete the open job",
-            {FileEntry::Elimina, {u"~/A.ZLT"_s}, remove + ask.arg(u"A.ZLT"), {}, u"B.ZLT"_s});
-        add("delete another job", {FileEntry::Elimina,
-                                   {u"~/B.ZLT"_s},
-                                   remove + ask.arg(u"B.ZLT"),
-                                   u"A.ZLT"_s,
-                                   u"A.ZLT"_s});
+        add("delete the open job", {FileEntry::Elimina,
+                                    {u"~/A.ZLT"_s},
+                                    remove + ask.arg(u"A.ZLT") + copies + gone.arg(u"A.ZLT"_s),
+                                    {},
+                                    u"B.ZLT"_s});
+        add("delete another job",
+            {FileEntry::Elimina,
+             {u"~/B.ZLT"_s},
+             remove + ask.arg(u"B.ZLT") + copies.replace(u"A.ZLT"_s, u"B.ZLT"_s) +
+                 gone.arg(u"B.ZLT"_s),
+             u"A.ZLT"_s,
+             u"A.ZLT"_s});
         add("delete, cancelled", {FileEntry::Elimina, {}, remove, u"A.ZLT"_s, both});
         add("compact the open job", {FileEntry::Compattamento,
                                      {u"~/A.ZLT"_s},
@@ -87,13 +98,17 @@ private slots:
                                      u"A.ZLT"_s,
                                      both});
         add("repair the open job",
-            {FileEntry::Riparazione, {u"~/A.ZLT"_s}, repair, u"A.ZLT"_s, both});
+            {FileEntry::Riparazione,
+             {u"~/A.ZLT"_s},
+             repair + u"\nmessage: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s,
+             u"A.ZLT"_s,
+             both});
         add("repair, cancelled", {FileEntry::Riparazione, {}, repair, u"A.ZLT"_s, both});
         add("restore a copy", {FileEntry::RipristinaCopia,
                                {u"~/c"_s},
                                u"copies: 2\nfile: Indicare il nome del lavoro ripristinato"_s,
-                               u"C.ZLT"_s,
-                               u"A.ZLT B.ZLT C.ZLT"_s});
+                               u"c.ZLT"_s,
+                               u"A.ZLT B.ZLT c.ZLT"_s});
         add("recent", {FileEntry{14}, {}, {}, u"B.ZLT"_s, both});
     }
     void operations()
