@@ -70,9 +70,9 @@ QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& r
     if (m_lastFolder.isEmpty())
         m_lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const auto dialog = makeFileDialog(parent, request, m_lastFolder);
-    if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty())
+    if (dialog->exec() != QDialog::Accepted || dialog->chosen().isEmpty())
         return {};
-    QString path = dialog->selectedFiles().constFirst();
+    QString path = dialog->chosen();
     m_lastFolder = QFileInfo(path).absolutePath();
     return path;
 }
