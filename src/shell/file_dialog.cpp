@@ -41,7 +41,8 @@ QString existing(const QStringList& folders)
 
 QString withoutQuotes(const QString& text)
 {
-    const bool quoted = text.size() > 2 && text.startsWith(u'"') && text.endsWith(u'"');
+    constexpr QChar Quote(0x22);
+    const bool quoted = text.size() > 2 && text.startsWith(Quote) && text.endsWith(Quote);
     return quoted ? text.sliced(1, text.size() - 2) : text;
 }
 

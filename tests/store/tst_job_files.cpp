@@ -83,6 +83,7 @@ private slots:
     void lockedJob();
     void readOnlyJob();
     void otherWindow();
+    void lockFolder();
     void anotherProgramReplacesTheJob();
     void filesAreReopened();
 };
@@ -513,6 +514,34 @@ void TestJobFiles::otherWindow()
     QVERIFY(other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
     desk.jobs.chiudiLavoro();
     QVERIFY(!other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+}
+
+/// One that somebody else prepared is left alone.
+void TestJobFiles::lockFolder()
+{
+    const JobFolder folder;
+    const QString job = folder.newJob();
+    for (const char16_t* name : {u"session", u"temp", u"other"})
+        QVERIFY(QDir().mkdir(folder.file(QString::fromUtf16(name))));
+    QVERIFY(QFile::link(folder.file(u"other"_s), folder.file(u"session/zelto"_s)));
+    const QByteArray session = qgetenv("XDG_RUNTIME_DIR");
+    const QByteArray temp = qgetenv("TMPDIR");
+    qputenv("XDG_RUNTIME_DIR", folder.file(u"session"_s).toUtf8());
+    qputenv("TMPDIR", folder.file(u"temp"_s).toUtf8());
+    {
+        const JobLock one(job);
+        QVERIFY(one.isAlone());
+        const JobLock other(job);
+        QVERIFY(!one.isAlone() && !other.isAlone());
+        QVERIFY(JobLock(folder.file(u"none.ZLT"_s)).isAlone());
+    }
+    qputenv("XDG_RUNTIME_DIR", session);
+    qputenv("TMPDIR", temp);
+    QVERIFY(QDir(folder.file(u"other"_s)).isEmpty());
+    const QFileInfoList locks =
+        QDir(folder.file(u"temp"_s)).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QCOMPARE(locks.size(), 1);
+    QCOMPARE(int(locks.first().permissions() & (QFile::ReadOther | QFile::ExeGroup)), 0);
 }
 
 /// Whoever has the job open meanwhile finds out before anything of his goes to the wrong file.
