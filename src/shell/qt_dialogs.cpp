@@ -7,6 +7,7 @@
 #include "shell/icons.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QPrintDialog>
@@ -61,6 +62,16 @@ void openOptions(const QPrintDialog& dialog)
          {QStringLiteral("pagesRadioButton"), QStringLiteral("pagesLineEdit")})
         if (auto* list = dialog.findChild<QWidget*>(name))
             list->hide();
+}
+
+/// Where it cannot be made, Qt 6.4 takes the working folder for the trash, and says it succeeded.
+bool hasHomeTrash()
+{
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    const QStringList parts{QStringLiteral("Trash/files"), QStringLiteral("Trash/info")};
+    return std::all_of(parts.begin(), parts.end(), [&](const QString& part) {
+        return data.mkpath(part) && QFileInfo(data.filePath(part)).isWritable();
+    });
 }
 
 } // namespace
@@ -132,7 +143,7 @@ std::optional<int> QtDialogs::choose(QWidget* parent, const QString& question,
 
 bool QtDialogs::moveToTrash(const QString& path)
 {
-    return QFile::moveToTrash(path);
+    return hasHomeTrash() && QFile::moveToTrash(path);
 }
 
 void QtDialogs::showMessage(QWidget* parent, const QString& text)

@@ -60,7 +60,8 @@ std::optional<QString> JobFiles::newJobPath(const QString& chosen, NameRule rule
 
 bool JobFiles::refusedAsWindowsJob(const QString& path)
 {
-    const bool refused = jet::isJetFile(path);
+    // The open job is none, and looking at it would drop the engine's locks.
+    const bool refused = !m_job.isAt(path) && jet::isJetFile(path);
     if (refused)
         m_window.showMessage(u"Il file «%1» è un archivio dell'edizione per Windows. Per farne un "
                              "lavoro di questa, aprirlo con «Apri ...» e scegliere "

@@ -97,9 +97,9 @@ bool JobFiles::copiesGoToo(const QString& path)
 {
     const qsizetype copies = m_copies.count(path);
     return copies > 0 &&
-           m_window.confirmLoss(u"Del lavoro «%1» restano %2 copie di sicurezza, che contengono "
-                                "anch'esse i nomi e i dati del condominio.\n\nCancellare anche "
-                                "quelle?"_s.arg(path, QString::number(copies)));
+           m_window.confirmLoss(u"Copie di sicurezza del lavoro «%1»: %2. Contengono anch'esse i "
+                                "nomi e i dati del condominio.\n\nCancellare anche quelle?"_s.arg(
+                                    path, QString::number(copies)));
 }
 
 /// Keeps a copy of what is about to go; false when that fails and the user would rather not go on.

@@ -167,6 +167,30 @@ private slots:
         QCOMPARE(dialog->chosen(), chosen.replace(u'~', folder.path()));
     }
 
+    /// In a home that has none yet, and where none can be made.
+    void trash()
+    {
+        const QTemporaryDir folder;
+        const QByteArray home = qgetenv("XDG_DATA_HOME");
+        const QString data = folder.filePath(u"home/dati"_s);
+        const QString job = folder.filePath(u"A.ZLT"_s);
+        const auto trashed = [&] {
+            QFile file(job);
+            const bool written = file.open(QIODevice::WriteOnly);
+            file.close();
+            return written && QtDialogs().moveToTrash(job);
+        };
+        qputenv("XDG_DATA_HOME", data.toUtf8());
+        QVERIFY(trashed());
+        QVERIFY(!QFile::exists(job) && QFile::exists(data + u"/Trash/files/A.ZLT"_s));
+        QVERIFY(trashed()); // a second one of the name
+        QCOMPARE(QDir(data + u"/Trash/files"_s).count(), 4U);
+        qputenv("XDG_DATA_HOME", "/dev/null/dati");
+        QVERIFY(!trashed());
+        QVERIFY(QFile::exists(job));
+        qputenv("XDG_DATA_HOME", home);
+    }
+
     /// What Return and Escape answer.
     void defaultAnswers()
     {

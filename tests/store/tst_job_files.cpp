@@ -145,8 +145,8 @@ void TestJobFiles::conversations_data()
         {AskDelete, confirm.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)}, a);
     row("delete open job", u"delete"_s, true, {u"~/a.zlt"_s},
         {AskDelete, confirm.arg(u"A.ZLT"_s),
-         u"confirm: Del lavoro «~/A.ZLT» restano 1 copie di sicurezza, che contengono anch'esse i "
-         "nomi e i dati del condominio.\n\nCancellare anche quelle?"_s,
+         u"confirm: Copie di sicurezza del lavoro «~/A.ZLT»: 1. Contengono anch'esse i nomi "
+         "e i dati del condominio.\n\nCancellare anche quelle?"_s,
          u"job"_s, InTrash.arg(u"A.ZLT"_s)},
         none);
     row("delete, no copy possible", u"delete"_s, true, {u"~/text.zlt"_s},

@@ -5,6 +5,7 @@
 #include "store/database_error.h"
 #include "store/main_window_services.h"
 
+#include <QFile>
 #include <QStringList>
 
 #include <utility>
@@ -20,7 +21,7 @@ public:
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
     bool saysYes = true;
-    QString keeps = QStringLiteral("copie di sicurezza"); ///< what is not to be lost, even so
+    QString keeps = QStringLiteral("Copie di sicurezza"); ///< what is not to be lost, even so
     std::optional<int> choice = 0;                        ///< which button is pressed
     bool hasTrash = true;
     bool converts = true;

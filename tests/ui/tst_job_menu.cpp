@@ -51,9 +51,9 @@ private slots:
         const QString repair = u"file: Selezionare Database da Riparare"_s;
         const QString ask = u"\nconfirm: Confermi cancellazione del file ''~/%1''?"_s;
 
-        QString copies = u"\nconfirm: Del lavoro «~/A.ZLT» restano 1 copie di sicurezza, che "
-                         "contengono anch'esse i nomi e i dati del condominio.\n\nCancellare anche "
-                         "quelle?"_s;
+        QString copies =
+            u"\nconfirm: Copie di sicurezza del lavoro «~/A.ZLT»: 1. Contengono anch'esse i nomi "
+            "e i dati del condominio.\n\nCancellare anche quelle?"_s;
         const QString gone =
             u"\nmessage: Il file «~/%1» è stato cancellato: non c'è un cestino che lo prenda."_s;
 
