@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every operation of the File menu, done, cancelled and failing, in the whole program.
+// Every operation of the File menu in the whole program, done and failing; tst_job_files has the
+// rest.
 #include "ui/window_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -59,20 +60,13 @@ private slots:
 
         add("new",
             {FileEntry::Nuovo, {u"~/nuovo"_s}, create, u"nuovo.ZLT"_s, u"A.ZLT B.ZLT nuovo.ZLT"_s});
-        add("new, cancelled", {FileEntry::Nuovo, {}, create, u"A.ZLT"_s, both});
         add("new, exists",
             {FileEntry::Nuovo, {u"~/B.ZLT"_s}, create + u"\nreport 3204"_s, u"A.ZLT"_s, both});
-        add("new, no such folder",
-            {FileEntry::Nuovo, {u"~/no/C"_s}, create + u"\nreport 3024"_s, u"A.ZLT"_s, both});
         add("open", {FileEntry::Apri, {u"~/B.ZLT"_s}, open, u"B.ZLT"_s, both});
-        add("open, cancelled", {FileEntry::Apri, {}, open, u"A.ZLT"_s, both});
         add("open, no database",
             {FileEntry::Apri, {u"~/rotto.zlt"_s}, open + u"\nreport 3343"_s, {}, both});
         add("duplicate",
             {FileEntry::Duplica, {u"~/C"_s}, copy, u"C.ZLT"_s, u"A.ZLT B.ZLT C.ZLT"_s});
-        add("duplicate, cancelled", {FileEntry::Duplica, {}, copy, u"A.ZLT"_s, both});
-        add("duplicate, exists",
-            {FileEntry::Duplica, {u"~/B.ZLT"_s}, copy + u"\nreport 3204"_s, u"A.ZLT"_s, both});
         add("delete the open job", {FileEntry::Elimina,
                                     {u"~/A.ZLT"_s},
                                     remove + ask.arg(u"A.ZLT") + copies + gone.arg(u"A.ZLT"_s),
@@ -85,13 +79,11 @@ private slots:
                  gone.arg(u"B.ZLT"_s),
              u"A.ZLT"_s,
              u"A.ZLT"_s});
-        add("delete, cancelled", {FileEntry::Elimina, {}, remove, u"A.ZLT"_s, both});
         add("compact the open job", {FileEntry::Compattamento,
                                      {u"~/A.ZLT"_s},
                                      compact,
                                      u"A.ZLT"_s,
                                      u"A.BAK A.ZLT B.ZLT"_s});
-        add("compact, cancelled", {FileEntry::Compattamento, {}, compact, u"A.ZLT"_s, both});
         add("compact, no database", {FileEntry::Compattamento,
                                      {u"~/rotto.zlt"_s},
                                      compact + u"\nreport 3343"_s,
@@ -103,7 +95,6 @@ private slots:
              repair + u"\nmessage: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s,
              u"A.ZLT"_s,
              both});
-        add("repair, cancelled", {FileEntry::Riparazione, {}, repair, u"A.ZLT"_s, both});
         add("restore a copy", {FileEntry::RipristinaCopia,
                                {u"~/c"_s},
                                u"copies: 2\nfile: Indicare il nome del lavoro ripristinato"_s,
