@@ -16,9 +16,9 @@ namespace zelto::shell {
 /// "Caption (*.EXT *.ext)", so that it also matches where patterns heed letter case.
 [[nodiscard]] QStringList nameFilters(const QString& filter);
 
-/// The toolkit's dialog, where a typed path counts as it stands, whatever is selected in the list
-/// and whatever characters it has. One in double quotes is meant without them, unless there is such
-/// a file.
+/// The toolkit's dialog, where a typed path counts as it stands, whatever characters it has. The
+/// toolkit takes a file that its list has not read yet for a folder, and text in double quotes for
+/// several names. Here a name in double quotes is meant without them, unless there is such a file.
 class FileDialog : public QFileDialog
 {
     Q_OBJECT
