@@ -23,8 +23,15 @@ bool areWhole(std::span<const Millesimi> shares)
     return std::accumulate(shares.begin(), shares.end(), Millesimi()) == Mille;
 }
 
-/// Parts of whole hundredths that add up to the amount. Whole numbers all the way: a share times
-/// the largest amount is below 2^63.
+/// The quotient rounded down and what remains, which is never negative.
+std::pair<std::int64_t, std::int64_t> floorDivision(std::int64_t number, std::int64_t divisor)
+{
+    const std::int64_t remainder = (number % divisor + divisor) % divisor;
+    return {(number - remainder) / divisor, remainder};
+}
+
+/// Parts of whole hundredths that add up to the amount. The shares may be of either sign; those
+/// that give parts within the limits have products far below 2^63.
 std::vector<double> quoteQuadrate(std::span<const Millesimi> shares, double importoCent)
 {
     const double sign = importoCent < 0 ? -1 : 1;
@@ -34,12 +41,12 @@ std::vector<double> quoteQuadrate(std::span<const Millesimi> shares, double impo
     std::vector<std::pair<std::int64_t, std::size_t>> remainders; // with the unit's place
     std::int64_t missing = importo;
     for (const Millesimi share : shares) {
-        const std::int64_t product = share.tenThousandths() * importo;
-        const std::int64_t part = product / whole;
-        remainders.emplace_back(product % whole, quote.size());
+        const auto [part, remainder] = floorDivision(share.tenThousandths() * importo, whole);
+        remainders.emplace_back(remainder, quote.size());
         quote.push_back(sign * static_cast<double>(part));
         missing -= part;
     }
+    // As many as one hundredth each can make good: every remainder is below a hundredth.
     std::stable_sort(remainders.begin(), remainders.end(),
                      [](const auto& a, const auto& b) { return a.first > b.first; });
     for (std::size_t i = 0; i < static_cast<std::size_t>(missing); ++i)
@@ -54,6 +61,17 @@ std::vector<double> quoteArrotondate(std::span<const Millesimi> shares, double i
     for (const Millesimi share : shares)
         quote.push_back(quotaCent(share, importoCent));
     return quote;
+}
+
+void requirePrintable(const ModelloLavoro& modello, std::span<const double> quote)
+{
+    for (std::size_t u = 0; u < quote.size(); ++u)
+        if (quote[u] > MaxQuotaCent || quote[u] < MinQuotaCent)
+            throw CalcError(
+                QStringLiteral("La quota dell'unità %1 (%2) non sta nella sua colonna (al massimo "
+                               "9 999 999,99, se negativa 999 999,99): ripartire l'importo in più "
+                               "parti.")
+                    .arg(QString::number(modello.unita[u].RifUI), modello.unita[u].Riferimento));
 }
 
 } // namespace
@@ -76,20 +94,16 @@ double quotaCent(Millesimi share, double importoCent)
 std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const Millesimi> shares,
                                  double importoCent, Arrotondamento arrotondamento)
 {
-    if (importoCent > MaxImportoCent || importoCent < MinImportoCent)
+    if (!(importoCent <= MaxImportoCent && importoCent >= MinImportoCent))
         throw CalcError(
             QStringLiteral("L'importo da ripartire ha troppe cifre: al massimo 999 999 999,99, "
                            "se negativo 99 999 999,99."));
-    const bool closes = arrotondamento == Arrotondamento::AQuadratura && areWhole(shares);
-    std::vector<double> quote =
-        closes ? quoteQuadrate(shares, importoCent) : quoteArrotondate(shares, importoCent);
-    for (std::size_t u = 0; u < quote.size(); ++u) {
-        if (quote[u] > MaxQuotaCent || quote[u] < MinQuotaCent)
-            throw CalcError(
-                QStringLiteral("La quota dell'unità %1 (%2) non sta nella sua colonna (al massimo "
-                               "9 999 999,99, se negativa 999 999,99): ripartire l'importo in più "
-                               "parti.")
-                    .arg(QString::number(modello.unita[u].RifUI), modello.unita[u].Riferimento));
+    // Before any arithmetic with whole numbers, which huge shares would overflow.
+    std::vector<double> quote = quoteArrotondate(shares, importoCent);
+    requirePrintable(modello, quote);
+    if (arrotondamento == Arrotondamento::AQuadratura && areWhole(shares)) {
+        quote = quoteQuadrate(shares, importoCent);
+        requirePrintable(modello, quote);
     }
     return quote;
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/share_rule.h"
 
+#include "text/format_mask.h"
+
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -8,7 +11,10 @@ namespace zelto::calc {
 
 namespace {
 
-/// The fixed-point value of a text with exactly three decimals, as the share masks write it.
+constexpr double LargestShare = 1e9;
+constexpr text::NumberMask Maschera{"##########0.000"};
+
+/// The fixed-point value of a text with exactly three decimals, as the mask writes it.
 Millesimi parseThreePlaces(const std::string& text)
 {
     std::int64_t thousandths = 0;
@@ -24,12 +30,12 @@ Millesimi parseThreePlaces(const std::string& text)
 
 } // namespace
 
-Millesimi QuotaMillesimale(double parte, double totale, const text::NumberMask& maschera)
+Millesimi QuotaMillesimale(double parte, double totale)
 {
     if (totale == 0)
         return {};
     std::string text;
-    maschera.format(parte / totale * 1000, text);
+    Maschera.format(std::clamp(parte / totale * 1000, -LargestShare, LargestShare), text);
     return parseThreePlaces(text);
 }
 
@@ -40,8 +46,7 @@ void Somma::add(double term)
     m_sum = sum;
 }
 
-std::vector<Millesimi> quoteChiuse(std::span<const double> basi, const Partecipanti& partecipanti,
-                                   const text::NumberMask& maschera)
+std::vector<Millesimi> quoteChiuse(std::span<const double> basi, const Partecipanti& partecipanti)
 {
     Somma totale;
     for (const std::size_t u : partecipanti)
@@ -51,7 +56,7 @@ std::vector<Millesimi> quoteChiuse(std::span<const double> basi, const Partecipa
     Millesimi somma;
     Millesimi* maggiore = nullptr;
     for (const std::size_t u : partecipanti) {
-        quote[u] = QuotaMillesimale(basi[u], totale.value(), maschera);
+        quote[u] = QuotaMillesimale(basi[u], totale.value());
         somma += quote[u];
         if (quote[u] > (maggiore != nullptr ? *maggiore : Millesimi{}))
             maggiore = &quote[u];

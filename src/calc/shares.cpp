@@ -34,7 +34,7 @@ std::vector<Millesimi> calcolaMillGen(const Consistenze& consistenze)
 {
     Partecipanti tutte(consistenze.CTUI.size());
     std::iota(tutte.begin(), tutte.end(), 0U);
-    return quoteChiuse(consistenze.CTUI, tutte, MascheraGenerale);
+    return quoteChiuse(consistenze.CTUI, tutte);
 }
 
 std::vector<Millesimi> calcolaMillTab(const ModelloLavoro& modello, const Consistenze& consistenze,

@@ -53,10 +53,12 @@ bool JobPrinter::print(const QString& lavoro)
         if (!modello)
             return false;
         checkShares(*modello);
+        // First of all: what is refused leaves nothing behind.
+        const std::vector<reports::TableReport> wanted = tables(*modello);
         printPages(*modello, lavoro);
-        exportTables(tables(*modello), documentInfo(*modello), lavoro);
+        exportTables(wanted, documentInfo(*modello), lavoro);
         if (m_options.mostra)
-            showTables(tables(*modello), lavoro);
+            showTables(wanted, lavoro);
         return true;
     } catch (const std::exception& error) {
         m_user.ReportError(error);
@@ -139,6 +141,8 @@ print::PdfInfo JobPrinter::documentInfo(const calc::ModelloLavoro& modello) cons
 
 std::vector<reports::TableReport> JobPrinter::tables(const calc::ModelloLavoro& modello) const
 {
+    if (!m_options.mostra && m_options.xlsx.isEmpty() && m_options.csv.isEmpty())
+        return {};
     if (m_options.riparto)
         return reports::tabelleScelte(modello, *m_options.riparto);
     return reports::tabelleScelte(modello, m_options.calcolo);

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Masks of the printed figures.
+// Masks of the printed figures, and the figures in them.
 #pragma once
 
+#include "calc/calc_error.h"
 #include "calc/millesimi.h"
+#include "calc/modello_lavoro.h"
 #include "text/format_mask.h"
 
 #include <QString>
@@ -22,9 +24,32 @@ inline const QString NonApplicabile = QStringLiteral(" ------     ");
 /// What every complete set of shares adds up to, as total rows print it.
 inline const QString TotaleMillesimi = QStringLiteral("1000.000");
 
-inline QString cifra(calc::Millesimi share)
+/// Whose figure is printed, for the message when it does not fit.
+struct Intestatario
 {
-    return MascheraMillesimi.format(share.toDouble());
+    const calc::UnitaImmobiliare& unita;
+    int vano = 0; ///< number of the room, 0 for the unit itself
+
+    [[nodiscard]] QString nome() const;
+};
+
+/// Throws CalcError, naming unit, column and figure, when the mask would cut the figure.
+void richiediIntera(const text::NumberMask& mask, double figure, QStringView column,
+                    const Intestatario& di);
+void richiediIntera(const text::NumberMask& mask, float figure, QStringView column,
+                    const Intestatario& di);
+
+/// The figure as it is printed. Throws like richiediIntera.
+template <typename Real>
+QString cifra(const text::NumberMask& mask, Real figure, QStringView column, const Intestatario& di)
+{
+    richiediIntera(mask, figure, column, di);
+    return mask.format(figure);
+}
+
+inline QString cifra(calc::Millesimi share, QStringView column, const Intestatario& di)
+{
+    return cifra(MascheraMillesimi, share.toDouble(), column, di);
 }
 
 } // namespace zelto::reports

@@ -17,6 +17,14 @@ void stampaPezziIniziali(const ReportContext& context, const SezioniStampa& sezi
         StampaRelazione(context);
 }
 
+/// Throws CalcError when a figure cannot be printed whole.
+void controllaCalcolo(const calc::ModelloLavoro& modello, const OpzioniCalcolo& opzioni)
+{
+    if (opzioni.dettaglio)
+        controllaProspetto(modello);
+    (void)tabelleScelte(modello, opzioni);
+}
+
 void stampaCalcolo(const ReportContext& context, const OpzioniCalcolo& opzioni)
 {
     context.user.SetStatus(QStringLiteral("Stampa prospetto dei calcoli"), true);
@@ -60,9 +68,13 @@ std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
     return {tabellaRiparto(modello, opzioni)};
 }
 
+// What is refused is so first of all, and leaves nothing on paper and in files.
+
 void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
                      const OpzioniCalcolo& opzioni)
 {
+    if (sezioni.calcolo)
+        controllaCalcolo(context.modello, opzioni);
     stampaPezziIniziali(context, sezioni);
     if (sezioni.calcolo)
         stampaCalcolo(context, opzioni);
@@ -71,7 +83,6 @@ void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
 void StampaRiparto(const ReportContext& context, const SezioniStampa& sezioni,
                    const OpzioniRiparto& opzioni)
 {
-    // First of all, so that an amount that is refused leaves nothing on paper.
     const TableReport tabella =
         sezioni.calcolo ? tabellaRiparto(context.modello, opzioni) : TableReport();
     stampaPezziIniziali(context, sezioni);

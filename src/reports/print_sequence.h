@@ -43,11 +43,12 @@ std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
 std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
                                        const OpzioniRiparto& opzioni);
 
-/// Cover page, technical report and calculation sections, with their text files.
+/// Cover page, technical report and calculation sections, with their text files. Throws CalcError,
+/// and then has drawn and written nothing, when a figure does not fit its column.
 void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
                      const OpzioniCalcolo& opzioni);
 
-/// Cover page, technical report and the allocation of an amount.
+/// Cover page, technical report and the allocation of an amount. Throws CalcError likewise.
 void StampaRiparto(const ReportContext& context, const SezioniStampa& sezioni,
                    const OpzioniRiparto& opzioni);
 

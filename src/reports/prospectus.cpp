@@ -16,6 +16,7 @@ using calc::UnitaImmobiliare;
 using calc::Vano;
 
 constexpr float RoomColumn = 8;
+constexpr QStringView Totale = u"TOTALE";
 
 /// A figure of a room: its heading, the column it ends at, its mask and its place in the model.
 struct RoomFigure
@@ -125,9 +126,20 @@ void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& uni
         output.writeLine(QStringList{unita.Riferimento} + fields);
     }
     page.nextRow();
-    page.left(94, QStringLiteral("TOTALE"));
+    page.left(94, Totale.toString());
     page.right(110, MascheraTotaleUnita.format(CTUI));
     page.rule();
+}
+
+void controllaUnita(const UnitaImmobiliare& unita, double CTUI)
+{
+    int r = 0;
+    for (const Vano& vano : unita.vani) {
+        ++r;
+        for (const RoomFigure& figure : RoomFigures)
+            richiediIntera(figure.mask, vano.*figure.value, figure.head, {unita, r});
+    }
+    richiediIntera(MascheraTotaleUnita, CTUI, Totale, {unita});
 }
 
 /// Whether the block of a unit, heading, total and rule included, still fits the page.
@@ -137,6 +149,13 @@ bool fits(const ReportPage& page, const UnitaImmobiliare& unita)
 }
 
 } // namespace
+
+void controllaProspetto(const calc::ModelloLavoro& modello)
+{
+    const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
+    for (std::size_t u = 0; u < modello.unita.size(); ++u)
+        controllaUnita(modello.unita[u], consistenze.CTUI[u]);
+}
 
 void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato)
 {

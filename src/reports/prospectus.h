@@ -14,4 +14,8 @@ enum class FormatoDettaglio {
 /// "consistenza.out", one line per room. A building without units prints nothing.
 void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato);
 
+/// Throws CalcError, naming unit, room and column, when a figure of the prospectus does not fit its
+/// column.
+void controllaProspetto(const calc::ModelloLavoro& modello);
+
 } // namespace zelto::reports

@@ -14,6 +14,8 @@ using calc::QuoteScala;
 using calc::UnitaImmobiliare;
 
 constexpr float TitleWidth = 120;
+constexpr qsizetype StaircaseFigures = 5;
+constexpr QStringView Millesimale = u"MILLESIMI";
 
 std::vector<TableColumn> shareColumns()
 {
@@ -35,9 +37,9 @@ std::vector<TableColumn> staircaseColumns()
             {.head = QStringLiteral("MILL.SCALA"), .position = 125, .decimals = 3}};
 }
 
-QString consistenza(double CTUI)
+QString consistenza(double CTUI, const UnitaImmobiliare& unita)
 {
-    return MascheraConsistenza.format(CTUI);
+    return cifra(MascheraConsistenza, CTUI, u"CONS.TOT.", {unita});
 }
 
 TableReport shareTable(const QString& name, const QString& title)
@@ -50,23 +52,27 @@ TableReport shareTable(const QString& name, const QString& title)
             .totals = {QString(), QString(), QString(), TotaleMillesimi}};
 }
 
-/// The figures of a unit of the staircase, in the order of the columns.
+/// The figures of a unit of the staircase, in the order of the columns. Throws CalcError when one
+/// does not fit its own.
 QStringList staircaseFigures(const UnitaImmobiliare& unita, double CTUI, const QuoteScala& quote,
                              std::size_t u)
 {
-    return {consistenza(CTUI), cifra(quote.MillProp[u]), MascheraConsistenza.format(unita.HPiano),
-            cifra(quote.MillPiano[u]), cifra(quote.MillScala[u])};
+    return {consistenza(CTUI, unita), cifra(quote.MillProp[u], u"MILL.PROP.", {unita}),
+            cifra(MascheraConsistenza, unita.HPiano, u"IND.H.P.", {unita}),
+            cifra(quote.MillPiano[u], u"MILL.PIANO", {unita}),
+            cifra(quote.MillScala[u], u"MILL.SCALA", {unita})};
 }
 
 QStringList staircaseCells(const UnitaImmobiliare& unita, double CTUI, const QuoteScala& quote,
                            std::size_t u)
 {
-    QStringList figures = staircaseFigures(unita, CTUI, quote, u);
+    const QStringList names{unita.Riferimento, unita.Livello};
     if (unita.CodScala != quote.codice)
-        figures.fill(NonApplicabile);
-    else if (unita.HPiano == 0)
+        return names + QStringList(StaircaseFigures, NonApplicabile);
+    QStringList figures = staircaseFigures(unita, CTUI, quote, u);
+    if (unita.HPiano == 0)
         figures[2] = figures[3] = NonApplicabile;
-    return QStringList{unita.Riferimento, unita.Livello} + figures;
+    return names + figures;
 }
 
 void writeStaircase(TextOutput& output, const ModelloLavoro& modello,
@@ -89,9 +95,12 @@ TableReport tabellaGenerale(const ModelloLavoro& modello)
     const std::vector<Millesimi> MillGen = calc::calcolaMillGen(consistenze);
     TableReport table = shareTable(QStringLiteral("Millesimi generali"),
                                    QStringLiteral("DETERMINAZIONE MILLESIMI GENERALI"));
-    for (std::size_t u = 0; u < modello.unita.size(); ++u)
-        table.rows.push_back({modello.unita[u].Riferimento, modello.unita[u].Livello,
-                              consistenza(consistenze.CTUI[u]), cifra(MillGen[u])});
+    for (std::size_t u = 0; u < modello.unita.size(); ++u) {
+        const UnitaImmobiliare& unita = modello.unita[u];
+        table.rows.push_back({unita.Riferimento, unita.Livello,
+                              consistenza(consistenze.CTUI[u], unita),
+                              cifra(MillGen[u], Millesimale, {unita})});
+    }
     return table;
 }
 
@@ -105,8 +114,8 @@ TableReport tabellaSpeciale(const ModelloLavoro& modello, int t)
         const UnitaImmobiliare& unita = modello.unita[u];
         const bool member = unita.isInTable(t);
         table.rows.push_back({unita.Riferimento, unita.Livello,
-                              member ? consistenza(consistenze.CTUI[u]) : NonApplicabile,
-                              member ? cifra(MillTab[u]) : NonApplicabile});
+                              member ? consistenza(consistenze.CTUI[u], unita) : NonApplicabile,
+                              member ? cifra(MillTab[u], Millesimale, {unita}) : NonApplicabile});
     }
     return table;
 }

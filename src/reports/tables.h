@@ -10,6 +10,8 @@
 
 namespace zelto::reports {
 
+// They throw CalcError when a figure does not fit its column.
+
 TableReport tabellaGenerale(const calc::ModelloLavoro& modello);
 
 /// Special table t, 1 to 10.

@@ -245,7 +245,7 @@ void Application::reportingErrors(const std::function<void()>& action)
 
 void Application::shutDown()
 {
-    m_recentJobs.save(m_settings);
+    m_recentJobs.save();
     m_settings.ScriviIni(QStringLiteral("Main"), QStringLiteral("Finestra"),
                          QString::fromLatin1(m_window.saveGeometry().toBase64()));
     m_jobFiles.chiudiLavoro();

@@ -19,7 +19,7 @@ namespace {
 
 QStringList cellsOf(const store::JobCopy& copy)
 {
-    return {copy.changed.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")),
+    return {copy.kept.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")),
             QLocale().formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat),
             copy.units ? QString::number(*copy.units) : QStringLiteral("illeggibile")};
 }

@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/file_dialog.h"
 
+#include "store/file_names.h"
+
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeView>
 
 namespace zelto::shell {
 
@@ -32,7 +39,85 @@ QString existing(const QStringList& folders)
     return QDir::homePath();
 }
 
+QString withoutQuotes(const QString& text)
+{
+    constexpr QChar Quote(0x22);
+    const bool quoted = text.size() > 2 && text.startsWith(Quote) && text.endsWith(Quote);
+    return quoted ? text.sliced(1, text.size() - 2) : text;
+}
+
+QString withHome(const QString& text)
+{
+    return text.startsWith(QStringLiteral("~/")) ? QDir::homePath() + text.sliced(1) : text;
+}
+
 } // namespace
+
+FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& folder)
+    : QFileDialog(parent, title, folder)
+{
+    constexpr QSize FirstSize(860, 520);
+    setOption(DontUseNativeDialog); // its parts are used below
+    resize(FirstSize);
+    m_name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    connect(m_name, &QLineEdit::textChanged, this, &FileDialog::enableAccepting);
+}
+
+void FileDialog::accept()
+{
+    m_chosen = typedFile();
+    if (!m_chosen.isEmpty()) {
+        QDialog::accept();
+        return;
+    }
+    QFileDialog::accept(); // enters a folder, or says what is wrong
+    if (result() == Accepted)
+        m_chosen = selectedFiles().value(0);
+}
+
+QString FileDialog::typedFile() const
+{
+    const QString text = m_name->text();
+    for (const QString& name : {text, withoutQuotes(text)}) {
+        QString path = directory().absoluteFilePath(withHome(name));
+        if (fileMode() == ExistingFile)
+            path = store::findFile(path);
+        if (!name.isEmpty() && QFileInfo::exists(path))
+            return QFileInfo(path).isDir() ? QString() : path;
+    }
+    const QString path = directory().absoluteFilePath(withHome(withoutQuotes(text)));
+    const bool isNew = fileMode() == AnyFile && !text.isEmpty() && !path.endsWith(u'/') &&
+                       QFileInfo(QFileInfo(path).absolutePath()).isDir();
+    return isNew ? QDir::cleanPath(path) : QString();
+}
+
+/// The toolkit takes what is between double quotes for several names.
+void FileDialog::enableAccepting()
+{
+    if (typedFile().isEmpty())
+        return;
+    const auto* const buttons = findChild<QDialogButtonBox*>();
+    for (QAbstractButton* button : buttons->buttons())
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
+            button->setEnabled(true);
+}
+
+void FileDialog::showEvent(QShowEvent* event)
+{
+    fitColumns();
+    QFileDialog::showEvent(event);
+}
+
+/// Size, kind and date as wide as they are, the name what remains.
+void FileDialog::fitColumns()
+{
+    constexpr int RowsLookedAt = 200;
+    auto* const header = findChild<QTreeView*>(QStringLiteral("treeView"))->header();
+    header->setStretchLastSection(false);
+    header->setResizeContentsPrecision(RowsLookedAt);
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(0, QHeaderView::Stretch);
+}
 
 QStringList nameFilters(const QString& filter)
 {
@@ -46,14 +131,14 @@ QStringList nameFilters(const QString& filter)
     return filters;
 }
 
-std::unique_ptr<QFileDialog> makeFileDialog(QWidget* parent, const FileDialogRequest& request,
-                                            const QString& fallbackFolder)
+std::unique_ptr<FileDialog> makeFileDialog(QWidget* parent, const FileDialogRequest& request,
+                                           const QString& fallbackFolder)
 {
     const bool mustExist =
         (request.flags & FileDialogRequest::FileMustExist) == FileDialogRequest::FileMustExist;
     const bool saves = request.kind == FileDialogRequest::Kind::Save && !mustExist;
     const QString folder = existing({request.initialFolder, fallbackFolder});
-    auto dialog = std::make_unique<QFileDialog>(parent, request.title, folder);
+    auto dialog = std::make_unique<FileDialog>(parent, request.title, folder);
     static ItalianTypes types;
     dialog->setIconProvider(&types);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);

@@ -27,7 +27,7 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(QStringLiteral("&File"), parent)
              QStringLiteral("Copia un lavoro con un altro nome e apre la copia"),
              QStringLiteral("duplica"));
     addEntry(FileEntry::Elimina, QStringLiteral("&Elimina ..."),
-             QStringLiteral("Cancella dal disco il file di un lavoro"), QStringLiteral("elimina"));
+             QStringLiteral("Mette nel cestino il file di un lavoro"), QStringLiteral("elimina"));
     addDash(7);
     addEntry(FileEntry::Compattamento, QStringLiteral("Compattamento archivio"),
              QStringLiteral("Libera lo spazio inutilizzato di un archivio; lo stato di prima resta "

@@ -65,9 +65,15 @@ QString JobFigures::describe(int unit)
     if (found == unita.end())
         return {};
     const auto place = static_cast<std::size_t>(std::distance(unita.begin(), found));
-    return QStringLiteral("Consistenza %1 - Millesimi %2")
-        .arg(reports::MascheraTotaleUnita.format(m_consistenze.CTUI[place]).trimmed(),
-             reports::cifra(m_millesimi[place]).trimmed());
+    const double CTUI = m_consistenze.CTUI[place];
+    try {
+        return QStringLiteral("Consistenza %1 - Millesimi %2")
+            .arg(reports::cifra(reports::MascheraTotaleUnita, CTUI, u"CONS.TOT.", {*found})
+                     .trimmed(),
+                 reports::cifra(m_millesimi[place], u"MILLESIMI", {*found}).trimmed());
+    } catch (const calc::CalcError& error) {
+        return error.description();
+    }
 }
 
 } // namespace zelto::shell

@@ -125,6 +125,21 @@ bool MainWindow::askYesNo(const QString& question)
     return m_dialogs.askYesNo(frontWindow(), question);
 }
 
+bool MainWindow::confirmLoss(const QString& question)
+{
+    return m_dialogs.confirmLoss(frontWindow(), question);
+}
+
+std::optional<int> MainWindow::choose(const QString& question, const QStringList& choices)
+{
+    return m_dialogs.choose(frontWindow(), question, choices);
+}
+
+bool MainWindow::moveToTrash(const QString& path)
+{
+    return m_dialogs.moveToTrash(path);
+}
+
 // Other windows get to paint themselves; what the user types or clicks waits for the end of the
 // operation, which it could disturb.
 

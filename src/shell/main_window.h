@@ -50,6 +50,9 @@ public:
                                              const QString& job) override;
     bool offerConversion(const QString& text) override;
     bool askYesNo(const QString& question) override;
+    bool confirmLoss(const QString& question) override;
+    std::optional<int> choose(const QString& question, const QStringList& choices) override;
+    bool moveToTrash(const QString& path) override;
     void BeginBusy() override;
     void EndBusy() override;
     void showJob(const QString& path) override;

@@ -7,6 +7,8 @@
 #include "shell/icons.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -20,12 +22,14 @@ namespace zelto::shell {
 namespace {
 
 QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const QString& text,
-                                QMessageBox::StandardButtons buttons)
+                                QMessageBox::StandardButtons buttons,
+                                QMessageBox::StandardButton byReturn = QMessageBox::NoButton)
 {
     QMessageBox box(icon, QStringLiteral("Zelto"), text, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     if (auto* yes = box.button(QMessageBox::Yes))
         yes->setText(QStringLiteral("&Sì"));
+    box.setDefaultButton(byReturn);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
@@ -60,6 +64,16 @@ void openOptions(const QPrintDialog& dialog)
             list->hide();
 }
 
+/// Where it cannot be made, Qt 6.4 takes the working folder for the trash, and says it succeeded.
+bool hasHomeTrash()
+{
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    const QStringList parts{QStringLiteral("Trash/files"), QStringLiteral("Trash/info")};
+    return std::all_of(parts.begin(), parts.end(), [&](const QString& part) {
+        return data.mkpath(part) && QFileInfo(data.filePath(part)).isWritable();
+    });
+}
+
 } // namespace
 
 QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& request)
@@ -67,9 +81,9 @@ QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& r
     if (m_lastFolder.isEmpty())
         m_lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const auto dialog = makeFileDialog(parent, request, m_lastFolder);
-    if (dialog->exec() != QDialog::Accepted || dialog->selectedFiles().isEmpty())
+    if (dialog->exec() != QDialog::Accepted || dialog->chosen().isEmpty())
         return {};
-    QString path = dialog->selectedFiles().constFirst();
+    QString path = dialog->chosen();
     m_lastFolder = QFileInfo(path).absolutePath();
     return path;
 }
@@ -95,8 +109,41 @@ bool QtDialogs::offerConversion(QWidget* parent, const QString& text)
 
 bool QtDialogs::askYesNo(QWidget* parent, const QString& question)
 {
-    return ask(parent, QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+    return ask(parent, QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No,
+               QMessageBox::Yes) == QMessageBox::Yes;
+}
+
+bool QtDialogs::confirmLoss(QWidget* parent, const QString& question)
+{
+    return ask(parent, QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No,
+               QMessageBox::No) == QMessageBox::Yes;
+}
+
+std::optional<int> QtDialogs::choose(QWidget* parent, const QString& question,
+                                     const QStringList& choices)
+{
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Zelto"), question, QMessageBox::NoButton,
+                    parent);
+    box.setTextFormat(Qt::PlainText);
+    QList<QAbstractButton*> buttons;
+    for (const QString& choice : choices) {
+        // An ampersand of a file's name is no key.
+        QString caption = choice;
+        auto* button =
+            box.addButton(caption.replace(u'&', QStringLiteral("&&")), QMessageBox::AcceptRole);
+        if (buttons.isEmpty())
+            box.setDefaultButton(button);
+        buttons << button;
+    }
+    box.setEscapeButton(box.addButton(QStringLiteral("A&nnulla"), QMessageBox::RejectRole));
+    box.exec();
+    const auto chosen = static_cast<int>(buttons.indexOf(box.clickedButton()));
+    return chosen < 0 ? std::nullopt : std::optional(chosen);
+}
+
+bool QtDialogs::moveToTrash(const QString& path)
+{
+    return hasHomeTrash() && QFile::moveToTrash(path);
 }
 
 void QtDialogs::showMessage(QWidget* parent, const QString& text)

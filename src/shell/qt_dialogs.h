@@ -16,9 +16,13 @@ public:
                                              const QString& job) override;
     bool offerConversion(QWidget* parent, const QString& text) override;
     bool askYesNo(QWidget* parent, const QString& question) override;
+    bool confirmLoss(QWidget* parent, const QString& question) override;
+    std::optional<int> choose(QWidget* parent, const QString& question,
+                              const QStringList& choices) override;
     void showMessage(QWidget* parent, const QString& text) override;
     void showError(QWidget* parent, const QString& text) override;
     void showAbout(QWidget* parent) override;
+    bool moveToTrash(const QString& path) override;
     void setUpPrinter(QWidget* parent, QPrinter& printer) override;
     std::optional<print::PageRange> choosePages(QWidget* parent, QPrinter& printer,
                                                 int pageCount) override;

@@ -68,8 +68,7 @@ DatabaseError notADatabase(QStringView description, const QString& path)
 
 DatabaseError damaged(const QString& path, const char* detail)
 {
-    return {ErrorNumber::Damaged,
-            u"Il file «%1» è danneggiato (%2)."_s.arg(path, QString::fromUtf8(detail))};
+    return damagedFile(path, QString::fromUtf8(detail));
 }
 
 /// Looks at the file's first bytes through the engine's own descriptor: closing another one would

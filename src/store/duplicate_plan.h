@@ -17,8 +17,9 @@ struct FileCopy
 };
 
 /// What duplicating a job copies: every file of the job's folder whose name is the job's but for
-/// the extension, the job last. The copies are named after the target and keep an extension of
-/// three letters; those whose names would fall together keep all that distinguishes them.
+/// the extension, unless it belongs to another job, the job last. The copies are named after the
+/// target, which ends in ".ZLT", and keep their extensions as they are. Throws FileExists when two
+/// of them would bear the same name.
 [[nodiscard]] std::vector<FileCopy> duplicatePlan(const QString& job, const QString& target);
 
 } // namespace zelto::store

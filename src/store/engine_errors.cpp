@@ -37,7 +37,6 @@ constexpr std::array FailureTexts{
                 u"Permessi insufficienti per aprire il file «%1»."},
     FailureText{SQLITE_NOTADB, ErrorNumber::NotADatabase,
                 u"Il file «%1» non è un database riconosciuto."},
-    FailureText{SQLITE_CORRUPT, ErrorNumber::Damaged, u"Il file «%1» è danneggiato."},
     FailureText{SQLITE_TOOBIG, ErrorNumber::TextTooLong,
                 u"Un testo del file «%1» supera la lunghezza massima."},
     FailureText{SQLITE_MISMATCH, ErrorNumber::BadValue,
@@ -81,6 +80,14 @@ DatabaseError constraintError(const SQLite::Exception& failure)
 
 } // namespace
 
+DatabaseError damagedFile(const QString& path, const QString& detail)
+{
+    return {ErrorNumber::Damaged,
+            u"Il file «%1» è danneggiato%2. Nel menu File, «Riparazione archivio» recupera ciò che "
+            "ancora vi si legge, «Ripristina copia ...» ne riapre uno stato precedente."_s.arg(
+                path, detail.isEmpty() ? QString() : u" (%1)"_s.arg(detail))};
+}
+
 DatabaseError translated(const SQLite::Exception& failure, const QString& path)
 {
     // Extended codes carry the plain code in their lowest byte.
@@ -91,6 +98,8 @@ DatabaseError translated(const SQLite::Exception& failure, const QString& path)
         return {ErrorNumber::ReadOnly,
                 u"Il file «%1» è stato spostato, sostituito o eliminato da un altro programma: "
                 "riaprire il lavoro prima di modificarlo."_s.arg(path)};
+    if (code == SQLITE_CORRUPT)
+        return damagedFile(path);
     for (const FailureText& text : FailureTexts)
         if (text.engineCode == code)
             return {text.number, text.description.toString().arg(targetPath(path))};

@@ -14,6 +14,9 @@ namespace zelto::store {
 /// The engine's failure on the file as an error with number and Italian description.
 [[nodiscard]] DatabaseError translated(const SQLite::Exception& failure, const QString& path);
 
+/// The error of a file that is not sound; it tells what the user can do about it.
+[[nodiscard]] DatabaseError damagedFile(const QString& path, const QString& detail = {});
+
 /// Runs the operation on the file; what the engine throws leaves it as DatabaseError.
 template <typename Operation>
 decltype(auto) onFile(const QString& path, Operation&& operation)

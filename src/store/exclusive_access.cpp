@@ -47,9 +47,7 @@ void checkWhole(Connection& database)
         return check.executeStep() ? check.getColumn(0).getString() : std::string();
     });
     if (result != "ok")
-        throw DatabaseError(ErrorNumber::Damaged,
-                            u"Il file «%1» è danneggiato (%2)."_s.arg(
-                                database.path, QString::fromStdString(result)));
+        throw damagedFile(database.path, QString::fromStdString(result));
 }
 
 } // namespace zelto::store

@@ -2,11 +2,14 @@
 #include "store/file_names.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
+#include <fcntl.h>
 #include <filesystem>
+#include <unistd.h>
 
 namespace zelto::store {
 
@@ -15,6 +18,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::array<QStringView, 3> EngineSuffixes{u"-journal", u"-wal", u"-shm"};
+
+QString byRule(const QString& chosen, NameRule rule, const QString& typed)
+{
+    if (rule == NameRule::AsTyped)
+        return typed;
+    if (rule == NameRule::UpToFirstDot)
+        return chosen.section(u'.', 0, 0) + JobExtension;
+    const QString path = withUpperCaseName(chosen);
+    const bool hasExtension = path.right(JobExtension.size()).contains(u'.');
+    return (hasExtension ? withoutExtension(path) : path) + JobExtension;
+}
+
+bool mayWrite(const QString& path)
+{
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+}
 
 } // namespace
 
@@ -63,6 +82,23 @@ QString withoutExtension(const QString& path)
 {
     constexpr qsizetype Extension = 4;
     return path.chopped(std::clamp<qsizetype>(nameOf(path).size() - 1, 0, Extension));
+}
+
+TargetName targetName(const QString& chosen, NameRule rule)
+{
+    const QString stem = hasJobExtension(chosen) ? chosen.chopped(JobExtension.size()) : chosen;
+    const QString typed = stem + JobExtension;
+    return {.byRule = byRule(chosen, rule, typed), .typed = typed};
+}
+
+bool hasJobExtension(const QString& path)
+{
+    return path.endsWith(JobExtension, Qt::CaseInsensitive);
+}
+
+bool isWritable(const QString& path)
+{
+    return mayWrite(path) && mayWrite(QFileInfo(realPath(path)).absolutePath());
 }
 
 bool isSameFile(const QString& one, const QString& other)

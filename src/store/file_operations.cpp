@@ -86,12 +86,16 @@ void copyFile(const QString& source, const QString& target, Existing existing)
         copy.publish();
 }
 
-void deleteFile(const QString& path)
+bool deleteFile(const QString& path, const Trash& trash)
 {
     requireNoWriter(path);
-    removeFile(path);
+    const bool trashed = trash(path);
+    if (!trashed)
+        removeFile(path);
     for (const QString& file : engineFilesOf(path))
-        removeFile(file);
+        if (!trashed || !QFile::exists(file) || !trash(file))
+            removeFile(file);
+    return trashed;
 }
 
 void compact(const QString& path, const QString& backup)

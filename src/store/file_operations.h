@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace zelto::store {
 
 enum class Existing { Refuse, Replace };
@@ -19,9 +21,12 @@ void copyDatabase(const QString& source, const QString& target);
 /// A copy of any file that is not an open database.
 void copyFile(const QString& source, const QString& target, Existing existing = Existing::Refuse);
 
-/// Deletes a file, and what the engine left beside it. FileNotFound when there is none, InUse when
-/// another program is writing it.
-void deleteFile(const QString& path);
+/// Moves a file to where the user can get it back from; false when it cannot.
+using Trash = std::function<bool(const QString& path)>;
+
+/// Deletes a file, and what the engine left beside it: into the trash if that takes it, which is
+/// told by the result. FileNotFound when there is none, InUse when another program is writing it.
+bool deleteFile(const QString& path, const Trash& trash);
 
 /// Writes the database anew without the space that deleted records left. What it was stays beside
 /// it as the backup, in place of a former one. No program can write the file meanwhile.

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QSet>
 
 #include <algorithm>
 #include <ranges>
@@ -28,11 +29,11 @@ constexpr QStringView StateFormat = u"yyyy-MM-dd HH-mm-ss-zzz";
 constexpr int NumberDigits = 6;
 
 /// "000012 2026-11-22 18-30-11-456.ZLT": a running number, so that a clock that was put back does
-/// not turn the order round, and the moment of the job's last change, in UTC.
-QString copyName(int number, const QDateTime& changed)
+/// not turn the order round, and the moment at which the job was in this state, in UTC.
+QString copyName(int number, const QDateTime& moment)
 {
     return u"%1 %2.ZLT"_s.arg(number, NumberDigits, 10, QChar(u'0'))
-        .arg(changed.toUTC().toString(StateFormat));
+        .arg(moment.toUTC().toString(StateFormat));
 }
 
 int numberOf(const QString& name)
@@ -40,12 +41,12 @@ int numberOf(const QString& name)
     return name.left(NumberDigits).toInt();
 }
 
-QDateTime changeOf(const QString& name)
+QDateTime momentOf(const QString& name)
 {
-    QDateTime changed =
+    QDateTime moment =
         QDateTime::fromString(name.mid(NumberDigits + 1).chopped(4), StateFormat.toString());
-    changed.setTimeSpec(Qt::UTC);
-    return changed;
+    moment.setTimeSpec(Qt::UTC);
+    return moment;
 }
 
 /// Names of the copies in a job's folder, the last state first.
@@ -53,8 +54,8 @@ QStringList copyNames(const QString& folder)
 {
     QStringList names = QDir(folder).entryList({u"*.ZLT"_s}, QDir::Files);
     names.removeIf(
-        [](const QString& name) { return numberOf(name) <= 0 || !changeOf(name).isValid(); });
-    std::ranges::sort(names, std::ranges::greater(), numberOf);
+        [](const QString& name) { return numberOf(name) <= 0 || !momentOf(name).isValid(); });
+    std::ranges::sort(names, std::ranges::greater());
     return names;
 }
 
@@ -103,37 +104,70 @@ bool sameTable(Database& one, Database& other, const QString& table)
     return first.EndOfFile() == second.EndOfFile();
 }
 
-void requireSameContent(const QString& job, const QString& copy)
+bool sameContent(const QString& job, const QString& copy)
 {
     Database original = Database::open(job, OpenMode::ReadOnly);
     Database copied = Database::open(copy, OpenMode::ReadOnly);
     const QStringList tables = original.tableNames();
-    const bool same =
-        copied.tableNames() == tables && std::ranges::all_of(tables, [&](const QString& table) {
-            return sameTable(original, copied, table);
-        });
-    if (!same)
-        throw DatabaseError(ErrorNumber::Damaged,
-                            u"La copia «%1» non corrisponde al lavoro «%2»; forse un altro "
-                            "programma lo sta modificando."_s.arg(copy, job));
+    return copied.tableNames() == tables && std::ranges::all_of(tables, [&](const QString& table) {
+               return sameTable(original, copied, table);
+           });
+}
+
+bool isKept(const QString& job, const QString& copy)
+{
+    try {
+        return sameContent(job, copy);
+    } catch (const DatabaseError&) {
+        return false; // whichever it was that cannot be read: copying will say
+    }
 }
 
 void copyVerified(const QString& job, const QString& copy)
 {
+    copyDatabase(job, copy);
+    bool same = false;
     try {
-        copyDatabase(job, copy);
-    } catch (const DatabaseError& error) {
-        // Another window has just kept the same state.
-        if (error.number() == ErrorNumber::FileExists)
-            return;
-        throw;
-    }
-    try {
-        requireSameContent(job, copy);
+        same = sameContent(job, copy);
     } catch (...) {
         QFile::remove(copy);
         throw;
     }
+    if (same)
+        return;
+    QFile::remove(copy);
+    throw DatabaseError(ErrorNumber::Damaged,
+                        u"La copia «%1» non corrisponde al lavoro «%2»; forse un altro "
+                        "programma lo sta modificando."_s.arg(copy, job));
+}
+
+/// What there is one copy of: a day within the last month, a week within the last year; nothing
+/// beyond.
+QString periodOf(const QString& name, const QDateTime& now)
+{
+    constexpr int Month = 31;
+    constexpr int Year = 366;
+    const QDate day = momentOf(name).toLocalTime().date();
+    const qint64 age = day.daysTo(now.toLocalTime().date());
+    if (age <= Month)
+        return day.toString(Qt::ISODate);
+    int year = 0;
+    const int week = day.weekNumber(&year);
+    return age <= Year ? u"%1 %2"_s.arg(week).arg(year) : QString();
+}
+
+/// The copies that have had their time. The names are those of a job, the last state first.
+QStringList outdated(const QStringList& names, const QDateTime& now)
+{
+    QStringList old;
+    QSet<QString> seen{QString()};
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        const QString period = periodOf(names[i], now);
+        if (i >= JobCopies::MostRecent && seen.contains(period))
+            old += names[i];
+        seen.insert(period);
+    }
+    return old;
 }
 
 std::optional<int> unitsIn(const QString& copy)
@@ -147,19 +181,32 @@ std::optional<int> unitsIn(const QString& copy)
 
 } // namespace
 
-void JobCopies::keep(const QString& job) const
+void JobCopies::keep(const QString& job, const QDateTime& now) const
 {
     const QString file = realPath(job);
-    const QString folder = folderOfJob(file);
-    const QStringList names = copyNames(folder);
-    const QDateTime changed = QFileInfo(file).lastModified();
-    if (!names.isEmpty() && changeOf(names.first()) == changed)
+    const QDir folder(folderOfJob(file));
+    const QStringList names = copyNames(folder.path());
+    if (!names.isEmpty() && isKept(file, folder.filePath(names.first())))
         return;
-    makeFolder(folder, file);
+    makeFolder(folder.path(), file);
     const int number = names.isEmpty() ? 1 : numberOf(names.first()) + 1;
-    copyVerified(file, QDir(folder).filePath(copyName(number, changed)));
-    for (const QString& old : copyNames(folder).mid(MostOfAJob))
-        removeFile(QDir(folder).filePath(old));
+    copyVerified(file, folder.filePath(copyName(number, now)));
+    for (const QString& old : outdated(copyNames(folder.path()), now))
+        removeFile(folder.filePath(old));
+}
+
+void JobCopies::removeAll(const QString& job) const
+{
+    const QDir folder(folderOfJob(realPath(job)));
+    for (const QString& name : copyNames(folder.path()))
+        removeFile(folder.filePath(name));
+    removeFile(folder.filePath(OriginName.toString()));
+    QDir().rmdir(folder.path()); // stays if the user has put something there
+}
+
+qsizetype JobCopies::count(const QString& job) const
+{
+    return copyNames(folderOfJob(realPath(job))).size();
 }
 
 QStringList JobCopies::jobs() const
@@ -183,7 +230,7 @@ std::vector<JobCopy> JobCopies::copiesOf(const QString& job) const
         const QString path = folder.filePath(name);
         copies.push_back({.job = job,
                           .path = path,
-                          .changed = changeOf(name).toLocalTime(),
+                          .kept = momentOf(name).toLocalTime(),
                           .size = QFileInfo(path).size(),
                           .units = unitsIn(path)});
     }

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/file_names.h"
 #include "store/open_job.h"
 
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace zelto::store {
 
@@ -48,7 +50,8 @@ public:
     /// Copies a job with its companion files under a new name and opens the copy.
     void DuplicaLavoro();
 
-    /// Deletes a job.
+    /// Moves a job to the trash, or deletes it where there is none; its copies go, too, if the user
+    /// wants that.
     void EliminaLavoro();
 
     /// Compacts a database; its previous state stays beside it as ".BAK".
@@ -60,25 +63,36 @@ public:
     /// Makes a new job of a copy that the user chooses, and opens it.
     void RipristinaCopia();
 
-    /// Closes the open job, if there is one.
-    void chiudiLavoro() { m_job.close(); }
+    /// Keeps a copy of the open job, if there is one and it was changed, and closes it.
+    void chiudiLavoro();
 
 private:
+    using Operation = std::function<void()>;
+
     enum class Conversion { No, Yes };
 
     /// Runs the operation; the user hears of what it throws.
-    template <typename Operation>
-    void reportingErrors(Operation operation);
+    void reportingErrors(const Operation& operation);
 
     /// Lets go of the open job and the master database while the operation runs.
-    template <typename Operation>
-    void withFilesClosed(Operation operation);
+    void withFilesClosed(const Operation& operation);
 
     /// Nothing shows the open job any more; false when a window refuses to close.
     [[nodiscard]] bool documentsClosed();
 
+    /// The path of a new job; where the rule makes another name than the typed one, the user
+    /// chooses. Nothing when the user cancels.
+    [[nodiscard]] std::optional<QString> newJobPath(const QString& chosen, NameRule rule);
+
+    /// Says so when the file is of the edition for Windows.
+    [[nodiscard]] bool refusedAsWindowsJob(const QString& path);
+
+    /// Whether another window has the job open, and the user does not want to go on.
+    [[nodiscard]] bool leftToOtherWindow(const QString& path);
+
     void createJob(const QString& path);
     void openVerified(QString path, Conversion conversion);
+    void tellRestrictions();
     /// The path of the new job; empty when the user does not want one.
     [[nodiscard]] QString converted(const QString& original);
     void keepCopy();
@@ -86,6 +100,9 @@ private:
     [[nodiscard]] QString sourceOfDuplicate();
     void duplicate(const QString& source, const QString& target);
     void deleteJob(const QString& path);
+    [[nodiscard]] bool copiesGoToo(const QString& path);
+    [[nodiscard]] bool mayGoAfterCopy(const QString& path);
+    void repairFile(const QString& path);
     void restore(const QString& copy, const QString& target);
 
     MainWindowServices& m_window;

@@ -6,6 +6,7 @@
 #include "store/user_interface.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -47,6 +48,16 @@ public:
 
     /// A question answered by Yes (true) or No.
     virtual bool askYesNo(const QString& question) = 0;
+
+    /// The same before something is lost: No is the button that Return presses.
+    virtual bool confirmLoss(const QString& question) = 0;
+
+    /// A question with a button for each choice, of which Return presses the first, and "Annulla".
+    /// The place of the choice; nothing when the user cancels.
+    virtual std::optional<int> choose(const QString& question, const QStringList& choices) = 0;
+
+    /// Moves the file to the desktop's trash; false when there is none for it.
+    virtual bool moveToTrash(const QString& path) = 0;
 
     /// showMessage in the form of an error.
     virtual void showError(const QString& text) = 0;

@@ -26,9 +26,15 @@ bool OpenJob::isAt(const QString& path) const
     return !m_path.isEmpty() && isSameFile(m_path, path);
 }
 
+bool OpenJob::isOpenElsewhere(const QString& path) const
+{
+    return m_lock && isAt(path) ? !m_lock->isAlone() : !JobLock(path).isAlone();
+}
+
 void OpenJob::open(const QString& path)
 {
     m_database = openJobDatabase(path);
+    m_lock.emplace(path);
     m_path = path;
     m_folder = folderOf(path);
     m_window.showJob(path);
@@ -40,9 +46,15 @@ void OpenJob::close()
 {
     if (m_path.isEmpty())
         return;
-    m_database.reset();
+    suspend();
     m_path.clear();
     m_window.showJob({});
+}
+
+void OpenJob::suspend()
+{
+    m_database.reset();
+    m_lock.reset();
 }
 
 void OpenJob::resume()
@@ -51,6 +63,7 @@ void OpenJob::resume()
         return;
     try {
         m_database = openJobDatabase(m_path);
+        m_lock.emplace(m_path); // the file may be another one by now
     } catch (...) {
         close();
         throw;

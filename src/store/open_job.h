@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/database.h"
+#include "store/job_lock.h"
 
 #include <QString>
 
@@ -32,6 +33,9 @@ public:
     /// Whether the path leads to the open job's file.
     [[nodiscard]] bool isAt(const QString& path) const;
 
+    /// Whether another window has the job of that path open.
+    [[nodiscard]] bool isOpenElsewhere(const QString& path) const;
+
     /// Opens the job in place of the one that is open. Throws DatabaseError when the file is not
     /// a job's, and leaves everything as it was.
     void open(const QString& path);
@@ -39,7 +43,7 @@ public:
     void close();
 
     /// Lets go of the file, but the job counts as open: resume() goes on with it.
-    void suspend() { m_database.reset(); }
+    void suspend();
 
     /// No job is open any more when that fails.
     void resume();
@@ -48,6 +52,7 @@ private:
     MainWindowServices& m_window;
     RecentJobs& m_recent;
     std::optional<Database> m_database;
+    std::optional<JobLock> m_lock;
     QString m_path;
     QString m_folder;
 };

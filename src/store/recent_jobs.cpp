@@ -20,34 +20,39 @@ QString keyOf(int entry)
 
 } // namespace
 
-void RecentJobs::load(const Settings& settings)
+void RecentJobs::load(Settings& settings)
 {
-    for (int entry = FirstEntry; entry <= LastEntry; ++entry) {
-        const QString path = settings.LeggiIni(Sezione.toString(), keyOf(entry));
-        at(entry) = {.path = path, .visible = !path.isEmpty()};
-    }
-    m_separatorVisible = std::ranges::any_of(m_entries, &Entry::visible);
+    m_settings = &settings;
+    for (int entry = FirstEntry; entry <= LastEntry; ++entry)
+        at(entry) = settings.LeggiIni(Sezione.toString(), keyOf(entry));
 }
 
-void RecentJobs::save(Settings& settings) const
+void RecentJobs::save() const
 {
+    if (m_settings == nullptr)
+        return;
     Settings::KeyValues values;
     for (int entry = FirstEntry; entry <= LastEntry; ++entry)
-        values.emplace_back(keyOf(entry), isVisible(entry) ? path(entry) : QString());
-    settings.ScriviIni(Sezione.toString(), values);
+        values.emplace_back(keyOf(entry), path(entry));
+    m_settings->ScriviIni(Sezione.toString(), values);
 }
 
 void RecentJobs::AggiornaRecent(const QString& path)
 {
-    const int found = find(path);
-    const bool listed = found <= LastEntry;
-    for (int entry = std::min(found, LastEntry); entry > FirstEntry; --entry) {
-        at(entry).path = at(entry - 1).path;
-        if (!listed)
-            at(entry).visible = !at(entry).path.trimmed().isEmpty();
-    }
-    at(FirstEntry) = {.path = path, .visible = true};
-    m_separatorVisible = true;
+    for (int entry = std::min(find(path), LastEntry); entry > FirstEntry; --entry)
+        at(entry) = at(entry - 1);
+    at(FirstEntry) = path;
+    save();
+}
+
+const QString& RecentJobs::path(int entry) const
+{
+    return m_paths.at(static_cast<std::size_t>(entry - FirstEntry));
+}
+
+QString& RecentJobs::at(int entry)
+{
+    return m_paths.at(static_cast<std::size_t>(entry - FirstEntry));
 }
 
 QString RecentJobs::caption(int entry) const
@@ -55,23 +60,18 @@ QString RecentJobs::caption(int entry) const
     return u"&%1 "_s.arg(entry - FirstEntry + 1) + path(entry);
 }
 
-const RecentJobs::Entry& RecentJobs::at(int entry) const
+bool RecentJobs::separatorVisible() const
 {
-    return m_entries.at(static_cast<std::size_t>(entry - FirstEntry));
-}
-
-RecentJobs::Entry& RecentJobs::at(int entry)
-{
-    return m_entries.at(static_cast<std::size_t>(entry - FirstEntry));
+    return std::ranges::any_of(m_paths, [](const QString& path) { return !path.isEmpty(); });
 }
 
 /// Behind the last entry when the path is not listed.
 int RecentJobs::find(const QString& path) const
 {
-    const auto* const place = std::ranges::find_if(m_entries, [&](const Entry& entry) {
-        return entry.path.compare(path, Qt::CaseInsensitive) == 0;
+    const auto* const place = std::ranges::find_if(m_paths, [&](const QString& listed) {
+        return listed.compare(path, Qt::CaseInsensitive) == 0;
     });
-    return FirstEntry + static_cast<int>(place - m_entries.begin());
+    return FirstEntry + static_cast<int>(place - m_paths.begin());
 }
 
 } // namespace zelto::store

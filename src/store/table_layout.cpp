@@ -20,9 +20,7 @@ QString nameOf(const Connection& connection, const SQLite::Column& column)
 {
     const QByteArray bytes = column.getText();
     if (!bytes.isValidUtf8())
-        throw DatabaseError(
-            ErrorNumber::Damaged,
-            u"Il file «%1» è danneggiato (nome non valido)."_s.arg(connection.path));
+        throw damagedFile(connection.path, u"nome non valido"_s);
     return QString::fromUtf8(bytes);
 }
 

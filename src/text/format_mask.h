@@ -49,6 +49,10 @@ public:
     void format(double number, std::string& out) const;
     void format(float number, std::string& out) const;
 
+    /// Whether format() shows the whole number: finite, and neither a digit nor the sign is lost.
+    [[nodiscard]] bool fits(double number) const;
+    [[nodiscard]] bool fits(float number) const;
+
     /// The same as a new text.
     template <typename Real>
     [[nodiscard]] QString format(Real number) const
@@ -74,6 +78,8 @@ private:
     }
     template <typename Real>
     void formatReal(Real number, std::string& out) const;
+    template <typename Real>
+    [[nodiscard]] bool fitsReal(Real number) const;
     class BackWriter;
     void putInteger(std::string_view digits, BackWriter& out) const;
     void putDecimals(std::string_view digits, BackWriter& out) const;

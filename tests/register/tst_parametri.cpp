@@ -40,9 +40,11 @@ private slots:
         QCOMPARE(desk.units().currentRow(), 6);
         const calc::ModelloLavoro modello = calc::CaricaLavoro(desk.job);
         const calc::Consistenze sizes = calc::calcolaConsistenze(modello);
-        QCOMPARE(desk.status(), u"Consistenza %1 - Millesimi %2"_s.arg(
-                                    reports::MascheraTotaleUnita.format(sizes.CTUI[6]).trimmed(),
-                                    reports::cifra(calc::calcolaMillGen(sizes)[6]).trimmed()));
+        QCOMPARE(desk.status(),
+                 u"Consistenza %1 - Millesimi %2"_s.arg(
+                     reports::MascheraTotaleUnita.format(sizes.CTUI[6]).trimmed(),
+                     reports::MascheraMillesimi.format(calc::calcolaMillGen(sizes)[6].toDouble())
+                         .trimmed()));
         QCOMPARE(desk.dump(), stored);
     }
 

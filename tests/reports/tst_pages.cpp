@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the reports put where on their pages.
+#include "calc/calc_error.h"
 #include "report_fixture.h"
 #include "reports/cover_page.h"
 #include "reports/print_sequence.h"
@@ -104,6 +105,53 @@ private slots:
         const auto end = printer.surface.find(u"Fine.");
         QCOMPARE(end.size(), 1U);
         QCOMPARE(end[0].page, 2);
+    }
+
+    void figuresThatDoNotFit_data()
+    {
+        QTest::addColumn<QList<float>>("sizes");
+        QTest::addColumn<float>("height");
+        QTest::addColumn<QString>("named"); // what the message has to name, empty where all fits
+        const QString unit = u" dell'unità 1 (Int. 1) è "_s;
+        QTest::addRow("largest") << QList<float>{99999.99F, 1} << 99999.99F << u""_s;
+        QTest::addRow("most negative") << QList<float>{-9999.99F, 1} << -9999.99F << u""_s;
+        QTest::addRow("room") << QList<float>{100000, 1} << 1.0F
+                              << u"«C.R.» del vano 1 dell'unità 1 (Int. 1) è 100000"_s;
+        QTest::addRow("infinite room") << QList<float>{1e30F * 1e30F, 1} << 1.0F << u"«C.R.»"_s;
+        QTest::addRow("negative room") << QList<float>{-10000, 1} << 1.0F << u"«C.R.» del vano 1"_s;
+        QTest::addRow("share") << QList<float>{1001, -1000} << 1.0F
+                               << u"«MILLESIMI»"_s + unit + u"1001000"_s;
+        QTest::addRow("index") << QList<float>{1, 1} << 123456.0F
+                               << u"«IND.H.P.»"_s + unit + u"123456"_s;
+    }
+
+    /// Refused before anything is drawn or written; a spreadsheet gets none either.
+    void figuresThatDoNotFit()
+    {
+        QFETCH(QList<float>, sizes);
+        QFETCH(float, height);
+        QFETCH(QString, named);
+        std::vector<UnitData> data;
+        for (const float size : sizes)
+            data.push_back({.size = size, .scala = u"A"_s, .HPiano = height});
+        const ModelloLavoro modello = building(data);
+        Printer printer(modello);
+        const auto refusal = [](auto&& operation) {
+            try {
+                operation();
+            } catch (const zelto::calc::CalcError& error) {
+                return QString::fromUtf8(error.what());
+            }
+            return QString();
+        };
+        const QString printed =
+            refusal([&] { StampaMillesimi(printer.context, {}, OpzioniCalcolo{}); });
+        QVERIFY2(printed.contains(named), qPrintable(printed));
+        QCOMPARE(printed.isEmpty(), named.isEmpty());
+        QCOMPARE(printer.surface.texts.empty(), !named.isEmpty());
+        QCOMPARE(printer.outputLines(u"consistenza.out"_s).isEmpty(), !named.isEmpty());
+        const QString exported = refusal([&] { (void)tabelleScelte(modello, OpzioniCalcolo{}); });
+        QVERIFY(exported == printed || printed.contains(u"C.R."));
     }
 
     void prospectus()

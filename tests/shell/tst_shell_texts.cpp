@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the window says and what it was told: error report, command line, file dialogs.
+// What the window says and what it was told: error report, command line, dialogs.
 #include "print/print_error.h"
 #include "shell/command_line.h"
 #include "shell/error_report.h"
 #include "shell/file_dialog.h"
+#include "shell/qt_dialogs.h"
 #include "store/database_error.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <QTreeView>
 
 #include <new>
 
@@ -110,6 +115,99 @@ private slots:
             QCOMPARE(makeFileDialog(nullptr, request, otherFolder.path())->directory().path(),
                      otherFolder.path());
         }
+    }
+
+    void typedFiles_data()
+    {
+        QTest::addColumn<bool>("mustExist");
+        QTest::addColumn<QString>("typed");  // "~" for the folder
+        QTest::addColumn<QString>("chosen"); // empty when the dialog stays
+        const QString quoted = u"~/La \"Torre\".ZLT"_s;
+        QTest::addRow("whole path") << true << u"~/a/b/A.ZLT"_s << u"~/a/b/A.ZLT"_s;
+        QTest::addRow("relative path") << true << u"a/b/A.ZLT"_s << u"~/a/b/A.ZLT"_s;
+        QTest::addRow("letter case") << true << u"~/a/b/a.zlt"_s << u"~/a/b/A.ZLT"_s;
+        QTest::addRow("quotes in the name") << true << u"La \"Torre\".ZLT"_s << quoted;
+        QTest::addRow("in quotes") << true << u"\"~/a/b/A.ZLT\""_s << u"~/a/b/A.ZLT"_s;
+        QTest::addRow("folder") << true << u"~/a"_s << QString();
+        QTest::addRow("new") << false << u"~/a/Il \"Faro\""_s << u"~/a/Il \"Faro\""_s;
+        QTest::addRow("new, in quotes") << false << u"\"nuovo\""_s << u"~/nuovo"_s;
+        QTest::addRow("new, of a file's name") << false << u"~/a/b/a.zlt"_s << u"~/a/b/a.zlt"_s;
+    }
+    /// Of files that came after the folder was listed, while a folder in it is selected.
+    void typedFiles()
+    {
+        QFETCH(bool, mustExist);
+        QFETCH(QString, typed);
+        QFETCH(QString, chosen);
+        const QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkpath(u"a"_s));
+        const auto dialog = makeFileDialog(
+            nullptr,
+            {.title = u"Lavoro"_s,
+             .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
+             .flags = mustExist ? FileDialogRequest::FileMustExist : FileDialogRequest::AnyFile,
+             .initialFolder = folder.path(),
+             .kind = FileDialogRequest::Kind::Save},
+            folder.path());
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+        auto* list = dialog->findChild<QTreeView*>(u"treeView"_s);
+        QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
+        list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
+        QVERIFY(QDir(folder.path()).mkpath(u"a/b"_s));
+        for (const char16_t* file : {u"a/b/A.ZLT", u"La \"Torre\".ZLT"})
+            QVERIFY(QFile(folder.filePath(QString::fromUtf16(file))).open(QIODevice::WriteOnly));
+        auto* name = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s);
+        name->setFocus();
+        name->selectAll();
+        QTest::keyClicks(name, typed.replace(u'~', folder.path()));
+        QTest::keyClick(name, Qt::Key_Return);
+        QCOMPARE(dialog->result(), int(chosen.isEmpty() ? QDialog::Rejected : QDialog::Accepted));
+        QCOMPARE(dialog->chosen(), chosen.replace(u'~', folder.path()));
+    }
+
+    /// In a home that has none yet, and where none can be made.
+    void trash()
+    {
+        const QTemporaryDir folder;
+        const QByteArray home = qgetenv("XDG_DATA_HOME");
+        const QString data = folder.filePath(u"home/dati"_s);
+        const QString job = folder.filePath(u"A.ZLT"_s);
+        const auto trashed = [&] {
+            QFile file(job);
+            const bool written = file.open(QIODevice::WriteOnly);
+            file.close();
+            return written && QtDialogs().moveToTrash(job);
+        };
+        qputenv("XDG_DATA_HOME", data.toUtf8());
+        QVERIFY(trashed());
+        QVERIFY(!QFile::exists(job) && QFile::exists(data + u"/Trash/files/A.ZLT"_s));
+        QVERIFY(trashed()); // a second one of the name
+        QCOMPARE(QDir(data + u"/Trash/files"_s).count(), 4U);
+        qputenv("XDG_DATA_HOME", "/dev/null/dati");
+        QVERIFY(!trashed());
+        QVERIFY(QFile::exists(job));
+        qputenv("XDG_DATA_HOME", home);
+    }
+
+    /// What Return and Escape answer.
+    void defaultAnswers()
+    {
+        QtDialogs dialogs;
+        const auto answered = [](int key, auto&& asking) {
+            QTimer::singleShot(0, qApp, [key] {
+                QTest::keyClick(QApplication::activeModalWidget(), static_cast<Qt::Key>(key));
+            });
+            return asking();
+        };
+        const QStringList choices{u"Crea «…/R&S.1.ZLT»"_s, u"Crea «…/R&S.ZLT»"_s};
+        const auto yesNo = [&] { return dialogs.askYesNo(nullptr, u"Salvare?"_s); };
+        const auto loss = [&] { return dialogs.confirmLoss(nullptr, u"Eliminare?"_s); };
+        const auto choice = [&] { return dialogs.choose(nullptr, u"Quale?"_s, choices); };
+        QVERIFY(answered(Qt::Key_Return, yesNo));
+        QVERIFY(!answered(Qt::Key_Return, loss));
+        QCOMPARE(answered(Qt::Key_Return, choice), std::optional(0));
+        QCOMPARE(answered(Qt::Key_Escape, choice), std::nullopt);
     }
 };
 

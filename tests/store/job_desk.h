@@ -10,7 +10,24 @@
 
 #include <QFileInfo>
 
+#include <functional>
+#include <map>
+
 namespace zelto::test {
+
+/// The operations of the menu by name.
+inline const std::map<QString, std::function<void(store::JobFiles&)>>& operations()
+{
+    static const std::map<QString, std::function<void(store::JobFiles&)>> all{
+        {QStringLiteral("new"), &store::JobFiles::NuovoLavoro},
+        {QStringLiteral("open"), &store::JobFiles::ApriLavoro},
+        {QStringLiteral("duplicate"), &store::JobFiles::DuplicaLavoro},
+        {QStringLiteral("delete"), &store::JobFiles::EliminaLavoro},
+        {QStringLiteral("compact"), &store::JobFiles::CompattaArchivio},
+        {QStringLiteral("repair"), &store::JobFiles::RiparaArchivio},
+    };
+    return all;
+}
 
 /// A.ZLT and B.ZLT are jobs, OLD.ZLT is one of another format, EARLIER.ZLT of an earlier edition;
 /// TEXT.ZLT is no database.

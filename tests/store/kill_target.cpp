@@ -31,7 +31,7 @@ void work(const QString& operation, const QDir& folder, int round)
     if (operation == u"duplicate"_s) {
         const QString copy = folder.filePath(u"COPIA.ZLT"_s);
         copyDatabase(job, copy);
-        deleteFile(copy);
+        deleteFile(copy, [](const QString& /*path*/) { return false; });
         return;
     }
     changeJob(job, round);

@@ -23,6 +23,8 @@ class TestFileOperations : public QObject
 private slots:
     void names_data();
     void names();
+    void targetNames_data();
+    void targetNames();
     void filesAreFoundInAnyLetterCase();
     void planOfDuplicate_data();
     void planOfDuplicate();
@@ -61,6 +63,33 @@ void TestFileOperations::names()
     QTEST(withUpperCaseName(path), "upper");
 }
 
+void TestFileOperations::targetNames_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("newJob");
+    QTest::addColumn<QString>("duplicate");
+    QTest::addColumn<QString>("typed"); // of a restored or converted job, too
+    const auto row = [](const QString& chosen, const QString& newJob, const QString& duplicate,
+                        const QString& typed) {
+        QTest::newRow(qPrintable(chosen)) << chosen << newJob << duplicate << typed;
+    };
+    row(u"/a/è"_s, u"/a/è.ZLT"_s, u"/a/È.ZLT"_s, u"/a/è.ZLT"_s);
+    row(u"/a/b.zlt"_s, u"/a/b.ZLT"_s, u"/a/B.ZLT"_s, u"/a/b.ZLT"_s);
+    row(u"/a/Scala.1"_s, u"/a/Scala.ZLT"_s, u"/a/SCA.ZLT"_s, u"/a/Scala.1.ZLT"_s);
+    row(u"/a/b.html"_s, u"/a/b.ZLT"_s, u"/a/B.HTML.ZLT"_s, u"/a/b.html.ZLT"_s);
+    row(u"/m.r/b"_s, u"/m.ZLT"_s, u"/m.r/B.ZLT"_s, u"/m.r/b.ZLT"_s);
+}
+
+/// One typed name, by the rule of each operation that makes a job.
+void TestFileOperations::targetNames()
+{
+    QFETCH(QString, chosen);
+    QTEST(targetName(chosen, NameRule::UpToFirstDot).byRule, "newJob");
+    QTEST(targetName(chosen, NameRule::UpperCase).byRule, "duplicate");
+    QTEST(targetName(chosen, NameRule::AsTyped).byRule, "typed");
+    QTEST(targetName(chosen, NameRule::UpperCase).typed, "typed");
+}
+
 void TestFileOperations::filesAreFoundInAnyLetterCase()
 {
     const JobFolder folder;
@@ -78,30 +107,33 @@ void TestFileOperations::filesAreFoundInAnyLetterCase()
 void TestFileOperations::planOfDuplicate_data()
 {
     QTest::addColumn<QStringList>("files");
-    QTest::addColumn<QString>("target");
     QTest::addColumn<QString>("plan");
-    const auto row = [](const char* name, const QStringList& files, const QString& target,
-                        const QString& plan) { QTest::newRow(name) << files << target << plan; };
-    row("job alone", {u"A.ZLT"_s, u"AB.ZLT"_s, u"B.ZLT"_s}, u"N.ZLT"_s, u"A.ZLT>N.ZLT"_s);
-    row("companions", {u"A.ZLT"_s, u"a.bak"_s, u"A.txt"_s}, u"N.ZLT"_s,
-        u"A.txt>N.TXT a.bak>N.BAK A.ZLT>N.ZLT"_s);
-    row("long extensions", {u"A.ZLT"_s, u"A.html"_s, u"A.jpeg"_s}, u"N.ZLT"_s,
-        u"A.html>N A.jpeg>N.JPEG A.ZLT>N.ZLT"_s);
-    row("engine's files", {u"A.ZLT"_s, u"A.ZLT-journal"_s}, u"N.ZLT"_s, u"A.ZLT>N.ZLT"_s);
-    row("other target extension", {u"A.ZLT"_s}, u"N.X"_s, u"A.ZLT>N.ZLT"_s);
+    const auto row = [](const char* name, const QStringList& files, const QString& plan) {
+        QTest::newRow(name) << files << plan;
+    };
+    row("job alone", {u"A.ZLT"_s, u"AB.ZLT"_s, u"B.ZLT"_s}, u"A.ZLT>N.ZLT"_s);
+    row("companions", {u"A.ZLT"_s, u"a.bak"_s, u"A.html"_s},
+        u"A.html>N.html a.bak>N.bak A.ZLT>N.ZLT"_s);
+    row("engine's files", {u"A.ZLT"_s, u"A.ZLT-journal"_s}, u"A.ZLT>N.ZLT"_s);
+    row("another job in other letter case", {u"A.ZLT"_s, u"a.zlt"_s, u"a.bak"_s, u"A.bak"_s},
+        u"A.bak>N.bak A.ZLT>N.ZLT"_s);
+    row("another job with a dot", {u"A.ZLT"_s, u"A.2.ZLT"_s, u"A.2.BAK"_s, u"A.BAK"_s},
+        u"A.BAK>N.BAK A.ZLT>N.ZLT"_s);
+    row("equal targets", {u"A.ZLT"_s, u"A.bak"_s, u"a.BAK"_s}, u"3204"_s);
 }
 
 void TestFileOperations::planOfDuplicate()
 {
     QFETCH(QStringList, files);
-    QFETCH(QString, target);
     const JobFolder folder;
     for (const QString& name : files)
         writeBytes(folder.file(name), "x");
     QStringList plan;
-    for (const FileCopy& copy : duplicatePlan(folder.file(u"A.ZLT"_s), folder.file(target)))
-        plan += nameOf(copy.source) + u'>' + nameOf(copy.target);
-    QTEST(plan.join(u' '), "plan");
+    const int error = errorOf([&] {
+        for (const FileCopy& copy : duplicatePlan(folder.file(u"A.ZLT"_s), folder.file(u"N.ZLT"_s)))
+            plan += nameOf(copy.source) + u'>' + nameOf(copy.target);
+    });
+    QTEST(error == 0 ? plan.join(u' ') : QString::number(error), "plan");
 }
 
 void TestFileOperations::compacting()
@@ -216,11 +248,18 @@ void TestFileOperations::deletionTakesEngineFiles()
     const JobFolder folder;
     const QString path = folder.newJob();
     writeBytes(path + u"-journal"_s, "x");
-    deleteFile(path);
+    const auto noTrash = [](const QString& /*path*/) { return false; };
+    QVERIFY(!deleteFile(path, noTrash));
     QCOMPARE(folder.names(), QStringList());
-    QCOMPARE(errorOf([&] { deleteFile(path); }), 3024);
+    QCOMPARE(errorOf([&] { deleteFile(path, noTrash); }), 3024);
     writeBytes(path, "no database");
-    deleteFile(path);
+    writeBytes(path + u"-wal"_s, "of a damaged file");
+    QStringList trash;
+    QVERIFY(deleteFile(path, [&](const QString& one) {
+        trash += nameOf(one);
+        return QFile::remove(one);
+    }));
+    QCOMPARE(trash, QStringList({u"LAVORO.ZLT"_s, u"LAVORO.ZLT-wal"_s}));
     QCOMPARE(folder.names(), QStringList());
 }
 

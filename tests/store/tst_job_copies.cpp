@@ -6,21 +6,22 @@
 
 #include <QTest>
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 using namespace zelto::store;
 using namespace zelto::test;
 
 namespace {
 
-/// A job's user is told in its first table; every state is as many seconds after the first.
+/// A job's state is told in its first table.
 void changeJob(const QString& path, int state)
 {
     RawFile(path).run("UPDATE ZELTO SET Utente='" + QByteArray::number(state) + "'");
-    const QDateTime first(QDate(2026, 10, 25), QTime(0, 59, 59), Qt::UTC);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QVERIFY(file.setFileTime(first.addSecs(state), QFileDevice::FileModificationTime));
 }
+
+/// In the hour in which the clock is put back.
+const QDateTime Beginning(QDate(2026, 10, 25), QTime(0, 59, 59), Qt::UTC);
 
 /// The states of a job's copies, the last first.
 QString states(const JobCopies& copies, const QString& job)
@@ -39,6 +40,9 @@ class TestJobCopies : public QObject
 
 private slots:
     void everyStateOnce();
+    void olderStatesThinOut();
+    void whenCopiesAreMade();
+    void copiesGoWithTheirJob();
     void jobsApart();
     void whatIsListed();
     void failureKeepsOldCopies();
@@ -49,22 +53,56 @@ private slots:
     void refusedRestoring();
 };
 
+/// Whatever the time of the file.
 void TestJobCopies::everyStateOnce()
 {
     const JobDesk desk;
     const QString job = desk.path(u"A.ZLT"_s);
     for (int state = 1; state <= 12; ++state) {
         changeJob(job, state);
-        desk.copies.keep(job);
-        desk.copies.keep(job);
+        desk.copies.keep(job, Beginning.addSecs(state));
+        QFile file(job);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(Beginning.addDays(state), QFileDevice::FileModificationTime));
+        desk.copies.keep(job, Beginning.addSecs(state));
     }
     QCOMPARE(states(desk.copies, job), u"12 11 10 9 8 7 6 5 4 3"_s);
-    // Through the hour that the clock is put back, and to a state of before.
-    const std::vector<JobCopy> kept = desk.copies.copiesOf(job);
-    QCOMPARE(kept.front().changed.toUTC().time(), QTime(1, 0, 11));
+    QCOMPARE(desk.copies.copiesOf(job).front().kept.toUTC().time(), QTime(1, 0, 11));
     changeJob(job, 1);
-    desk.copies.keep(job);
+    desk.copies.keep(job, Beginning);
     QCOMPARE(states(desk.copies, job), u"1 12 11 10 9 8 7 6 5 4"_s);
+}
+
+/// Three states a day for 400 days.
+void TestJobCopies::olderStatesThinOut()
+{
+    const JobDesk desk;
+    const QString job = desk.path(u"A.ZLT"_s);
+    changeJob(job, 0);
+    desk.copies.keep(job, Beginning);
+    const QString first = desk.copies.copiesOf(job).front().path;
+    const QDateTime noon(QDate(2026, 1, 1), QTime(12, 0), Qt::UTC);
+    const QString folder = QFileInfo(first).path();
+    for (int state = 1; state < 1200; ++state) {
+        const QDateTime moment = noon.addDays(state / 3).addSecs(state % 3);
+        const QString name = u"%1 %2.ZLT"_s.arg(state + 1, 6, 10, QChar(u'0'))
+                                 .arg(moment.toString(u"yyyy-MM-dd HH-mm-ss-zzz"));
+        QVERIFY(QFile::copy(first, folder + u'/' + name));
+    }
+    changeJob(job, 1);
+    const QDateTime now = noon.addDays(400);
+    desk.copies.keep(job, now);
+    QList<qint64> ages;
+    for (const JobCopy& copy : desk.copies.copiesOf(job))
+        ages += copy.kept.toUTC().daysTo(now);
+    QCOMPARE(ages.first(10), (QList<qint64>{0, 1, 1, 1, 2, 2, 2, 3, 3, 3}));
+    QList<qint64> days(28);
+    std::iota(days.begin(), days.end(), 4);
+    QCOMPARE(ages.mid(10, 28), days);
+    const QList<qint64> weeks = ages.mid(38);
+    for (qsizetype i = 2; i < weeks.size(); ++i) // of the first week some days are in the month
+        QCOMPARE(weeks[i] - weeks[i - 1], 7);
+    QVERIFY(weeks.first() <= 38 && weeks.last() > 359 && weeks.last() <= 366);
 }
 
 void TestJobCopies::jobsApart()
@@ -136,7 +174,7 @@ void TestJobCopies::openingWithoutCopy()
     JobDesk desk;
     writeBytes(desk.copies.folder(), "a file in the folder's place");
     desk.jobs.openGiven(desk.path(u"A.ZLT"_s));
-    QVERIFY(desk.user.said().contains(u"message: Il lavoro è aperto, ma non è stato possibile"));
+    QVERIFY(desk.user.said().contains(u"message: Non è stato possibile conservare una copia"));
     QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
 }
 
@@ -149,20 +187,21 @@ void TestJobCopies::restoring()
         desk.open(u"EARLIER.ZLT"_s);
         desk.jobs.chiudiLavoro();
     }
-    // Opening completes a job of an earlier edition; its copy is of the state before that.
+    // Opening completes a job of an earlier edition; its copy is of the state before that, and the
+    // next one of what closing found.
     const std::vector<JobCopy> kept = desk.copies.copiesOf(job);
-    QCOMPARE(kept.size(), 2U);
+    QCOMPARE(kept.size(), 3U);
     QVERIFY(!Database::open(kept.back().path).tableNames().contains(u"Variabili"));
     desk.open(u"EARLIER.ZLT"_s);
     const QByteArray today = bytesOf(job);
 
-    desk.user.copy = 1;
-    desk.user.files = QStringList{u"~/di prima"_s};
+    desk.user.copy = 2;
+    desk.user.files = QStringList{u"~/di prima.1"_s};
     desk.jobs.RipristinaCopia();
     const QString said = desk.user.said();
-    QVERIFY2(said.contains(u"in [~EARLIER 2026-10-25"), qPrintable(said));
-    QVERIFY(said.contains(u"status: Ripristino copia su ~/DI PRIMA.ZLT (busy)"));
-    QCOMPARE(desk.openJob(), u"~/DI PRIMA.ZLT"_s);
+    QVERIFY2(said.contains(u"in [~EARLIER 20"), qPrintable(said));
+    QVERIFY(said.contains(u"status: Ripristino copia su ~/di prima.1.ZLT (busy)"));
+    QCOMPARE(desk.openJob(), u"~/di prima.1.ZLT"_s);
     QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaZelto).text(1), u"1"_s);
     QVERIFY(desk.jobs.job().JobDatabase().tableNames().contains(u"Variabili"));
     QCOMPARE(bytesOf(job), today);
@@ -177,7 +216,50 @@ void TestJobCopies::restoringALostJob()
     QVERIFY(QFile::remove(desk.path(u"A.ZLT"_s)));
     desk.user.files = QStringList{u"~/a"_s};
     desk.jobs.RipristinaCopia();
-    QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
+    QCOMPARE(desk.openJob(), u"~/a.ZLT"_s);
+}
+
+/// At opening, at closing if it was changed, before repair and deletion.
+void TestJobCopies::whenCopiesAreMade()
+{
+    JobDesk desk;
+    const QString job = desk.path(u"A.ZLT"_s);
+    const auto change = [&](int state) {
+        desk.jobs.job().JobDatabase().Execute(u"UPDATE ZELTO SET Utente='%1'"_s.arg(state));
+    };
+    changeJob(job, 1);
+    desk.open(u"A.ZLT"_s);
+    desk.jobs.chiudiLavoro();
+    QCOMPARE(states(desk.copies, job), u"1"_s);
+    desk.open(u"A.ZLT"_s);
+    change(2);
+    desk.open(u"B.ZLT"_s);
+    QCOMPARE(states(desk.copies, job), u"2 1"_s);
+    changeJob(job, 3);
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    desk.jobs.RiparaArchivio();
+    QCOMPARE(states(desk.copies, job), u"3 2 1"_s);
+    changeJob(job, 4);
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    desk.jobs.EliminaLavoro();
+    QVERIFY(!QFile::exists(job));
+    QCOMPARE(states(desk.copies, job), u"4 3 2 1"_s);
+}
+
+void TestJobCopies::copiesGoWithTheirJob()
+{
+    JobDesk desk;
+    const QString job = desk.path(u"A.ZLT"_s);
+    desk.open(u"B.ZLT"_s);
+    desk.open(u"A.ZLT"_s);
+    const QString folder = QFileInfo(desk.copies.copiesOf(job).front().path).path();
+    desk.user.keeps = u"\t"_s;
+    desk.user.hasTrash = false;
+    desk.user.files = QStringList{u"~/A.ZLT"_s};
+    desk.jobs.EliminaLavoro();
+    QVERIFY(desk.user.said().endsWith(u"è stato cancellato: non c'è un cestino che lo prenda."_s));
+    QVERIFY(!QFile::exists(job) && !QFile::exists(folder));
+    QCOMPARE(desk.copies.jobs(), QStringList(desk.path(u"B.ZLT"_s)));
 }
 
 void TestJobCopies::refusedRestoring_data()

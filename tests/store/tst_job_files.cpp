@@ -5,7 +5,6 @@
 
 #include <QTest>
 
-#include <map>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -13,16 +12,6 @@ using namespace zelto::store;
 using namespace zelto::test;
 
 namespace {
-
-const std::map<QString, std::function<void(JobFiles&)>>& operations()
-{
-    static const std::map<QString, std::function<void(JobFiles&)>> all{
-        {u"new"_s, &JobFiles::NuovoLavoro},          {u"open"_s, &JobFiles::ApriLavoro},
-        {u"duplicate"_s, &JobFiles::DuplicaLavoro},  {u"delete"_s, &JobFiles::EliminaLavoro},
-        {u"compact"_s, &JobFiles::CompattaArchivio}, {u"repair"_s, &JobFiles::RiparaArchivio},
-    };
-    return all;
-}
 
 const QString Filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s;
 const QString BothFilters = Filter + u"|Database Access (*.MDB)|*.mdb"_s;
@@ -37,6 +26,11 @@ const QString AskCompact =
     u"open: Selezionare Database da Compattare, 4108, "_s + BothFilters + u" in [%1]"_s;
 const QString AskRepair =
     u"open: Selezionare Database da Riparare, 12, "_s + BothFilters + u" in [%1]"_s;
+const QString AskName = u"choose: Quale file si deve creare?Crea «…/%1»|Crea «…/%2»"_s;
+const QString WindowsEdition =
+    u"message: Il file «~/JET.ZLT» è un archivio dell'edizione per Windows. Per farne un lavoro di "
+    "questa, aprirlo con «Apri ...» e scegliere «Converti ...»."_s;
+const QString InTrash = u"message: Il file «~/%1» è stato spostato nel cestino."_s;
 const QString Incompatible =
     u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s;
 const QString CloseWindows =
@@ -63,21 +57,12 @@ class TestJobFiles : public QObject
 private slots:
     void conversations_data();
     void conversations();
-    void opening_data();
-    void opening();
-    void windowsEdition_data();
-    void windowsEdition();
-    void recentEntries();
     void documentWindows_data();
     void documentWindows();
     void duplicateTakesCompanions();
     void newJobIsWhole();
     void nothingHalfMade_data();
     void nothingHalfMade();
-    void lockedJob_data();
-    void lockedJob();
-    void readOnlyJob();
-    void anotherProgramReplacesTheJob();
     void filesAreReopened();
 };
 
@@ -96,9 +81,13 @@ void TestJobFiles::conversations_data()
     const QString none;
     const QString inFolder = u"~"_s;
 
-    row("new", u"new"_s, false, {u"~/nuovo.x.y"_s},
+    row("new", u"new"_s, false, {u"~/nuovo.zlt"_s},
         {AskNew, busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))},
         u"~/nuovo.ZLT"_s);
+    row("new, dots", u"new"_s, false, {u"~/nuovo.x.y"_s},
+        {AskNew, AskName.arg(u"nuovo.x.y.ZLT"_s, u"nuovo.ZLT"_s),
+         busy(u"Creazione nuovo lavoro ~/nuovo.x.y.ZLT"_s, opened(u"nuovo.x.y.ZLT"_s))},
+        u"~/nuovo.x.y.ZLT"_s);
     row("new, cancelled", u"new"_s, false, {}, {AskNew}, none);
     row("new, name exists", u"new"_s, false, {u"~/a"_s}, {AskNew, u"report: 3204"_s}, none);
     row("new, no folder", u"new"_s, false, {u"~/none/x"_s},
@@ -110,27 +99,40 @@ void TestJobFiles::conversations_data()
     row("open, other format", u"open"_s, true, {u"~/OLD.ZLT"_s}, {AskOpen, u"job"_s, Incompatible},
         none);
 
-    row("duplicate open job", u"duplicate"_s, true, {u"~/copia"_s},
+    row("duplicate, name as told", u"duplicate"_s, true, {u"~/COPIA"_s},
         {AskTarget.arg(inFolder), u"job"_s,
          busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
         u"~/COPIA.ZLT"_s);
-    row("duplicate chosen job", u"duplicate"_s, false, {u"~/b.zlt"_s, u"~/copia.zlt"_s},
-        {AskSource, AskTarget.arg(QString()),
-         busy(u"Duplicazione ~/B.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
-        u"~/COPIA.ZLT"_s);
+    row("duplicate chosen job", u"duplicate"_s, false, {u"~/b.zlt"_s, u"~/Scala.1"_s},
+        {AskSource, AskTarget.arg(QString()), AskName.arg(u"Scala.1.ZLT"_s, u"SCA.ZLT"_s),
+         busy(u"Duplicazione ~/B.ZLT su ~/Scala.1.ZLT"_s, opened(u"Scala.1.ZLT"_s))},
+        u"~/Scala.1.ZLT"_s);
+    row("duplicate, Windows edition", u"duplicate"_s, false, {u"~/JET.ZLT"_s},
+        {AskSource, WindowsEdition}, none);
     row("duplicate, no source", u"duplicate"_s, false, {}, {AskSource}, none);
     row("duplicate, no target", u"duplicate"_s, true, {}, {AskTarget.arg(inFolder)}, a);
     row("duplicate, no database", u"duplicate"_s, false, {u"~/TEXT.ZLT"_s},
         {AskSource, u"report: 3343"_s}, none);
-    row("duplicate, name exists", u"duplicate"_s, true, {u"~/b"_s},
+    row("duplicate, name exists", u"duplicate"_s, true, {u"~/B"_s},
         {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
     row("duplicate onto itself", u"duplicate"_s, true, {u"~/A.ZLT"_s},
         {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
 
-    const QString confirm = u"ask: Confermi cancellazione del file ''~/%1''?"_s;
-    row("delete other", u"delete"_s, true, {u"~/b.zlt"_s}, {AskDelete, confirm.arg(u"B.ZLT"_s)}, a);
+    const QString confirm = u"confirm: Confermi cancellazione del file ''~/%1''?"_s;
+    row("delete other", u"delete"_s, true, {u"~/b.zlt"_s},
+        {AskDelete, confirm.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)}, a);
     row("delete open job", u"delete"_s, true, {u"~/a.zlt"_s},
-        {AskDelete, confirm.arg(u"A.ZLT"_s), u"job"_s}, none);
+        {AskDelete, confirm.arg(u"A.ZLT"_s),
+         u"confirm: Copie di sicurezza del lavoro «~/A.ZLT»: 1. Contengono anch'esse i nomi "
+         "e i dati del condominio.\n\nCancellare anche quelle?"_s,
+         u"job"_s, InTrash.arg(u"A.ZLT"_s)},
+        none);
+    row("delete, no copy possible", u"delete"_s, true, {u"~/text.zlt"_s},
+        {AskDelete, confirm.arg(u"TEXT.ZLT"_s),
+         u"confirm: Del file non si può conservare una copia di sicurezza.\n\nIl file «~/TEXT.ZLT» "
+         "non è un database riconosciuto.\n\nEliminarlo ugualmente?"_s,
+         InTrash.arg(u"TEXT.ZLT"_s)},
+        a);
     row("delete, no job", u"delete"_s, true, {u"~/a.bak"_s},
         {AskDelete, u"message: Il file selezionato non è un database ZELTO"_s}, a);
     row("delete, cancelled", u"delete"_s, true, {}, {AskDelete}, a);
@@ -144,8 +146,14 @@ void TestJobFiles::conversations_data()
         {AskCompact.arg(QString()), busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s),
          u"report: 3343"_s},
         none);
+    row("compact, Windows edition", u"compact"_s, true, {u"~/JET.ZLT"_s},
+        {AskCompact.arg(inFolder), WindowsEdition}, a);
+    row("repair, Windows edition", u"repair"_s, true, {u"~/JET.ZLT"_s},
+        {AskRepair.arg(inFolder), WindowsEdition}, a);
     row("repair open job", u"repair"_s, true, {u"~/a.zlt"_s},
-        {AskRepair.arg(inFolder), u"status: Riparazione database - ~/A.ZLT"_s, u"status"_s}, a);
+        {AskRepair.arg(inFolder), u"status: Riparazione database - ~/A.ZLT"_s, u"status"_s,
+         u"message: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s},
+        a);
     row("repair, beyond repair", u"repair"_s, true, {u"~/text.zlt"_s},
         {AskRepair.arg(inFolder), u"status: Riparazione database - ~/TEXT.ZLT"_s, u"status"_s,
          u"report: 3049"_s},
@@ -164,6 +172,7 @@ void TestJobFiles::conversations()
     QFETCH(QStringList, answers);
     QFETCH(QStringList, said);
     JobDesk desk;
+    QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), desk.path(u"JET.ZLT"_s)));
     if (jobOpen)
         desk.open(u"A.ZLT"_s);
     desk.user.files = answers;
@@ -175,123 +184,6 @@ void TestJobFiles::conversations()
     QCOMPARE(desk.jobs.job().isOpen(), !desk.openJob().isEmpty());
     if (answers.isEmpty() || said.last().startsWith(u"report"))
         QCOMPARE(desk.folder.names(), before);
-}
-
-void TestJobFiles::opening_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("error");
-    QTest::newRow("job") << u"B.ZLT"_s << 0;
-    QTest::newRow("earlier edition") << u"EARLIER.ZLT"_s << 0;
-    QTest::newRow("no database") << u"TEXT.ZLT"_s << 3343;
-    QTest::newRow("empty marker") << u"EMPTY.ZLT"_s << 3421;
-    QTest::newRow("not our tables") << u"STRANGE.ZLT"_s << 3049;
-    QTest::newRow("folder") << u"FOLDER.ZLT"_s << 3051;
-}
-
-void TestJobFiles::opening()
-{
-    QFETCH(QString, name);
-    JobDesk desk;
-    RawFile(desk.folder.newJob(u"EMPTY.ZLT"_s))
-        .run("DELETE FROM ZELTO; INSERT INTO ZELTO VALUES('','')");
-    RawFile(desk.folder.newJob(u"STRANGE.ZLT"_s)).run("ALTER TABLE Vani ADD COLUMN x");
-    QDir().mkdir(desk.path(u"FOLDER.ZLT"_s));
-    QFETCH(int, error);
-    const QString expected = error == 0 ? u"~/"_s + name : QString();
-
-    desk.open(u"A.ZLT"_s);
-    desk.recent.AggiornaRecent(desk.path(name));
-    QTEST(errorOf([&] { desk.jobs.LeggiRecent(RecentJobs::FirstEntry); }), "error");
-    QCOMPARE(desk.openJob(), expected);
-    if (name == u"EARLIER.ZLT")
-        QVERIFY(!desk.jobs.job().JobDatabase().tableNames().contains(u"Variabili"));
-
-    desk.open(u"A.ZLT"_s);
-    QTEST(errorOf([&] { desk.jobs.openGiven(desk.path(name.toLower())); }), "error");
-    QCOMPARE(desk.openJob(), expected);
-    if (error == 0)
-        QVERIFY(!desk.jobs.job().JobDatabase().openTable(TabellaVariabili).EndOfFile());
-
-    desk.open(u"A.ZLT"_s);
-    desk.user.files = QStringList{u"~/"_s + name};
-    QTEST(errorOf([&] { desk.jobs.ApriLavoro(); }), "error");
-    QCOMPARE(desk.openJob(), expected);
-    desk.jobs.chiudiLavoro();
-    QCOMPARE(desk.openJob(), QString());
-}
-
-void TestJobFiles::windowsEdition_data()
-{
-    QTest::addColumn<bool>("converts");
-    QTest::addColumn<QString>("lockFile");
-    QTest::addColumn<bool>("saysYes");
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<QString>("openAfter");
-    QTest::addColumn<QString>("lastSaid");
-    const QString asks = u"save: Indicare il nome del lavoro convertito"_s;
-    const QStringList name{u"~/nuovo"_s};
-    QTest::newRow("OK") << false << QString() << true << name << QString() << u"convert: Formato"_s;
-    QTest::newRow("no name") << true << QString() << true << QStringList() << QString() << asks;
-    QTest::newRow("in use, left alone")
-        << true << u"VECCHIO.LDB"_s << false << name << QString() << u"ask: Accanto al lavoro"_s;
-    QTest::newRow("in use, converted")
-        << true << u"vecchio.ldb"_s << true << name << u"~/nuovo.ZLT"_s << u"recent"_s;
-    QTest::newRow("converted") << true << QString() << true << name << u"~/nuovo.ZLT"_s
-                               << u"recent"_s;
-    QTest::newRow("name exists") << true << QString() << true << QStringList{u"~/b.zlt"_s}
-                                 << QString() << QString();
-}
-
-/// A job of the edition for Windows, opened in each of the three ways.
-void TestJobFiles::windowsEdition()
-{
-    QFETCH(bool, converts);
-    QFETCH(QString, lockFile);
-    QFETCH(bool, saysYes);
-    QFETCH(QStringList, files);
-    QFETCH(QString, openAfter);
-    QFETCH(QString, lastSaid);
-    for (const QString& way : {u"dialog"_s, u"given"_s, u"recent"_s}) {
-        JobDesk desk;
-        const QString old = desk.path(u"VECCHIO.ZLT"_s);
-        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), old));
-        const QByteArray before = bytesOf(old);
-        if (!lockFile.isEmpty())
-            writeBytes(desk.path(lockFile), "lock");
-        desk.user.converts = converts;
-        desk.user.saysYes = saysYes;
-        desk.user.files = way == u"dialog" ? QStringList{u"~/VECCHIO.ZLT"_s} + files : files;
-        desk.recent.AggiornaRecent(old);
-        const int error = errorOf([&] {
-            if (way == u"dialog")
-                desk.jobs.ApriLavoro();
-            else if (way == u"given")
-                desk.jobs.openGiven(old);
-            else
-                desk.jobs.LeggiRecent(RecentJobs::FirstEntry);
-        });
-        const QString said = desk.user.said();
-        QCOMPARE(error, lastSaid.isEmpty() ? 3204 : 0);
-        QVERIFY2(lastSaid.isEmpty() || said.split(u'\n').constLast().startsWith(lastSaid),
-                 qPrintable(said));
-        QCOMPARE(desk.openJob(), openAfter);
-        QCOMPARE(said.contains(u"message: Unità convertite: "), !openAfter.isEmpty());
-        QCOMPARE(bytesOf(old), before);
-    }
-}
-
-void TestJobFiles::recentEntries()
-{
-    JobDesk desk;
-    desk.open(u"B.ZLT"_s);
-    desk.open(u"A.ZLT"_s);
-    QVERIFY(QFile::remove(desk.path(u"B.ZLT"_s)));
-    desk.jobs.LeggiRecent(RecentJobs::FirstEntry + 1);
-    QCOMPARE(desk.user.said(), u"error: Archivio < ~/B.ZLT > non trovato"_s);
-    QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
-    QCOMPARE(errorOf([&] { desk.open(u"TEXT.ZLT"_s); }), 3343);
-    QCOMPARE(desk.recent.path(RecentJobs::FirstEntry), desk.path(u"A.ZLT"_s));
 }
 
 void TestJobFiles::documentWindows_data()
@@ -336,17 +228,16 @@ void TestJobFiles::duplicateTakesCompanions()
     JobDesk desk;
     const QString a = desk.path(u"A.ZLT"_s);
     RawFile(a).run("UPDATE ZELTO SET Utente='Rossi'");
-    for (const char16_t* name : {u"a.bak", u"A.html", u"A.jpeg", u"AB.TXT", u"A.ZLT-journal"})
+    for (const char16_t* name : {u"a.bak", u"A.html", u"AB.TXT", u"A.ZLT-journal"})
         writeBytes(desk.path(QString::fromUtf16(name)), QString::fromUtf16(name).toUtf8());
-    desk.user.files = QStringList{u"~/A.ZLT"_s, u"~/Nuovo.zlt"_s};
+    desk.user.files = QStringList{u"~/A.ZLT"_s, u"~/NUOVO"_s};
     desk.jobs.DuplicaLavoro();
     QCOMPARE(desk.openJob(), u"~/NUOVO.ZLT"_s);
     QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaZelto).text(1), u"Rossi"_s);
     QCOMPARE(desk.folder.names().filter(u"NUOVO"_s),
-             QStringList({u"NUOVO"_s, u"NUOVO.BAK"_s, u"NUOVO.JPEG"_s, u"NUOVO.ZLT"_s}));
-    QCOMPARE(bytesOf(desk.path(u"NUOVO.BAK"_s)), "a.bak");
-    QCOMPARE(bytesOf(desk.path(u"NUOVO"_s)), "A.html");
-    QCOMPARE(bytesOf(desk.path(u"NUOVO.JPEG"_s)), "A.jpeg");
+             QStringList({u"NUOVO.bak"_s, u"NUOVO.html"_s, u"NUOVO.ZLT"_s}));
+    QCOMPARE(bytesOf(desk.path(u"NUOVO.bak"_s)), "a.bak");
+    QCOMPARE(bytesOf(desk.path(u"NUOVO.html"_s)), "A.html");
 }
 
 void TestJobFiles::newJobIsWhole()
@@ -361,9 +252,16 @@ void TestJobFiles::newJobIsWhole()
     QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
 
     QVERIFY(QDir().mkdir(desk.path(u"v.2"_s)));
-    desk.user.files = QStringList{u"~/v.2/lavoro"_s};
+    for (const int choice : {1, 0}) {
+        desk.user.choice = choice;
+        desk.user.files = QStringList{u"~/v.2/lavoro"_s};
+        desk.jobs.NuovoLavoro();
+        QCOMPARE(desk.jobs.JobPath(), desk.path(choice == 1 ? u"v.ZLT"_s : u"v.2/lavoro.ZLT"_s));
+    }
+    desk.user.choice.reset();
+    desk.user.files = QStringList{u"~/v.2/altro"_s};
     desk.jobs.NuovoLavoro();
-    QCOMPARE(desk.openJob(), u"~/v.ZLT"_s);
+    QCOMPARE(desk.jobs.JobPath(), desk.path(u"v.2/lavoro.ZLT"_s));
 }
 
 void TestJobFiles::nothingHalfMade_data()
@@ -404,58 +302,6 @@ void TestJobFiles::nothingHalfMade()
         const PlainUser plain;
         refused("3051 3027");
     }
-}
-
-void TestJobFiles::lockedJob_data()
-{
-    QTest::addColumn<QString>("operation");
-    QTest::newRow("compact") << u"compact"_s;
-    QTest::newRow("delete") << u"delete"_s;
-}
-
-/// Another program is in the middle of a change.
-void TestJobFiles::lockedJob()
-{
-    QFETCH(QString, operation);
-    JobDesk desk;
-    const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
-    RawFile other(desk.path(u"A.ZLT"_s));
-    other.run("BEGIN IMMEDIATE; DELETE FROM Vani");
-    desk.user.files = QStringList{u"~/a.zlt"_s};
-    operations().at(operation)(desk.jobs);
-    QVERIFY(desk.user.said().endsWith(u"report: 3045"));
-    other.run("ROLLBACK");
-    QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), before);
-    QVERIFY(!QFile::exists(desk.path(u"A.BAK"_s)));
-}
-
-void TestJobFiles::readOnlyJob()
-{
-    JobDesk desk;
-    const QString folder = QFileInfo(desk.path(u"x"_s)).path();
-    ::chmod(QFile::encodeName(folder).constData(), 0755);
-    ::chmod(QFile::encodeName(desk.path(u"B.ZLT"_s)).constData(), 0444);
-    ::chmod(QFile::encodeName(desk.path(u"EARLIER.ZLT"_s)).constData(), 0444);
-    const PlainUser plain;
-    desk.open(u"B.ZLT"_s);
-    QCOMPARE(desk.openJob(), u"~/B.ZLT"_s);
-    QCOMPARE(errorOf([&] { desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s); }), 3027);
-    // It cannot be completed, so it does not stay open either.
-    QCOMPARE(errorOf([&] { desk.jobs.openGiven(desk.path(u"EARLIER.ZLT"_s)); }), 3027);
-    QCOMPARE(desk.openJob(), QString());
-}
-
-/// Whoever has the job open meanwhile finds out before anything of his goes to the wrong file.
-void TestJobFiles::anotherProgramReplacesTheJob()
-{
-    JobDesk desk;
-    Database other = Database::open(desk.path(u"A.ZLT"_s));
-    desk.user.files = QStringList{u"~/A.ZLT"_s};
-    desk.jobs.CompattaArchivio();
-    QVERIFY(!desk.user.said().contains(u"report"));
-    const QByteArray backup = bytesOf(desk.path(u"A.BAK"_s));
-    QCOMPARE(errorOf([&] { other.Execute(u"DELETE FROM Vani"_s); }), 3027);
-    QCOMPARE(bytesOf(desk.path(u"A.BAK"_s)), backup);
 }
 
 void TestJobFiles::filesAreReopened()

@@ -43,6 +43,18 @@ public:
         m_lines << QStringLiteral("question: ") + question;
         return answer;
     }
+    bool confirmLoss(QWidget* /*parent*/, const QString& question) override
+    {
+        m_lines << QStringLiteral("confirm: ") + question;
+        return answer;
+    }
+    std::optional<int> choose(QWidget* /*parent*/, const QString& question,
+                              const QStringList& choices) override
+    {
+        m_lines << QStringLiteral("choose: ") + question.section(u'\n', 0, 0) + choices.join(u'|');
+        return answer ? std::optional(0) : std::nullopt;
+    }
+    bool moveToTrash(const QString& /*path*/) override { return false; }
     void showMessage(QWidget* /*parent*/, const QString& text) override
     {
         m_lines << QStringLiteral("message: ") + text;

@@ -5,6 +5,7 @@
 #include "store/database_error.h"
 #include "store/main_window_services.h"
 
+#include <QFile>
 #include <QStringList>
 
 #include <utility>
@@ -20,6 +21,9 @@ public:
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
     bool saysYes = true;
+    QString keeps = QStringLiteral("Copie di sicurezza"); ///< what is not to be lost, even so
+    std::optional<int> choice = 0;                        ///< which button is pressed
+    bool hasTrash = true;
     bool converts = true;
     std::size_t copy = 0; ///< which of the job's copies is chosen; none when there are not as many
     bool hasDocuments = false;
@@ -54,6 +58,20 @@ public:
     {
         say(u"ask", question);
         return saysYes;
+    }
+    bool confirmLoss(const QString& question) override
+    {
+        say(u"confirm", question);
+        return saysYes && !question.contains(keeps);
+    }
+    std::optional<int> choose(const QString& question, const QStringList& choices) override
+    {
+        say(u"choose", question.section(u'\n', 0, 0) + choices.join(u'|'));
+        return choice;
+    }
+    bool moveToTrash(const QString& path) override
+    {
+        return hasTrash && QFile::rename(path, path + QStringLiteral(".trashed"));
     }
     void showMessage(const QString& text) override { say(u"message", text); }
     void showError(const QString& text) override { say(u"error", text); }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every operation of the File menu, done, cancelled and failing, in the whole program.
+// Every operation of the File menu in the whole program, done and failing; tst_job_files has the
+// rest.
 #include "ui/window_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -49,51 +50,56 @@ private slots:
         const QString remove = u"file: Selezionare Lavoro da Eliminare"_s;
         const QString compact = u"file: Selezionare Database da Compattare"_s;
         const QString repair = u"file: Selezionare Database da Riparare"_s;
-        const QString ask = u"\nquestion: Confermi cancellazione del file ''~/%1''?"_s;
+        const QString ask = u"\nconfirm: Confermi cancellazione del file ''~/%1''?"_s;
+
+        QString copies =
+            u"\nconfirm: Copie di sicurezza del lavoro «~/A.ZLT»: 1. Contengono anch'esse i nomi "
+            "e i dati del condominio.\n\nCancellare anche quelle?"_s;
+        const QString gone =
+            u"\nmessage: Il file «~/%1» è stato cancellato: non c'è un cestino che lo prenda."_s;
 
         add("new",
             {FileEntry::Nuovo, {u"~/nuovo"_s}, create, u"nuovo.ZLT"_s, u"A.ZLT B.ZLT nuovo.ZLT"_s});
-        add("new, cancelled", {FileEntry::Nuovo, {}, create, u"A.ZLT"_s, both});
         add("new, exists",
             {FileEntry::Nuovo, {u"~/B.ZLT"_s}, create + u"\nreport 3204"_s, u"A.ZLT"_s, both});
-        add("new, no such folder",
-            {FileEntry::Nuovo, {u"~/no/C"_s}, create + u"\nreport 3024"_s, u"A.ZLT"_s, both});
         add("open", {FileEntry::Apri, {u"~/B.ZLT"_s}, open, u"B.ZLT"_s, both});
-        add("open, cancelled", {FileEntry::Apri, {}, open, u"A.ZLT"_s, both});
         add("open, no database",
             {FileEntry::Apri, {u"~/rotto.zlt"_s}, open + u"\nreport 3343"_s, {}, both});
         add("duplicate",
-            {FileEntry::Duplica, {u"~/c"_s}, copy, u"C.ZLT"_s, u"A.ZLT B.ZLT C.ZLT"_s});
-        add("duplicate, cancelled", {FileEntry::Duplica, {}, copy, u"A.ZLT"_s, both});
-        add("duplicate, exists",
-            {FileEntry::Duplica, {u"~/B.ZLT"_s}, copy + u"\nreport 3204"_s, u"A.ZLT"_s, both});
-        add("delete the open job",
-            {FileEntry::Elimina, {u"~/A.ZLT"_s}, remove + ask.arg(u"A.ZLT"), {}, u"B.ZLT"_s});
-        add("delete another job", {FileEntry::Elimina,
-                                   {u"~/B.ZLT"_s},
-                                   remove + ask.arg(u"B.ZLT"),
-                                   u"A.ZLT"_s,
-                                   u"A.ZLT"_s});
-        add("delete, cancelled", {FileEntry::Elimina, {}, remove, u"A.ZLT"_s, both});
+            {FileEntry::Duplica, {u"~/C"_s}, copy, u"C.ZLT"_s, u"A.ZLT B.ZLT C.ZLT"_s});
+        add("delete the open job", {FileEntry::Elimina,
+                                    {u"~/A.ZLT"_s},
+                                    remove + ask.arg(u"A.ZLT") + copies + gone.arg(u"A.ZLT"_s),
+                                    {},
+                                    u"B.ZLT"_s});
+        add("delete another job",
+            {FileEntry::Elimina,
+             {u"~/B.ZLT"_s},
+             remove + ask.arg(u"B.ZLT") + copies.replace(u"A.ZLT"_s, u"B.ZLT"_s) +
+                 gone.arg(u"B.ZLT"_s),
+             u"A.ZLT"_s,
+             u"A.ZLT"_s});
         add("compact the open job", {FileEntry::Compattamento,
                                      {u"~/A.ZLT"_s},
                                      compact,
                                      u"A.ZLT"_s,
                                      u"A.BAK A.ZLT B.ZLT"_s});
-        add("compact, cancelled", {FileEntry::Compattamento, {}, compact, u"A.ZLT"_s, both});
         add("compact, no database", {FileEntry::Compattamento,
                                      {u"~/rotto.zlt"_s},
                                      compact + u"\nreport 3343"_s,
                                      u"A.ZLT"_s,
                                      both});
         add("repair the open job",
-            {FileEntry::Riparazione, {u"~/A.ZLT"_s}, repair, u"A.ZLT"_s, both});
-        add("repair, cancelled", {FileEntry::Riparazione, {}, repair, u"A.ZLT"_s, both});
+            {FileEntry::Riparazione,
+             {u"~/A.ZLT"_s},
+             repair + u"\nmessage: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s,
+             u"A.ZLT"_s,
+             both});
         add("restore a copy", {FileEntry::RipristinaCopia,
                                {u"~/c"_s},
                                u"copies: 2\nfile: Indicare il nome del lavoro ripristinato"_s,
-                               u"C.ZLT"_s,
-                               u"A.ZLT B.ZLT C.ZLT"_s});
+                               u"c.ZLT"_s,
+                               u"A.ZLT B.ZLT c.ZLT"_s});
         add("recent", {FileEntry{14}, {}, {}, u"B.ZLT"_s, both});
     }
     void operations()

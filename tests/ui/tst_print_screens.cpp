@@ -243,6 +243,7 @@ private slots:
         QVERIFY(screen->isVisible());
         m_office->user.files = QStringList{u"~/riparto.pdf"_s};
         screen->stampa();
+        QVERIFY(m_office->user.said().contains(u"in [~ESEMPIO - riparto.pdf]"));
         QVERIFY(!QFile::exists(m_office->path(u"riparto.pdf"_s)));
     }
 

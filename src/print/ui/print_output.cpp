@@ -51,9 +51,10 @@ QString chooseOutputPath(store::MainWindowServices& window, const QString& title
     if (const QString extension = u'.' + proposed.suffix();
         !path.endsWith(extension, Qt::CaseInsensitive))
         path += extension;
-    const bool isFree = !QFileInfo::exists(path) ||
-                        window.askYesNo(QStringLiteral("Il file «%1» esiste già.\n\nSostituirlo?")
-                                            .arg(QFileInfo(path).fileName()));
+    const bool isFree =
+        !QFileInfo::exists(path) ||
+        window.confirmLoss(QStringLiteral("Il file «%1» esiste già.\n\nSostituirlo?")
+                               .arg(QFileInfo(path).fileName()));
     return isFree ? path : QString();
 }
 

@@ -16,7 +16,7 @@ using widgets::TypedLine;
 
 Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
     : PrintScreen(QStringLiteral("Millesimi"), QStringLiteral("Calcolo millesimi"),
-                  DocumentoCalcolo, context, parent),
+                  {DocumentoCalcolo}, context, parent),
       m_primaPagina(new TypedLine(QStringLiteral("IOL"), 3)),
       m_esteso(new QRadioButton(QStringLiteral("Esteso"))),
       m_compatto(new QRadioButton(QStringLiteral("Compatto")))

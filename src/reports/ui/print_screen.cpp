@@ -31,9 +31,9 @@ QString csvFolder(const QString& workbook)
 
 } // namespace
 
-PrintScreen::PrintScreen(const QString& name, const QString& caption, QString document,
+PrintScreen::PrintScreen(const QString& name, const QString& caption, Documento documento,
                          const StampaContext& context, QWidget* parent)
-    : QDialog(parent), m_context(context), m_document(std::move(document)),
+    : QDialog(parent), m_context(context), m_documento(std::move(documento)),
       m_modello(calc::CaricaLavoro(context.lavoro)), m_layout(new QVBoxLayout(this))
 {
     setObjectName(name);
@@ -106,15 +106,15 @@ void PrintScreen::setSezioni(const SezioniStampa& sezioni)
 QString PrintScreen::proposedPath(const QString& extension) const
 {
     const QFileInfo job(m_context.jobPath);
-    return job.dir().filePath(job.completeBaseName() + extension);
+    return job.dir().filePath(job.completeBaseName() + m_documento.nameSuffix + extension);
 }
 
 print::DocumentData PrintScreen::documentData() const
 {
-    return {
-        .printTitle = printTitle(),
-        .info = {.title = documentTitle(m_document, m_modello), .author = print::userFullName()},
-        .pdfPath = proposedPath(QStringLiteral(".pdf"))};
+    return {.printTitle = printTitle(),
+            .info = {.title = documentTitle(m_documento.kind, m_modello),
+                     .author = print::userFullName()},
+            .pdfPath = proposedPath(QStringLiteral(".pdf"))};
 }
 
 void PrintScreen::draw()
@@ -196,7 +196,7 @@ void PrintScreen::esportaTabelle()
     const QString folder = csvFolder(path);
     const bool isFree =
         !QFileInfo::exists(folder) ||
-        m_context.print.window.askYesNo(
+        m_context.print.window.confirmLoss(
             QStringLiteral("La cartella «%1» esiste già.\n\nSostituire i suoi file CSV?")
                 .arg(QFileInfo(folder).fileName()));
     if (!isFree)
@@ -225,7 +225,7 @@ bool PrintScreen::reporting(const std::function<void()>& action)
     store::MainWindowServices& window = m_context.print.window;
     QString remark;
     try {
-        const store::StatusScope busy(window, m_document);
+        const store::StatusScope busy(window, m_documento.kind);
         action();
         return true;
     } catch (const calc::CalcError& error) {

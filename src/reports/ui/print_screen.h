@@ -46,9 +46,14 @@ public:
     void esportaTabelle();
 
 protected:
-    /// The kind of document, in its title. Throws CalcError and DatabaseError when the job cannot
-    /// be loaded.
-    PrintScreen(const QString& name, const QString& caption, QString document,
+    struct Documento
+    {
+        QString kind;            ///< in its title
+        QString nameSuffix = {}; ///< behind the job's name in the files that are proposed
+    };
+
+    /// Throws CalcError and DatabaseError when the job cannot be loaded.
+    PrintScreen(const QString& name, const QString& caption, Documento documento,
                 const StampaContext& context, QWidget* parent);
 
     /// Puts the screen's own part over the sections and the buttons; once, at the end of
@@ -84,7 +89,7 @@ private:
     bool reporting(const std::function<void()>& action);
 
     StampaContext m_context;
-    QString m_document;
+    Documento m_documento;
     calc::ModelloLavoro m_modello;
     std::array<QCheckBox*, 3> m_sezioni{};
     QVBoxLayout* m_layout;

@@ -16,8 +16,8 @@ namespace zelto::reports {
 using widgets::TypedLine;
 
 Riparto::Riparto(const StampaContext& context, QWidget* parent)
-    : PrintScreen(QStringLiteral("Riparto"), QStringLiteral("Riparto importo"), DocumentoRiparto,
-                  context, parent),
+    : PrintScreen(QStringLiteral("Riparto"), QStringLiteral("Riparto importo"),
+                  {DocumentoRiparto, QStringLiteral(" - riparto")}, context, parent),
       m_importo(new TypedLine(QStringLiteral("EOL"), 12)),
       m_indice(new QCheckBox(QStringLiteral("Calc. indice proporz. alla consist."))),
       m_quadratura(new QCheckBox(QStringLiteral("Quadratura al centesimo")))

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/figures.h"
+
+namespace zelto::reports {
+
+namespace {
+
+template <typename Real>
+void richiedi(const text::NumberMask& mask, Real figure, QStringView column, const Intestatario& di)
+{
+    if (mask.fits(figure))
+        return;
+    throw calc::CalcError(
+        QStringLiteral("La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
+                       "consistenze, coefficienti e altezze.")
+            .arg(column, di.nome(), QString::number(double{figure}, 'g', 12)));
+}
+
+} // namespace
+
+QString Intestatario::nome() const
+{
+    const QString unit =
+        QStringLiteral("dell'unità %1 (%2)").arg(QString::number(unita.RifUI), unita.Riferimento);
+    return vano == 0 ? unit : QStringLiteral("del vano %1 ").arg(vano) + unit;
+}
+
+void richiediIntera(const text::NumberMask& mask, double figure, QStringView column,
+                    const Intestatario& di)
+{
+    richiedi(mask, figure, column, di);
+}
+
+void richiediIntera(const text::NumberMask& mask, float figure, QStringView column,
+                    const Intestatario& di)
+{
+    richiedi(mask, figure, column, di);
+}
+
+} // namespace zelto::reports

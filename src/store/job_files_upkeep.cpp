@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Operations on jobs as files: delete, compact, repair, restore a copy.
+#include "store/file_operations.h"
+#include "store/job_copies.h"
+#include "store/job_dialogs.h"
+#include "store/job_files.h"
+#include "store/main_window_services.h"
+#include "store/master_database.h"
+#include "store/new_file.h"
+#include "store/repair.h"
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+using Kind = FileDialogRequest::Kind;
+
+namespace {
+
+constexpr QStringView BackupExtension = u".BAK";
+
+QString repairMessage(const QString& path, const RepairResult& result)
+{
+    if (result.damagedOriginal.isEmpty())
+        return u"Il file «%1» era integro: è stato soltanto riscritto."_s.arg(path);
+    return u"L'archivio era danneggiato. Unità recuperate: %1; vani recuperati: %2; record o campi "
+           "perduti: almeno %3.\n\nControllare tutti i dati del lavoro. Il file danneggiato è "
+           "conservato come «%4»."_s.arg(QString::number(result.units),
+                                         QString::number(result.rooms),
+                                         QString::number(result.leftOut), result.damagedOriginal);
+}
+
+/// A name that tells the restored job from the one of today.
+QString restoredName(const JobCopy& copy)
+{
+    return u"%1 %2"_s.arg(nameOf(withoutExtension(copy.job)),
+                          copy.kept.toString(u"yyyy-MM-dd HH-mm"_s));
+}
+
+} // namespace
+
+void JobFiles::withFilesClosed(const Operation& operation)
+{
+    m_job.suspend();
+    m_master.close();
+    reportingErrors(operation);
+    reportingErrors([&] { m_master.reopen(); });
+    reportingErrors([&] { m_job.resume(); });
+}
+
+bool JobFiles::leftToOtherWindow(const QString& path)
+{
+    return m_job.isOpenElsewhere(path) &&
+           !m_window.confirmLoss(
+               u"Il lavoro «%1» è aperto in un'altra finestra di Zelto, che non "
+               "potrà più modificarlo senza riaprirlo.\n\nProseguire?"_s.arg(path));
+}
+
+void JobFiles::EliminaLavoro()
+{
+    reportingErrors([&] {
+        const QString chosen = m_window.ShowFileDialog(jobDialog(
+            u"Selezionare Lavoro da Eliminare"_s, FileDialogRequest::FileMustExist, Kind::Save));
+        const QString path = asOnDisk(chosen);
+        if (path.isEmpty())
+            return;
+        if (!hasJobExtension(path))
+            m_window.showMessage(u"Il file selezionato non è un database ZELTO"_s);
+        else if (m_window.confirmLoss(u"Confermi cancellazione del file ''%1''?"_s.arg(path)) &&
+                 !leftToOtherWindow(path))
+            deleteJob(path);
+    });
+}
+
+void JobFiles::deleteJob(const QString& path)
+{
+    const QString file = realPath(path); // by which the copies are found when it is gone
+    const bool withCopies = copiesGoToo(file);
+    if (!withCopies && !mayGoAfterCopy(file))
+        return;
+    if (m_job.isAt(path)) {
+        if (!documentsClosed())
+            return;
+        m_job.close();
+    }
+    const bool trashed =
+        deleteFile(path, [&](const QString& one) { return m_window.moveToTrash(one); });
+    if (withCopies)
+        m_copies.removeAll(file);
+    m_window.showMessage((trashed ? u"Il file «%1» è stato spostato nel cestino."_s
+                                  : u"Il file «%1» è stato cancellato: non c'è un cestino che lo "
+                                    "prenda."_s)
+                             .arg(path));
+}
+
+bool JobFiles::copiesGoToo(const QString& path)
+{
+    const qsizetype copies = m_copies.count(path);
+    return copies > 0 &&
+           m_window.confirmLoss(u"Copie di sicurezza del lavoro «%1»: %2. Contengono anch'esse i "
+                                "nomi e i dati del condominio.\n\nCancellare anche quelle?"_s.arg(
+                                    path, QString::number(copies)));
+}
+
+/// Keeps a copy of what is about to go; false when that fails and the user would rather not go on.
+bool JobFiles::mayGoAfterCopy(const QString& path)
+{
+    try {
+        m_copies.keep(path);
+        return true;
+    } catch (const DatabaseError& error) {
+        if (error.number() == ErrorNumber::FileNotFound || error.number() == ErrorNumber::InUse)
+            throw;
+        return m_window.confirmLoss(u"Del file non si può conservare una copia di sicurezza.\n\n%1"
+                                    "\n\nEliminarlo ugualmente?"_s.arg(error.description()));
+    }
+}
+
+void JobFiles::CompattaArchivio()
+{
+    reportingErrors([&] {
+        const QString source = asOnDisk(m_window.ShowFileDialog(
+            databaseDialog(u"Selezionare Database da Compattare"_s,
+                           FileDialogRequest::FileMustExist, m_job.JobFolder())));
+        if (source.isEmpty() || refusedAsWindowsJob(source) || leftToOtherWindow(source) ||
+            !documentsClosed())
+            return;
+        const QString backup =
+            asOnDisk(withUpperCaseName(withoutExtension(source) + BackupExtension.toString()));
+        withFilesClosed([&] {
+            const StatusScope status(m_window, u"Compattamento "_s + backup + u" to "_s + source);
+            compact(source, backup);
+        });
+    });
+}
+
+void JobFiles::RiparaArchivio()
+{
+    reportingErrors([&] {
+        const QString path = asOnDisk(m_window.ShowFileDialog(databaseDialog(
+            u"Selezionare Database da Riparare"_s, FileDialogRequest::AnyFile, m_job.JobFolder())));
+        if (!path.isEmpty() && !refusedAsWindowsJob(path) && !leftToOtherWindow(path) &&
+            documentsClosed())
+            repairFile(path);
+    });
+}
+
+void JobFiles::repairFile(const QString& path)
+{
+    std::optional<RepairResult> result;
+    withFilesClosed([&] {
+        const StatusScope status(m_window, u"Riparazione database - "_s + path,
+                                 StatusScope::Pointer::Normal);
+        try {
+            if (hasJobExtension(path))
+                m_copies.keep(path);
+        } catch (const DatabaseError&) {
+            // A damaged file stays beside the repaired one.
+        }
+        result = repair(path);
+    });
+    if (result)
+        m_window.showMessage(repairMessage(path, *result));
+}
+
+void JobFiles::RipristinaCopia()
+{
+    reportingErrors([&] {
+        if (m_copies.jobs().isEmpty()) {
+            m_window.showMessage(
+                u"Non c'è ancora nessuna copia di sicurezza. Zelto ne conserva una "
+                "ogni volta che si apre o si chiude un lavoro cambiato."_s);
+            return;
+        }
+        const std::optional<JobCopy> copy = m_window.chooseCopy(m_copies, m_job.JobPath());
+        if (!copy)
+            return;
+        FileDialogRequest request =
+            jobDialog(u"Indicare il nome del lavoro ripristinato"_s, FileDialogRequest::AnyFile,
+                      Kind::Save, folderOf(copy->job));
+        request.defaultName = restoredName(*copy);
+        const QString chosen = m_window.ShowFileDialog(request);
+        if (chosen.isEmpty())
+            return;
+        if (const auto target = newJobPath(chosen, NameRule::AsTyped))
+            restore(copy->path, *target);
+    });
+}
+
+void JobFiles::restore(const QString& copy, const QString& target)
+{
+    requireFreeName(target);
+    if (!documentsClosed())
+        return;
+    {
+        const StatusScope status(m_window, u"Ripristino copia su "_s + target);
+        copyDatabase(copy, target);
+    }
+    openVerified(target, Conversion::Yes);
+}
+
+} // namespace zelto::store
