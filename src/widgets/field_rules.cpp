@@ -216,11 +216,15 @@ std::optional<QDate> readDate(QStringView text)
 QString typedBy(const QKeyEvent& key)
 {
     const QString text = key.text();
-    if (!bearsCharacter(key) ||
-        hasModifier(key, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+    if (!bearsCharacter(key) || isChord(key))
         return {};
     const bool keypad = key.modifiers().testFlag(Qt::KeypadModifier);
     return keypad && (text == u","_s || text == u"."_s) ? u"."_s : text;
+}
+
+bool isChord(const QKeyEvent& key)
+{
+    return hasModifier(key, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
 }
 
 bool isAltCharacter(const QKeyEvent& key)

@@ -53,6 +53,10 @@ struct FieldText
 /// The decimal key of the keypad types a point whatever the keyboard's language.
 [[nodiscard]] QString typedBy(const QKeyEvent& key);
 
+/// Whether the key is held together with Ctrl, Alt or Super. With AltGr it is not, though some
+/// desktops say so.
+[[nodiscard]] bool isChord(const QKeyEvent& key);
+
 /// Whether the key bears a character with Alt or Super, which Qt's own fields would type.
 [[nodiscard]] bool isAltCharacter(const QKeyEvent& key);
 
