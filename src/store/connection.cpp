@@ -4,6 +4,7 @@
 #include "store/engine_errors.h"
 #include "store/file_check.h"
 #include "store/file_names.h"
+#include "store/job_limits.h"
 #include "store/object_check.h"
 
 #include <QFile>
@@ -152,6 +153,7 @@ ConnectionPtr openEngine(const QString& path, const QString& shown, int flags)
     // The first read takes back what a journal says.
     connection->handle.exec("PRAGMA main.schema_version");
     checkHeader(headerOf(connection->handle), shown);
+    requireFileSize(QFileInfo(path).size(), shown);
     connection->handle.exec("PRAGMA journal_mode=DELETE");
     return connection;
 }

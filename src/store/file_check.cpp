@@ -9,7 +9,6 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
 #include <string_view>
 
 namespace zelto::store {
@@ -45,8 +44,10 @@ void checkFormerSize(const QByteArray& head, const QString& shown)
                       static_cast<std::size_t>(head.size()));
     const std::uint64_t pages = numberAt(bytes, PagesAt, 4).value_or(0);
     const std::uint64_t pageSize = numberAt(bytes, PageSizeAt, 4).value_or(0);
+    // 0 stands for the size that the file has.
     constexpr std::uint64_t LargestPage = 65536;
-    requireFileSize(static_cast<qint64>(pages * std::min(pageSize, LargestPage)), shown);
+    const bool given = pageSize != 0 && pageSize < LargestPage;
+    requireFileSize(static_cast<qint64>(pages * (given ? pageSize : LargestPage)), shown);
 }
 
 void checkJournal(const QString& path, const QString& shown)
