@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/jet/page_file.h"
 #include "store_fixture.h"
 
 #include <QSemaphore>
 #include <QTest>
 #include <QThread>
 
+#include <fcntl.h>
 #include <functional>
 #include <numeric>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::store;
@@ -61,6 +65,25 @@ QByteArray journalNaming(const QByteArray& name)
     return head + number(1) + name + number(name.size()) + number(sum) + JournalMagic;
 }
 
+/// Whether another process finds that this one holds the engine's lock.
+bool isLocked(const QString& path)
+{
+    const pid_t other = fork();
+    if (other == 0) {
+        constexpr off_t LockBytes = 0x40000000;
+        struct flock lock = {};
+        lock.l_type = F_WRLCK;
+        lock.l_start = LockBytes;
+        lock.l_len = 512;
+        const int file = ::open(QFile::encodeName(path).constData(), O_RDWR);
+        fcntl(file, F_GETLK, &lock);
+        _exit(lock.l_type == F_UNLCK ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(other, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
 Tampering instead(const std::function<void(const QString&)>& make)
 {
     return [make](const QString& path) {
@@ -90,6 +113,7 @@ private slots:
     void waitsForAnotherProgram();
     void refusesWhatAnotherProgramHolds();
     void undoesAnInterruptedWrite();
+    void locksStay();
     void transactions();
     void statements();
     void textBeyondTheLimit();
@@ -305,6 +329,19 @@ void TestDatabaseFile::undoesAnInterruptedWrite()
     QVERIFY(!QFile::exists(crashed + u"-journal"_s));
     QVERIFY(QDir(passing.path()).isEmpty());
     qunsetenv("TMPDIR");
+}
+
+/// Whatever else this process does with the file.
+void TestDatabaseFile::locksStay()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    Database database = Database::open(path);
+    const Database::Transaction transaction(database);
+    (void)Database::open(path, OpenMode::ReadOnly);
+    QVERIFY(!jet::isJetFile(path));
+    QCOMPARE(errorOf([&] { (void)jet::PageFile(path); }), 3343);
+    QVERIFY(isLocked(path));
 }
 
 void TestDatabaseFile::transactions()
