@@ -16,6 +16,7 @@ struct Plan
     int call = std::numeric_limits<int>::max();
     zelto::test::Fault fault = zelto::test::Fault::Once;
     int soFar = 0;
+    bool plainRenames = false;
 };
 
 Plan& plan()
@@ -43,12 +44,19 @@ long call(long number, Arguments... arguments)
 
 void zelto::test::faultAt(int call, Fault fault)
 {
-    plan() = {.call = call, .fault = fault};
+    plan().call = call;
+    plan().fault = fault;
+    plan().soFar = 0;
 }
 
 int zelto::test::callsSoFar()
 {
     return plan().soFar;
+}
+
+void zelto::test::allowPlainRenamesOnly()
+{
+    plan().plainRenames = true;
 }
 
 // They take the place of the system library's, whose own names of parameters are reserved.
@@ -90,6 +98,10 @@ int unlink(const char* path) noexcept
 int renameat2(int oldFolder, const char* oldPath, int newFolder, const char* newPath,
               unsigned int flags) noexcept
 {
+    if (flags != 0 && plan().plainRenames) {
+        errno = EINVAL;
+        return -1;
+    }
     return static_cast<int>(call(SYS_renameat2, oldFolder, oldPath, newFolder, newPath, flags));
 }
 

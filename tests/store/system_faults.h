@@ -15,4 +15,7 @@ void faultAt(int call, Fault fault);
 /// How many there were.
 [[nodiscard]] int callsSoFar();
 
+/// From now on file systems know plain renames only, as some network drives and memory sticks do.
+void allowPlainRenamesOnly();
+
 } // namespace zelto::test

@@ -5,7 +5,6 @@
 #include "store/jet/conversion.h"
 #include "store/repair.h"
 #include "store_fixture.h"
-#include "support/killed_process.h"
 #include "system_faults.h"
 
 #include <QTest>
@@ -44,6 +43,15 @@ QByteArray stateOf(const QString& path)
     } catch (const DatabaseError&) {
         return bytesOf(path);
     }
+}
+
+/// The path of a job of many pages.
+QString exampleIn(const JobFolder& folder)
+{
+    const QString job = folder.file(u"LAVORO.ZLT"_s);
+    QFile::copy(QStringLiteral(EXAMPLE_JOB), job);
+    QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
+    return job;
 }
 
 QMap<QString, QByteArray> statesIn(const JobFolder& folder)
@@ -96,6 +104,9 @@ Outcome runApart(const Operation& operation, const QString& job, int faultyCall,
     return outcome;
 }
 
+/// An operation that frees the job's name for a moment, in which the backup bears the job.
+constexpr const char* PlainRenames = "compact, plain renames";
+
 /// The job in the midst of a change that was broken off.
 void interrupt(const QString& job)
 {
@@ -142,6 +153,11 @@ void TestFaults::wholeAfterFault_data()
     row("duplicate, restore",
         [](const QString& job) { copyDatabase(job, beside(job, u"COPIA.ZLT")); });
     row("compact", [](const QString& job) { compact(job, beside(job, u"LAVORO.BAK")); });
+    row(PlainRenames, [](const QString& job) {
+        allowPlainRenamesOnly();
+        compact(job, beside(job, u"LAVORO.BAK"));
+    });
+    row("delete", [](const QString& job) { deleteFile(job); });
     row("repair", [](const QString& job) { repair(job); });
     row(
         "repair of foreign tables", [](const QString& job) { repair(job); },
@@ -168,7 +184,7 @@ void TestFaults::wholeAfterFault()
     QFETCH(Operation, operation);
     const QString job = u"LAVORO.ZLT"_s;
     const JobFolder sound;
-    prepare(sound.newJob(job));
+    prepare(exampleIn(sound));
     const auto before = statesIn(sound);
     const int calls = runApart(operation, sound.file(job), -1, Fault::Once).calls;
     const auto after = statesIn(sound);
@@ -180,17 +196,18 @@ void TestFaults::wholeAfterFault()
     for (const Fault fault : {Fault::Once, Fault::ForGood, Fault::Kill})
         for (int call = 1; call <= calls; call += step) {
             const JobFolder folder;
-            prepare(folder.newJob(job));
+            prepare(exampleIn(folder));
             const Outcome outcome = runApart(operation, folder.file(job), call, fault);
             const QString place =
                 u"fault %1 at call %2 of %3: "_s.arg(static_cast<int>(fault)).arg(call).arg(calls);
             QVERIFY2(fault == Fault::Kill ? outcome.killed : outcome.done || outcome.refused,
                      qPrintable(place));
-            const auto now = statesIn(folder);
+            auto now = statesIn(folder);
+            if (!now.contains(job) && QTest::currentDataTag() == QByteArray(PlainRenames))
+                now[job] = now.take(u"LAVORO.BAK"_s);
             for (const QString& name : now.keys() + before.keys()) {
-                const QByteArray state = now.value(name);
-                QVERIFY2(now.contains(name) && (before.value(name, "none") == state ||
-                                                after.value(name, "none") == state),
+                const QByteArray state = now.value(name, "none");
+                QVERIFY2(before.value(name, "none") == state || after.value(name, "none") == state,
                          qPrintable(place + name));
             }
             QVERIFY2(!outcome.done || now == after, qPrintable(place + u"done"_s));
