@@ -167,15 +167,15 @@ ConnectionPtr openChecked(const QString& path, const QString& shown, int flags)
 
 /// After a power failure the file waits for its last change to be taken back, which only a writer
 /// can do. A reader lets it be done on a copy.
-ConnectionPtr openReadOnly(const QString& path, const QString& shown)
+ConnectionPtr openReadOnly(const QString& file, const QString& shown)
 {
     try {
-        return openChecked(path, shown, SQLite::OPEN_READONLY);
+        return openChecked(file, shown, SQLite::OPEN_READONLY);
     } catch (const SQLite::Exception& failure) {
         if (failure.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK)
             throw;
     }
-    auto copy = std::make_unique<PrivateCopy>(path, shown);
+    auto copy = std::make_unique<PrivateCopy>(file, shown);
     (void)openEngine(copy->path(), shown, SQLite::OPEN_READWRITE);
     ConnectionPtr connection = openChecked(copy->path(), shown, SQLite::OPEN_READONLY);
     connection->copy = std::move(copy);
@@ -183,11 +183,11 @@ ConnectionPtr openReadOnly(const QString& path, const QString& shown)
 }
 
 /// What a journal would make of the file is looked at on a copy before it happens.
-ConnectionPtr openForWriting(const QString& path, const QString& shown)
+ConnectionPtr openForWriting(const QString& file, const QString& shown)
 {
-    if (hasJournal(path))
-        (void)openReadOnly(path, shown);
-    return openChecked(path, shown, SQLite::OPEN_READWRITE);
+    if (hasJournal(file))
+        (void)openReadOnly(file, shown);
+    return openChecked(file, shown, SQLite::OPEN_READWRITE);
 }
 
 /// Never touches what exists already, not even by a race.

@@ -43,10 +43,12 @@ EngineFile::EngineFile(const QString& path, const QString& shown)
 {
     requirePlainFile(path, shown);
     sqlite3_vfs* const layer = sqlite3_vfs_find(nullptr);
-    m_memory = std::make_unique<std::byte[]>(static_cast<std::size_t>(layer->szOsFile));
-    require(layer->xOpen(layer, m_name.get(), file(), SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB,
-                         nullptr),
-            shown);
+    m_memory.resize(static_cast<std::size_t>(layer->szOsFile));
+    const int result = layer->xOpen(layer, m_name.get(), file(),
+                                    SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
+    if (result != SQLITE_OK)
+        requirePlainFile(path, shown); // it may be gone meanwhile
+    require(result, shown);
 }
 
 EngineFile::~EngineFile()
@@ -57,7 +59,7 @@ EngineFile::~EngineFile()
 
 sqlite3_file* EngineFile::file() const
 {
-    return reinterpret_cast<sqlite3_file*>(m_memory.get());
+    return reinterpret_cast<sqlite3_file*>(const_cast<std::byte*>(m_memory.data()));
 }
 
 qint64 EngineFile::size() const

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 struct sqlite3_file;
 
@@ -51,7 +52,7 @@ private:
 
     QString m_shown;
     std::unique_ptr<const char, NameDeleter> m_name; ///< the engine's file refers to it
-    std::unique_ptr<std::byte[]> m_memory;           ///< of the engine's file
+    std::vector<std::byte> m_memory;                 ///< of the engine's file
 };
 
 /// Throws as the constructor of EngineFile does; nothing is opened. Links are not followed.

@@ -31,12 +31,6 @@ DatabaseError refused(QStringView description, const QString& shown)
     return {ErrorNumber::NotADatabase, description.toString().arg(shown)};
 }
 
-bool isThere(const QString& path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
-
 /// The engine gives the file the size that the journal says it had.
 void checkFormerSize(const QByteArray& head, const QString& shown)
 {
@@ -47,7 +41,8 @@ void checkFormerSize(const QByteArray& head, const QString& shown)
     // 0 stands for the size that the file has.
     constexpr std::uint64_t LargestPage = 65536;
     const bool given = pageSize != 0 && pageSize < LargestPage;
-    requireFileSize(static_cast<qint64>(pages * (given ? pageSize : LargestPage)), shown);
+    const std::uint64_t size = pages * (given ? pageSize : LargestPage);
+    requireFileSize(static_cast<qint64>(size), shown);
 }
 
 void checkJournal(const QString& path, const QString& shown)
@@ -67,24 +62,36 @@ void checkJournal(const QString& path, const QString& shown)
         checkFormerSize(head, shown);
 }
 
+/// Looks at a file beside the job, unless it is gone: another program may just have ended its
+/// change.
+template <typename Look>
+void ifStillThere(Look look)
+{
+    try {
+        look();
+    } catch (const DatabaseError& error) {
+        if (error.number() != ErrorNumber::FileNotFound)
+            throw;
+    }
+}
+
 } // namespace
 
-void checkFile(const QString& path, const QString& shown)
+void checkFile(const QString& file, const QString& shown)
 {
-    requirePlainFile(path, shown);
-    const QStringList beside = engineFilesOf(path);
+    requirePlainFile(file, shown);
+    const QStringList beside = engineFilesOf(file);
     const QStringList besideShown = engineFilesOf(shown);
     for (qsizetype i = 0; i < beside.size(); ++i)
-        if (isThere(beside[i]))
-            requirePlainFile(beside[i], besideShown[i]);
-    const EngineFile file(path, shown);
-    requireFileSize(file.size(), shown);
-    checkHeader(file.read(0, HeaderSize), shown);
-    if (isThere(path + u"-wal"_s))
+        ifStillThere([&] { requirePlainFile(beside[i], besideShown[i]); });
+    const EngineFile bytes(file, shown);
+    requireFileSize(bytes.size(), shown);
+    checkHeader(bytes.read(0, HeaderSize), shown);
+    if (QFileInfo::exists(file + u"-wal"_s))
         throw refused(u"Accanto al file «%1» c'è un registro separato (WAL), che non è ammesso.",
                       shown);
-    if (hasJournal(path))
-        checkJournal(journalOf(path), journalOf(shown));
+    if (hasJournal(file))
+        ifStillThere([&] { checkJournal(journalOf(file), journalOf(shown)); });
 }
 
 void checkHeader(const QByteArray& header, const QString& shown)

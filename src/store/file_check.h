@@ -15,7 +15,7 @@ inline constexpr qint64 HeaderSize = 100;
 /// shown. Throws DatabaseError: FileNotFound; CannotOpen for what is not a plain file; Damaged for
 /// a file or journal that is too large; NotADatabase for a file of another kind or in WAL mode, one
 /// with a WAL file beside it, and one whose journal names another file.
-void checkFile(const QString& path, const QString& shown);
+void checkFile(const QString& file, const QString& shown);
 
 /// Throws NotADatabase unless the file's first bytes are those of a database in rollback mode.
 void checkHeader(const QByteArray& header, const QString& shown);

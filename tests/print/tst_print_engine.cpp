@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every operation: its record, and what it draws directly and on replay.
 #include "print/print_engine.h"
-#include "print/print_error.h"
 #include "probe_surface.h"
 
 #include <QBuffer>
@@ -227,17 +226,6 @@ private slots:
         for (QString& line : drawn)
             line = line.section(u' ', 0, 0) + line.section(u"Pagina"_s, 1).left(2);
         QCOMPARE(drawn, (QStringList{u"text 2"_s, u"page"_s, u"text 3"_s, u"page"_s, u"finish"_s}));
-    }
-
-    /// One more would be written over the first.
-    void moreThan9999PagesAreRefused()
-    {
-        PrintEngine print(m_dir.path(), {});
-        print.BeginDocument();
-        for (int page = 1; page <= 9999; ++page)
-            print.NewPage();
-        QVERIFY_EXCEPTION_THROWN(print.NewPage(), PrintError);
-        QVERIFY(!print.isRecording());
     }
 
     void drawingOfADocument()
