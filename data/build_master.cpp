@@ -11,18 +11,7 @@ namespace zelto::data {
 namespace {
 
 using store::Database;
-using store::FieldType;
-using store::TableDef;
 using store::Value;
-
-/// Readers take the first field.
-TableDef coefficenti()
-{
-    return {
-        .name = store::TabellaCoefficenti.toString(),
-        .fields = {{.name = QStringLiteral("Descrizione"), .type = FieldType::Text, .size = 100},
-                   {.name = QStringLiteral("Gruppo"), .type = FieldType::Text, .size = 20}}};
-}
 
 QStringList groupNames()
 {
@@ -49,7 +38,7 @@ void writeMaster(const QString& path, const DataText& text)
 {
     Database master = Database::create(path);
     master.Execute(QStringLiteral("PRAGMA user_version = %1").arg(store::masterAccessMark()));
-    master.appendTable(coefficenti());
+    master.appendTable(store::masterTable());
     store::TableRecordset records = master.openTable(store::TabellaCoefficenti);
     for (const Row& row : text.rows()) {
         records.AddNew();

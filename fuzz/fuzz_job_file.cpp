@@ -122,7 +122,7 @@ void runFile(std::string_view bytes)
 
 void runCells(std::string_view bytes)
 {
-    static store::Database job = looseJob(folderTemplate());
+    static store::Database job = looseJob();
     store::Database::Transaction takenBack(job);
     // The check of all contents takes longer than the loading, which must bear what it refuses.
     const bool checked = takeByte(bytes) % 4 == 0;

@@ -5,7 +5,6 @@
 #include "store/schema.h"
 
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <array>
 
@@ -86,16 +85,15 @@ QString literal(std::string_view& bytes)
 
 } // namespace
 
-Database looseJob(const QString& folderTemplate)
+Database looseJob()
 {
-    const QTemporaryDir folder(folderTemplate);
-    const QString path = folder.filePath(QStringLiteral("LAVORO.ZLT"));
-    Database job = Database::create(path);
+    Database job(std::make_shared<store::Connection>(
+        QStringLiteral("LAVORO.ZLT"), SQLite::Database(":memory:", SQLite::OPEN_READWRITE)));
     for (const TableDef& table : store::jobTables())
         job.Execute(QStringLiteral("CREATE TABLE %1 (%2)")
                         .arg(store::quoted(table.name), fieldList(table)));
     fill(job);
-    return Database::openCopyInMemory(path);
+    return job;
 }
 
 void changeCells(Database& job, std::string_view bytes)

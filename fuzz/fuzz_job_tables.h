@@ -9,7 +9,7 @@
 namespace zelto::fuzz {
 
 /// A small sound job in memory without the rules that its file would keep.
-[[nodiscard]] store::Database looseJob(const QString& folderTemplate);
+[[nodiscard]] store::Database looseJob();
 
 /// Changes cells as the bytes say: table, field, record, kind and content of the new value, over
 /// and over. Throws DatabaseError for a change that even these tables refuse.

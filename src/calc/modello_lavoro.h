@@ -2,6 +2,8 @@
 // A whole job in memory, as calculation and reports work on it.
 #pragma once
 
+#include "store/job_limits.h"
+
 #include <QString>
 
 #include <array>
@@ -11,8 +13,8 @@
 namespace zelto::calc {
 
 /// Limits of the model: a job beyond the first two is refused.
-inline constexpr int MaxUI = 300;
-inline constexpr int MaxVani = 50;
+inline constexpr int MaxUI = store::MostCalculatedUnits;
+inline constexpr int MaxVani = store::MostCalculatedRooms;
 inline constexpr int MaxTabelle = 10;
 
 /// One room: its real size, its coefficients and the sizes that follow from them.

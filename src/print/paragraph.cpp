@@ -7,6 +7,10 @@ namespace zelto::print {
 
 namespace {
 
+/// How much of a text is measured at first. A word may be as long as a memo: a line measures as
+/// much of it as it could hold, and not all that follows.
+constexpr qsizetype FirstPiece = 256;
+
 qsizetype skipBlanks(QStringView text, qsizetype from)
 {
     while (from < text.size() && text[from] == u' ')
@@ -60,7 +64,9 @@ qsizetype LineBreaker::wordsThatFit(QStringView paragraph) const
     double used = 0;
     qsizetype length = 0;
     while (length < paragraph.size()) {
-        const qsizetype wordEnd = skipWord(paragraph, skipBlanks(paragraph, length));
+        const qsizetype wordEnd = endOfWord(paragraph, length, m_width - used);
+        if (wordEnd < 0)
+            break;
         used += m_measure.width(paragraph.sliced(length, wordEnd - length));
         if (used >= m_width)
             break;
@@ -69,13 +75,32 @@ qsizetype LineBreaker::wordsThatFit(QStringView paragraph) const
     return length;
 }
 
+/// Where the word that begins behind the place ends; negative when it is at least as wide as the
+/// limit and not measured to its end.
+qsizetype LineBreaker::endOfWord(QStringView paragraph, qsizetype from, double limit) const
+{
+    for (qsizetype piece = FirstPiece;; piece *= 2) {
+        const QStringView seen = paragraph.first(std::min(from + piece, paragraph.size()));
+        const qsizetype end = skipWord(seen, skipBlanks(seen, from));
+        if (end < seen.size() || seen.size() == paragraph.size())
+            return end;
+        if (m_measure.width(seen.sliced(from)) >= limit)
+            return -1;
+    }
+}
+
 /// As much of the first word as fits, but at least one character.
 qsizetype LineBreaker::charactersThatFit(QStringView paragraph) const
 {
-    const QStringView word = paragraph.first(skipWord(paragraph, skipBlanks(paragraph, 0)));
-    const bool pair = word.size() > 1 && word[0].isHighSurrogate() && word[1].isLowSurrogate();
-    const qsizetype atLeast = std::min<qsizetype>(pair ? 2 : 1, word.size());
-    return std::max(atLeast, m_measure.fittingLength(word, m_width));
+    for (qsizetype piece = FirstPiece;; piece *= 2) {
+        const QStringView seen = paragraph.first(std::min(piece, paragraph.size()));
+        const QStringView word = seen.first(skipWord(seen, skipBlanks(seen, 0)));
+        const qsizetype fits = m_measure.fittingLength(word, m_width);
+        if (fits == word.size() && word.size() < paragraph.size() && word.size() == seen.size())
+            continue;
+        const bool pair = word.size() > 1 && word[0].isHighSurrogate() && word[1].isLowSurrogate();
+        return std::max(std::min<qsizetype>(pair ? 2 : 1, word.size()), fits);
+    }
 }
 
 JustifiedLine justify(QStringView line, qsizetype extraBlanks)

@@ -32,6 +32,7 @@ public:
 
 private:
     [[nodiscard]] qsizetype wordsThatFit(QStringView paragraph) const;
+    [[nodiscard]] qsizetype endOfWord(QStringView paragraph, qsizetype from, double limit) const;
     [[nodiscard]] qsizetype charactersThatFit(QStringView paragraph) const;
 
     const TextMeasure& m_measure;

@@ -3,12 +3,26 @@
 #include "print/print_engine.h"
 
 #include "print/print_error.h"
+#include "store/job_limits.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace zelto::print {
+
+namespace {
+
+void requirePages(int count)
+{
+    if (count > store::MostPages)
+        throw PrintError(PrintErrorNumber::DeviceFailed,
+                         QStringLiteral("Il documento ha più di %1 pagine, il massimo che si può "
+                                        "stampare in una volta.")
+                             .arg(store::MostPages));
+}
+
+} // namespace
 
 PrintEngine::PrintEngine(QString pageFolder, const text::DecimalSeparators& separators)
     : m_pages(std::move(pageFolder)), m_page(separators.LocalDecimalSeparator.toLatin1())
@@ -52,6 +66,7 @@ void PrintEngine::EndDocument()
         --m_pageNumber;
         --m_pageCount;
     }
+    requirePages(m_pageCount);
 }
 
 void PrintEngine::WriteState()
@@ -71,6 +86,8 @@ void PrintEngine::DeletePages()
 
 void PrintEngine::openPage(int index)
 {
+    // The page behind the last one may turn out to hold nothing.
+    requirePages(index);
     m_page.open(m_pages.pagePath(index));
     m_pageNumber = index;
     m_pageCount = index + 1;

@@ -69,7 +69,8 @@ public:
     /// is recorded: the report does it when it has chosen its font.
     void BeginDocument();
 
-    /// Recording: starts the next page with the state in force. Drawing: a page break.
+    /// Recording: starts the next page with the state in force; a document of more than 9,999 pages
+    /// throws PrintError and ends the recording. Drawing: a page break.
     void NewPage();
 
     /// Recording: ends it, without a last page that holds no more than its state. Drawing: ends the

@@ -2,6 +2,10 @@
 #include "store/connection.h"
 
 #include "store/engine_errors.h"
+#include "store/file_check.h"
+#include "store/file_names.h"
+#include "store/job_limits.h"
+#include "store/object_check.h"
 #include "store/passing_folder.h"
 #include "text/system_reason.h"
 
@@ -10,10 +14,8 @@
 
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/Statement.h>
-#include <algorithm>
 #include <array>
 #include <sqlite3.h>
-#include <string_view>
 #include <utility>
 
 namespace zelto::store {
@@ -61,64 +63,74 @@ void harden(SQLite::Database& handle)
     handle.exec("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0; PRAGMA synchronous=EXTRA;");
 }
 
-DatabaseError notADatabase(QStringView description, const QString& path)
-{
-    return {ErrorNumber::NotADatabase, description.toString().arg(path)};
-}
-
 DatabaseError damaged(const QString& path, const char* detail)
 {
     return damagedFile(path, QString::fromUtf8(detail));
 }
 
-/// Looks at the file's first bytes through the engine's own descriptor: closing another one would
-/// drop the locks that this process holds on the file.
-void checkHeader(SQLite::Database& handle, const QString& path)
+/// The header as the engine has it, after what a journal took back.
+QByteArray headerOf(SQLite::Database& handle)
 {
-    constexpr std::string_view Signature("SQLite format 3\0", 16);
-    constexpr std::size_t WriteVersion = 18;
-    constexpr std::size_t ReadVersion = 19;
-    constexpr char RollbackJournal = 1;
-
-    std::array<char, 100> header{};
+    QByteArray header(HeaderSize, '\0');
     sqlite3_file* file = nullptr;
     sqlite3_file_control(handle.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    if (file == nullptr || file->pMethods == nullptr ||
-        file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0) !=
-            SQLITE_OK ||
-        !std::string_view(header.data(), header.size()).starts_with(Signature))
-        throw notADatabase(u"Il file «%1» non è un database riconosciuto.", path);
-    if (header[WriteVersion] != RollbackJournal || header[ReadVersion] != RollbackJournal)
-        throw notADatabase(u"Il file «%1» usa un registro separato (WAL), che non è ammesso.",
-                           path);
+    const bool read =
+        file != nullptr && file->pMethods != nullptr &&
+        file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0) == SQLITE_OK;
+    return read ? header : QByteArray();
 }
 
-/// Views, triggers and virtual tables run code of whoever made the file; a job has none.
-void checkObjects(SQLite::Database& handle, const QString& path)
+constexpr int StepsBetweenLooks = 100'000;
+
+int statementBegins(unsigned int /*event*/, void* count, void* /*statement*/, void* /*sql*/)
 {
-    SQLite::Statement objects(handle, "SELECT name FROM sqlite_schema WHERE type NOT IN ('table', "
-                                      "'index') OR (type = 'table' AND rootpage = 0) LIMIT 1");
-    if (!objects.executeStep())
-        return;
-    throw DatabaseError(ErrorNumber::NotADatabase,
-                        u"Il file «%1» contiene un oggetto non ammesso («%2»)."_s.arg(
-                            path, QString::fromUtf8(objects.getColumn(0).getText())));
+    static_cast<StepCount*>(count)->taken = 0;
+    return 0;
 }
 
+/// Not 0 ends the statement.
+int statementGoesOn(void* count)
+{
+    auto* const steps = static_cast<StepCount*>(count);
+    steps->taken += StepsBetweenLooks;
+    return steps->taken > steps->most ? 1 : 0;
+}
+
+/// Checking a file of rooms and nothing else takes about ten steps for each of its bytes.
+void limitSteps(Connection& connection, qint64 fileSize)
+{
+    constexpr qint64 Always = 100'000'000;
+    constexpr qint64 ForEachByte = 100;
+    connection.steps->most = Always + ForEachByte * fileSize;
+    sqlite3* const engine = connection.handle.getHandle();
+    sqlite3_trace_v2(engine, SQLITE_TRACE_STMT, statementBegins, connection.steps.get());
+    sqlite3_progress_handler(engine, StepsBetweenLooks, statementGoesOn, connection.steps.get());
+}
+
+/// Without the CHECK conditions: ControllaTabelle names the field that breaks one.
 void checkStructure(SQLite::Database& handle, const QString& path)
 {
+    handle.exec("PRAGMA ignore_check_constraints=ON");
     SQLite::Statement check(handle, "PRAGMA quick_check(1)");
     const std::string result = check.executeStep() ? check.getColumn(0).getString() : std::string();
+    handle.exec("PRAGMA ignore_check_constraints=OFF");
     if (result != "ok")
         throw damaged(path, result.c_str());
 }
 
-ConnectionPtr connect(const QString& path, int flags)
+/// The path has no links, and is absolute: no name can then be taken for a URI or for ":memory:".
+ConnectionPtr connect(const QString& path, const QString& shown, int flags)
 {
-    // Always an absolute path: no name can then be taken for a URI or for ":memory:".
-    const std::string name = QFile::encodeName(QFileInfo(path).absoluteFilePath()).toStdString();
-    return std::make_shared<Connection>(
-        path, SQLite::Database(name, flags | SQLite::OPEN_NOMUTEX, BusyTimeoutMilliseconds));
+    auto connection = std::make_shared<Connection>(
+        shown, SQLite::Database(QFile::encodeName(path).toStdString(), flags | SQLite::OPEN_NOMUTEX,
+                                BusyTimeoutMilliseconds));
+    limitSteps(*connection, QFileInfo(path).size());
+    return connection;
+}
+
+QString absolute(const QString& path)
+{
+    return QFileInfo(realPath(path)).absoluteFilePath();
 }
 
 void checkContents(SQLite::Database& handle, const QString& path)
@@ -134,40 +146,50 @@ void checkContents(SQLite::Database& handle, const QString& path)
     }
 }
 
-/// Throws SQLite::Exception as well.
-ConnectionPtr openChecked(const QString& path, int flags)
+/// Opens the file at the path, which is looked at already. Throws SQLite::Exception as well.
+ConnectionPtr openEngine(const QString& path, const QString& shown, int flags)
 {
-    ConnectionPtr connection = connect(path, flags);
-    checkHeader(connection->handle, path);
+    ConnectionPtr connection = connect(path, shown, flags);
     harden(connection->handle);
+    // The first read takes back what a journal says.
+    connection->handle.exec("PRAGMA main.schema_version");
+    checkHeader(headerOf(connection->handle), shown);
+    requireFileSize(QFileInfo(path).size(), shown);
     connection->handle.exec("PRAGMA journal_mode=DELETE");
-    checkContents(connection->handle, path);
+    return connection;
+}
+
+ConnectionPtr openChecked(const QString& path, const QString& shown, int flags)
+{
+    ConnectionPtr connection = openEngine(path, shown, flags);
+    checkContents(connection->handle, shown);
     connection->witness.remember(connection->handle, path);
     return connection;
 }
 
-/// After a power failure the file waits for its last change to be undone, which only a writer
-/// can do; the reader then starts over.
-ConnectionPtr openReadOnly(const QString& path)
+/// After a power failure the file waits for its last change to be taken back, which only a writer
+/// can do. A reader lets it be done on a copy.
+ConnectionPtr openReadOnly(const QString& file, const QString& shown)
 {
     try {
-        return openChecked(path, SQLite::OPEN_READONLY);
+        return openChecked(file, shown, SQLite::OPEN_READONLY);
     } catch (const SQLite::Exception& failure) {
         if (failure.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK)
             throw;
     }
-    openChecked(path, SQLite::OPEN_READWRITE);
-    return openChecked(path, SQLite::OPEN_READONLY);
+    auto copy = std::make_unique<PrivateCopy>(file, shown);
+    (void)openEngine(copy->path(), shown, SQLite::OPEN_READWRITE);
+    ConnectionPtr connection = openChecked(copy->path(), shown, SQLite::OPEN_READONLY);
+    connection->copy = std::move(copy);
+    return connection;
 }
 
-void requireFile(const QString& path)
+/// What a journal would make of the file is looked at on a copy before it happens.
+ConnectionPtr openForWriting(const QString& file, const QString& shown)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        throw DatabaseError(ErrorNumber::FileNotFound,
-                            u"Il file «%1» non è stato trovato."_s.arg(path));
-    if (!info.isFile())
-        throw DatabaseError(ErrorNumber::CannotOpen, u"«%1» non è un file."_s.arg(path));
+    if (hasJournal(file))
+        (void)openReadOnly(file, shown);
+    return openChecked(file, shown, SQLite::OPEN_READWRITE);
 }
 
 /// Never touches what exists already, not even by a race.
@@ -190,7 +212,7 @@ ConnectionPtr createFile(const QString& path)
     claimName(path);
     try {
         return onFile(path, [&] {
-            ConnectionPtr connection = connect(path, SQLite::OPEN_READWRITE);
+            ConnectionPtr connection = connect(absolute(path), path, SQLite::OPEN_READWRITE);
             harden(connection->handle);
             connection->handle.exec("PRAGMA journal_mode=DELETE; PRAGMA application_id=" +
                                     std::to_string(ApplicationId));
@@ -205,10 +227,22 @@ ConnectionPtr createFile(const QString& path)
 
 ConnectionPtr openFile(const QString& path, OpenMode mode)
 {
-    requireFile(path);
+    const QString file = absolute(path);
+    checkFile(file, path);
     return onFile(path, [&] {
-        return mode == OpenMode::ReadOnly ? openReadOnly(path)
-                                          : openChecked(path, SQLite::OPEN_READWRITE);
+        return mode == OpenMode::ReadOnly ? openReadOnly(file, path) : openForWriting(file, path);
+    });
+}
+
+ConnectionPtr openForRebuilding(const QString& path)
+{
+    auto copy = std::make_unique<PrivateCopy>(absolute(path), path);
+    return onFile(path, [&] {
+        ConnectionPtr connection = openEngine(copy->path(), path, SQLite::OPEN_READWRITE);
+        connection->copy = std::move(copy);
+        removeForeignObjects(connection->handle);
+        checkStructure(connection->handle, path);
+        return connection;
     });
 }
 
@@ -218,6 +252,7 @@ ConnectionPtr copyToMemory(const QString& path)
     return onFile(path, [&] {
         auto copy = std::make_shared<Connection>(
             path, SQLite::Database(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX));
+        limitSteps(*copy, QFileInfo(path).size());
         harden(copy->handle);
         SQLite::Backup backup(copy->handle, source->handle);
         if (const int result = backup.executeStep(); result != SQLITE_DONE)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "store/file_witness.h"
+#include "store/private_copy.h"
 
 #include <QString>
 
@@ -21,6 +22,13 @@ inline constexpr int BusyTimeoutMilliseconds = 5000;
 
 enum class OpenMode { ReadWrite, ReadOnly };
 
+/// How many steps of the engine a statement may take before it is ended, and has taken.
+struct StepCount
+{
+    qint64 most = 0;
+    qint64 taken = 0;
+};
+
 /// The engine's handle of one file, shared by the database and its open recordsets.
 struct Connection
 {
@@ -29,6 +37,8 @@ struct Connection
     {}
 
     QString path;
+    std::unique_ptr<PrivateCopy> copy; ///< what is read in place of the file, if anything
+    std::unique_ptr<StepCount> steps = std::make_unique<StepCount>();
     SQLite::Database handle;
     FileWitness witness;
 };
@@ -39,5 +49,9 @@ using ConnectionPtr = std::shared_ptr<Connection>;
 [[nodiscard]] ConnectionPtr createFile(const QString& path);
 [[nodiscard]] ConnectionPtr openFile(const QString& path, OpenMode mode);
 [[nodiscard]] ConnectionPtr copyToMemory(const QString& path);
+
+/// A private copy of a file whose tables need not be ours, for a repair that makes them so. Without
+/// what would run when it is read; Damaged when the rest is not sound.
+[[nodiscard]] ConnectionPtr openForRebuilding(const QString& path);
 
 } // namespace zelto::store

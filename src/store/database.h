@@ -42,6 +42,9 @@ public:
     /// read without touching the file.
     static Database openCopyInMemory(const QString& path);
 
+    /// What a connection that was opened already holds.
+    explicit Database(ConnectionPtr connection) : m_connection(std::move(connection)) {}
+
     /// As it was given to create or open.
     [[nodiscard]] const QString& path() const { return m_connection->path; }
 
@@ -82,8 +85,6 @@ public:
     };
 
 private:
-    explicit Database(ConnectionPtr connection) : m_connection(std::move(connection)) {}
-
     ConnectionPtr m_connection;
 };
 

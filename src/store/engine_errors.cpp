@@ -37,6 +37,9 @@ constexpr std::array FailureTexts{
                 u"Permessi insufficienti per aprire il file «%1»."},
     FailureText{SQLITE_NOTADB, ErrorNumber::NotADatabase,
                 u"Il file «%1» non è un database riconosciuto."},
+    FailureText{SQLITE_INTERRUPT, ErrorNumber::Damaged,
+                u"L'operazione sul file «%1» durava troppo ed è stata interrotta. «Riparazione "
+                "archivio» può ricostruire il file."},
     FailureText{SQLITE_TOOBIG, ErrorNumber::TextTooLong,
                 u"Un testo del file «%1» supera la lunghezza massima."},
     FailureText{SQLITE_MISMATCH, ErrorNumber::BadValue,

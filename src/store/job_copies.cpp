@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSet>
 
 #include <algorithm>
@@ -75,11 +74,14 @@ void makeFolder(const QString& folder, const QString& job)
     QDir().mkpath(folder);
     if (originOf(folder) == job)
         return;
-    QSaveFile origin(QDir(folder).filePath(OriginName.toString()));
-    if (!origin.open(QIODevice::WriteOnly) || origin.write(job.toUtf8()) < 0 || !origin.commit())
+    NewFile origin(QDir(folder).filePath(OriginName.toString()));
+    QFile file(origin.path());
+    if (!file.open(QIODevice::WriteOnly) || file.write(job.toUtf8()) < 0 || !file.flush())
         throw DatabaseError(ErrorNumber::CannotOpen,
                             u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(
-                                folder, text::systemReason(origin)));
+                                folder, text::systemReason(file)));
+    file.close();
+    origin.replace();
 }
 
 bool sameRecord(const QueryRecordset& one, const QueryRecordset& other)
@@ -93,7 +95,7 @@ bool sameRecord(const QueryRecordset& one, const QueryRecordset& other)
 bool sameTable(Database& one, Database& other, const QString& table)
 {
     // In the order in which the records lie, which copying keeps.
-    const QString all = u"SELECT * FROM \"%1\""_s.arg(table);
+    const QString all = u"SELECT * FROM "_s + quoted(table);
     QueryRecordset first = one.OpenRecordset(all);
     QueryRecordset second = other.OpenRecordset(all);
     if (first.fieldCount() != second.fieldCount())

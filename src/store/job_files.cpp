@@ -230,7 +230,7 @@ QString JobFiles::sourceOfDuplicate()
     QString source = asOnDisk(chosen);
     if (source.isEmpty() || refusedAsWindowsJob(source))
         return {};
-    (void)Database::open(source);
+    (void)Database::open(source, OpenMode::ReadOnly);
     return source;
 }
 

@@ -27,6 +27,15 @@ Database openMaster(const QString& path)
 
 } // namespace
 
+const TableDef& masterTable()
+{
+    static const TableDef table{
+        .name = TabellaCoefficenti.toString(),
+        .fields = {{.name = u"Descrizione"_s, .type = FieldType::Text, .size = 100},
+                   {.name = u"Gruppo"_s, .type = FieldType::Text, .size = 20}}};
+    return table;
+}
+
 int masterAccessMark()
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);

@@ -13,6 +13,9 @@ namespace zelto::store {
 
 inline constexpr QStringView TabellaCoefficenti = u"Coefficenti";
 
+/// The definition of its table; readers take the first field.
+[[nodiscard]] const TableDef& masterTable();
+
 /// The database that is delivered with the program: open for reading as long as the program runs,
 /// but for the moments in which a file is compacted or repaired.
 class MasterDatabase

@@ -3,6 +3,7 @@
 
 #include "store/database_error.h"
 #include "store/engine_errors.h"
+#include "store/job_limits.h"
 
 #include <QByteArrayView>
 
@@ -202,7 +203,15 @@ void bindValue(SQLite::Statement& statement, int place, const Value& value)
     else if (value.isInteger())
         statement.bind(place, static_cast<int64_t>(value.integer()));
     else
-        statement.bind(place, value.text().toStdString());
+        statement.bind(place, storedText(value).toStdString());
+}
+
+QString storedText(const Value& value)
+{
+    constexpr qsizetype Beginning = 20;
+    QString text = value.text();
+    requireMemoLength(text.size(), u"«%1…»"_s.arg(text.left(Beginning)));
+    return text;
 }
 
 } // namespace zelto::store

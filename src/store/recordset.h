@@ -108,4 +108,7 @@ void bindParameters(SQLite::Statement& statement, std::span<const Value> paramet
 /// Binds one value to the place, counted from 1.
 void bindValue(SQLite::Statement& statement, int place, const Value& value);
 
+/// The text of a value that goes to a file; throws TextTooLong when it is longer than a memo.
+[[nodiscard]] QString storedText(const Value& value);
+
 } // namespace zelto::store

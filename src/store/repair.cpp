@@ -2,17 +2,17 @@
 #include "store/repair.h"
 
 #include "store/database.h"
+#include "store/engine_file.h"
 #include "store/exclusive_access.h"
 #include "store/file_names.h"
 #include "store/format_check.h"
 #include "store/job_salvage.h"
 #include "store/new_file.h"
 #include "store/salvage_writer.h"
+#include "store/salvaged_record.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
-#include "text/system_reason.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace zelto::store {
@@ -21,17 +21,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Far above any job, below what would exhaust the machine.
-constexpr qint64 LargestFile = 256 << 20;
-
-/// Damage within a text goes unnoticed by the engine.
+/// Damage within a text goes unnoticed by the engine. What other tables hold is not ours to judge.
 void readEveryField(Database& job)
 {
-    for (const QString& table : job.tableNames())
-        for (TableRecordset records = job.openTable(table); !records.EndOfFile();
+    const QStringList present = job.tableNames();
+    for (const TableDef& table : jobTables()) {
+        if (!present.contains(table.name, Qt::CaseInsensitive))
+            continue;
+        for (TableRecordset records = job.openTable(table.name); !records.EndOfFile();
              records.MoveNext())
             for (int field = 0; field < records.fieldCount(); ++field)
                 (void)records.field(field);
+    }
 }
 
 /// A job must be readable as a job; of another database nothing is known.
@@ -74,18 +75,6 @@ bool isDamage(const DatabaseError& error, const QString& path)
     }
 }
 
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile aprire il file «%1» (%2)."_s.arg(
-                                                         path, text::systemReason(file)));
-    if (file.size() > LargestFile)
-        throw DatabaseError(ErrorNumber::Damaged,
-                            u"Il file «%1» è troppo grande per essere riparato."_s.arg(path));
-    return file.readAll();
-}
-
 /// A name that no file bears yet.
 QString nameForDamaged(const QString& path)
 {
@@ -105,10 +94,9 @@ void requireRows(const SalvagedJob& job, const QString& path)
                 path));
 }
 
-/// Writes what was salvaged and reads it as a job would be read.
-RepairResult writeRepaired(const SalvagedJob& job, const QString& path)
+/// Writes the tables and reads them as a job would be read.
+RepairResult writeRepaired(const SalvagedJob& job, Database& database)
 {
-    Database database = Database::create(path);
     RepairResult result;
     result.leftOut = writeSalvaged(database, job);
     ControllaTabelle(database);
@@ -117,17 +105,85 @@ RepairResult writeRepaired(const SalvagedJob& job, const QString& path)
     return result;
 }
 
-RepairResult replaceDamaged(const QString& path)
+void takePlace(NewFile& repaired, const QString& path, RepairResult& result)
 {
-    const SalvagedJob job = salvage(readAll(path));
-    requireRows(job, path);
-    NewFile repaired(path);
-    RepairResult result = writeRepaired(job, repaired.path());
-    checkWhole(*openFile(repaired.path(), OpenMode::ReadOnly));
-    repaired.takePermissions(path);
     result.damagedOriginal = nameForDamaged(path);
     repaired.replaceKeeping(result.damagedOriginal);
+}
+
+/// The fields in the order of ours, Null for one that the table lacks.
+FoundRecord fieldsOf(const TableRecordset& records, const TableDef& table)
+{
+    FoundRecord found;
+    for (const FieldDef& field : table.fields)
+        found.values.push_back(records.fieldNames().contains(field.name, Qt::CaseInsensitive)
+                                   ? records.field(field.name)
+                                   : Value());
+    return found;
+}
+
+/// Takes the tables of ours out of the database.
+SalvagedJob takeTables(Database& database)
+{
+    SalvagedJob job;
+    const QStringList present = database.tableNames();
+    for (const TableDef& table : jobTables()) {
+        if (!present.contains(table.name, Qt::CaseInsensitive))
+            continue;
+        for (TableRecordset records = database.openTable(table.name); !records.EndOfFile();
+             records.MoveNext())
+            if (auto record = recordOfTable(table.name, fieldsOf(records, table)))
+                job.records[table.name].push_back(std::move(record->values));
+            else
+                ++job.broken;
+        database.Execute(u"DROP TABLE %1"_s.arg(quoted(table.name)));
+    }
+    return job;
+}
+
+/// Of a file that is sound but for what it says of its tables: they are written as ours, and others
+/// stay.
+RepairResult replaceForeign(const QString& path)
+{
+    const ConnectionPtr copy = openForRebuilding(path);
+    Database database(copy);
+    const SalvagedJob job = takeTables(database);
+    requireRows(job, path);
+    RepairResult result = writeRepaired(job, database);
+    NewFile repaired(path);
+    writeCompacted(*copy, repaired);
+    takePlace(repaired, path, result);
     return result;
+}
+
+RepairResult replaceDamaged(const QString& path)
+{
+    const SalvagedJob job = salvage(EngineFile(path).readAll());
+    requireRows(job, path);
+    NewFile repaired(path);
+    RepairResult result;
+    {
+        Database database = Database::create(repaired.path());
+        result = writeRepaired(job, database);
+    }
+    checkWhole(*openFile(repaired.path(), OpenMode::ReadOnly));
+    repaired.takePermissions(path);
+    takePlace(repaired, path, result);
+    return result;
+}
+
+/// Runs the repair; false when the file is too damaged for it.
+template <typename Repair>
+bool succeeds(const QString& path, Repair repair)
+{
+    try {
+        repair();
+        return true;
+    } catch (const DatabaseError& error) {
+        if (!isDamage(error, path))
+            throw;
+        return false;
+    }
 }
 
 } // namespace
@@ -135,14 +191,11 @@ RepairResult replaceDamaged(const QString& path)
 RepairResult repair(const QString& path)
 {
     const QString file = realPath(path);
-    try {
-        rebuild(file);
-        return {};
-    } catch (const DatabaseError& error) {
-        if (!isDamage(error, file))
-            throw;
-    }
-    return replaceDamaged(file);
+    RepairResult result;
+    if (!succeeds(file, [&] { rebuild(file); }) &&
+        !succeeds(file, [&] { result = replaceForeign(file); }))
+        result = replaceDamaged(file);
+    return result;
 }
 
 } // namespace zelto::store

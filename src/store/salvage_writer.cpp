@@ -2,6 +2,7 @@
 #include "store/salvage_writer.h"
 
 #include "store/database.h"
+#include "store/job_limits.h"
 #include "store/job_salvage.h"
 #include "store/schema.h"
 
@@ -48,10 +49,22 @@ bool breaks(Database& database, const RuleCondition& check, const Value& value)
     return !database.OpenRecordset(sql, std::span(&value, 1)).EndOfFile();
 }
 
+/// Cuts texts that are too long for any field; returns how many.
+int cutTexts(Record& record)
+{
+    int cut = 0;
+    for (Value& value : record)
+        if (const QString text = value.text(); text.size() > LongestMemo) {
+            value = text.left(LongestMemo);
+            ++cut;
+        }
+    return cut;
+}
+
 /// Makes Null what breaks a rule; returns how many fields that is.
 int dropRefused(Database& database, const TableDef& table, Record& record)
 {
-    int dropped = 0;
+    int dropped = cutTexts(record);
     for (const RuleCondition& check : rulesOf(table)) {
         const auto field = std::ranges::find(table.fields, check.rule.field, &FieldDef::name);
         Value& value = record[static_cast<std::size_t>(field - table.fields.begin())];

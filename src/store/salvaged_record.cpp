@@ -98,16 +98,25 @@ std::optional<TableRecord> recordOfJob(const FoundRecord& found)
 {
     const std::size_t fields = found.values.size();
     if (isListed(found))
-        return fields == fieldCount(TabellaVani) ? room(found) : unit(found);
+        return recordOfTable(fields == fieldCount(TabellaVani) ? TabellaVani : TabellaUnita, found);
     if (found.keyed)
         return std::nullopt;
     if (fields == fieldCount(TabellaVariabili))
-        return TableRecord{.table = TabellaVariabili, .values = found.values};
+        return recordOfTable(TabellaVariabili, found);
     if (fields == fieldCount(TabellaDatiGenerali))
         return generalData(found);
     if (fields == fieldCount(TabellaZelto))
         return marker(found);
     return std::nullopt;
+}
+
+std::optional<TableRecord> recordOfTable(QStringView table, const FoundRecord& found)
+{
+    if (table == TabellaUnita)
+        return unit(found);
+    if (table == TabellaVani)
+        return room(found);
+    return TableRecord{.table = table, .values = found.values};
 }
 
 } // namespace zelto::store

@@ -2,6 +2,7 @@
 #include "store/schema_check.h"
 
 #include "store/database.h"
+#include "store/job_limits.h"
 #include "store/schema.h"
 
 namespace zelto::store {
@@ -10,20 +11,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void checkFields(Database& database, const TableDef& table)
+/// The rules of the file know no longest memo: jobs that have one are older than the limit.
+void checkMemos(Database& database, const TableDef& table)
 {
-    TableRecordset records = database.openTable(table.name);
-    if (!table.primaryKey.isEmpty())
-        records.setIndex(IndicePrimario);
-    bool same = records.fieldCount() == static_cast<int>(table.fields.size());
-    for (int i = 0; same && i < records.fieldCount(); ++i)
-        same = records.fieldNames()[i].compare(table.fields[static_cast<std::size_t>(i)].name,
-                                               Qt::CaseInsensitive) == 0;
-    if (!same)
-        throw DatabaseError(
-            ErrorNumber::Damaged,
-            u"I campi della tabella «%1» del file «%2» non sono quelli di un lavoro."_s.arg(
-                table.name, database.path()));
+    for (const FieldDef& field : table.fields) {
+        if (field.type != FieldType::Memo)
+            continue;
+        const QueryRecordset longest = database.OpenRecordset(
+            u"SELECT max(length(%1)) FROM %2"_s.arg(quoted(field.name), quoted(table.name)));
+        requireMemoLength(longest.integer(0),
+                          u"«%1» nella tabella «%2»"_s.arg(field.name, table.name));
+    }
 }
 
 /// One pass over the table finds the first rule that any record breaks.
@@ -41,15 +39,27 @@ void checkContents(Database& database, const TableDef& table)
 
 } // namespace
 
+void ControllaLimiti(Database& database, const QString& path)
+{
+    requireUnits(database.openTable(TabellaUnita).RecordCount(), path);
+    const QueryRecordset most = database.OpenRecordset(
+        u"SELECT count(*), [Riferimento unità] FROM %1 GROUP BY 2 ORDER BY 1 DESC LIMIT 1"_s.arg(
+            TabellaVani));
+    if (!most.EndOfFile())
+        requireRoomsOfUnit(most.integer(0), most.text(1), path);
+}
+
 void ControllaTabelle(Database& database)
 {
     const QStringList present = database.tableNames();
     for (const TableDef& table : jobTables()) {
         if (table.name == TabellaVariabili && !present.contains(table.name, Qt::CaseInsensitive))
             continue;
-        checkFields(database, table);
+        (void)database.openTable(table.name);
+        checkMemos(database, table);
         checkContents(database, table);
     }
+    ControllaLimiti(database, database.path());
 }
 
 } // namespace zelto::store

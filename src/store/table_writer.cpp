@@ -35,7 +35,7 @@ void TableWriter::bind(int place, const Value& value)
         bindValue(*m_insert, place, value);
         return;
     }
-    const QString text = value.text();
+    const QString text = storedText(value);
     std::string& utf8 = m_texts[static_cast<std::size_t>(place) - 1];
     QStringEncoder encoder(QStringEncoder::Utf8);
     utf8.resize(static_cast<std::size_t>(encoder.requiredSpace(text.size())));

@@ -126,15 +126,15 @@ private slots:
         QTEST(static_cast<int>(files().size()), "pages");
     }
 
-    void namesAreUsedAgainAfterTenThousand()
+    /// One more would be written over the first.
+    void moreThan9999PagesAreRefused()
     {
         PrintEngine print = engine();
         print.BeginDocument();
-        print.setPageNumber(9'999);
+        print.setPageNumber(9'998);
         print.NewPage();
-        print.EndDocument();
-        QCOMPARE(files(), QStringList());
-        QCOMPARE(print.PageNumber(), 9'999);
+        QVERIFY_EXCEPTION_THROWN(print.NewPage(), PrintError);
+        QVERIFY(!print.isRecording());
     }
 
     void nobodyElseReadsAPage()

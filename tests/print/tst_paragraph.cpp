@@ -17,12 +17,16 @@ class TypewriterMeasure : public TextMeasure
 public:
     [[nodiscard]] double width(QStringView text) const override
     {
+        measured += text.size();
         return static_cast<double>(10 * text.size());
     }
     [[nodiscard]] qsizetype fittingLength(QStringView text, double limit) const override
     {
+        measured += text.size();
         return std::clamp<qsizetype>(static_cast<qsizetype>(limit / 10), 0, text.size());
     }
+
+    mutable qsizetype measured = 0; ///< characters so far
 };
 
 QStringList linesOf(QStringView paragraph, double width)
@@ -94,6 +98,20 @@ private slots:
         QFETCH(QString, paragraph);
         QFETCH(double, width);
         QTEST(linesOf(paragraph, width), "lines");
+    }
+
+    /// A memo may be one word of a million characters.
+    void longWordsAreNotMeasuredOverAndOver()
+    {
+        const QString text(1'000'000, u'x');
+        const TypewriterMeasure measure;
+        const LineBreaker breaker(measure, 1000);
+        QStringView rest = text;
+        int lines = 1;
+        while (!breaker.takeLine(rest).last)
+            ++lines;
+        QCOMPARE(lines, 10'000);
+        QVERIFY(measure.measured < 10 * text.size());
     }
 
     void justifying_data()

@@ -6,6 +6,7 @@
 #include "store/schema.h"
 
 #include <QFile>
+#include <QMap>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -13,6 +14,12 @@
 #include <sqlite3.h>
 
 namespace zelto::test {
+
+inline QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 /// A folder that goes with the test.
 class JobFolder
@@ -23,6 +30,15 @@ public:
     {
         return QDir(m_folder.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    /// What all plain files hold, by name.
+    [[nodiscard]] QMap<QString, QByteArray> contents() const
+    {
+        QMap<QString, QByteArray> contents;
+        for (const QString& name : names())
+            contents[name] = QFileInfo(file(name)).isFile() ? bytesOf(file(name)) : QByteArray();
+        return contents;
     }
 
     /// The path of a new job.
@@ -68,12 +84,6 @@ private:
     };
     std::unique_ptr<sqlite3, Closer> m_handle;
 };
-
-inline QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 inline void writeBytes(const QString& path, const QByteArray& bytes)
 {

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/jet/page_file.h"
 #include "store_fixture.h"
 
 #include <QSemaphore>
 #include <QTest>
 #include <QThread>
 
+#include <fcntl.h>
 #include <functional>
+#include <numeric>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::store;
@@ -29,6 +34,54 @@ Tampering sql(const QByteArray& statements)
 Tampering bytes(const std::function<QByteArray(QByteArray)>& change)
 {
     return [change](const QString& path) { writeBytes(path, change(bytesOf(path))); };
+}
+
+/// Puts something beside the job.
+Tampering beside(const QString& suffix, const std::function<void(const QString&)>& make)
+{
+    return [suffix, make](const QString& path) { make(path + suffix); };
+}
+
+Tampering journal(const QByteArray& content)
+{
+    return beside(u"-journal"_s, [content](const QString& path) { writeBytes(path, content); });
+}
+
+void makePipe(const QString& path)
+{
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+}
+
+const QByteArray JournalMagic = QByteArray::fromHex("d9d505f920a163d7");
+
+/// A journal with a head and the record by which changes of several files are undone together.
+QByteArray journalNaming(const QByteArray& name)
+{
+    QByteArray head = JournalMagic + QByteArray(504, '\0');
+    const auto sum = std::accumulate(name.begin(), name.end(), 0);
+    const auto number = [](qsizetype value) {
+        return QByteArray::fromHex(QByteArray::number(value, 16).rightJustified(8, '0'));
+    };
+    return head + number(1) + name + number(name.size()) + number(sum) + JournalMagic;
+}
+
+/// Whether another process finds that this one holds the engine's lock.
+bool isLocked(const QString& path)
+{
+    const pid_t other = fork();
+    if (other == 0) {
+        constexpr off_t LockBytes = 0x40000000;
+        struct flock lock = {};
+        lock.l_type = F_WRLCK;
+        lock.l_start = LockBytes;
+        lock.l_len = 512;
+        const int file = ::open(QFile::encodeName(path).constData(), O_RDWR);
+        fcntl(file, F_GETLK, &lock);
+        _exit(lock.l_type == F_UNLCK ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(other, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 Tampering instead(const std::function<void(const QString&)>& make)
@@ -62,6 +115,7 @@ private slots:
     void undoesAnInterruptedWrite();
     void overwrittenWhileOpen_data();
     void overwrittenWhileOpen();
+    void locksStay();
     void transactions();
     void statements();
     void textBeyondTheLimit();
@@ -113,7 +167,8 @@ void TestDatabaseFile::unfitFiles_data()
     };
     row("missing", 3024, instead([](const QString&) {}));
     row("folder", 3051, instead([](const QString& path) { QDir().mkdir(path); }));
-    row("pipe", 3051, instead([](const QString& path) { mkfifo(QFile::encodeName(path), 0600); }));
+    row("pipe", 3051, instead(makePipe));
+    row("too large", 3049, [](const QString& path) { QFile::resize(path, 257 << 20); });
     row("empty", 3343, bytes([](const QByteArray&) { return QByteArray(); }));
     row("text", 3343, bytes([](const QByteArray&) { return QByteArray(5000, 'x'); }));
     row("header cut", 3343, bytes([](const QByteArray& all) { return all.left(60); }));
@@ -129,6 +184,26 @@ void TestDatabaseFile::unfitFiles_data()
     row("view", 3343, sql("CREATE VIEW v AS SELECT 1"));
     row("trigger", 3343, sql("CREATE TRIGGER t AFTER INSERT ON Vani BEGIN DELETE FROM Vani; END"));
     row("virtual table", 3343, sql("CREATE VIRTUAL TABLE v USING fts5(x)"));
+    row("WAL beside it", 3343,
+        beside(u"-wal"_s, [](const QString& path) { writeBytes(path, "x"); }));
+    row("journal naming a file", 3343, journal(journalNaming("NOTE.TXT")));
+    for (const char* pageSize : {"00001000", "00000000"})
+        row(pageSize, 3049, // size of pages in the journal of a large file
+            journal(JournalMagic + QByteArray::fromHex(
+                                       QByteArray("000000000000000000ffffff00000200") + pageSize)));
+    row("journal is a pipe", 3051, beside(u"-journal"_s, makePipe));
+    row("journal is a link", 3051,
+        beside(u"-journal"_s, [](const QString& path) { QFile::link(u"NOTE.TXT"_s, path); }));
+    const QByteArray slow = "(instr(hex(zeroblob(4000000)), hex(zeroblob(1000000)) || a))";
+    row("foreign condition", 3343, sql("CREATE TABLE x (a CHECK " + slow + ")"));
+    row("foreign computed column", 3343, sql("CREATE TABLE x (a, b AS " + slow + ")"));
+    row("foreign index on an expression", 3343,
+        sql("CREATE TABLE x (a); CREATE INDEX i ON x (instr(a, 'x'))"));
+    row("foreign index on a part", 3343,
+        sql("CREATE TABLE x (a); CREATE INDEX i ON x (a) WHERE a > 1"));
+    row("condition of its own", 3049,
+        sql("DROP TABLE Variabili; CREATE TABLE Variabili (Var0, a CHECK " + slow + ")"));
+    row("index of its own", 3049, sql("CREATE INDEX i ON Vani (Ambiente)"));
     row("broken schema", 3049,
         sql("PRAGMA writable_schema=ON;"
             "UPDATE sqlite_schema SET sql='CREATE TABLE Vani(' WHERE name='Vani'"));
@@ -139,10 +214,13 @@ void TestDatabaseFile::unfitFiles()
     QFETCH(Tampering, tamper);
     const JobFolder folder;
     const QString path = folder.newJob();
+    writeBytes(folder.file(u"NOTE.TXT"_s), "precious");
     tamper(path);
+    const auto before = folder.contents();
     QTEST(errorOf([&] { Database::open(path, OpenMode::ReadWrite); }), "error");
     QTEST(errorOf([&] { Database::open(path, OpenMode::ReadOnly); }), "error");
     QTEST(errorOf([&] { Database::openCopyInMemory(path); }), "error");
+    QCOMPARE(folder.contents(), before);
 }
 
 void TestDatabaseFile::acceptsForeignFiles_data()
@@ -152,6 +230,9 @@ void TestDatabaseFile::acceptsForeignFiles_data()
     QTest::newRow("small pages") << QByteArray("PRAGMA page_size=512;");
     QTest::newRow("UTF-16") << QByteArray("PRAGMA encoding='UTF-16';");
     QTest::newRow("auto-vacuum") << QByteArray("PRAGMA auto_vacuum=FULL;");
+    QTest::newRow("plain tables") << QByteArray(
+        "CREATE TABLE x ([check] INTEGER PRIMARY KEY, \"as\" TEXT DEFAULT 'x AS y', -- "
+        "CHECK (1)\n b UNIQUE); CREATE INDEX i ON x (b DESC);");
 }
 
 void TestDatabaseFile::acceptsForeignFiles()
@@ -227,6 +308,8 @@ void TestDatabaseFile::undoesAnInterruptedWrite()
     const JobFolder folder;
     const QString path = folder.newJob();
     const QString crashed = folder.file(u"CRASHED.ZLT"_s);
+    const QTemporaryDir passing;
+    qputenv("TMPDIR", QFile::encodeName(passing.path()));
     {
         RawFile raw(path);
         // A tiny cache makes the engine write changed pages before the end of the transaction.
@@ -237,10 +320,30 @@ void TestDatabaseFile::undoesAnInterruptedWrite()
         QVERIFY(QFile::copy(path + u"-journal"_s, crashed + u"-journal"_s));
     }
     QVERIFY(bytesOf(crashed).contains("half") || bytesOf(crashed).size() > bytesOf(path).size());
-    Database database = Database::open(crashed, OpenMode::ReadOnly);
-    QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
-    QCOMPARE(database.openTable(TabellaVariabili).text(0), u" "_s);
+    const auto before = folder.contents();
+    for (const OpenMode mode : {OpenMode::ReadOnly, OpenMode::ReadWrite}) {
+        QCOMPARE(folder.contents(), before);
+        Database database = Database::open(crashed, mode);
+        QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
+        QCOMPARE(database.openTable(TabellaVariabili).text(0), u" "_s);
+        QCOMPARE(database.path(), crashed);
+    }
     QVERIFY(!QFile::exists(crashed + u"-journal"_s));
+    QVERIFY(QDir(passing.path()).isEmpty());
+    qunsetenv("TMPDIR");
+}
+
+/// Whatever else this process does with the file.
+void TestDatabaseFile::locksStay()
+{
+    const JobFolder folder;
+    const QString path = folder.newJob();
+    Database database = Database::open(path);
+    const Database::Transaction transaction(database);
+    (void)Database::open(path, OpenMode::ReadOnly);
+    QVERIFY(!jet::isJetFile(path));
+    QCOMPARE(errorOf([&] { (void)jet::PageFile(path); }), 3343);
+    QVERIFY(isLocked(path));
 }
 
 /// What becomes of the file of an open job before the next change: only what the engine did is
@@ -321,6 +424,13 @@ void TestDatabaseFile::statements()
     QCOMPARE(errorOf([&] { database.Execute(u"UPDATE nulla SET x = 1"_s); }), 3146);
     QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Vani SET Ambiente = \"x\""_s); }), 3146);
     QCOMPARE(errorOf([&] { database.appendTable({.name = u"vani"_s}); }), 3010);
+    const std::array<Value, 1> memo{QString((1 << 20) + 1, u'x')};
+    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Variabili SET Var0 = :1"_s, memo); }), 3163);
+    QCOMPARE(errorOf([&] {
+                 (void)database.OpenRecordset(u"WITH n(i) AS (SELECT 1 UNION ALL SELECT i FROM n) "
+                                              "SELECT count(*) FROM n"_s);
+             }),
+             3049);
 }
 
 void TestDatabaseFile::textBeyondTheLimit()
@@ -328,8 +438,7 @@ void TestDatabaseFile::textBeyondTheLimit()
     const JobFolder folder;
     const QString path = folder.newJob();
     RawFile(path).run("UPDATE Variabili SET Var0 = hex(zeroblob(10000000))");
-    QCOMPARE(errorOf([&] { Database::open(path); }), 3163);
-    Database database = Database::open(path, OpenMode::ReadOnly);
+    Database database = Database::open(path);
     QCOMPARE(errorOf([&] { (void)database.openTable(TabellaVariabili); }), 3163);
 }
 

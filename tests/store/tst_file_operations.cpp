@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "simple_rename.h"
 #include "store/duplicate_plan.h"
 #include "store/file_names.h"
 #include "store/file_operations.h"
 #include "store/new_file.h"
 #include "store/passing_folder.h"
 #include "store_fixture.h"
+#include "system_faults.h"
 
 #include <QDir>
 #include <QTest>

@@ -247,6 +247,9 @@ void TestJet::names()
     writeBytes(folder.file(u"CASA.LDB"_s), "lock");
     QVERIFY(jet::mayBeInUse(job));
     QVERIFY(!jet::isJetFile(folder.file(u"none"_s)) && !jet::isJetFile(folder.newJob()));
+    const QString large = folder.file(u"GRANDE.ZLT"_s);
+    QVERIFY(QFile::copy(Jet3, large) && QFile::resize(large, 257 << 20));
+    QCOMPARE(errorOf([&] { (void)jet::convertJob(large, job, NoCheck); }), 3049);
     // A check that fails leaves nothing, and a name that is taken is not touched.
     const auto refuses = [](Database& made) { (void)made.openTable(u"Altro"); };
     QCOMPARE(errorOf([&] { (void)jet::convertJob(Jet3, job, refuses); }), 3078);

@@ -4,6 +4,7 @@
 #include "store/user_interface.h"
 #include "store_fixture.h"
 
+#include <QCryptographicHash>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +47,7 @@ private slots:
     void newJob_data();
     void newJob();
     void creationIsAllOrNothing();
+    void textsOfTables();
     void keys();
     void formatMarker_data();
     void formatMarker();
@@ -100,6 +102,16 @@ void TestJob::creationIsAllOrNothing()
     QCOMPARE(job.tableNames(), QStringList(u"variabili"_s));
 }
 
+/// Jobs that are out there have their tables in these texts. When they change, object_check.cpp
+/// must go on knowing the former ones.
+void TestJob::textsOfTables()
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const TableDef& table : jobTables())
+        hash.addData(createTableSql(table).toUtf8());
+    QCOMPARE(hash.result().toHex().left(16), "e52c39a545a73c71");
+}
+
 void TestJob::keys()
 {
     QCOMPARE(unitKey(27), u"   27"_s);
@@ -119,8 +131,6 @@ void TestJob::formatMarker_data()
     row("followed by text", "UPDATE ZELTO SET Versione=' 2009.0 rev. 3'", true);
     row("equal as single", "UPDATE ZELTO SET Versione='2009.00001'", true);
     row("second record", "INSERT INTO ZELTO VALUES ('1997', NULL)", true);
-    row("whole number", "DROP TABLE ZELTO; CREATE TABLE ZELTO (v); INSERT INTO ZELTO VALUES (2009)",
-        true);
     row("above as single", "UPDATE ZELTO SET Versione='2009.0001'", false);
     row("other version", "UPDATE ZELTO SET Versione='2008'", false);
     row("no number", "UPDATE ZELTO SET Versione='x2009'", false);
@@ -192,27 +202,22 @@ void TestJob::tables_data()
     const auto row = [](const char* name, int error, const QByteArray& change) {
         QTest::newRow(name) << change << error;
     };
-    // A table of the right fields that lets everything pass.
-    const QByteArray loose =
-        "CREATE TABLE v AS SELECT * FROM Vani; DROP TABLE Vani;"
-        "CREATE TABLE Vani (Chiave PRIMARY KEY, [Riferimento unità], Posizione, Ambiente, "
-        "[Consistenza reale], Destinazione, Orientamento, Prospetto, Luminosità, Funzionalità, "
-        "[Piano riduttore]); INSERT INTO Vani SELECT * FROM v; DROP TABLE v;";
+    const QByteArray loose = "PRAGMA ignore_check_constraints=ON; UPDATE Vani SET ";
     row("new job", 0, "SELECT 1");
     row("earlier edition", 0, "DROP TABLE Variabili");
-    row("loose but sound", 0, loose);
     row("missing table", 3078, "DROP TABLE Vani");
-    row("missing field", 3049, "DROP TABLE Vani; CREATE TABLE Vani (Chiave PRIMARY KEY)");
-    row("renamed field", 3049, "ALTER TABLE Vani RENAME COLUMN Prospetto TO P");
-    row("added field", 3049, "ALTER TABLE Vani ADD COLUMN P");
-    row("no key", 3015, "DROP TABLE [Dati Generali]; CREATE TABLE [Dati Generali] (x)");
-    row("number in a text", 3421, loose + "UPDATE Vani SET Ambiente = 5");
-    row("bytes in a text", 3421, loose + "UPDATE Vani SET Ambiente = x'41'");
-    row("NUL in a text", 3421, loose + "UPDATE Vani SET Ambiente = 'a' || char(0)");
-    row("long text", 3163, loose + "UPDATE Vani SET Ambiente = 'sedici caratteri'");
-    row("empty key", 3315, loose + "UPDATE Vani SET Chiave = ''");
-    row("text in a number", 3421, loose + "UPDATE Vani SET Posizione = 'uno'");
-    row("large number", 3421, loose + "UPDATE Vani SET Posizione = 40000");
+    row("number in a text", 3421, loose + "Ambiente = x'05'");
+    row("NUL in a text", 3421, loose + "Ambiente = 'a' || char(0)");
+    row("long text", 3163, loose + "Ambiente = 'sedici caratteri'");
+    row("empty key", 3315, loose + "Chiave = ''");
+    row("text in a number", 3421, loose + "Posizione = 'uno'");
+    row("large number", 3421, loose + "Posizione = 40000");
+    row("long memo", 3163, "UPDATE Variabili SET Var0 = hex(zeroblob(600000))");
+    const QByteArray numbers = "WITH n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n LIMIT 32767) ";
+    row("too many units", 3049,
+        numbers + "INSERT INTO [Unità immobiliari] (Chiave) SELECT i FROM n");
+    row("too many rooms of a unit", 3049,
+        numbers + "INSERT INTO Vani (Chiave, [Riferimento unità]) SELECT i, 1 FROM n");
 }
 
 void TestJob::tables()

@@ -206,8 +206,12 @@ void TestRepair::soundFiles_data()
         "ALTER TABLE v RENAME TO Vani; CREATE UNIQUE INDEX i ON Vani (Chiave);";
     QTest::newRow("job") << QByteArray("UPDATE Vani SET Ambiente='Bagno'") << false << u"Bagno"_s;
     QTest::newRow("other database") << QByteArray("DROP TABLE ZELTO") << false << u""_s;
-    QTest::newRow("other format") << QByteArray(loose + "UPDATE ZELTO SET Versione='1997'") << false
+    QTest::newRow("other format") << QByteArray("UPDATE ZELTO SET Versione='1997'") << false
                                   << u""_s;
+    const QByteArray others = "CREATE TABLE appunti (a); INSERT INTO appunti VALUES (x'00');";
+    QTest::newRow("tables beside ours") << others << false << u""_s;
+    QTest::newRow("tables that are not ours")
+        << QByteArray(loose + others + "UPDATE Vani SET Ambiente='Bagno'") << true << u"Bagno"_s;
     QTest::newRow("broken text") << QByteArray("UPDATE Vani SET Ambiente=CAST(x'4261ff' AS TEXT)")
                                  << true << u"Ba\ufffd"_s;
     QTest::newRow("text too long")
@@ -232,6 +236,8 @@ void TestRepair::soundFiles()
     QCOMPARE(folder.names().size(), damaged ? 2 : 1);
     Database database = Database::open(path);
     QCOMPARE(database.openTable(TabellaVani).text(3), room);
+    if (change.contains("appunti"))
+        QCOMPARE(database.OpenRecordset(u"SELECT hex(a) FROM appunti"_s).text(0), u"00"_s);
     if (damaged) {
         QCOMPARE(database.openTable(TabellaZelto).text(0), u"2009"_s);
         QCOMPARE(database.openTable(TabellaDatiGenerali).RecordCount(), 1);

@@ -7,6 +7,7 @@
 #include "store/jet/table.h"
 #include "store/new_file.h"
 #include "store/schema.h"
+#include "store/schema_check.h"
 #include "store/table_writer.h"
 #include "text/decimal_text.h"
 
@@ -236,6 +237,7 @@ ConversionReport convertJob(const QString& original, const QString& target,
             conversion.copyInto(job);
             transaction.commit();
             ControllaVersione(job);
+            ControllaLimiti(job, original);
             // The tables have refused already what no job may hold.
             check(job);
         }

@@ -2,9 +2,8 @@
 #include "store/jet/page_file.h"
 
 #include "store/database_error.h"
-#include "text/system_reason.h"
-
-#include <QFile>
+#include "store/engine_file.h"
+#include "store/file_names.h"
 
 #include <algorithm>
 #include <array>
@@ -21,7 +20,6 @@ constexpr unsigned Deleted = 0x8000;
 constexpr unsigned Moved = 0x4000;
 constexpr unsigned SlotOffset = 0x1FFF;
 constexpr unsigned DataPage = 1;
-constexpr qint64 LargestFile = qint64{1} << 31;
 
 constexpr std::size_t EncodedFrom = 0x18;
 constexpr std::size_t EncodedInJet3 = 126;
@@ -110,22 +108,17 @@ QString fromCompressed(const ByteView& bytes)
 
 bool isJetFile(const QString& path)
 {
-    QFile file(path);
     constexpr qint64 HeaderBytes = 0x20;
-    return file.open(QIODevice::ReadOnly) && hasJetHeader(file.read(HeaderBytes));
+    try {
+        return hasJetHeader(EngineFile(realPath(path), path).read(0, HeaderBytes));
+    } catch (const DatabaseError&) {
+        return false;
+    }
 }
 
 PageFile::PageFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw DatabaseError(
-            file.exists() ? ErrorNumber::CannotOpen : ErrorNumber::FileNotFound,
-            u"Impossibile aprire il file «%1» (%2)."_s.arg(path, text::systemReason(file)));
-    if (file.size() > LargestFile)
-        throw DatabaseError(ErrorNumber::Damaged,
-                            u"Il file «%1» è troppo grande per un lavoro."_s.arg(path));
-    m_bytes = file.readAll();
+    m_bytes = EngineFile(realPath(path), path).readAll();
     if (!hasJetHeader(m_bytes))
         throw DatabaseError(ErrorNumber::NotADatabase,
                             u"Il file «%1» non è un database di Zelto per Windows."_s.arg(path));

@@ -19,7 +19,7 @@ class PageFile
 {
 public:
     /// Throws DatabaseError: FileNotFound, CannotOpen, NotADatabase for another file, Damaged for
-    /// one without whole pages or larger than the engine allows.
+    /// one without whole pages or larger than a job may be.
     explicit PageFile(const QString& path);
 
     [[nodiscard]] Version version() const { return m_version; }

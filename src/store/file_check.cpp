@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/file_check.h"
+
+#include "store/database_error.h"
+#include "store/engine_file.h"
+#include "store/file_names.h"
+#include "store/job_limits.h"
+#include "store/page_image.h"
+
+#include <QFileInfo>
+
+#include <string_view>
+
+namespace zelto::store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// At the head of a journal, and at the end of one that belongs to changes of several files. Those
+/// name the file that holds the list of them, and the engine deletes it.
+constexpr std::string_view JournalMagic("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7", 8);
+
+// Places in a journal's head.
+constexpr std::size_t PagesAt = 16;
+constexpr std::size_t PageSizeAt = 24;
+constexpr qint64 JournalHead = 28;
+
+DatabaseError refused(QStringView description, const QString& shown)
+{
+    return {ErrorNumber::NotADatabase, description.toString().arg(shown)};
+}
+
+/// The engine gives the file the size that the journal says it had.
+void checkFormerSize(const QByteArray& head, const QString& shown)
+{
+    const Bytes bytes(reinterpret_cast<const std::uint8_t*>(head.constData()),
+                      static_cast<std::size_t>(head.size()));
+    const std::uint64_t pages = numberAt(bytes, PagesAt, 4).value_or(0);
+    const std::uint64_t pageSize = numberAt(bytes, PageSizeAt, 4).value_or(0);
+    // 0 stands for the size that the file has.
+    constexpr std::uint64_t LargestPage = 65536;
+    const bool given = pageSize != 0 && pageSize < LargestPage;
+    const std::uint64_t size = pages * (given ? pageSize : LargestPage);
+    requireFileSize(static_cast<qint64>(size), shown);
+}
+
+void checkJournal(const QString& path, const QString& shown)
+{
+    const EngineFile journal(path, shown);
+    // Every page of the file once, and a little around each.
+    constexpr qint64 LargestJournal = LargestFile + LargestFile / 16;
+    if (journal.size() > LargestJournal)
+        requireFileSize(journal.size(), shown);
+    const auto magic = QByteArray::fromRawData(JournalMagic.data(), JournalMagic.size());
+    if (journal.size() > JournalHead &&
+        journal.read(journal.size() - magic.size(), magic.size()) == magic)
+        throw refused(u"«%1» nomina un altro file, come non fa nessun lavoro, e non viene usato. "
+                      "«Riparazione archivio» ricostruisce il lavoro senza.",
+                      shown);
+    if (const QByteArray head = journal.read(0, JournalHead); head.startsWith(magic))
+        checkFormerSize(head, shown);
+}
+
+/// Looks at a file beside the job, unless it is gone: another program may just have ended its
+/// change.
+template <typename Look>
+void ifStillThere(Look look)
+{
+    try {
+        look();
+    } catch (const DatabaseError& error) {
+        if (error.number() != ErrorNumber::FileNotFound)
+            throw;
+    }
+}
+
+} // namespace
+
+void checkFile(const QString& file, const QString& shown)
+{
+    requirePlainFile(file, shown);
+    const QStringList beside = engineFilesOf(file);
+    const QStringList besideShown = engineFilesOf(shown);
+    for (qsizetype i = 0; i < beside.size(); ++i)
+        ifStillThere([&] { requirePlainFile(beside[i], besideShown[i]); });
+    const EngineFile bytes(file, shown);
+    requireFileSize(bytes.size(), shown);
+    checkHeader(bytes.read(0, HeaderSize), shown);
+    if (QFileInfo::exists(file + u"-wal"_s))
+        throw refused(u"Accanto al file «%1» c'è un registro separato (WAL), che non è ammesso.",
+                      shown);
+    if (hasJournal(file))
+        ifStillThere([&] { checkJournal(journalOf(file), journalOf(shown)); });
+}
+
+void checkHeader(const QByteArray& header, const QString& shown)
+{
+    constexpr std::string_view Signature("SQLite format 3\0", 16);
+    constexpr qsizetype WriteVersion = 18;
+    constexpr qsizetype ReadVersion = 19;
+    constexpr char RollbackJournal = 1;
+    if (header.size() < HeaderSize ||
+        !header.startsWith({Signature.data(), static_cast<qsizetype>(Signature.size())}))
+        throw refused(u"Il file «%1» non è un database riconosciuto.", shown);
+    if (header[WriteVersion] != RollbackJournal || header[ReadVersion] != RollbackJournal)
+        throw refused(u"Il file «%1» usa un registro separato (WAL), che non è ammesso.", shown);
+}
+
+bool hasJournal(const QString& path)
+{
+    return QFileInfo(journalOf(path)).size() > 0;
+}
+
+QString journalOf(const QString& path)
+{
+    return path + u"-journal"_s;
+}
+
+} // namespace zelto::store

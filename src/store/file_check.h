@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A job's file and what lies beside it, looked at as bytes before the engine sees either: a journal
+// that waits beside a file makes the engine write, and one can even make it delete other files.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace zelto::store {
+
+/// How many bytes checkHeader wants to see.
+inline constexpr qint64 HeaderSize = 100;
+
+/// Refuses what no program of ours leaves there. The path has no links; errors name the file as
+/// shown. Throws DatabaseError: FileNotFound; CannotOpen for what is not a plain file; Damaged for
+/// a file or journal that is too large; NotADatabase for a file of another kind or in WAL mode, one
+/// with a WAL file beside it, and one whose journal names another file.
+void checkFile(const QString& file, const QString& shown);
+
+/// Throws NotADatabase unless the file's first bytes are those of a database in rollback mode.
+void checkHeader(const QByteArray& header, const QString& shown);
+
+/// Whether a journal lies beside the file.
+[[nodiscard]] bool hasJournal(const QString& path);
+
+/// The journal's name.
+[[nodiscard]] QString journalOf(const QString& path);
+
+} // namespace zelto::store

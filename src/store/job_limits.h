@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How large a job may be, whichever edition made it.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace zelto::store {
+
+/// Bytes of a job file.
+inline constexpr qint64 LargestFile = qint64{256} << 20;
+
+/// Characters of a memo; about 1 MB.
+inline constexpr qint64 LongestMemo = qint64{1} << 20;
+
+/// Units of a job, and rooms of a unit: what their number fields can tell apart.
+inline constexpr int MostRecords = 32'767;
+
+/// What the calculation takes: units of a job and rooms of a unit.
+inline constexpr int MostCalculatedUnits = 300;
+inline constexpr int MostCalculatedRooms = 50;
+
+/// Pages of a printed document.
+inline constexpr int MostPages = 9'999;
+
+/// Throws DatabaseError Damaged for a file of more bytes than a job may have.
+void requireFileSize(qint64 size, const QString& path);
+
+/// Throws DatabaseError TextTooLong for a text of more characters than a memo may have; subject
+/// says whose it is: "«Note» della tabella «Dati Generali»".
+void requireMemoLength(qint64 length, const QString& subject);
+
+/// Throws DatabaseError Damaged for more units, or for more rooms of the unit, than can be told
+/// apart.
+void requireUnits(qint64 count, const QString& path);
+void requireRoomsOfUnit(qint64 count, const QString& unit, const QString& path);
+
+} // namespace zelto::store

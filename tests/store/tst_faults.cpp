@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Operations on jobs in which the n-th write, sync, truncation, rename or deletion fails or is the
+// last: every file is then whole, as it was or as it is to be.
+#include "store/file_operations.h"
+#include "store/jet/conversion.h"
+#include "store/repair.h"
+#include "store_fixture.h"
+#include "system_faults.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+#include <sys/mman.h>
+#include <sys/wait.h>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::store;
+using namespace zelto::test;
+
+namespace {
+
+/// Something done with the job at the path.
+using Operation = std::function<void(const QString&)>;
+
+QString beside(const QString& job, QStringView name)
+{
+    return QFileInfo(job).dir().filePath(name.toString());
+}
+
+/// What a file holds: its records, or its bytes when it is no job that opens.
+QByteArray stateOf(const QString& path)
+{
+    try {
+        Database job = Database::open(path, OpenMode::ReadOnly);
+        QByteArray all;
+        for (const QString& table : job.tableNames())
+            for (TableRecordset records = job.openTable(table); !records.EndOfFile();
+                 records.MoveNext())
+                for (int field = 0; field < records.fieldCount(); ++field)
+                    all += records.text(field).toUtf8() + '|';
+        return all;
+    } catch (const DatabaseError&) {
+        return bytesOf(path);
+    }
+}
+
+/// The path of a job of many pages.
+QString exampleIn(const JobFolder& folder)
+{
+    const QString job = folder.file(u"LAVORO.ZLT"_s);
+    QFile::copy(QStringLiteral(EXAMPLE_JOB), job);
+    QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
+    return job;
+}
+
+QMap<QString, QByteArray> statesIn(const JobFolder& folder)
+{
+    QMap<QString, QByteArray> states;
+    for (const QString& name : folder.names())
+        if (!name.startsWith(u".zelto-") && !name.endsWith(u"-journal"))
+            states[name] = stateOf(folder.file(name));
+    return states;
+}
+
+/// How a process of its own ended that met the fault.
+struct Outcome
+{
+    int calls = 0;
+    bool killed = false;
+    bool refused = false; ///< with an error that the user can read
+    bool done = false;
+};
+
+Outcome runApart(const Operation& operation, const QString& job, int faultyCall, Fault fault)
+{
+    auto* const calls = static_cast<int*>(
+        mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    enum Exit { Done, Refused, Wrong };
+    const pid_t process = fork();
+    if (process == 0) {
+        int result = Wrong;
+        // Private copies that stay behind go with the folder.
+        const QString passing = beside(job, u".zelto-tmp");
+        QDir().mkdir(passing);
+        qputenv("TMPDIR", QFile::encodeName(passing));
+        faultAt(faultyCall, fault);
+        try {
+            operation(job);
+            result = Done;
+        } catch (const DatabaseError&) {
+            result = Refused;
+        }
+        *calls = callsSoFar();
+        _exit(result);
+    }
+    int status = 0;
+    waitpid(process, &status, 0);
+    const Outcome outcome{.calls = *calls,
+                          .killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL,
+                          .refused = WIFEXITED(status) && WEXITSTATUS(status) == Refused,
+                          .done = WIFEXITED(status) && WEXITSTATUS(status) == Done};
+    munmap(calls, sizeof(int));
+    return outcome;
+}
+
+/// An operation that frees the job's name for a moment, in which the backup bears the job.
+constexpr const char* PlainRenames = "compact, plain renames";
+
+/// The job in the midst of a change that was broken off.
+void interrupt(const QString& job)
+{
+    const QString crashed = job + u"-crashed"_s;
+    {
+        RawFile raw(job);
+        raw.run("PRAGMA cache_size=1; BEGIN; UPDATE Variabili SET Var0 = hex(zeroblob(20000))");
+        QVERIFY(QFile::copy(job, crashed));
+        QVERIFY(QFile::copy(job + u"-journal"_s, crashed + u"-journal"_s));
+    }
+    QVERIFY(QFile::remove(job) && QFile::rename(crashed, job));
+    QVERIFY(QFile::rename(crashed + u"-journal"_s, job + u"-journal"_s));
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Operation)
+
+class TestFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    /// In memory: thousands of syncs would take their time on a disk.
+    void initTestCase()
+    {
+        if (QFileInfo::exists(u"/dev/shm"_s))
+            qputenv("TMPDIR", "/dev/shm");
+    }
+    void wholeAfterFault_data();
+    void wholeAfterFault();
+};
+
+void TestFaults::wholeAfterFault_data()
+{
+    QTest::addColumn<Operation>("prepare");
+    QTest::addColumn<Operation>("operation");
+    const auto row = [](
+                         const char* name, const Operation& operation,
+                         const Operation& prepare = [](const QString& /*job*/) {}) {
+        QTest::newRow(name) << prepare << operation;
+    };
+    row("new", [](const QString& job) { createJobFile(beside(job, u"NUOVO.ZLT")); });
+    row("duplicate, restore",
+        [](const QString& job) { copyDatabase(job, beside(job, u"COPIA.ZLT")); });
+    row("compact", [](const QString& job) { compact(job, beside(job, u"LAVORO.BAK")); });
+    row(PlainRenames, [](const QString& job) {
+        allowPlainRenamesOnly();
+        compact(job, beside(job, u"LAVORO.BAK"));
+    });
+    row("delete",
+        [](const QString& job) { deleteFile(job, [](const QString&) { return false; }); });
+    row("repair", [](const QString& job) { repair(job); });
+    row(
+        "repair of foreign tables", [](const QString& job) { repair(job); },
+        [](const QString& job) { RawFile(job).run("CREATE INDEX i ON Vani (Ambiente)"); });
+    row("convert", [](const QString& job) {
+        jet::convertJob(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), beside(job, u"NUOVO.ZLT"),
+                        [](Database& /*made*/) {});
+    });
+    row("change", [](const QString& job) {
+        Database database = Database::open(job);
+        Database::Transaction transaction(database);
+        database.Execute(u"UPDATE Vani SET Ambiente = 'Camera'"_s);
+        database.Execute(u"UPDATE Variabili SET Var0 = hex(zeroblob(20000))"_s);
+        transaction.commit();
+    });
+    row(
+        "open after an interruption", [](const QString& job) { (void)Database::open(job); },
+        interrupt);
+}
+
+void TestFaults::wholeAfterFault()
+{
+    QFETCH(Operation, prepare);
+    QFETCH(Operation, operation);
+    const QString job = u"LAVORO.ZLT"_s;
+    const JobFolder sound;
+    prepare(exampleIn(sound));
+    const auto before = statesIn(sound);
+    const int calls = runApart(operation, sound.file(job), -1, Fault::Once).calls;
+    const auto after = statesIn(sound);
+    QVERIFY(calls > 0);
+
+    // All of them in the long form.
+    constexpr int Sample = 16;
+    const int step = qEnvironmentVariableIsSet("ZELTO_KILLS") ? 1 : std::max(1, calls / Sample);
+    for (const Fault fault : {Fault::Once, Fault::ForGood, Fault::Kill})
+        for (int call = 1; call <= calls; call += step) {
+            const JobFolder folder;
+            prepare(exampleIn(folder));
+            const Outcome outcome = runApart(operation, folder.file(job), call, fault);
+            const QString place =
+                u"fault %1 at call %2 of %3: "_s.arg(static_cast<int>(fault)).arg(call).arg(calls);
+            QVERIFY2(fault == Fault::Kill ? outcome.killed : outcome.done || outcome.refused,
+                     qPrintable(place));
+            auto now = statesIn(folder);
+            if (!now.contains(job) && QTest::currentDataTag() == QByteArray(PlainRenames))
+                now[job] = now.take(u"LAVORO.BAK"_s);
+            for (const QString& name : now.keys() + before.keys()) {
+                const QByteArray state = now.value(name, "none");
+                QVERIFY2(before.value(name, "none") == state || after.value(name, "none") == state,
+                         qPrintable(place + name));
+            }
+            QVERIFY2(!outcome.done || now == after, qPrintable(place + u"done"_s));
+        }
+    qInfo("%d calls that change files", calls);
+}
+
+QTEST_GUILESS_MAIN(TestFaults)
+#include "tst_faults.moc"
