@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on jobs in which the n-th write, sync, truncation, rename or deletion fails or is the
 // last: every file is then whole, as it was or as it is to be.
+#include "coefficients/coefficient_groups.h"
+#include "register/register.h"
 #include "store/file_operations.h"
 #include "store/jet/conversion.h"
 #include "store/repair.h"
@@ -15,6 +17,7 @@
 #include <sys/wait.h>
 
 using namespace Qt::StringLiterals;
+using namespace zelto;
 using namespace zelto::store;
 using namespace zelto::test;
 
@@ -167,12 +170,20 @@ void TestFaults::wholeAfterFault_data()
         jet::convertJob(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), beside(job, u"NUOVO.ZLT"),
                         [](Database& /*made*/) {});
     });
-    row("change", [](const QString& job) {
+    row("cell", [](const QString& job) {
         Database database = Database::open(job);
-        Database::Transaction transaction(database);
-        database.Execute(u"UPDATE Vani SET Ambiente = 'Camera'"_s);
-        database.Execute(u"UPDATE Variabili SET Var0 = hex(zeroblob(20000))"_s);
-        transaction.commit();
+        registro::Register(database).MemorizzaVano(7, {{1, registro::RoomAmbiente, u"Camera"_s}});
+    });
+    row("units moved", [](const QString& job) {
+        Database database = Database::open(job);
+        registro::Register(database).ScambiaUI({{6, 7}, {7, 8}});
+    });
+    row("Applica", [](const QString& job) {
+        Database database = Database::open(job);
+        const coefficients::GroupTexts loaded = coefficients::loadGroups(database);
+        coefficients::GroupTexts groups = loaded;
+        groups.front() = QString(20'000, u'x');
+        coefficients::saveGroups(database, groups, loaded);
     });
     row(
         "open after an interruption", [](const QString& job) { (void)Database::open(job); },

@@ -78,7 +78,13 @@ Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigure
     idle->start();
 }
 
-Parametri::~Parametri() = default;
+/// A screen that goes without having been closed stores nothing any more, though its editor, hidden
+/// with it, has something to say.
+Parametri::~Parametri()
+{
+    for (const Grid* grid : findChildren<Grid*>())
+        disconnect(grid, nullptr, this, nullptr);
+}
 
 QAction* Parametri::addButton(const QString& key, const QString& iconName, const QString& caption,
                               const QString& hint)

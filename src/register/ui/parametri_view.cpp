@@ -74,8 +74,6 @@ void Parametri::reading(const std::function<void()>& read)
         read();
     } catch (const store::DatabaseError& error) {
         m_context.user.ReportError(error);
-        const QScopedValueRollback following(m_following, true);
-        showPlace();
     }
 }
 
