@@ -4,6 +4,9 @@
 #include "register/register_writer.h"
 #include "store/schema.h"
 
+#include <QSet>
+
+#include <algorithm>
 #include <utility>
 
 namespace zelto::registro {
@@ -57,6 +60,20 @@ Record Register::foundRoom(const Writer& writer, int unit, int position)
     return found.empty() ? throw Missing() : found.front();
 }
 
+/// Of a record that is changed more than once, it is the first time that counts.
+bool Register::isAsSeen(const std::vector<RecordChange>& records) const
+{
+    QSet<QString> earlier; // keys of units and of rooms differ in length
+    return !m_asSeen ||
+           std::all_of(records.begin(), records.end(), [&](const RecordChange& change) {
+               const QString key = textOf(change.record(), UnitKey);
+               if (earlier.contains(key))
+                   return true;
+               earlier.insert(key);
+               return m_asSeen(change);
+           });
+}
+
 RegisterChange Register::perform(Deed deed, const std::function<void(Writer&)>& work)
 {
     Writer writer(m_lavoro);
@@ -68,6 +85,8 @@ RegisterChange Register::perform(Deed deed, const std::function<void(Writer&)>& 
     RegisterChange change{.caption = {}, .records = writer.changes()};
     if (change.isEmpty())
         return change;
+    if (!isAsSeen(change.records))
+        return {.caption = {}, .records = {}, .missing = true};
     QHash<int, QString> names = writer.names(change.units());
     for (const RecordChange& record : change.records)
         if (record.table == Table::Units && !names.contains(record.unit()))

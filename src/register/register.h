@@ -39,12 +39,18 @@ using NewTexts = QMap<int, QString>;
 
 /// The building register of a job: adds, deletes, copies and changes units and rooms, and takes
 /// every change back. Each call is stored wholly or not at all, and says which records it changed;
-/// it throws DatabaseError when the job refuses.
+/// it throws DatabaseError when the job refuses. When a record to be changed does not exist any
+/// more, or is not as the user sees it, nothing is stored and the change says so.
 class Register
 {
 public:
+    /// Whether a record that is about to be changed is as the user sees it.
+    using AsSeen = std::function<bool(const RecordChange& change)>;
+
     /// The job outlives it.
-    explicit Register(store::Database& lavoro) : m_lavoro(lavoro) {}
+    explicit Register(store::Database& lavoro, AsSeen asSeen = {})
+        : m_lavoro(lavoro), m_asSeen(std::move(asSeen))
+    {}
 
     /// A unit with one room, both empty. Its number follows every one that a unit or a room has.
     RegisterChange AggiungiUI();
@@ -71,8 +77,7 @@ public:
     RegisterChange ScambiaVani(int unit, const QList<std::pair<int, int>>& pairs);
 
     /// Stores the texts in the fields of units, or of one unit's rooms, and adds others behind the
-    /// last one. When one of those to be changed does not exist, nothing is stored and the change
-    /// says so.
+    /// last one.
     RegisterChange MemorizzaUI(const QList<UnitEdit>& edits, const QList<NewTexts>& added = {});
     RegisterChange MemorizzaVano(int unit, const QList<RoomEdit>& edits,
                                  const QList<NewTexts>& added = {});
@@ -97,10 +102,12 @@ private:
     [[nodiscard]] static Record foundRoom(const Writer& writer, int unit, int position);
     static void addUnit(Writer& writer, const NewTexts& texts);
     static void addRoom(Writer& writer, int unit, const NewTexts& texts);
+    [[nodiscard]] bool isAsSeen(const std::vector<RecordChange>& records) const;
     RegisterChange perform(Deed deed, const std::function<void(Writer&)>& work);
     RegisterChange replay(const RegisterChange& change);
 
     store::Database& m_lavoro;
+    AsSeen m_asSeen;
     std::vector<RegisterChange> m_done;
     std::vector<RegisterChange> m_undone;
 };

@@ -54,7 +54,8 @@ struct RegisterChange
 {
     QString caption; ///< what was done, for the user
     std::vector<RecordChange> records;
-    /// Nothing was done, because a record to be changed does not exist any more.
+    /// Nothing was done, because a record to be changed does not exist any more or is another by
+    /// now.
     bool missing = false;
 
     [[nodiscard]] bool isEmpty() const { return records.empty(); }

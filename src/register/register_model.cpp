@@ -23,6 +23,11 @@ bool adds(const RegisterChange& change, int unit)
 
 } // namespace
 
+RegisterModel::RegisterModel(store::Database& lavoro)
+    : m_lavoro(lavoro),
+      m_register(lavoro, [this](const RecordChange& change) { return isAsSeen(change); })
+{}
+
 void RegisterModel::ElencoUI(const UnitFilter& filter)
 {
     m_listed = readUnits(m_lavoro, filter);
@@ -33,7 +38,22 @@ void RegisterModel::ElencoUI(const UnitFilter& filter)
 
 void RegisterModel::DatiVani(int unit)
 {
-    UnitRow row = unit > 0 ? readUnit(m_lavoro, unit) : UnitRow();
+    if (!isStale()) {
+        readUnit(unit);
+        return;
+    }
+    m_unit = UnitRow{.number = unit, .texts = {}, .flags = {}};
+    reload();
+}
+
+bool RegisterModel::isStale() const
+{
+    return m_lavoro.dataVersion() != m_version;
+}
+
+void RegisterModel::readUnit(int unit)
+{
+    UnitRow row = unit > 0 ? registro::readUnit(m_lavoro, unit) : UnitRow();
     m_rooms = row.number > 0 ? readRooms(m_lavoro, unit) : std::vector<RoomRow>();
     m_unit = std::move(row);
     emit unitShown();
@@ -41,11 +61,13 @@ void RegisterModel::DatiVani(int unit)
 
 void RegisterModel::reload()
 {
+    const qint64 version = m_lavoro.dataVersion();
     RegisterLists lists = LeggiDatiGenerali(m_lavoro);
     calc::Liste coefficients = calc::CaricaListe(m_lavoro);
     const std::vector<TreeScala> tree = readTree(m_lavoro, lists.scale);
     m_lists = std::move(lists);
     m_coefficients = std::move(coefficients);
+    m_version = version;
     emit listsRead();
     ElencoUI(m_filter);
     emit reloaded(tree);
@@ -57,11 +79,11 @@ void RegisterModel::reload()
 void RegisterModel::showUnitOrNext()
 {
     const int number = m_unit.number;
-    int shown = number > 0 && readUnit(m_lavoro, number).number == 0 ? 0 : number;
+    int shown = number > 0 && registro::readUnit(m_lavoro, number).number == 0 ? 0 : number;
     for (const int places : {1, -1})
         if (shown == 0)
             shown = neighbour(number, places);
-    DatiVani(shown > 0 ? shown : nearestUnit(m_lavoro, number));
+    readUnit(shown > 0 ? shown : nearestUnit(m_lavoro, number));
 }
 
 int RegisterModel::neighbour(int unit, int places) const
@@ -78,7 +100,7 @@ int RegisterModel::neighbour(int unit, int places) const
 RegisterChange RegisterModel::perform(const std::function<RegisterChange(Register&)>& operation)
 {
     RegisterChange change = operation(m_register);
-    if (change.isEmpty())
+    if (change.isEmpty() || isStale())
         reload();
     else
         follow(change);
@@ -89,7 +111,7 @@ void RegisterModel::follow(const RegisterChange& change)
 {
     const QList<int> units = change.units();
     for (const int number : units) {
-        const UnitRow row = readUnit(m_lavoro, number);
+        const UnitRow row = registro::readUnit(m_lavoro, number);
         if (row.number == 0)
             emit unitRemoved(number);
         else
@@ -110,17 +132,50 @@ void RegisterModel::follow(const RegisterChange& change)
         showUnitOrNext();
 }
 
+/// Of records that are not shown nothing is known.
+bool RegisterModel::isAsSeen(const RecordChange& change) const
+{
+    if (change.before.empty())
+        return true;
+    const auto sameTexts = [&](const auto& texts, int first) {
+        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
+            return text == textOf(change.before, first++);
+        });
+    };
+    if (change.table == RecordChange::Table::Rooms) {
+        const int position = numberOf(change.before, RoomPosition);
+        const auto room = std::find_if(m_rooms.begin(), m_rooms.end(), [&](const RoomRow& row) {
+            return row.position == position;
+        });
+        return change.unit() != m_unit.number || room == m_rooms.end() ||
+               sameTexts(room->texts, RoomAmbiente);
+    }
+    const auto listed =
+        std::lower_bound(m_listed.begin(), m_listed.end(), change.unit(),
+                         [](const UnitRow& row, int wanted) { return row.number < wanted; });
+    const bool isListed = listed != m_listed.end() && listed->number == change.unit();
+    const UnitRow& row = isListed ? *listed : m_unit;
+    return row.number != change.unit() ||
+           (sameTexts(row.texts, UnitRiferimento) && row.flags == textOf(change.before, UnitFlags));
+}
+
 Place placeOf(const RegisterChange& change)
 {
     if (change.isEmpty())
         return {};
+    const auto unit =
+        std::find_if(change.records.begin(), change.records.end(),
+                     [](const auto& one) { return one.table == RecordChange::Table::Units; });
     const auto kept = std::find_if(change.records.begin(), change.records.end(),
-                                   [](const RecordChange& one) { return !one.after.empty(); });
-    const RecordChange& record = kept == change.records.end() ? change.records.front() : *kept;
-    const bool room = record.table == RecordChange::Table::Rooms;
+                                   [](const auto& one) { return !one.after.empty(); });
+    const bool ofUnit = unit != change.records.end();
+    const RecordChange& record = ofUnit                         ? *unit
+                                 : kept != change.records.end() ? *kept
+                                                                : change.records.front();
     return {.unit = record.unit(),
-            .position = room ? numberOf(record.record(), RoomPosition) : 0,
-            .field = record.fields().value(0)};
+            .position = ofUnit ? 0 : numberOf(record.record(), RoomPosition),
+            .field = record.fields().value(0),
+            .gone = ofUnit && record.after.empty()};
 }
 
 } // namespace zelto::registro

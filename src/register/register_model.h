@@ -22,7 +22,7 @@ class RegisterModel : public QObject
 
 public:
     /// Reads nothing yet; the job outlives it.
-    explicit RegisterModel(store::Database& lavoro) : m_lavoro(lavoro), m_register(lavoro) {}
+    explicit RegisterModel(store::Database& lavoro);
 
     [[nodiscard]] const RegisterLists& lists() const { return m_lists; }
     [[nodiscard]] const UnitFilter& filter() const { return m_filter; }
@@ -39,8 +39,12 @@ public:
     /// Lists the units of the filter.
     void ElencoUI(const UnitFilter& filter);
 
-    /// The unit becomes the current one; none when it does not exist.
+    /// The unit becomes the current one; the next one, when it does not exist any more. What
+    /// another program has changed meanwhile is read anew.
     void DatiVani(int unit);
+
+    /// Whether another program has changed the job since it was read.
+    [[nodiscard]] bool isStale() const;
 
     /// Reads everything anew, lists and tree included. The current unit stays if it still exists;
     /// at first it is the first one.
@@ -50,8 +54,9 @@ public:
     /// none.
     [[nodiscard]] int neighbour(int unit, int places) const;
 
-    /// Stores a change and shows what became of it. What was to be changed may have been deleted by
-    /// another program: then nothing is stored, everything is read anew and the change is empty.
+    /// Stores a change and shows what became of it. What was to be changed may have been changed or
+    /// deleted by another program: then nothing is stored, everything is read anew and the change
+    /// is empty.
     RegisterChange perform(const std::function<RegisterChange(Register&)>& operation);
 
     [[nodiscard]] const Register& changes() const { return m_register; }
@@ -74,6 +79,8 @@ signals:
     void unitShown();
 
 private:
+    void readUnit(int unit);
+    [[nodiscard]] bool isAsSeen(const RecordChange& change) const;
     void follow(const RegisterChange& change);
     void showUnitOrNext();
 
@@ -82,7 +89,8 @@ private:
     RegisterLists m_lists;
     calc::Liste m_coefficients;
     UnitFilter m_filter;
-    int m_count = 0; ///< of all units
+    qint64 m_version = 0; ///< of the data that were read last
+    int m_count = 0;      ///< of all units
     std::vector<UnitRow> m_listed;
     UnitRow m_unit;
     std::vector<RoomRow> m_rooms;
@@ -92,8 +100,9 @@ private:
 struct Place
 {
     int unit = 0;
-    int position = 0; ///< of a room; 0 when it is the unit itself
-    int field = 0;    ///< the first that changed, by its ordinal
+    int position = 0;  ///< of a room; 0 when it is the unit itself
+    int field = 0;     ///< the first that changed, by its ordinal
+    bool gone = false; ///< the unit does not exist any more
 };
 [[nodiscard]] Place placeOf(const RegisterChange& change);
 

@@ -52,6 +52,15 @@ int Database::Execute(const QString& sql, std::span<const Value> parameters)
     });
 }
 
+qint64 Database::dataVersion() const
+{
+    return onFile(path(), [&] {
+        SQLite::Statement statement(m_connection->handle, "PRAGMA data_version");
+        statement.executeStep();
+        return static_cast<qint64>(statement.getColumn(0).getInt64());
+    });
+}
+
 std::unique_ptr<TableWriter> Database::writer(const TableDef& table)
 {
     return std::make_unique<TableWriter>(m_connection, table);

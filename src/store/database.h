@@ -58,6 +58,9 @@ public:
     /// records changed.
     int Execute(const QString& sql, std::span<const Value> parameters = {});
 
+    /// Another number whenever another program has changed the file.
+    [[nodiscard]] qint64 dataVersion() const;
+
     /// Adds records to a table of this definition.
     [[nodiscard]] std::unique_ptr<TableWriter> writer(const TableDef& table);
 

@@ -5,6 +5,7 @@
 #include "store/database_error.h"
 #include "store/engine_errors.h"
 #include "store/job_limits.h"
+#include "text/system_reason.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -113,7 +114,7 @@ void EngineFile::copyTo(const QString& target) const
         throw DatabaseError(
             ErrorNumber::DiskFull,
             u"Il file «%1» non può essere copiato per la lettura in «%2» (%3)."_s.arg(
-                m_shown, target, copy.errorString()));
+                m_shown, target, text::systemReason(copy)));
 }
 
 void requirePlainFile(const QString& path, const QString& shown)
@@ -124,7 +125,7 @@ void requirePlainFile(const QString& path, const QString& shown)
             throw DatabaseError(ErrorNumber::FileNotFound,
                                 u"Il file «%1» non è stato trovato."_s.arg(shown));
         throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile aprire il file «%1» (%2)."_s.arg(
-                                                         shown, qt_error_string(errno)));
+                                                         shown, text::systemReason(errno)));
     }
     if (!S_ISREG(found.st_mode))
         throw DatabaseError(ErrorNumber::CannotOpen, u"«%1» non è un file."_s.arg(shown));

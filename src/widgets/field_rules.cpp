@@ -173,9 +173,14 @@ QString withPoints(const FieldTag& tag, QString text, QStringView field)
 
 std::optional<QString> pasteable(const FieldTag& tag, const QString& text)
 {
-    if (!tag.hasDecimals() || (!tag.isNumeric() && !looksLikeFigure(text)))
-        return withPoints(tag, text, {});
-    QString figure = withPoints(tag, text, {});
+    QString line = text;
+    while (line.endsWith(u'\n') || line.endsWith(u'\r'))
+        line.chop(1);
+    if (std::any_of(line.begin(), line.end(), [](QChar c) { return !isTextCharacter(c); }))
+        return std::nullopt;
+    if (!tag.hasDecimals() || (!tag.isNumeric() && !looksLikeFigure(line)))
+        return withPoints(tag, line, {});
+    QString figure = withPoints(tag, line, {});
     if (figure.count(u'.') > 1)
         return std::nullopt;
     figure.removeIf([](QChar c) { return c.isSpace(); });
@@ -227,9 +232,9 @@ bool isChord(const QKeyEvent& key)
     return hasModifier(key, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
 }
 
-bool isAltCharacter(const QKeyEvent& key)
+bool isWithAlt(const QKeyEvent& key)
 {
-    return bearsCharacter(key) && hasModifier(key, Qt::AltModifier | Qt::MetaModifier);
+    return hasModifier(key, Qt::AltModifier | Qt::MetaModifier);
 }
 
 } // namespace zelto::widgets

@@ -36,8 +36,8 @@ struct FieldText
 [[nodiscard]] QString withPoints(const FieldTag& tag, QString text, QStringView field);
 
 /// The text as it is pasted or dropped: a figure without the blanks between its digits and with a
-/// decimal point. Nothing for a figure with more than one separator: which of them is the decimal
-/// one cannot be told.
+/// decimal point. Nothing for several cells or lines, which would run into one, and for a figure
+/// with more than one separator: which of them is the decimal one cannot be told.
 [[nodiscard]] std::optional<QString> pasteable(const FieldTag& tag, const QString& text);
 
 /// The text in the form in which it may stay, nothing when it fails the tag's check.
@@ -57,7 +57,7 @@ struct FieldText
 /// desktops say so.
 [[nodiscard]] bool isChord(const QKeyEvent& key);
 
-/// Whether the key bears a character with Alt or Super, which Qt's own fields would type.
-[[nodiscard]] bool isAltCharacter(const QKeyEvent& key);
+/// Whether Alt or Super is held: Qt's own fields would type, or delete, all the same.
+[[nodiscard]] bool isWithAlt(const QKeyEvent& key);
 
 } // namespace zelto::widgets

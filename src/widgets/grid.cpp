@@ -76,7 +76,8 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& in
         return Selection::NoUpdate; // the menu is about what is selected
     const auto* input = dynamic_cast<const QInputEvent*>(event);
     const bool shift = input != nullptr && input->modifiers().testFlag(Qt::ShiftModifier);
-    return shift || type == QEvent::MouseMove ? Selection::SelectCurrent
+    // Cleared in any case: a click beside the cells makes what is selected final.
+    return shift || type == QEvent::MouseMove ? Selection::Clear | Selection::SelectCurrent
                                               : Selection::ClearAndSelect;
 }
 

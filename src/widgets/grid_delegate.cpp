@@ -4,21 +4,30 @@
 #include "widgets/grid_model.h"
 #include "widgets/marks.h"
 
+#include <QApplication>
 #include <QPainter>
 
 namespace zelto::widgets {
+
+namespace {
+
+/// One part of the second colour in so many.
+QColor mixed(const QColor& under, const QColor& over, int parts)
+{
+    const auto mix = [parts](int one, int other) { return (one * (parts - 1) + other) / parts; };
+    return {mix(under.red(), over.red()), mix(under.green(), over.green()),
+            mix(under.blue(), over.blue())};
+}
+
+} // namespace
 
 QColor shadeColour(const QPalette& palette)
 {
     constexpr QColor Yellow(255, 255, 128);
     constexpr int Half = 128;
+    constexpr int Part = 6;
     const QColor base = palette.base().color();
-    if (base.lightness() >= Half)
-        return Yellow;
-    constexpr int Part = 6; // one part of yellow in so many
-    const auto mixed = [](int under, int over) { return (under * (Part - 1) + over) / Part; };
-    return {mixed(base.red(), Yellow.red()), mixed(base.green(), Yellow.green()),
-            mixed(base.blue(), Yellow.blue())};
+    return base.lightness() >= Half ? Yellow : mixed(base, Yellow, Part);
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -32,9 +41,22 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     drawMark(*painter, option.rect);
 }
 
-void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+void FocusDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    const QWidget* focus = QApplication::focusWidget();
+    if (option->widget == nullptr || option->widget == focus || option->widget->isAncestorOf(focus))
+        return;
+    QPalette& palette = option->palette;
+    constexpr int Part = 4;
+    palette.setColor(QPalette::Highlight,
+                     mixed(palette.base().color(), palette.highlight().color(), Part));
+    palette.setColor(QPalette::HighlightedText, palette.text().color());
+}
+
+void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    FocusDelegate::initStyleOption(option, index);
     if (index.data(GridModel::UnusedRole).toBool())
         option->state &= ~QStyle::State_Enabled;
 }

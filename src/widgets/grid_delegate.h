@@ -5,13 +5,25 @@
 
 namespace zelto::widgets {
 
-/// Draws the cells of a grid: shaded rows, dimmed columns, and the corner of marked cells.
-class GridDelegate : public QStyledItemDelegate
+/// Shows by a pale selection that keys go elsewhere than to the view.
+class FocusDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+/// Draws the cells of a grid: shaded rows, dimmed columns, and the corner of marked cells.
+class GridDelegate : public FocusDelegate
+{
+    Q_OBJECT
+
+public:
+    using FocusDelegate::FocusDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

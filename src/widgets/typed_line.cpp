@@ -88,6 +88,18 @@ void TypedLine::typeExactly(const QString& text)
         refuse();
 }
 
+/// Undo and redo are the screen's where the field itself has nothing to take back.
+bool TypedLine::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if ((key.matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+            (key.matches(QKeySequence::Redo) && !isRedoAvailable()))
+            return false;
+    }
+    return QLineEdit::event(event);
+}
+
 void TypedLine::keyPressEvent(QKeyEvent* event)
 {
     const QString typed = isReadOnly() ? QString() : typedBy(*event);
@@ -99,7 +111,7 @@ void TypedLine::keyPressEvent(QKeyEvent* event)
                       : QClipboard::Clipboard);
     else if (!typed.isEmpty())
         typeIn(typed);
-    else if (isAltCharacter(*event))
+    else if (isWithAlt(*event))
         event->ignore();
     else
         QLineEdit::keyPressEvent(event);

@@ -102,7 +102,7 @@ void TypedText::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const QString typed = enter ? u"\n"_s : typedBy(*event);
-    if (isReadOnly() || (typed.isEmpty() && !isAltCharacter(*event)))
+    if (isReadOnly() || (typed.isEmpty() && !isWithAlt(*event)))
         QPlainTextEdit::keyPressEvent(event);
     else if (typed.isEmpty())
         event->ignore();

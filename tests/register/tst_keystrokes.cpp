@@ -121,6 +121,19 @@ private slots:
             Desk::keys(u"x<Return>"_s);
         });
 
+        row("undo from field to field", {}, [](Desk& desk) {
+            toUnit(desk, u"a<Return>"_s);
+            desk.show(1);
+            auto& field = desk.find<widgets::TypedLine>(u"Dati1"_s);
+            field.setFocus();
+            Desk::keys(u"b<Tab><Ctrl+Z><Ctrl+Z>"_s);
+        });
+        row("undo of an added unit", u"1.Riferimento=x"_s, [](Desk& desk) {
+            toUnit(desk, u"<Ins><Ctrl+Z>"_s);
+            QCOMPARE(desk.find<QTabWidget>(u"tbsOptions"_s).currentIndex(), 0);
+            Desk::keys(u"<Ctrl+Home>x<Return>"_s);
+        });
+
         // Commas
         rooms("comma in a size", u"<Right>12,5<Return>"_s, u"1/1.Consistenza reale=12.5"_s);
         units("comma in a height", u"<Right><Right><Right>3,25<Return>"_s, u"1.H piano=3.25"_s);
@@ -253,8 +266,19 @@ private slots:
         desk.job.Execute(u"DELETE FROM Vani WHERE Chiave = '    1    2'"_s);
         const RegisterState before(desk.job);
         desk.type(desk.rooms(), 1, 0, u"Fantasma"_s);
+        QVERIFY(desk.user.said().startsWith(u"message: Un altro programma"));
         QVERIFY(!desk.views().contains(u"Fantasma"));
         QCOMPARE(desk.rooms().cells().rowCount(), 2);
+        // Nor is anything written over what it changed, in this record or by another file.
+        {
+            test::RawFile other(desk.folder.file(u"A.ZLT"_s));
+            other.run("UPDATE Vani SET Ambiente = 'Altro' WHERE Chiave = '    1    1'");
+        }
+        desk.type(desk.rooms(), 0, 0, u"Mio"_s);
+        QVERIFY(desk.user.said().startsWith(u"message: Un altro programma"));
+        QVERIFY(desk.views().contains(u"Altro") && !desk.dump().contains(u"Mio"));
+        desk.type(desk.rooms(), 0, 0, u"Mio"_s);
+        QVERIFY(desk.dump().contains(u"Mio"));
         desk.job.Execute(u"DELETE FROM [Unità immobiliari] WHERE [Riferimento unità] = 1"_s);
         desk.rooms().setFocus();
         Desk::keys(u"<Ins>"_s);

@@ -41,7 +41,10 @@ public:
                 (at < first || at > last ? m_neighbours : m_rows) << grid.cells().number(at);
         if (first >= 0 && (!selected.contains(grid.currentIndex()) ||
                            selected.size() != m_rows.size() * m_columns.size()))
-            m_fault = u"the selection is no rectangle with the current cell"_s;
+            m_fault = u"%1 cells of rows %2 are selected, %3,%4 is current"_s.arg(selected.size())
+                          .arg(m_rows.join(u'-'))
+                          .arg(grid.currentRow())
+                          .arg(grid.currentColumn());
     }
 
     [[nodiscard]] const QString& fault() const { return m_fault; }
@@ -172,11 +175,10 @@ private:
     std::mt19937 m_random;
 };
 
-int stepsWanted()
+int wanted(const char* variable, int usual)
 {
-    constexpr int Usual = 500;
-    const int steps = qEnvironmentVariableIntValue("ZELTO_STEPS");
-    return steps > 0 ? steps : Usual;
+    const int given = qEnvironmentVariableIntValue(variable);
+    return given > 0 ? given : usual;
 }
 
 } // namespace
@@ -189,20 +191,20 @@ private slots:
     void walk()
     {
         constexpr int StepsOfAJob = 250;
-        const int jobs = (stepsWanted() + StepsOfAJob - 1) / StepsOfAJob;
+        const int jobs = (wanted("ZELTO_STEPS", 500) + StepsOfAJob - 1) / StepsOfAJob;
         int changes = 0;
         for (int job = 0; job < jobs; ++job)
-            changes += walkOneJob(static_cast<unsigned>(20'261'123 + job), StepsOfAJob);
+            changes += walkOneJob(wanted("ZELTO_SEED", 20'261'123) + job, StepsOfAJob);
         QVERIFY2(changes > jobs * StepsOfAJob / 40, qPrintable(QString::number(changes)));
     }
 
 private:
-    static int walkOneJob(unsigned seed, int steps)
+    static int walkOneJob(int seed, int steps)
     {
         Desk desk;
         QApplication::clipboard()->setText(u"7,5"_s);
         desk.tree().expandItem(desk.tree().topLevelItem(1)->child(2));
-        Walk walk(seed);
+        Walk walk(static_cast<unsigned>(seed));
         RegisterState state(desk.job);
         QStringList done;
         int changes = 0;
@@ -211,7 +213,7 @@ private:
             done << walk.step(desk);
             RegisterState now(desk.job);
             const QStringList differences = state.differencesTo(now);
-            check(before, Named(desk), done, differences);
+            check(before, Named(desk), done, differences, seed);
             changes += differences.isEmpty() ? 0 : 1;
             state = std::move(now);
         }
@@ -221,16 +223,17 @@ private:
 
     /// Undoing goes to what it changes; everything else changes what was named before.
     static void check(const Named& before, const Named& after, const QStringList& done,
-                      const QStringList& differences)
+                      const QStringList& differences, int seed)
     {
         const QString& step = done.back();
         const bool replays = step == u"<Ctrl+Z>" || step == u"<Ctrl+Y>";
         const bool adds = step == u"<Ins>" || step == u"<Ctrl+D>";
         const bool moves = step.startsWith(u"<Ctrl+Shift+");
         const auto story = [&](const QString& what) {
-            return u"%1: %2 after %3"_s
+            return u"seed %4: %1: %2 after %3"_s
                 .arg(what, differences.join(u' '),
-                     done.mid(std::max<qsizetype>(done.size() - 12, 0)).join(u' '))
+                     done.mid(std::max<qsizetype>(done.size() - 12, 0)).join(u' '),
+                     QString::number(seed))
                 .toUtf8();
         };
         if (!after.fault().isEmpty())

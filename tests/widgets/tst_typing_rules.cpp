@@ -82,9 +82,11 @@ private slots:
             row(tag, false, u"1.234,50"_s, u"1.234.50"_s, no);
             row(tag, false, u"1,2,3"_s, u"1.2.3"_s, no);
             row(tag, false, u"1 234,5\n"_s, u"1 234.5\n"_s, u"1234.5"_s);
+            row(tag, false, u"18,5\n20\n"_s, u"18.5\n20\n"_s, no);
         }
         row(u"LOL"_s, false, u"1,5"_s, u"1,5"_s, u"1,5"_s);
         row(u"AOL"_s, false, u"Rossi, Mario"_s, u"Rossi, Mario"_s, u"Rossi, Mario"_s);
+        row(u"AOL"_s, false, u"Sala\tBagno"_s, u"Sala\tBagno"_s, no);
         row(u"AOL"_s, true, u"1,05"_s, u"1.05"_s, u"1.05"_s);
         row(u"AOL"_s, true, u"[A,B]"_s, u"[A,B]"_s, u"[A,B]"_s);
         row(u"AOL"_s, true, u"circa 1,5"_s, u"circa 1.5"_s, u"circa 1.5"_s);

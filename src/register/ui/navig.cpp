@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/navig.h"
 
+#include "widgets/grid_delegate.h"
+
 #include <QHeaderView>
 #include <QSet>
 #include <QSignalBlocker>
@@ -61,6 +63,7 @@ Navig::Navig(QWidget* parent) : QTreeWidget(parent)
     setColumnCount(1);
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    setItemDelegate(new widgets::FocusDelegate(this));
     header()->setStretchLastSection(true);
     connect(this, &QTreeWidget::currentItemChanged, this, [this] {
         if (const int unit = selectedUnit(); unit > 0)

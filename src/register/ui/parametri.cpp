@@ -212,6 +212,9 @@ void Parametri::connectNavigation()
     connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
     connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
     connect(m_elenco, &UnitList::unitFound, this, &Parametri::goToUnit);
+    connect(m_elenco, &UnitList::nothingFound, this, [this](const QString& wanted) {
+        say(u"Nessuna unità dell'elenco ha «%1» nel riferimento."_s.arg(wanted));
+    });
     connect(m_elenco, &UnitList::filterChanged, this,
             [this] { reading([this] { m_model.ElencoUI(m_elenco->filter()); }); });
 }

@@ -72,6 +72,7 @@ signals:
     void ripartoRequested();
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:

@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QScopedValueRollback>
+#include <QStatusBar>
 
 #include <algorithm>
 
@@ -50,6 +51,7 @@ QString withFlag(const QString& stored, int table, bool on)
 RegisterChange Parametri::perform(const Operation& operation)
 {
     RegisterChange change;
+    m_status->clearMessage();
     try {
         change = m_model.perform(operation);
     } catch (const store::DatabaseError& error) {
@@ -62,8 +64,9 @@ RegisterChange Parametri::perform(const Operation& operation)
     }
     updateUndo();
     if (change.missing)
-        say(u"Nulla è stato memorizzato: un altro programma ha eliminato ciò che si voleva "
-            "cambiare."_s);
+        m_context.user.showMessage(
+            u"Un altro programma ha cambiato o eliminato ciò che si voleva cambiare. Nulla è stato "
+            "memorizzato: la finestra mostra ora quello che c'è, e si può ripetere."_s);
     return change;
 }
 

@@ -9,6 +9,7 @@
 #include "store/user_interface.h"
 #include "widgets/grid.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QStatusBar>
@@ -60,6 +61,18 @@ void Parametri::refreshLists()
     });
 }
 
+/// Back from another window, which may have changed the job.
+bool Parametri::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_elenco->grid().isEditing() &&
+        !m_vani->grid().isEditing())
+        reading([this] {
+            if (m_model.isStale())
+                m_model.reload();
+        });
+    return QWidget::event(event);
+}
+
 void Parametri::say(const QString& text)
 {
     constexpr int Shown = 8000; // milliseconds
@@ -80,15 +93,10 @@ void Parametri::reading(const std::function<void()>& read)
 void Parametri::goToUnit(int unit)
 {
     const bool there = unit == m_model.unit().number;
-    if (unit > 0 && (there || finishTyping()))
-        reading([=, this] {
-            if (!there)
-                m_model.DatiVani(unit);
-            if (m_model.unit().number != unit) {
-                m_model.reload();
-                say(u"L'unità %1 è stata eliminata da un altro programma."_s.arg(unit));
-            }
-        });
+    if (unit > 0 && !there && finishTyping()) {
+        m_status->clearMessage();
+        reading([=, this] { m_model.DatiVani(unit); });
+    }
     const QScopedValueRollback following(m_following, true);
     showPlace();
 }
@@ -111,8 +119,9 @@ void Parametri::goToNeighbour(int places)
 /// In the view that shows it, and that the user knows: "Dettaglio" for a unit that is not listed.
 void Parametri::goTo(const Place& place)
 {
-    goToUnit(place.unit);
-    const bool listed = m_elenco->rowOf(place.unit) >= 0;
+    if (!place.gone)
+        goToUnit(place.unit);
+    const bool listed = m_elenco->rowOf(m_model.unit().number) >= 0;
     if (place.position > 0)
         m_tabs->setCurrentIndex(Vani);
     else if (tab() != Dettaglio)

@@ -30,7 +30,7 @@ GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
 
 } // namespace
 
-std::vector<GridColumn> unitColumns()
+std::vector<GridColumn> unitColumns(const RegisterLists& lists)
 {
     std::vector<GridColumn> columns{
         {.header = QStringLiteral("Riferimento"), .maxLength = 23, .width = 2700},
@@ -39,7 +39,14 @@ std::vector<GridColumn> unitColumns()
          .alignment = LeftCentre,
          .maxLength = 1,
          .width = 700,
-         .editing = GridColumn::Editing::ByScreen},
+         .editing = GridColumn::Editing::ByScreen,
+         .remark =
+             [&lists](const QString& code) {
+                 const bool known =
+                     code.isEmpty() || lists.scale.contains(code, Qt::CaseInsensitive);
+                 return known ? QString()
+                              : QStringLiteral("«%1» non è fra i codici delle scale.").arg(code);
+             }},
         {.header = QStringLiteral("H"),
          .alignment = RightCentre,
          .tag = QStringLiteral("SOL"),

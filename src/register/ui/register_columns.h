@@ -23,9 +23,9 @@ enum UnitColumn : int {
 /// Columns of the room grid; the six coefficients follow one another.
 enum RoomColumn : int { ColumnAmbiente, ColumnConsistenza, ColumnFirstCoefficient };
 
-[[nodiscard]] std::vector<widgets::GridColumn> unitColumns();
-
 /// Cells are remarked on by the lists, which outlive the columns.
+[[nodiscard]] std::vector<widgets::GridColumn> unitColumns(const RegisterLists& lists);
+
 [[nodiscard]] std::vector<widgets::GridColumn> roomColumns(calc::Liste& liste);
 
 /// Staircase codes as a picker offers them, the blank one first.

@@ -54,7 +54,8 @@ widgets::GridRow rowFor(const UnitRow& unit)
 UnitList::UnitList(RegisterModel& model, QWidget* parent)
     : QWidget(parent), m_model(model), m_livello(addFilter(QStringLiteral("Livello"))),
       m_scala(addFilter(QStringLiteral("CodScala"))), m_search(new QLineEdit(this)),
-      m_grid(new Grid({}, unitColumns(), Grid::AtEnd::Stays, this)), m_picker(new CellPicker(this))
+      m_grid(new Grid({}, unitColumns(model.lists()), Grid::AtEnd::Stays, this)),
+      m_picker(new CellPicker(this))
 {
     m_grid->setObjectName(QStringLiteral("UI"));
     m_grid->setAccessibleName(QStringLiteral("Unità immobiliari"));
@@ -183,6 +184,7 @@ void UnitList::search(int from, int step)
         }
     }
     widgets::refuse(*m_search);
+    emit nothingFound(wanted);
 }
 
 /// From the search field, Enter goes on searching; Esc and Down go to the list.

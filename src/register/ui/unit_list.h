@@ -51,8 +51,9 @@ public:
 
 signals:
     void filterChanged();
-    /// The search has found the unit.
+    /// The search has found the unit, or none that is listed.
     void unitFound(int unit);
+    void nothingFound(const QString& wanted);
     /// The user chose a staircase for the unit in the row; empty for none.
     void scalaChosen(int row, const QString& code);
     /// The user wants the flag of special table 1 to 10 turned over.
