@@ -159,7 +159,7 @@ void JobFiles::tellRestrictions()
     if (m_job.isOpenElsewhere(path))
         m_window.showMessage(
             u"Il lavoro «%1» è aperto anche in un'altra finestra di Zelto. Le "
-            "modifiche dell'una si vedono nell'altra solo riaprendolo."_s.arg(path));
+            "modifiche dell'una si vedono nell'altra quando vi si ritorna."_s.arg(path));
     if (!isWritable(path))
         m_window.showMessage(u"Il lavoro «%1» è di sola lettura: si può consultare e stampare, ma "
                              "non modificare."_s.arg(path));

@@ -174,7 +174,7 @@ void TestJobOpening::otherWindow()
     other.open(desk.path(u"A.ZLT"_s));
     QVERIFY(!other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
     desk.jobs.openGiven(desk.path(u"A.ZLT"_s));
-    QVERIFY(desk.user.said().endsWith(u"solo riaprendolo."_s));
+    QVERIFY(desk.user.said().endsWith(u"quando vi si ritorna."_s));
     QVERIFY(other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
 
     const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
