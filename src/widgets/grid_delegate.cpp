@@ -41,22 +41,22 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     drawMark(*painter, option.rect);
 }
 
-void FocusDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+QPalette viewPalette(const QWidget* view, QPalette palette)
 {
-    QStyledItemDelegate::initStyleOption(option, index);
     const QWidget* focus = QApplication::focusWidget();
-    if (option->widget == nullptr || option->widget == focus || option->widget->isAncestorOf(focus))
-        return;
-    QPalette& palette = option->palette;
+    if (view == nullptr || view == focus || view->isAncestorOf(focus))
+        return palette;
     constexpr int Part = 4;
     palette.setColor(QPalette::Highlight,
                      mixed(palette.base().color(), palette.highlight().color(), Part));
     palette.setColor(QPalette::HighlightedText, palette.text().color());
+    return palette;
 }
 
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
-    FocusDelegate::initStyleOption(option, index);
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->palette = viewPalette(option->widget, option->palette);
     if (index.data(GridModel::UnusedRole).toBool())
         option->state &= ~QStyle::State_Enabled;
 }

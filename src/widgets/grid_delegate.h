@@ -5,25 +5,16 @@
 
 namespace zelto::widgets {
 
-/// Shows by a pale selection that keys go elsewhere than to the view.
-class FocusDelegate : public QStyledItemDelegate
+/// The colours of a view, with a pale selection while keys go elsewhere than to it.
+[[nodiscard]] QPalette viewPalette(const QWidget* view, QPalette palette);
+
+/// Draws the cells of a grid: shaded rows, dimmed columns, and the corner of marked cells.
+class GridDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
-};
-
-/// Draws the cells of a grid: shaded rows, dimmed columns, and the corner of marked cells.
-class GridDelegate : public FocusDelegate
-{
-    Q_OBJECT
-
-public:
-    using FocusDelegate::FocusDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

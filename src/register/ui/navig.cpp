@@ -63,7 +63,6 @@ Navig::Navig(QWidget* parent) : QTreeWidget(parent)
     setColumnCount(1);
     setHeaderHidden(true);
     setUniformRowHeights(true);
-    setItemDelegate(new widgets::FocusDelegate(this));
     header()->setStretchLastSection(true);
     connect(this, &QTreeWidget::currentItemChanged, this, [this] {
         if (const int unit = selectedUnit(); unit > 0)
@@ -71,6 +70,14 @@ Navig::Navig(QWidget* parent) : QTreeWidget(parent)
     });
     connect(this, &QTreeWidget::itemClicked, this, &Navig::pick);
     connect(this, &QTreeWidget::itemActivated, this, &Navig::pick);
+}
+
+void Navig::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                    const QModelIndex& index) const
+{
+    QStyleOptionViewItem row = option;
+    row.palette = widgets::viewPalette(this, option.palette);
+    QTreeWidget::drawRow(painter, row, index);
 }
 
 void Navig::pick(const QTreeWidgetItem* item)

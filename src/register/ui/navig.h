@@ -49,6 +49,8 @@ private:
     void placeUnit(Node* node, Node* parent);
     static void followRooms(Node& node, const std::vector<RoomRow>& rooms, EmptyNames names);
     void pick(const QTreeWidgetItem* item);
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
 
     QHash<QString, Node*>
         m_scale; ///< by code in upper case, as the store does not tell cases apart
