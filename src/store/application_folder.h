@@ -24,9 +24,9 @@ public:
     [[nodiscard]] QString copiesFolder() const;
 
     /// Puts the delivered master database there, at the first start, when a newer one was installed
-    /// and in place of a damaged one, which stays as "Zelto.mdb.DAN". Where it cannot be put it is used
-    /// where it lies. Throws DatabaseError FileNotFound when there is neither a delivered one nor
-    /// one from before.
+    /// and in place of a damaged one, which stays as "Zelto.mdb.DAN". Where it cannot be put it is
+    /// used where it lies. Throws DatabaseError FileNotFound when there is neither a delivered one
+    /// nor one from before.
     void provideMaster();
 
     /// What the user should know of all this: Italian, empty for nothing.

@@ -7,7 +7,8 @@
 
 namespace zelto::store {
 
-/// A copy of a file and of the journal beside it, in a passing folder that goes with this object. What the journal takes back is taken back there.
+/// A copy of a file and of the journal beside it, in a passing folder that goes with this object.
+/// What the journal takes back is taken back there.
 class PrivateCopy
 {
 public:
