@@ -8,6 +8,7 @@
 #include "print/pdf_surface.h"
 #include "print/print_error.h"
 #include "reports/table_export.h"
+#include "reports/text_output.h"
 #include "store/database.h"
 #include "store/file_names.h"
 #include "store/format_check.h"
@@ -53,6 +54,7 @@ bool JobPrinter::print(const QString& lavoro)
         if (!modello)
             return false;
         checkShares(*modello);
+        requireDistinctOutputs();
         // First of all: what is refused leaves nothing behind.
         const std::vector<reports::TableReport> wanted = tables(*modello);
         printPages(*modello, lavoro);
@@ -103,6 +105,27 @@ void JobPrinter::checkShares(const calc::ModelloLavoro& modello) const
         if (std::find(scale.begin(), scale.end(), scala->codice) == scale.end())
             throw calc::CalcError(
                 QStringLiteral("Nessuna unità appartiene alla scala «%1».").arg(scala->codice));
+    }
+}
+
+/// Of several jobs every one has names of its own in folders.
+void JobPrinter::requireDistinctOutputs() const
+{
+    if (m_options.lavori.size() > 1)
+        return;
+    QStringList earlier;
+    for (const QString& name : {reports::ConsistenzaOut, reports::CalcoloOut, reports::ScaleOut})
+        earlier << QDir(m_options.uscite).filePath(name);
+    for (const QString& chosen : {m_options.pdf, m_options.xlsx}) {
+        if (chosen.isEmpty())
+            continue;
+        for (const QString& other : std::as_const(earlier))
+            if (store::isSameFile(QDir::cleanPath(QFileInfo(chosen).absoluteFilePath()),
+                                  QDir::cleanPath(QFileInfo(other).absoluteFilePath())))
+                throw print::PrintError(
+                    print::PrintErrorNumber::PathAccess,
+                    QStringLiteral("Due uscite avrebbero lo stesso nome: «%1».").arg(chosen));
+        earlier << chosen;
     }
 }
 

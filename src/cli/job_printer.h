@@ -26,6 +26,7 @@ public:
 private:
     [[nodiscard]] std::optional<calc::ModelloLavoro> load(QString path);
     void checkShares(const calc::ModelloLavoro& modello) const;
+    void requireDistinctOutputs() const;
     void printPages(const calc::ModelloLavoro& modello, const QString& lavoro);
     [[nodiscard]] std::vector<reports::TableReport>
     tables(const calc::ModelloLavoro& modello) const;

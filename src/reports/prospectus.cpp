@@ -160,7 +160,7 @@ void controllaProspetto(const calc::ModelloLavoro& modello)
 void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(context.modello);
-    TextOutput output(context.outputFolder, QStringLiteral("consistenza.out"));
+    TextOutput output(context.outputFolder, ConsistenzaOut);
     for (std::size_t u = 0; u < context.modello.unita.size(); ++u) {
         const UnitaImmobiliare& unita = context.modello.unita[u];
         if (u == 0 || !fits(page, unita)) {

@@ -148,7 +148,7 @@ void StampaMillesimiGenerali(ReportPage& page, const ReportContext& context)
 {
     const TableReport table = tabellaGenerale(context.modello);
     printTable(page, table, Paging::FullPage);
-    TextOutput output(context.outputFolder, QStringLiteral("calcolo.out"));
+    TextOutput output(context.outputFolder, CalcoloOut);
     for (const QStringList& row : table.rows)
         output.writeLine(row);
     output.commit();
@@ -163,7 +163,7 @@ void StampaTabelle(ReportPage& page, const ReportContext& context)
 void StampaScale(ReportPage& page, const ReportContext& context, calc::IndicePiano indice)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(context.modello);
-    TextOutput output(context.outputFolder, QStringLiteral("scale.out"));
+    TextOutput output(context.outputFolder, ScaleOut);
     for (const QString& codice : calc::elencoScale(context.modello)) {
         const QuoteScala quote = calc::calcolaScala(context.modello, consistenze, codice, indice);
         printTable(page, tabellaScala(context.modello, quote), Paging::FullPage);

@@ -8,6 +8,11 @@
 
 namespace zelto::reports {
 
+// The names of the text files.
+inline const QString ConsistenzaOut = QStringLiteral("consistenza.out");
+inline const QString CalcoloOut = QStringLiteral("calcolo.out");
+inline const QString ScaleOut = QStringLiteral("scale.out");
+
 /// A plain copy of printed figures: UTF-8, fields separated by TAB, lines ended by CR LF. An older
 /// file is replaced only by a complete one.
 class TextOutput

@@ -53,7 +53,8 @@ void checkJournal(const QString& path, const QString& shown)
     if (journal.size() > LargestJournal)
         requireFileSize(journal.size(), shown);
     const auto magic = QByteArray::fromRawData(JournalMagic.data(), JournalMagic.size());
-    if (journal.size() > JournalHead &&
+    // However short the journal: the engine looks at its end alone.
+    if (journal.size() >= magic.size() &&
         journal.read(journal.size() - magic.size(), magic.size()) == magic)
         throw refused(u"«%1» nomina un altro file, come non fa nessun lavoro, e non viene usato. "
                       "«Riparazione archivio» ricostruisce il lavoro senza.",

@@ -66,6 +66,10 @@ void FileWitness::check(SQLite::Database& handle, const QString& path)
     const bool same = now.device == m_state.device && now.file == m_state.file;
     const bool touched = now.size != m_state.size || now.seconds != m_state.seconds ||
                          now.nanoseconds != m_state.nanoseconds;
+    if (now.file == 0)
+        throw DatabaseError(ErrorNumber::RecordChanged,
+                            u"Il file «%1» non c'è più: è stato spostato o eliminato mentre era "
+                            "aperto. Nulla è stato memorizzato."_s.arg(path));
     if (!same || (touched && now.counter == m_state.counter))
         throw DatabaseError(ErrorNumber::RecordChanged,
                             u"Il file «%1» è stato sostituito o riscritto da un altro programma "

@@ -239,6 +239,7 @@ void JobFiles::duplicate(const QString& source, const QString& target)
     const std::vector<FileCopy> plan = duplicatePlan(source, target);
     for (const FileCopy& file : plan)
         requireFreeName(file.target);
+    (void)NewFile(target); // where nothing can be written nothing need be closed
     if (!documentsClosed())
         return;
     chiudiLavoro();

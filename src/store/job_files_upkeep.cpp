@@ -23,11 +23,23 @@ QString repairMessage(const QString& path, const RepairResult& result)
 {
     if (result.damagedOriginal.isEmpty())
         return u"Il file «%1» era integro: è stato soltanto riscritto."_s.arg(path);
+    if (!result.damaged)
+        return u"Il file «%1» era leggibile, ma non come lo scrive Zelto: è stato rifatto con "
+               u"tutti i "
+               "suoi dati. Unità: %2; vani: %3. Il file di prima è conservato come «%4»."_s.arg(
+                   path, QString::number(result.units), QString::number(result.rooms),
+                   result.damagedOriginal);
+    const QString cut =
+        result.missingPages > 0
+            ? u" Il file finiva prima del dovuto: mancano %1 pagine su %2, con tutto ciò che "
+              "contenevano."_s.arg(QString::number(result.missingPages),
+                                   QString::number(result.pages))
+            : QString();
     return u"L'archivio era danneggiato. Unità recuperate: %1; vani recuperati: %2; record o campi "
-           "perduti: almeno %3.\n\nControllare tutti i dati del lavoro. Il file danneggiato è "
-           "conservato come «%4»."_s.arg(QString::number(result.units),
-                                         QString::number(result.rooms),
-                                         QString::number(result.leftOut), result.damagedOriginal);
+           "perduti: almeno %3.%4\n\nControllare tutti i dati del lavoro. Il file danneggiato è "
+           "conservato come «%5»."_s.arg(
+               QString::number(result.units), QString::number(result.rooms),
+               QString::number(result.leftOut), cut, result.damagedOriginal);
 }
 
 /// A name that tells the restored job from the one of today.
@@ -75,9 +87,9 @@ void JobFiles::EliminaLavoro()
 void JobFiles::deleteJob(const QString& path)
 {
     const QString file = realPath(path); // by which the copies are found when it is gone
-    const bool withCopies = copiesGoToo(file);
-    if (!withCopies && !mayGoAfterCopy(file))
+    if (!mayGoAfterCopy(file))
         return;
+    const bool withCopies = copiesGoToo(file);
     if (m_job.isAt(path)) {
         if (!documentsClosed())
             return;

@@ -158,9 +158,10 @@ void checkObjects(SQLite::Database& handle, const QString& path)
                 ErrorNumber::Damaged,
                 u"La tabella «%1» del file «%2» non è come la scrive Zelto. «Riparazione "
                 "archivio» la ricostruisce con i suoi dati."_s.arg(known->name, path));
-        throw DatabaseError(
-            ErrorNumber::NotADatabase,
-            u"Il file «%1» contiene un oggetto non ammesso («%2»)."_s.arg(path, object.name));
+        throw DatabaseError(ErrorNumber::NotADatabase,
+                            u"Il file «%1» contiene un oggetto non ammesso («%2»). «Riparazione "
+                            u"archivio» ricostruisce "
+                            "il lavoro senza."_s.arg(path, object.name));
     }
 }
 

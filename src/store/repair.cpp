@@ -4,6 +4,7 @@
 #include "store/database.h"
 #include "store/engine_file.h"
 #include "store/exclusive_access.h"
+#include "store/file_check.h"
 #include "store/file_names.h"
 #include "store/format_check.h"
 #include "store/job_salvage.h"
@@ -14,6 +15,9 @@
 #include "store/schema_check.h"
 
 #include <QFileInfo>
+#include <QtEndian>
+
+#include <algorithm>
 
 namespace zelto::store {
 
@@ -156,9 +160,27 @@ RepairResult replaceForeign(const QString& path)
     return result;
 }
 
+/// A file that was cut tells in its header how long it was, unless an old program wrote it last.
+void countPages(const QByteArray& bytes, RepairResult& result)
+{
+    constexpr qsizetype PageSizeAt = 16;
+    constexpr qsizetype CounterAt = 24;
+    constexpr qsizetype PagesAt = 28;
+    constexpr qsizetype WrittenAtCounterAt = 92;
+    if (bytes.size() < HeaderSize)
+        return;
+    const auto number = [&](qsizetype at) { return qFromBigEndian<quint32>(bytes.data() + at); };
+    const auto pageSize = qFromBigEndian<quint16>(bytes.data() + PageSizeAt);
+    if (number(CounterAt) != number(WrittenAtCounterAt) || pageSize < 512)
+        return;
+    result.pages = number(PagesAt);
+    result.missingPages = std::max<qint64>(result.pages - bytes.size() / pageSize, 0);
+}
+
 RepairResult replaceDamaged(const QString& path)
 {
-    const SalvagedJob job = salvage(EngineFile(path).readAll());
+    const QByteArray bytes = EngineFile(path).readAll();
+    const SalvagedJob job = salvage(bytes);
     requireRows(job, path);
     NewFile repaired(path);
     RepairResult result;
@@ -166,6 +188,8 @@ RepairResult replaceDamaged(const QString& path)
         Database database = Database::create(repaired.path());
         result = writeRepaired(job, database);
     }
+    result.damaged = true;
+    countPages(bytes, result);
     checkWhole(*openFile(repaired.path(), OpenMode::ReadOnly));
     repaired.takePermissions(path);
     takePlace(repaired, path, result);

@@ -8,14 +8,20 @@ namespace zelto::store {
 /// What came of a repair.
 struct RepairResult
 {
-    /// Where the damaged file is kept; empty when the file was sound.
+    /// Where the file of before is kept; empty when it was only written anew.
     QString damagedOriginal;
+    /// Its pages had to be searched for records. Otherwise nothing is lost.
+    bool damaged = false;
 
-    // Of a damaged file: units and rooms that the repaired one has, and how many records and fields
-    // are known to be lost.
+    // Units and rooms that the repaired file has, and how many records and fields are known to be
+    // lost.
     int units = 0;
     int rooms = 0;
     int leftOut = 0;
+
+    // Pages that the file says it had, and how many of them it lacks.
+    qint64 pages = 0;
+    qint64 missingPages = 0;
 };
 
 /// Writes a sound database anew, and in place of a damaged job one with all records that can still

@@ -139,7 +139,7 @@ void Grid::focusInEvent(QFocusEvent* event)
         QTableView::focusInEvent(event);
         return;
     }
-    // Qt would make the first cell current.
+    // Qt would make the first cell current. NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractScrollArea::focusInEvent(event);
     viewport()->update();
 }

@@ -12,18 +12,16 @@ namespace {
 
 constexpr QColor Red(0xd0, 0x30, 0x30);
 
-/// Lies over the field, takes no part in anything and goes by itself.
+/// Lies over the field and takes no part in anything.
 class RefusalFrame : public QWidget
 {
 public:
     explicit RefusalFrame(QWidget& field) : QWidget(&field)
     {
-        constexpr int Shown = 400; // milliseconds
         setObjectName(QStringLiteral("Rifiuto"));
         setAttribute(Qt::WA_TransparentForMouseEvents);
         setGeometry(field.rect());
         show();
-        QTimer::singleShot(Shown, this, &QObject::deleteLater);
     }
 
 protected:
@@ -52,9 +50,12 @@ void drawMark(QPainter& painter, const QRect& cell)
 
 void refuse(QWidget& field)
 {
+    constexpr int Shown = 400; // milliseconds
     QApplication::beep();
-    if (field.findChild<QWidget*>(QStringLiteral("Rifiuto"), Qt::FindDirectChildrenOnly) == nullptr)
-        new RefusalFrame(field);
+    if (field.findChild<QWidget*>(QStringLiteral("Rifiuto"), Qt::FindDirectChildrenOnly) != nullptr)
+        return;
+    auto* const frame = new RefusalFrame(field);
+    QTimer::singleShot(Shown, frame, &QObject::deleteLater);
 }
 
 } // namespace zelto::widgets

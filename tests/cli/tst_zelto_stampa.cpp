@@ -178,6 +178,11 @@ private slots:
         QCOMPARE(run({jobs[0], u"-u"_s, out, u"-o"_s, jobs[0]}).status, 2);
         QCOMPARE(bytesOf(jobs[0]), job);
         QVERIFY(!QFile::exists(folder.file(u"calcolo.out"_s)));
+        // One output in another's place.
+        const QString same = folder.file(u"x.pdf"_s);
+        QCOMPARE(run({jobs[0], u"-u"_s, out, u"-o"_s, same, u"--xlsx"_s, same}).status, 2);
+        QCOMPARE(run({jobs[0], u"-u"_s, out, u"-o"_s, out + u"/../out/scale.out"_s}).status, 2);
+        QVERIFY(!QFile::exists(same));
     }
 
     void whatCannotBeSaid()

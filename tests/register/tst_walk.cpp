@@ -133,7 +133,7 @@ private:
                 "<Ctrl+D> <Ctrl+Del> <Ctrl+Shift+Up> <Ctrl+Shift+Down> <Alt+A> <Meta+B> <Ctrl+V> "
                 "<Ctrl+A>")
                 .split(u' ');
-        const QString key = keys[below(keys.size())];
+        const QString& key = keys[below(keys.size())];
         if (QApplication::focusWidget() != nullptr)
             Desk::keys(key);
         return key;

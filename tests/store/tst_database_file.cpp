@@ -187,6 +187,7 @@ void TestDatabaseFile::unfitFiles_data()
     row("WAL beside it", 3343,
         beside(u"-wal"_s, [](const QString& path) { writeBytes(path, "x"); }));
     row("journal naming a file", 3343, journal(journalNaming("NOTE.TXT")));
+    row("nothing but the name", 3343, journal(journalNaming("NOTE.TXT").mid(512)));
     for (const char* pageSize : {"00001000", "00000000"})
         row(pageSize, 3049, // size of pages in the journal of a large file
             journal(JournalMagic + QByteArray::fromHex(

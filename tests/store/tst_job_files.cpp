@@ -119,13 +119,15 @@ void TestJobFiles::conversations_data()
         {AskTarget.arg(inFolder), u"report: 3204"_s}, a);
 
     const QString confirm = u"confirm: Confermi cancellazione del file ''~/%1''?"_s;
+    const QString askCopies = u"confirm: Copie di sicurezza del lavoro «~/%1»: 1. Contengono "
+                              u"anch'esse i nomi e i dati del "
+                              "condominio.\n\nCancellare anche quelle?"_s;
     row("delete other", u"delete"_s, true, {u"~/b.zlt"_s},
-        {AskDelete, confirm.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)}, a);
+        {AskDelete, confirm.arg(u"B.ZLT"_s), askCopies.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)},
+        a);
     row("delete open job", u"delete"_s, true, {u"~/a.zlt"_s},
-        {AskDelete, confirm.arg(u"A.ZLT"_s),
-         u"confirm: Copie di sicurezza del lavoro «~/A.ZLT»: 1. Contengono anch'esse i nomi "
-         "e i dati del condominio.\n\nCancellare anche quelle?"_s,
-         u"job"_s, InTrash.arg(u"A.ZLT"_s)},
+        {AskDelete, confirm.arg(u"A.ZLT"_s), askCopies.arg(u"A.ZLT"_s), u"job"_s,
+         InTrash.arg(u"A.ZLT"_s)},
         none);
     row("delete, no copy possible", u"delete"_s, true, {u"~/text.zlt"_s},
         {AskDelete, confirm.arg(u"TEXT.ZLT"_s),
