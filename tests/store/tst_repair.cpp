@@ -108,6 +108,7 @@ private slots:
     void roomsComeBack();
     void formsOfFile_data();
     void formsOfFile();
+    void cutFile();
     void soundFiles_data();
     void soundFiles();
     void lessThanAJob_data();
@@ -194,6 +195,19 @@ void TestRepair::formsOfFile()
     for (int group = 0; group < 7; ++group)
         QCOMPARE(job.openTable(TabellaVariabili).text(group),
                  example.openTable(TabellaVariabili).text(group));
+}
+
+/// How much of a file that was cut is missing stands in its header.
+void TestRepair::cutFile()
+{
+    const JobFolder folder;
+    const QString path = folder.file(u"LAVORO.ZLT"_s);
+    const QByteArray whole = bytesOf(QStringLiteral(EXAMPLE_JOB));
+    writeBytes(path, whole.left(whole.size() - 3 * PageSize));
+    const RepairResult result = repair(path);
+    QVERIFY(result.damaged);
+    QCOMPARE(result.pages, whole.size() / PageSize);
+    QCOMPARE(result.missingPages, 3);
 }
 
 void TestRepair::soundFiles_data()

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/grid.h"
+#include "widgets/typed_line.h"
+
+#include <QLineEdit>
+#include <QTest>
+#include <QVBoxLayout>
+
+namespace zelto::test {
+
+using namespace Qt::StringLiterals;
+using widgets::Grid;
+using widgets::GridColumn;
+using widgets::TypedLine;
+
+/// Three columns over a field, in a window of their own: text of five characters, a number, and
+/// one that its screen edits.
+class GridDesk : public QWidget
+{
+public:
+    explicit GridDesk(const QString& rows, Grid::AtEnd atEnd = Grid::AtEnd::Stays)
+        : grid(u"n."_s,
+               {{.header = u"Nome"_s, .maxLength = 5},
+                {.header = u"Misura"_s, .tag = u"SOL"_s, .maxLength = 6},
+                {.header = u"Scelta"_s, .editing = GridColumn::Editing::ByScreen}},
+               atEnd)
+    {
+        const int count = text::rowCount(rows);
+        text::CellTable table(count + 1, 4);
+        const text::CellRange range{.lastRow = count, .lastColumn = 3};
+        text::TextToGrid(rows, table, range);
+        grid.cells().setRows(table, range);
+        auto* layout = new QVBoxLayout(this);
+        layout->addWidget(&grid);
+        layout->addWidget(&other);
+        show();
+        if (!QTest::qWaitForWindowActive(this))
+            qFatal("the window does not become active");
+        grid.setFocus();
+        grid.setCurrentCell(0, 0);
+    }
+
+    [[nodiscard]] TypedLine& editor() { return *grid.findChild<TypedLine*>(); }
+    [[nodiscard]] QPoint cell(int row, int column)
+    {
+        return grid.visualRect(grid.cells().index(row, column)).center();
+    }
+    /// The cells with "|" between them and "/" between rows.
+    [[nodiscard]] QString content() const
+    {
+        return grid.cells().tableText().replace(u"\r\n"_s, u"/"_s).replace(u'\t', u'|');
+    }
+    [[nodiscard]] QString place() const
+    {
+        return u"%1,%2"_s.arg(grid.currentRow()).arg(grid.currentColumn());
+    }
+
+    Grid grid;
+    QLineEdit other;
+};
+
+inline const QString Rows = u"uno\t1.5\tA\r\ndue\t2\tB\r\ntre\t3\tC\r\n"_s;
+
+} // namespace zelto::test
