@@ -151,7 +151,8 @@ void Register::Writer::exchange(Table table, const Record& one, const Record& ot
 {
     Record first = one;
     Record second = other;
-    std::swap_ranges(first.begin() + firstField, first.end(), second.begin() + firstField);
+    std::copy(other.begin() + firstField, other.end(), first.begin() + firstField);
+    std::copy(one.begin() + firstField, one.end(), second.begin() + firstField);
     if (first == one)
         return;
     note(table, one, std::move(first));
