@@ -8,7 +8,8 @@ namespace zelto::registro {
 namespace {
 
 /// The first of the rows, in the order of their numbers, that is not before the number.
-auto placeIn(std::vector<UnitRow>& rows, int number)
+template <typename Rows>
+auto placeIn(Rows& rows, int number)
 {
     return std::lower_bound(rows.begin(), rows.end(), number,
                             [](const UnitRow& row, int wanted) { return row.number < wanted; });
@@ -150,9 +151,7 @@ bool RegisterModel::isAsSeen(const RecordChange& change) const
         return change.unit() != m_unit.number || room == m_rooms.end() ||
                sameTexts(room->texts, RoomAmbiente);
     }
-    const auto listed =
-        std::lower_bound(m_listed.begin(), m_listed.end(), change.unit(),
-                         [](const UnitRow& row, int wanted) { return row.number < wanted; });
+    const auto listed = placeIn(m_listed, change.unit());
     const bool isListed = listed != m_listed.end() && listed->number == change.unit();
     const UnitRow& row = isListed ? *listed : m_unit;
     return row.number != change.unit() ||

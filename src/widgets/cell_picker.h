@@ -45,9 +45,6 @@ public:
     void open(const std::vector<PickerEntry>& entries, int current, const QRect& place,
               int keyCode);
 
-    /// Index of the selected entry, -1 for none.
-    [[nodiscard]] int selected() const;
-
     /// Hides the list, if it is open, without a choice.
     void dismiss();
 
@@ -65,6 +62,8 @@ private:
     void fill();
     void search(const QString& typed);
     void select(int entry);
+    /// Index of the selected entry, -1 for none.
+    [[nodiscard]] int selected() const;
     void choose(Then then);
     void placeOver(const QRect& place);
 
