@@ -20,7 +20,7 @@ namespace {
 void convert(benchmark::State& state, const QString& original)
 {
     const QTemporaryDir folder;
-    const QString target = folder.filePath(QStringLiteral("NUOVO.ZLT"));
+    const QString target = folder.filePath(u"NUOVO.ZLT"_s);
     for ([[maybe_unused]] const auto turn : state) {
         (void)store::jet::convertJob(original, target, [](store::Database& /*job*/) {});
         QFile::remove(target);
@@ -38,14 +38,14 @@ struct BareTable
 std::vector<BareTable> bareTables(const QString& original)
 {
     const QTemporaryDir folder;
-    const QString target = folder.filePath(QStringLiteral("NUOVO.ZLT"));
+    const QString target = folder.filePath(u"NUOVO.ZLT"_s);
     (void)store::jet::convertJob(original, target, [](store::Database& /*job*/) {});
     store::Database job = store::Database::open(target);
     std::vector<BareTable> tables;
     for (const store::TableDef& definition : store::jobTables()) {
         BareTable table;
         store::QueryRecordset records =
-            job.OpenRecordset(QStringLiteral("SELECT * FROM ") + store::quoted(definition.name));
+            job.OpenRecordset(u"SELECT * FROM "_s + store::quoted(definition.name));
         QByteArrayList names;
         for (const QString& name : records.fieldNames())
             names << store::quoted(name).toUtf8() + (name == u"Chiave" ? " PRIMARY KEY" : "");
@@ -82,7 +82,7 @@ void writeBare(sqlite3* file, const BareTable& table)
 void write(benchmark::State& state, const std::vector<BareTable>& tables)
 {
     const QTemporaryDir folder;
-    const QString target = folder.filePath(QStringLiteral("NUDO.ZLT"));
+    const QString target = folder.filePath(u"NUDO.ZLT"_s);
     for ([[maybe_unused]] const auto turn : state) {
         sqlite3* file = nullptr;
         sqlite3_open(QFile::encodeName(target).constData(), &file);

@@ -40,10 +40,10 @@ void setFields(TableRecordset& target, const Record& record, int from)
 void writeGeneralData(Database& job, Record record)
 {
     for (int t = 1; t <= SpecialTables; ++t)
-        record[static_cast<std::size_t>(t) + 5] = QStringLiteral("Tabella di servizio %1").arg(t);
+        record[static_cast<std::size_t>(t) + 5] = u"Tabella di servizio %1"_s.arg(t);
     QString codes;
     for (int s = 0; s < Staircases; ++s)
-        codes += QStringLiteral("%1\tScala %1 - corpo %2\t50\r\n").arg(QChar(u'A' + s)).arg(s + 1);
+        codes += u"%1\tScala %1 - corpo %2\t50\r\n"_s.arg(QChar(u'A' + s)).arg(s + 1);
     record[16] = codes;
     TableRecordset target = job.openTable(store::TabellaDatiGenerali);
     target.Edit();
@@ -88,7 +88,7 @@ void addRoom(TableRecordset& rooms, Record record, int unit, int position)
 void writeUnits(Database& job, const std::vector<Record>& units, const std::vector<Record>& rooms)
 {
     for (const QStringView table : {store::TabellaVani, store::TabellaUnita})
-        job.Execute(QStringLiteral("DELETE FROM [%1]").arg(table));
+        job.Execute(u"DELETE FROM [%1]"_s.arg(table));
     TableRecordset unitTable = job.openTable(store::TabellaUnita);
     TableRecordset roomTable = job.openTable(store::TabellaVani);
     std::size_t next = 0;

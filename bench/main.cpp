@@ -4,12 +4,15 @@
 #include "bench/benchmarks.h"
 #include "bench/large_jet_job.h"
 #include "bench/large_job.h"
+#include "text/literals.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
+
+using namespace Qt::StringLiterals;
 
 using namespace zelto::bench;
 
@@ -23,12 +26,12 @@ QString exampleJob()
 void runBenchmarks()
 {
     const QTemporaryDir folder;
-    const QString job = folder.filePath(QStringLiteral("GRANDE.ZLT"));
+    const QString job = folder.filePath(u"GRANDE.ZLT"_s);
     writeLargeJob(exampleJob(), job);
     WholeReport report(job, folder.path());
     registerLoading(job);
     registerShares();
-    const QString old = folder.filePath(QStringLiteral("VECCHIO.ZLT"));
+    const QString old = folder.filePath(u"VECCHIO.ZLT"_s);
     writeLargeJetJob(QStringLiteral(JET_JOB), old);
     registerConversion(old);
     registerRecording(report);

@@ -11,9 +11,9 @@ namespace {
 
 void ours(benchmark::State& state, WholeReport& report)
 {
-    const QString fileName = report.folder() + QStringLiteral("/zelto.pdf");
+    const QString fileName = report.folder() + u"/zelto.pdf"_s;
     for ([[maybe_unused]] const auto turn : state) {
-        print::PdfSurface pdf(fileName, {.title = QStringLiteral("Relazione")});
+        print::PdfSurface pdf(fileName, {.title = u"Relazione"_s});
         report.printOn(pdf);
         pdf.commit();
     }
@@ -23,7 +23,7 @@ void baseline(benchmark::State& state, WholeReport& report)
 {
     DrawingList drawings;
     report.printOn(drawings);
-    const QString fileName = report.folder() + QStringLiteral("/base.pdf");
+    const QString fileName = report.folder() + u"/base.pdf"_s;
     for ([[maybe_unused]] const auto turn : state)
         drawings.printPdf(fileName);
 }

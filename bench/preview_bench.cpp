@@ -93,7 +93,7 @@ void openOnePage(benchmark::State& state)
     print::PrintEngine engine(folder.path(), {});
     engine.BeginDocument();
     engine.WriteState();
-    engine.PrintCentred(21.5F, 40.5F, 0, QStringLiteral("TABELLE MILLESIMALI"));
+    engine.PrintCentred(21.5F, 40.5F, 0, u"TABELLE MILLESIMALI"_s);
     engine.EndDocument();
     open(state, engine);
 }
@@ -134,7 +134,7 @@ void drawBarely(benchmark::State& state, bench::WholeReport& report)
 void run(int argc, char* argv[])
 {
     const QTemporaryDir folder;
-    const QString job = folder.filePath(QStringLiteral("GRANDE.ZLT"));
+    const QString job = folder.filePath(u"GRANDE.ZLT"_s);
     bench::writeLargeJob(QStringLiteral(ZELTO_EXAMPLE_JOB), job);
     bench::WholeReport report(job, folder.path());
     const auto add = [](const char* name, const auto& measured) -> benchmark::internal::Benchmark* {

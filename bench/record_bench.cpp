@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/benchmarks.h"
+#include "text/literals.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -27,8 +28,7 @@ QStringList filesOf(WholeReport& report)
     QStringList paths;
     for (int page = 0; page < report.engine().pageCount(); ++page)
         paths << print::pageFilePath(report.folder(), page);
-    for (const QString& name : {QStringLiteral("consistenza.out"), QStringLiteral("calcolo.out"),
-                                QStringLiteral("scale.out")})
+    for (const QString& name : {u"consistenza.out"_s, u"calcolo.out"_s, u"scale.out"_s})
         paths << QDir(report.folder()).filePath(name);
     return paths;
 }

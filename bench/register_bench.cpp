@@ -7,7 +7,7 @@
 #include "register/ui/navig.h"
 #include "register/ui/parametri.h"
 #include "shell/job_figures.h"
-#include "store/job_copies.h"
+#include "store/files/job_copies.h"
 #include "store/schema.h"
 #include "store/settings.h"
 #include "support/scripted_user.h"
@@ -36,7 +36,7 @@ class Desk
 public:
     Desk() : job(makeJob(path())) {}
 
-    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("GRANDE.ZLT")); }
+    [[nodiscard]] QString path() const { return m_folder.filePath(u"GRANDE.ZLT"_s); }
     [[nodiscard]] std::unique_ptr<registro::Parametri> screen()
     {
         return std::make_unique<registro::Parametri>(
@@ -55,7 +55,7 @@ private:
 
 public:
     store::Database job;
-    store::Settings settings{m_folder.filePath(QStringLiteral("Zelto.ini"))};
+    store::Settings settings{m_folder.filePath(u"Zelto.ini"_s)};
     test::ScriptedUser user{m_folder.path()};
     widgets::ContextMenu menu;
 };
@@ -121,8 +121,7 @@ void storeCell(benchmark::State& state, Desk& desk)
     registro::Register registro(desk.job);
     int round = 0;
     for (auto _ : state)
-        registro.MemorizzaVano(
-            150, {{25, registro::RoomAmbiente, QStringLiteral("Vano %1").arg(++round)}});
+        registro.MemorizzaVano(150, {{25, registro::RoomAmbiente, u"Vano %1"_s.arg(++round)}});
 }
 
 /// The same update on a connection of the same durability.
@@ -152,7 +151,7 @@ void showUnits(benchmark::State& state, Desk& desk)
     const auto screen = desk.screen();
     screen->resize(1000, 700);
     screen->show();
-    auto* units = screen->findChild<widgets::Grid*>(QStringLiteral("UI"));
+    auto* units = screen->findChild<widgets::Grid*>(u"UI"_s);
     int row = 0;
     for (auto _ : state) {
         units->setCurrentCell(row = (row + 7) % 300, 0);
@@ -177,7 +176,7 @@ void keepCopy(benchmark::State& state, Desk& desk)
     const store::JobCopies copies(folder.path());
     int round = 0;
     for (auto _ : state) {
-        desk.job.Execute(QStringLiteral("UPDATE ZELTO SET Utente = '%1'").arg(++round));
+        desk.job.Execute(u"UPDATE ZELTO SET Utente = '%1'"_s.arg(++round));
         copies.keep(desk.path());
     }
 }

@@ -28,7 +28,7 @@ constexpr int Columns = 3;
 
 QString cellText(int row, int column)
 {
-    return QStringLiteral("%1.%2").arg(row).arg(column);
+    return u"%1.%2"_s.arg(row).arg(column);
 }
 
 QString tableText(int rows)
@@ -44,15 +44,15 @@ QString tableText(int rows)
 class Desk
 {
 public:
-    Desk() : job(store::Database::create(m_folder.filePath(QStringLiteral("A.ZLT"))))
+    Desk() : job(store::Database::create(m_folder.filePath(u"A.ZLT"_s)))
     {
         store::CreaTabelleBase(job);
         const std::array groups{store::Value(tableText(200))};
-        job.Execute(QStringLiteral("UPDATE Variabili SET Var0 = :1, Var1 = :1, Var2 = :1, "
-                                   "Var3 = :1, Var4 = :1, Var5 = :1, Var6 = :1"),
+        job.Execute(u"UPDATE Variabili SET Var0 = :1, Var1 = :1, Var2 = :1, "
+                    u"Var3 = :1, Var4 = :1, Var5 = :1, Var6 = :1"_s,
                     groups);
         const std::array codes{store::Value(tableText(99))};
-        job.Execute(QStringLiteral("UPDATE [Dati Generali] SET [Tabella Codici] = :1"), codes);
+        job.Execute(u"UPDATE [Dati Generali] SET [Tabella Codici] = :1"_s, codes);
     }
 
 private:
@@ -61,7 +61,7 @@ private:
 public:
     store::Database job;
     store::MasterDatabase master{QStringLiteral(MASTER)};
-    store::Settings settings{m_folder.filePath(QStringLiteral("Zelto.ini"))};
+    store::Settings settings{m_folder.filePath(u"Zelto.ini"_s)};
     test::ScriptedUser user{m_folder.path()};
 };
 
@@ -106,8 +106,8 @@ void openBareTable(benchmark::State& state, int rows)
 void typeAKey(benchmark::State& state, QWidget& field)
 {
     for (auto _ : state)
-        for (const auto& [key, text] : {std::pair{Qt::Key_A, QStringLiteral("a")},
-                                        std::pair{Qt::Key_Backspace, QStringLiteral("\b")}}) {
+        for (const auto& [key, text] :
+             {std::pair{Qt::Key_A, u"a"_s}, std::pair{Qt::Key_Backspace, u"\b"_s}}) {
             QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
             QApplication::sendEvent(&field, &press);
             QApplication::processEvents();
@@ -116,8 +116,7 @@ void typeAKey(benchmark::State& state, QWidget& field)
 
 void typeInCell(benchmark::State& state)
 {
-    widgets::Grid grid({}, {{.header = QStringLiteral("A"), .maxLength = 10}},
-                       widgets::Grid::AtEnd::Stays);
+    widgets::Grid grid({}, {{.header = u"A"_s, .maxLength = 10}}, widgets::Grid::AtEnd::Stays);
     std::vector<widgets::GridRow> rows;
     for (int row = 1; row <= 300; ++row)
         rows.push_back({.number = QString::number(row), .cells = {cellText(row, 1)}});
@@ -132,7 +131,7 @@ void typeInCell(benchmark::State& state)
 
 void typeInField(benchmark::State& state)
 {
-    QLineEdit field(QStringLiteral("150.1"));
+    QLineEdit field(u"150.1"_s);
     field.show();
     QApplication::processEvents();
     typeAKey(state, field);

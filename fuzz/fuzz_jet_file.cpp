@@ -115,11 +115,11 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const QString memory = QStringLiteral("/dev/shm");
+    const QString memory = u"/dev/shm"_s;
     static const QTemporaryDir folder((QFile::exists(memory) ? memory : QDir::tempPath()) +
-                                      QStringLiteral("/zelto-XXXXXX"));
+                                      u"/zelto-XXXXXX"_s);
     const std::string_view bytes = bytesOf(data, size);
-    QFile file(folder.filePath(QStringLiteral("VECCHIO.ZLT")));
+    QFile file(folder.filePath(u"VECCHIO.ZLT"_s));
     require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
     file.close();

@@ -66,9 +66,8 @@ void calculate(const calc::ModelloLavoro& modello)
     for (int t = 1; t <= modello.NumTabelle(); ++t)
         requireClosed(calc::calcolaMillTab(modello, consistenze, t), modello.unita.size());
     calculateStaircases(modello, consistenze);
-    require(
-        calc::calcolaQuote(modello, general, calc::importoCent(QStringLiteral("1250,50"))).size() ==
-        modello.unita.size());
+    require(calc::calcolaQuote(modello, general, calc::importoCent(u"1250,50"_s)).size() ==
+            modello.unita.size());
 }
 
 /// Every refusal is fine as long as it is one of ours.
@@ -106,14 +105,14 @@ void openFile(QString path)
 /// A folder in memory: the disk would be the slowest part of a run.
 QString folderTemplate()
 {
-    const QString memory = QStringLiteral("/dev/shm");
-    return (QFile::exists(memory) ? memory : QDir::tempPath()) + QStringLiteral("/zelto-XXXXXX");
+    const QString memory = u"/dev/shm"_s;
+    return (QFile::exists(memory) ? memory : QDir::tempPath()) + u"/zelto-XXXXXX"_s;
 }
 
 void runFile(std::string_view bytes)
 {
     static const QTemporaryDir folder(folderTemplate());
-    QFile file(folder.filePath(QStringLiteral("LAVORO.ZLT")));
+    QFile file(folder.filePath(u"LAVORO.ZLT"_s));
     require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
     file.close();

@@ -33,22 +33,18 @@ void writeFile(const QString& path, std::string_view bytes)
 class Place
 {
 public:
-    Place() : m_folder(QStringLiteral("/dev/shm/zelto-XXXXXX"))
+    Place() : m_folder(u"/dev/shm/zelto-XXXXXX"_s)
     {
         require(m_folder.isValid());
-        for (const QString& folder : {QStringLiteral("lavori"), QStringLiteral("passing")})
+        for (const QString& folder : {u"lavori"_s, u"passing"_s})
             require(QDir(m_folder.path()).mkdir(folder));
-        for (const QString& name : {QStringLiteral("lavori/VICINO.ZLT"), QStringLiteral("NOTE.TXT"),
-                                    QStringLiteral("lavori/NOTE.TXT")})
+        for (const QString& name : {u"lavori/VICINO.ZLT"_s, u"NOTE.TXT"_s, u"lavori/NOTE.TXT"_s})
             writeFile(m_folder.filePath(name), "precious");
-        require(QDir::setCurrent(m_folder.filePath(QStringLiteral("lavori"))));
-        qputenv("TMPDIR", QFile::encodeName(m_folder.filePath(QStringLiteral("passing"))));
+        require(QDir::setCurrent(m_folder.filePath(u"lavori"_s)));
+        qputenv("TMPDIR", QFile::encodeName(m_folder.filePath(u"passing"_s)));
     }
 
-    [[nodiscard]] QString job() const
-    {
-        return m_folder.filePath(QStringLiteral("lavori/LAVORO.ZLT"));
-    }
+    [[nodiscard]] QString job() const { return m_folder.filePath(u"lavori/LAVORO.ZLT"_s); }
 
     void lay(const Parts& parts) const
     {
@@ -56,9 +52,9 @@ public:
             QFile::remove(job() + QString::fromLatin1(suffix));
         writeFile(job(), parts.job);
         if (!parts.journal.empty())
-            writeFile(job() + QStringLiteral("-journal"), parts.journal);
+            writeFile(job() + u"-journal"_s, parts.journal);
         if (!parts.wal.empty())
-            writeFile(job() + QStringLiteral("-wal"), parts.wal);
+            writeFile(job() + u"-wal"_s, parts.wal);
     }
 
     [[nodiscard]] Contents contents() const

@@ -21,7 +21,7 @@ struct Desk
     Desk(int& argc, char** argv) : application(argc, argv) {}
 
     QGuiApplication application;
-    print::PrintEngine engine{QStringLiteral("/nonexistent"), text::DecimalSeparators{}};
+    print::PrintEngine engine{u"/nonexistent"_s, text::DecimalSeparators{}};
     QImage paper{120, 170, QImage::Format_RGB32};
 };
 

@@ -3,8 +3,8 @@
 // must keep the rules of a job.
 #include "fuzz_input.h"
 #include "store/database.h"
-#include "store/job_salvage.h"
-#include "store/salvage_writer.h"
+#include "store/recovery/job_salvage.h"
+#include "store/recovery/salvage_writer.h"
 #include "store/schema_check.h"
 
 #include <QTemporaryDir>
@@ -16,7 +16,7 @@ namespace {
 store::Database emptyDatabase()
 {
     static const QTemporaryDir folder;
-    static const QString path = folder.filePath(QStringLiteral("vuoto.zlt"));
+    static const QString path = folder.filePath(u"vuoto.zlt"_s);
     if (!QFile::exists(path))
         store::Database::create(path);
     return store::Database::openCopyInMemory(path);

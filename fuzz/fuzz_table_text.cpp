@@ -3,6 +3,7 @@
 // the reference, table text.
 #include "calc/coefficient_list.h"
 #include "fuzz_input.h"
+#include "text/literals.h"
 #include "text/table_text.h"
 
 #include <cmath>
@@ -61,7 +62,7 @@ void checkRowCount(const QString& content)
 void checkRange(const QString& content, int rows, int columns)
 {
     text::CellTable table(rows + 2, columns + 2);
-    table.at(rows + 1, columns) = table.at(rows, columns + 1) = QStringLiteral("held");
+    table.at(rows + 1, columns) = table.at(rows, columns + 1) = u"held"_s;
     text::TextToGrid(content, table,
                      {.firstRow = 1, .lastRow = rows, .firstColumn = 1, .lastColumn = columns});
     require(table.at(rows + 1, columns) == u"held" && table.at(rows, columns + 1) == u"held");

@@ -15,6 +15,8 @@
 #include <cstdio>
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 using namespace zelto::store;
 
 namespace {
@@ -25,13 +27,11 @@ void writeSeed(const QString& example, int units, const QString& path)
     QFile::copy(example, path);
     Database job = Database::open(path);
     for (const QStringView table : {TabellaUnita, TabellaVani})
-        job.Execute(QStringLiteral("DELETE FROM [%1] WHERE [Riferimento unità] > %2")
-                        .arg(table)
-                        .arg(units));
-    job.Execute(QStringLiteral("UPDATE [Dati Generali] SET Relazione = NULL, Note = NULL"));
-    job.Execute(QStringLiteral("UPDATE Variabili SET Var0 = NULL"));
-    job.Execute(QStringLiteral("PRAGMA page_size = 512"));
-    job.Execute(QStringLiteral("VACUUM"));
+        job.Execute(u"DELETE FROM [%1] WHERE [Riferimento unità] > %2"_s.arg(table).arg(units));
+    job.Execute(u"UPDATE [Dati Generali] SET Relazione = NULL, Note = NULL"_s);
+    job.Execute(u"UPDATE Variabili SET Var0 = NULL"_s);
+    job.Execute(u"PRAGMA page_size = 512"_s);
+    job.Execute(u"VACUUM"_s);
 }
 
 QByteArray bytesOf(const QString& path)
@@ -44,14 +44,14 @@ QByteArray bytesOf(const QString& path)
 void writeInterrupted(const QString& job, const char* mode, const QString& target)
 {
     const QTemporaryDir passing;
-    const QString path = passing.filePath(QStringLiteral("LAVORO.ZLT"));
+    const QString path = passing.filePath(u"LAVORO.ZLT"_s);
     QFile::copy(job, path);
     SQLite::Database engine(path.toStdString(), SQLite::OPEN_READWRITE);
     // So small a cache has changed pages written before the end.
     engine.exec(std::string("PRAGMA journal_mode=") + mode +
                 "; PRAGMA cache_size=1; BEGIN; UPDATE Vani SET Ambiente = 'x';"
                 "UPDATE Variabili SET Var1 = hex(zeroblob(2000))");
-    const bool isWal = QFile::exists(path + QStringLiteral("-wal"));
+    const bool isWal = QFile::exists(path + u"-wal"_s);
     if (isWal)
         engine.exec("COMMIT");
     const QByteArray beside = bytesOf(path + QString::fromLatin1(isWal ? "-wal" : "-journal"));
@@ -78,13 +78,13 @@ int main(int argc, char* argv[])
     if (arguments.size() != 3)
         return 1;
     try {
-        writeSeed(arguments[1], 8, QDir(arguments[2]).filePath(QStringLiteral("medium.zlt")));
+        writeSeed(arguments[1], 8, QDir(arguments[2]).filePath(u"medium.zlt"_s));
         const QDir folder(arguments[2]);
-        const QString small = folder.filePath(QStringLiteral("small.zlt"));
+        const QString small = folder.filePath(u"small.zlt"_s);
         writeSeed(arguments[1], 1, small);
-        folder.mkdir(QStringLiteral("journals"));
-        writeInterrupted(small, "DELETE", folder.filePath(QStringLiteral("journals/journal")));
-        writeInterrupted(small, "WAL", folder.filePath(QStringLiteral("journals/wal")));
+        folder.mkdir(u"journals"_s);
+        writeInterrupted(small, "DELETE", folder.filePath(u"journals/journal"_s));
+        writeInterrupted(small, "WAL", folder.filePath(u"journals/wal"_s));
     } catch (const DatabaseError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 2;

@@ -67,11 +67,10 @@ void requirePrintable(const ModelloLavoro& modello, std::span<const double> quot
 {
     for (std::size_t u = 0; u < quote.size(); ++u)
         if (quote[u] > MaxQuotaCent || quote[u] < MinQuotaCent)
-            throw CalcError(
-                QStringLiteral("La quota dell'unità %1 (%2) non sta nella sua colonna (al massimo "
-                               "9 999 999,99, se negativa 999 999,99): ripartire l'importo in più "
-                               "parti.")
-                    .arg(QString::number(modello.unita[u].RifUI), modello.unita[u].Riferimento));
+            throw CalcError(u"La quota dell'unità %1 (%2) non sta nella sua colonna (al massimo "
+                            u"9 999 999,99, se negativa 999 999,99): ripartire l'importo in più "
+                            u"parti."_s.arg(QString::number(modello.unita[u].RifUI),
+                                            modello.unita[u].Riferimento));
 }
 
 } // namespace
@@ -95,9 +94,8 @@ std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const M
                                  double importoCent, Arrotondamento arrotondamento)
 {
     if (!(importoCent <= MaxImportoCent && importoCent >= MinImportoCent))
-        throw CalcError(
-            QStringLiteral("L'importo da ripartire ha troppe cifre: al massimo 999 999 999,99, "
-                           "se negativo 99 999 999,99."));
+        throw CalcError(u"L'importo da ripartire ha troppe cifre: al massimo 999 999 999,99, "
+                        u"se negativo 99 999 999,99."_s);
     // Before any arithmetic with whole numbers, which huge shares would overflow.
     std::vector<double> quote = quoteArrotondate(shares, importoCent);
     requirePrintable(modello, quote);

@@ -2,6 +2,7 @@
 #include "calc/coefficient_list.h"
 
 #include "text/decimal_text.h"
+#include "text/literals.h"
 #include "text/table_text.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ CoefficientList::CoefficientList(QStringView tableText)
     for (int row = 1; row <= MaxVoci && !table.at(row, 1).isEmpty(); ++row) {
         const QString& value = table.at(row, 1);
         const QString& name = table.at(row, 2);
-        const QString entry = name.isEmpty() ? value : QStringLiteral("[%1] %2").arg(name, value);
+        const QString entry = name.isEmpty() ? value : u"[%1] %2"_s.arg(name, value);
         m_entries.push_back(entry.toStdString());
     }
 }

@@ -3,6 +3,7 @@
 
 #include "calc/staircase_shares.h"
 #include "text/decimal_text.h"
+#include "text/literals.h"
 
 namespace zelto::calc {
 
@@ -10,13 +11,12 @@ namespace {
 
 QString noNumber(const QString& testo, double valore)
 {
-    return QStringLiteral("«%1» non è un numero: vale %2 nel calcolo.")
-        .arg(testo, text::decimalText(valore));
+    return u"«%1» non è un numero: vale %2 nel calcolo."_s.arg(testo, text::decimalText(valore));
 }
 
 QString zero(const QString& testo)
 {
-    return QStringLiteral("«%1» vale 0 nel calcolo.").arg(testo);
+    return u"«%1» vale 0 nel calcolo."_s.arg(testo);
 }
 
 } // namespace
@@ -47,8 +47,7 @@ QString osservaCoefficiente(CoefficientList& lista, const QString& testo)
     if (!campo.starts_with('['))
         return osservaConsistenza(testo);
     if (!lista.knows(campo))
-        return QStringLiteral("«%1» non è nell'elenco dei coefficienti: vale 0 nel calcolo.")
-            .arg(testo);
+        return u"«%1» non è nell'elenco dei coefficienti: vale 0 nel calcolo."_s.arg(testo);
     return lista.resolve(campo) == 0 ? zero(testo) : QString();
 }
 

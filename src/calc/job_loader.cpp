@@ -28,7 +28,7 @@ float toSingle(double number)
 /// The unit as messages name it.
 QString nomeUnita(const UnitaImmobiliare& unita)
 {
-    return QStringLiteral("L'unità %1 (%2)").arg(QString::number(unita.RifUI), unita.Riferimento);
+    return u"L'unità %1 (%2)"_s.arg(QString::number(unita.RifUI), unita.Riferimento);
 }
 
 std::vector<CodiceScala> leggiCodici(const QString& tableText)
@@ -53,8 +53,7 @@ void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
     modello.Descrizione = dati.text(1);
     modello.Descrizione2 = dati.text(2);
     modello.Note = dati.text(3);
-    modello.DataLavoro =
-        QDate::fromString(dati.text(4), Qt::ISODate).toString(QStringLiteral("dd.MM.yyyy"));
+    modello.DataLavoro = QDate::fromString(dati.text(4), Qt::ISODate).toString(u"dd.MM.yyyy"_s);
     modello.Relazione = dati.text(5);
     for (int t = 1; t <= MaxTabelle; ++t)
         if (!dati.isNull(5 + t))
@@ -73,8 +72,7 @@ UnitaImmobiliare leggiUnita(const store::Recordset& record)
     const QString flag = record.text(6).leftJustified(MaxTabelle, u' ');
     std::copy_n(flag.begin(), MaxTabelle, unita.FlagTab.begin());
     if (!std::isfinite(unita.HPiano))
-        throw CalcError(nomeUnita(unita) +
-                        QStringLiteral(" ha un'altezza di piano troppo grande."));
+        throw CalcError(nomeUnita(unita) + u" ha un'altezza di piano troppo grande."_s);
     return unita;
 }
 
@@ -82,9 +80,8 @@ UnitaImmobiliare leggiUnita(const store::Recordset& record)
 void requireRoom(const ModelloLavoro& modello)
 {
     if (modello.NumUI() == MaxUI)
-        throw CalcError(QStringLiteral("La tabella «%1» contiene più di %2 unità, il massimo "
-                                       "di un lavoro.")
-                            .arg(store::TabellaUnita, QString::number(MaxUI)));
+        throw CalcError(u"La tabella «%1» contiene più di %2 unità, il massimo "
+                        u"di un lavoro."_s.arg(store::TabellaUnita, QString::number(MaxUI)));
 }
 
 void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
@@ -124,14 +121,13 @@ void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
     for (; !record.NoMatch() && !record.EndOfFile() && record.utf8(0).starts_with(prefix);
          record.MoveNext()) {
         if (unita.vani.size() == MaxVani)
-            throw CalcError(
-                nomeUnita(unita) +
-                QStringLiteral(" ha più di %1 vani, il massimo di un'unità.").arg(MaxVani));
+            throw CalcError(nomeUnita(unita) +
+                            u" ha più di %1 vani, il massimo di un'unità."_s.arg(MaxVani));
         unita.vani.push_back(leggiVano(record, liste));
         if (!std::isfinite(unita.vani.back().CT))
-            throw CalcError(nomeUnita(unita) +
-                            QStringLiteral(" ha una consistenza troppo grande nel vano %1.")
-                                .arg(record.integer(2)));
+            throw CalcError(
+                nomeUnita(unita) +
+                u" ha una consistenza troppo grande nel vano %1."_s.arg(record.integer(2)));
     }
 }
 
@@ -139,10 +135,9 @@ void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
 store::QueryRecordset cercaUnita(store::Database& lavoro, int rifUI)
 {
     static const QString sql =
-        QStringLiteral(
-            "SELECT u.*, (SELECT COUNT(*) FROM [%1] p WHERE p.Chiave < u.Chiave) AS Posto "
-            "FROM [%1] u WHERE u.[Riferimento unità] = :1 ORDER BY u.Chiave")
-            .arg(store::TabellaUnita);
+        u"SELECT u.*, (SELECT COUNT(*) FROM [%1] p WHERE p.Chiave < u.Chiave) AS Posto "
+        u"FROM [%1] u WHERE u.[Riferimento unità] = :1 ORDER BY u.Chiave"_s.arg(
+            store::TabellaUnita);
     return lavoro.OpenRecordset(sql, std::array{store::Value(rifUI)});
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/clean_end.h"
 
-#include "store/passing_folder.h"
+#include "store/files/passing_folder.h"
 
 #include <csignal>
 #include <thread>

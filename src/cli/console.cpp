@@ -15,8 +15,8 @@ void Console::SetStatus(const QString& /*text*/, bool /*busy*/) {}
 
 void Console::showMessage(const QString& text)
 {
-    const QString prefix = m_job.isEmpty() ? QString() : m_job + QStringLiteral(": ");
-    QTextStream(stderr) << m_program << QStringLiteral(": ") << prefix << text << '\n';
+    const QString prefix = m_job.isEmpty() ? QString() : m_job + u": "_s;
+    QTextStream(stderr) << m_program << u": "_s << prefix << text << '\n';
 }
 
 void Console::ReportError(const std::exception& error)
@@ -29,9 +29,9 @@ void writeOut(const QString& text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
-        throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
-                                QStringLiteral("Impossibile scrivere il risultato: %1.")
-                                    .arg(text::systemReason(errno)));
+        throw print::PrintError(
+            print::PrintErrorNumber::DeviceFailed,
+            u"Impossibile scrivere il risultato: %1."_s.arg(text::systemReason(errno)));
 }
 
 } // namespace zelto::cli

@@ -4,7 +4,7 @@
 #include "cli/clean_end.h"
 #include "cli/console.h"
 #include "cli/options.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 #include "store/jet/conversion.h"
 
 #include <QCoreApplication>
@@ -14,9 +14,10 @@
 #include <array>
 #include <getopt.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-using namespace Qt::StringLiterals;
 namespace cli = zelto::cli;
 namespace store = zelto::store;
 

@@ -10,11 +10,11 @@
 #include "reports/table_export.h"
 #include "reports/text_output.h"
 #include "store/database.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
+#include "store/files/passing_folder.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
 #include "store/jet/page_file.h"
-#include "store/passing_folder.h"
 #include "store/schema_check.h"
 #include "text/system_reason.h"
 
@@ -37,8 +37,8 @@ void requireFolder(const store::PassingFolder& folder)
 {
     if (!folder.isValid())
         throw print::PrintError(print::PrintErrorNumber::PathAccess,
-                                QStringLiteral("Impossibile scrivere nella cartella «%1» (%2).")
-                                    .arg(passingParent(), text::systemReason(folder.error())));
+                                u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(
+                                    passingParent(), text::systemReason(folder.error())));
 }
 
 } // namespace
@@ -73,7 +73,7 @@ std::optional<calc::ModelloLavoro> JobPrinter::load(QString path)
     const store::PassingFolder folder(passingParent());
     requireFolder(folder);
     if (store::jet::isJetFile(path)) {
-        const QString converted = folder.filePath(QStringLiteral("convertito.ZLT"));
+        const QString converted = folder.filePath(u"convertito.ZLT"_s);
         const auto report =
             store::jet::convertJob(path, converted, [](store::Database& /*job*/) {});
         for (const QString& remark : report.remarks)
@@ -97,14 +97,13 @@ void JobPrinter::checkShares(const calc::ModelloLavoro& modello) const
     const auto& quote = m_options.riparto->quote;
     if (const auto* tabella = std::get_if<reports::TabellaSpecifica>(&quote))
         if (tabella->t > modello.NumTabelle())
-            throw calc::CalcError(QStringLiteral("La tabella %1 non esiste: il lavoro ne ha %2.")
-                                      .arg(tabella->t)
+            throw calc::CalcError(u"La tabella %1 non esiste: il lavoro ne ha %2."_s.arg(tabella->t)
                                       .arg(modello.NumTabelle()));
     if (const auto* scala = std::get_if<reports::MillesimiScala>(&quote)) {
         const std::vector<QString> scale = calc::elencoScale(modello);
         if (std::find(scale.begin(), scale.end(), scala->codice) == scale.end())
             throw calc::CalcError(
-                QStringLiteral("Nessuna unità appartiene alla scala «%1».").arg(scala->codice));
+                u"Nessuna unità appartiene alla scala «%1»."_s.arg(scala->codice));
     }
 }
 
@@ -124,7 +123,7 @@ void JobPrinter::requireDistinctOutputs() const
                                   QDir::cleanPath(QFileInfo(other).absoluteFilePath())))
                 throw print::PrintError(
                     print::PrintErrorNumber::PathAccess,
-                    QStringLiteral("Due uscite avrebbero lo stesso nome: «%1».").arg(chosen));
+                    u"Due uscite avrebbero lo stesso nome: «%1»."_s.arg(chosen));
         earlier << chosen;
     }
 }
@@ -149,8 +148,7 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
         return;
     if (engine.pageCount() == 0)
         throw print::EmptyDocument();
-    print::PdfSurface pdf(filePath(m_options.pdf, lavoro, QStringLiteral(".pdf")),
-                          documentInfo(modello));
+    print::PdfSurface pdf(filePath(m_options.pdf, lavoro, u".pdf"_s), documentInfo(modello));
     const print::DrawingTarget target(engine, pdf);
     engine.PrintDocument(1, engine.pageCount());
     pdf.commit();
@@ -175,10 +173,9 @@ void JobPrinter::exportTables(const std::vector<reports::TableReport>& tables,
                               const print::PdfInfo& info, const QString& lavoro) const
 {
     if (tables.empty() && !(m_options.xlsx.isEmpty() && m_options.csv.isEmpty()))
-        throw calc::CalcError(QStringLiteral("Non c'è nessuna tabella da esportare."));
+        throw calc::CalcError(u"Non c'è nessuna tabella da esportare."_s);
     if (!m_options.xlsx.isEmpty())
-        reports::writeWorkbook(filePath(m_options.xlsx, lavoro, QStringLiteral(".xlsx")), tables,
-                               info);
+        reports::writeWorkbook(filePath(m_options.xlsx, lavoro, u".xlsx"_s), tables, info);
     if (!m_options.csv.isEmpty())
         reports::writeCsv(folderPath(m_options.csv, lavoro), tables);
 }
@@ -187,10 +184,10 @@ void JobPrinter::showTables(const std::vector<reports::TableReport>& tables,
                             const QString& lavoro) const
 {
     if (m_options.lavori.size() > 1)
-        writeOut(QStringLiteral("== %1 ==\n").arg(jobName(lavoro)));
+        writeOut(u"== %1 ==\n"_s.arg(jobName(lavoro)));
     for (const reports::TableReport& table : tables) {
         if (&table != &tables.front())
-            writeOut(QStringLiteral("\n"));
+            writeOut(u"\n"_s);
         writeOut(reports::tableAsText(table));
     }
 }
@@ -207,9 +204,8 @@ QString JobPrinter::filePath(const QString& path, const QString& lavoro,
     }
     for (const QString& job : m_options.lavori)
         if (store::isSameFile(file, job))
-            throw print::PrintError(
-                print::PrintErrorNumber::PathAccess,
-                QStringLiteral("«%1» è un lavoro e non viene sostituito.").arg(file));
+            throw print::PrintError(print::PrintErrorNumber::PathAccess,
+                                    u"«%1» è un lavoro e non viene sostituito."_s.arg(file));
     return file;
 }
 

@@ -6,6 +6,8 @@
 
 #include <QGuiApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 enum ExitStatus : int { Done = 0, WrongUsage = 1, JobFailed = 2 };
@@ -58,12 +60,12 @@ int main(int argc, char* argv[])
     qInstallMessageHandler(ignoreLibraryRemarks);
     zelto::cli::cleanUpOnSignals();
     const QGuiApplication application(argc, argv);
-    zelto::cli::Console console(QStringLiteral("zelto-stampa"));
+    zelto::cli::Console console(u"zelto-stampa"_s);
     try {
         return run(zelto::cli::parseOptions(arguments), console);
     } catch (const zelto::cli::UsageError& error) {
         console.ReportError(error);
-        console.showMessage(QStringLiteral("«zelto-stampa --help» elenca le opzioni"));
+        console.showMessage(u"«zelto-stampa --help» elenca le opzioni"_s);
         return WrongUsage;
     } catch (const std::exception& error) {
         console.ReportError(error);

@@ -62,8 +62,7 @@ void readList(const QString& list, const QString& option, const std::map<QString
     for (const QString& name : list.split(u',')) {
         const auto choice = choices.find(name.trimmed());
         if (choice == choices.end())
-            throw UsageError(
-                QStringLiteral("%1: «%2» non è una voce dell'elenco").arg(option, name));
+            throw UsageError(u"%1: «%2» non è una voce dell'elenco"_s.arg(option, name));
         *choice->second = true;
     }
 }
@@ -74,7 +73,7 @@ reports::FormatoDettaglio readFormato(const QString& text)
         return reports::FormatoDettaglio::Esteso;
     if (text == u"compatto")
         return reports::FormatoDettaglio::Compatto;
-    throw UsageError(QStringLiteral("--formato: «%1» non è esteso né compatto").arg(text));
+    throw UsageError(u"--formato: «%1» non è esteso né compatto"_s.arg(text));
 }
 
 int readPrimaPagina(const QString& text)
@@ -82,17 +81,16 @@ int readPrimaPagina(const QString& text)
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     if (!isNumber || number < 1 || number > MaxPrimaPagina)
-        throw UsageError(QStringLiteral("--prima-pagina: «%1» non è un numero da 1 a %2")
-                             .arg(text, QString::number(MaxPrimaPagina)));
+        throw UsageError(u"--prima-pagina: «%1» non è un numero da 1 a %2"_s.arg(
+            text, QString::number(MaxPrimaPagina)));
     return number;
 }
 
 QString readImporto(const QString& text)
 {
-    static const QRegularExpression amount(
-        QStringLiteral("^ *-?[0-9 ]*[0-9][0-9 ]*([.,][0-9]{0,2})? *$"));
+    static const QRegularExpression amount(u"^ *-?[0-9 ]*[0-9][0-9 ]*([.,][0-9]{0,2})? *$"_s);
     if (!amount.match(text).hasMatch())
-        throw UsageError(QStringLiteral("--riparto: «%1» non è un importo").arg(text));
+        throw UsageError(u"--riparto: «%1» non è un importo"_s.arg(text));
     return text;
 }
 
@@ -111,8 +109,7 @@ reports::InsiemeQuote readQuote(const QString& text)
     }
     if (kind == u"scala" && !value.isEmpty())
         return reports::MillesimiScala{.codice = value.toUpper()};
-    throw UsageError(
-        QStringLiteral("--quote: «%1» non è generali, tabella=N o scala=CODICE").arg(text));
+    throw UsageError(u"--quote: «%1» non è generali, tabella=N o scala=CODICE"_s.arg(text));
 }
 
 /// The parts of the command line that only make sense together.
@@ -136,17 +133,17 @@ void apply(Pieces& pieces, int option, const QString& value)
         options.uscite = value;
         break;
     case Sezioni:
-        readList(value, QStringLiteral("--sezioni"),
-                 {{QStringLiteral("prima-pagina"), &options.sezioni.primaPagina},
-                  {QStringLiteral("relazione"), &options.sezioni.relazione},
-                  {QStringLiteral("calcolo"), &options.sezioni.calcolo}});
+        readList(value, u"--sezioni"_s,
+                 {{u"prima-pagina"_s, &options.sezioni.primaPagina},
+                  {u"relazione"_s, &options.sezioni.relazione},
+                  {u"calcolo"_s, &options.sezioni.calcolo}});
         break;
     case Calcolo:
-        readList(value, QStringLiteral("--calcolo"),
-                 {{QStringLiteral("dettaglio"), &options.calcolo.dettaglio},
-                  {QStringLiteral("generali"), &options.calcolo.generali},
-                  {QStringLiteral("tabelle"), &options.calcolo.tabelle},
-                  {QStringLiteral("scale"), &options.calcolo.scale}});
+        readList(value, u"--calcolo"_s,
+                 {{u"dettaglio"_s, &options.calcolo.dettaglio},
+                  {u"generali"_s, &options.calcolo.generali},
+                  {u"tabelle"_s, &options.calcolo.tabelle},
+                  {u"scale"_s, &options.calcolo.scale}});
         pieces.calcoloGiven = true;
         break;
     case Formato:
@@ -194,7 +191,7 @@ void requireDistinctNames(const QStringList& lavori)
     for (const QString& lavoro : lavori) {
         const QString name = jobName(lavoro);
         if (names.contains(name, Qt::CaseInsensitive))
-            throw UsageError(QStringLiteral("due lavori hanno lo stesso nome «%1»").arg(name));
+            throw UsageError(u"due lavori hanno lo stesso nome «%1»"_s.arg(name));
         names << name;
     }
 }
@@ -205,14 +202,14 @@ Options complete(Pieces pieces)
     if (options.action != Options::Action::Print)
         return options;
     if (options.lavori.isEmpty())
-        throw UsageError(QStringLiteral("manca il lavoro da stampare"));
+        throw UsageError(u"manca il lavoro da stampare"_s);
     requireDistinctNames(options.lavori);
     if (pieces.quote && !pieces.importo)
-        throw UsageError(QStringLiteral("--quote vale solo insieme a --riparto"));
+        throw UsageError(u"--quote vale solo insieme a --riparto"_s);
     if (pieces.quadratura && !pieces.importo)
-        throw UsageError(QStringLiteral("--quadratura vale solo insieme a --riparto"));
+        throw UsageError(u"--quadratura vale solo insieme a --riparto"_s);
     if (pieces.calcoloGiven && pieces.importo)
-        throw UsageError(QStringLiteral("--calcolo e --riparto non vanno insieme"));
+        throw UsageError(u"--calcolo e --riparto non vanno insieme"_s);
     if (pieces.importo) {
         options.riparto = reports::OpzioniRiparto{
             .importo = *pieces.importo,
@@ -229,8 +226,8 @@ Options complete(Pieces pieces)
 [[noreturn]] void refuse(int verdict, const char* argument)
 {
     const QString name = QString::fromUtf8(argument);
-    throw UsageError(verdict == ':' ? QStringLiteral("%1: manca il valore").arg(name)
-                                    : QStringLiteral("%1: opzione non valida").arg(name));
+    throw UsageError(verdict == ':' ? u"%1: manca il valore"_s.arg(name)
+                                    : u"%1: opzione non valida"_s.arg(name));
 }
 
 } // namespace
@@ -273,33 +270,34 @@ Options parseOptions(const QStringList& arguments)
 
 QString helpText()
 {
-    return QStringLiteral(
-        "Uso: zelto-stampa [opzioni] LAVORO.ZLT [LAVORO2.ZLT ...]\n"
-        "Calcola e stampa le tabelle millesimali di uno o più lavori, senza modificarli.\n"
-        "\n"
-        "  -o, --pdf FILE            le pagine stampate in un PDF; con più lavori FILE è una\n"
-        "                            cartella, un PDF per lavoro (senza -o nessun PDF)\n"
-        "  -u, --uscite CARTELLA     cartella di consistenza.out, calcolo.out e scale.out\n"
-        "                            (se manca, quella corrente; con più lavori una\n"
-        "                            sottocartella per lavoro)\n"
-        "  --sezioni LISTA           di prima-pagina,relazione,calcolo (se manca, tutte)\n"
-        "  --calcolo LISTA           di dettaglio,generali,tabelle,scale (se manca, tutte)\n"
-        "  --formato esteso|compatto formato del dettaglio (se manca, compatto)\n"
-        "  --indice-proporzionale    calcola l'indice di piano in proporzione alla consistenza\n"
-        "  --prima-pagina N          numero della prima pagina di calcolo (se manca, 1)\n"
-        "  --riparto IMPORTO         stampa il riparto dell'importo al posto del calcolo\n"
-        "  --quote generali|tabella=N|scala=CODICE\n"
-        "                            millesimi del riparto (se manca, generali)\n"
-        "  --quadratura              quote del riparto che sommano all'importo, al centesimo\n"
-        "  --xlsx FILE               le tabelle in una cartella di lavoro per fogli di calcolo;\n"
-        "                            con più lavori FILE è una cartella, un file per lavoro\n"
-        "  --csv CARTELLA            le tabelle in file CSV, uno per tabella (con più lavori\n"
-        "                            una sottocartella per lavoro)\n"
-        "  --mostra                  scrive anche le tabelle come testo allineato\n"
-        "  -h, --help                questo aiuto\n"
-        "  --version                 versione del programma\n"
-        "\n"
-        "Stato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n");
+    return u"Uso: zelto-stampa [opzioni] LAVORO.ZLT [LAVORO2.ZLT ...]\n"
+           u"Calcola e stampa le tabelle millesimali di uno o più lavori, senza modificarli.\n"
+           u"\n"
+           u"  -o, --pdf FILE            le pagine stampate in un PDF; con più lavori FILE è una\n"
+           u"                            cartella, un PDF per lavoro (senza -o nessun PDF)\n"
+           u"  -u, --uscite CARTELLA     cartella di consistenza.out, calcolo.out e scale.out\n"
+           u"                            (se manca, quella corrente; con più lavori una\n"
+           u"                            sottocartella per lavoro)\n"
+           u"  --sezioni LISTA           di prima-pagina,relazione,calcolo (se manca, tutte)\n"
+           u"  --calcolo LISTA           di dettaglio,generali,tabelle,scale (se manca, tutte)\n"
+           u"  --formato esteso|compatto formato del dettaglio (se manca, compatto)\n"
+           u"  --indice-proporzionale    calcola l'indice di piano in proporzione alla "
+           u"consistenza\n"
+           u"  --prima-pagina N          numero della prima pagina di calcolo (se manca, 1)\n"
+           u"  --riparto IMPORTO         stampa il riparto dell'importo al posto del calcolo\n"
+           u"  --quote generali|tabella=N|scala=CODICE\n"
+           u"                            millesimi del riparto (se manca, generali)\n"
+           u"  --quadratura              quote del riparto che sommano all'importo, al centesimo\n"
+           u"  --xlsx FILE               le tabelle in una cartella di lavoro per fogli di "
+           u"calcolo;\n"
+           u"                            con più lavori FILE è una cartella, un file per lavoro\n"
+           u"  --csv CARTELLA            le tabelle in file CSV, uno per tabella (con più lavori\n"
+           u"                            una sottocartella per lavoro)\n"
+           u"  --mostra                  scrive anche le tabelle come testo allineato\n"
+           u"  -h, --help                questo aiuto\n"
+           u"  --version                 versione del programma\n"
+           u"\n"
+           u"Stato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n"_s;
 }
 
 } // namespace zelto::cli

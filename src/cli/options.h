@@ -26,10 +26,10 @@ struct Options
 
     Action action = Action::Print;
     QStringList lavori;
-    QString pdf;                          ///< file, or folder for several jobs; empty for none
-    QString uscite = QStringLiteral("."); ///< folder of the text files, or of the jobs' folders
-    QString xlsx;                         ///< file, or folder for several jobs; empty for none
-    QString csv;                          ///< folder, or of the jobs' folders; empty for none
+    QString pdf;             ///< file, or folder for several jobs; empty for none
+    QString uscite = u"."_s; ///< folder of the text files, or of the jobs' folders
+    QString xlsx;            ///< file, or folder for several jobs; empty for none
+    QString csv;             ///< folder, or of the jobs' folders; empty for none
     reports::SezioniStampa sezioni;
     reports::OpzioniCalcolo calcolo;
     std::optional<reports::OpzioniRiparto> riparto; ///< in place of the calculation sections

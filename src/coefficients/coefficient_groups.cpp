@@ -10,10 +10,9 @@ using store::TableRecordset;
 
 const QStringList& groupNames()
 {
-    static const QStringList names{QStringLiteral("Ambiente"),       QStringLiteral("Destinazione"),
-                                   QStringLiteral("Orientamento"),   QStringLiteral("Prospetto"),
-                                   QStringLiteral("Luminosità"),     QStringLiteral("Funzionalità"),
-                                   QStringLiteral("Piano riduttore")};
+    static const QStringList names{u"Ambiente"_s,       u"Destinazione"_s, u"Orientamento"_s,
+                                   u"Prospetto"_s,      u"Luminosità"_s,   u"Funzionalità"_s,
+                                   u"Piano riduttore"_s};
     return names;
 }
 
@@ -50,11 +49,10 @@ void saveGroups(store::Database& lavoro, const GroupTexts& groups, const GroupTe
     store::Database::Transaction transaction(lavoro);
     TableRecordset record = openGroups(lavoro);
     if (readGroups(record) != loaded)
-        throw store::DatabaseError(
-            store::ErrorNumber::RecordChanged,
-            QStringLiteral("I coefficienti del lavoro sono stati cambiati da "
-                           "un altro programma. Annullare e riaprire la "
-                           "finestra per vederli."));
+        throw store::DatabaseError(store::ErrorNumber::RecordChanged,
+                                   u"I coefficienti del lavoro sono stati cambiati da "
+                                   u"un altro programma. Annullare e riaprire la "
+                                   u"finestra per vederli."_s);
     record.Edit();
     for (int group = 0; group < NumGroups; ++group)
         record.setField(group,

@@ -14,7 +14,7 @@ using store::TableRecordset;
 
 namespace {
 
-const QString DateShown = QStringLiteral("dd/MM/yyyy");
+const QString DateShown = u"dd/MM/yyyy"_s;
 
 const store::FieldDef& fieldOf(int text)
 {
@@ -82,9 +82,9 @@ void saveGeneralData(store::Database& lavoro, const GeneralTexts& texts, const G
     TableRecordset record = openGeneralData(lavoro);
     if (readGeneralData(record) != loaded)
         throw store::DatabaseError(store::ErrorNumber::RecordChanged,
-                                   QStringLiteral("I dati generali del lavoro sono stati cambiati "
-                                                  "da un altro programma. Annullare e riaprire la "
-                                                  "finestra per vederli."));
+                                   u"I dati generali del lavoro sono stati cambiati "
+                                   u"da un altro programma. Annullare e riaprire la "
+                                   u"finestra per vederli."_s);
     record.Edit();
     for (int i = 0; i < NumGeneralTexts; ++i)
         record.setField(

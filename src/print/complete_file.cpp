@@ -2,7 +2,7 @@
 #include "print/complete_file.h"
 
 #include "print/print_error.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -42,8 +42,7 @@ CompleteFile::CompleteFile(const QString& path, const CompleteFile& neighbour)
 void CompleteFile::open()
 {
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        throw PrintError(PrintErrorNumber::PathAccess, QStringLiteral("Impossibile creare il file"),
-                         m_file);
+        throw PrintError(PrintErrorNumber::PathAccess, u"Impossibile creare il file"_s, m_file);
 }
 
 void CompleteFile::finish()
@@ -52,8 +51,7 @@ void CompleteFile::finish()
         return;
     // The file takes what fits on a full disk for written; only flushing again tells the reason.
     if (!m_file.flush() && !m_file.flush())
-        throw PrintError(PrintErrorNumber::DeviceFailed,
-                         QStringLiteral("Impossibile scrivere il file"), m_file);
+        throw PrintError(PrintErrorNumber::DeviceFailed, u"Impossibile scrivere il file"_s, m_file);
     m_file.close();
 }
 
@@ -89,8 +87,7 @@ QString chosenPath(const QString& path)
 {
     const QFileInfo found(path);
     if (found.exists() && !found.isFile())
-        throw PrintError(PrintErrorNumber::PathAccess,
-                         QStringLiteral("«%1» non è un file.").arg(path));
+        throw PrintError(PrintErrorNumber::PathAccess, u"«%1» non è un file."_s.arg(path));
     return store::realPath(path);
 }
 
@@ -98,14 +95,14 @@ void makeFolder(const QString& path)
 {
     if (!QDir().mkpath(path))
         throw PrintError(PrintErrorNumber::PathAccess,
-                         QStringLiteral("Impossibile creare la cartella «%1».").arg(path));
+                         u"Impossibile creare la cartella «%1»."_s.arg(path));
 }
 
 void makeOwnFolder(const QString& path)
 {
     if (QFileInfo(path).isSymLink())
         throw PrintError(PrintErrorNumber::PathAccess,
-                         QStringLiteral("«%1» non è una cartella, ma un collegamento.").arg(path));
+                         u"«%1» non è una cartella, ma un collegamento."_s.arg(path));
     makeFolder(path);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/new_file.h"
+#include "store/files/new_file.h"
 
 #include <QFile>
 #include <QString>

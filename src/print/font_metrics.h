@@ -3,6 +3,7 @@
 #pragma once
 
 #include "print/text_measure.h"
+#include "text/literals.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -18,7 +19,7 @@ namespace zelto::print {
 /// The font in force for the texts that follow.
 struct FontState
 {
-    QString name = QStringLiteral("Arial");
+    QString name = u"Arial"_s;
     float size = 10; ///< points
     bool bold = false;
     bool underline = false;

@@ -2,7 +2,7 @@
 #include "print/page_file.h"
 
 #include "print/print_error.h"
-#include "store/own_file.h"
+#include "store/files/own_file.h"
 
 #include <QDir>
 #include <QScopeGuard>
@@ -18,7 +18,7 @@ QStringList pageFiles(const QString& folder)
 {
     const auto anything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::CaseSensitive;
     QStringList paths;
-    for (const QString& name : QDir{folder}.entryList({QStringLiteral("~VKM*.Tmp")}, anything))
+    for (const QString& name : QDir{folder}.entryList({u"~VKM*.Tmp"_s}, anything))
         paths += QDir{folder}.filePath(name);
     return paths;
 }
@@ -33,7 +33,7 @@ QString TempFolder(const QString& applicationFolder)
 
 QString pageFileName(int index)
 {
-    return QStringLiteral("~VKM%1.Tmp").arg(index % 10'000, 4, 10, QLatin1Char{'0'});
+    return u"~VKM%1.Tmp"_s.arg(index % 10'000, 4, 10, QLatin1Char{'0'});
 }
 
 QString pageFilePath(const QString& folder, int index)
@@ -61,8 +61,8 @@ void PageFileWriter::open(const QString& path)
     m_file.setFileName(path);
     const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
     if (!m_file.open(mode, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
-        throw PrintError(PrintErrorNumber::PathAccess,
-                         QStringLiteral("Impossibile creare il file di pagina"), m_file);
+        throw PrintError(PrintErrorNumber::PathAccess, u"Impossibile creare il file di pagina"_s,
+                         m_file);
 }
 
 qint64 PageFileWriter::close()
@@ -95,8 +95,8 @@ void PageFileWriter::writeOut()
 void PageFileWriter::fail()
 {
     [[maybe_unused]] const auto closing = qScopeGuard([this] { abandon(); });
-    throw PrintError(PrintErrorNumber::DeviceFailed,
-                     QStringLiteral("Impossibile scrivere il file di pagina"), m_file);
+    throw PrintError(PrintErrorNumber::DeviceFailed, u"Impossibile scrivere il file di pagina"_s,
+                     m_file);
 }
 
 } // namespace zelto::print

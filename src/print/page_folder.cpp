@@ -20,7 +20,7 @@ constexpr int MaxInstances = 100;
 
 QString lockPath(const QString& folder)
 {
-    return QDir{folder}.filePath(QStringLiteral("~VKM.lock"));
+    return QDir{folder}.filePath(u"~VKM.lock"_s);
 }
 
 /// The lock file, locked. It goes when a folder is given back: what was opened before that must
@@ -54,15 +54,13 @@ void PageFolder::claim()
     if (!QFileInfo{m_root}.isDir() || !QFileInfo{m_root}.isWritable())
         throw PrintError(
             PrintErrorNumber::PathAccess,
-            QStringLiteral("La cartella dei file di pagina «%1» non esiste o non si può scrivere.")
-                .arg(m_root));
+            u"La cartella dei file di pagina «%1» non esiste o non si può scrivere."_s.arg(m_root));
     bool taken = take(m_root);
     for (int number = 1; !taken && number < MaxInstances; ++number)
         taken = takeSubfolder(number);
     if (!taken)
-        throw PrintError(
-            PrintErrorNumber::PathAccess,
-            QStringLiteral("Impossibile usare la cartella dei file di pagina «%1».").arg(m_root));
+        throw PrintError(PrintErrorNumber::PathAccess,
+                         u"Impossibile usare la cartella dei file di pagina «%1»."_s.arg(m_root));
 }
 
 QString PageFolder::pagePath(int index) const
@@ -100,7 +98,7 @@ void PageFolder::giveBack()
 
 bool PageFolder::takeSubfolder(int number)
 {
-    const QString folder = QDir{m_root}.filePath(QStringLiteral("~VKM%1").arg(number));
+    const QString folder = QDir{m_root}.filePath(u"~VKM%1"_s.arg(number));
     mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
     return store::isPrivateFolder(folder) && take(folder);
 }

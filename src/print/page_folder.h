@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/own_file.h"
+#include "store/files/own_file.h"
 
 #include <QString>
 

@@ -41,9 +41,9 @@ bool PageReader::readMore()
     const qint64 count =
         m_device.read(m_buffer.data() + m_end, static_cast<qint64>(m_buffer.size() - m_end));
     if (count < 0)
-        throw PrintError(PrintErrorNumber::DeviceFailed,
-                         QStringLiteral("Impossibile leggere il file di pagina: %1.")
-                             .arg(text::systemReason(m_device)));
+        throw PrintError(
+            PrintErrorNumber::DeviceFailed,
+            u"Impossibile leggere il file di pagina: %1."_s.arg(text::systemReason(m_device)));
     m_end += static_cast<std::size_t>(count);
     return count > 0;
 }

@@ -21,8 +21,7 @@ constexpr double TwipsPerPenUnit = TwipsPerInch / 600.0;
 void PainterSurface::begin(QPaintDevice& device, double scaleX, double scaleY)
 {
     if (!m_painter.begin(&device))
-        throw PrintError(PrintErrorNumber::PrinterFailed,
-                         QStringLiteral("Impossibile avviare la stampa."));
+        throw PrintError(PrintErrorNumber::PrinterFailed, u"Impossibile avviare la stampa."_s);
     m_painter.scale(scaleX, scaleY);
     m_painter.setBackground(m_fill);
     m_painter.setPen(m_fore);
@@ -82,8 +81,7 @@ void PainterSurface::usePen(float penWidth)
 void PagedSurface::finish()
 {
     if (painter().isActive() && !painter().end())
-        throw PrintError(PrintErrorNumber::PrinterFailed,
-                         QStringLiteral("Impossibile completare la stampa."));
+        throw PrintError(PrintErrorNumber::PrinterFailed, u"Impossibile completare la stampa."_s);
 }
 
 void PagedSurface::prepare()
@@ -96,7 +94,7 @@ void PagedSurface::prepare()
     for (; m_pendingBreaks > 0; --m_pendingBreaks) {
         if (!m_device.newPage())
             throw PrintError(PrintErrorNumber::PrinterFailed,
-                             QStringLiteral("Impossibile iniziare una nuova pagina di stampa."));
+                             u"Impossibile iniziare una nuova pagina di stampa."_s);
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/pdf_info.h"
 
+#include "text/literals.h"
+
 #include <QRegularExpression>
 #include <QStringEncoder>
 
@@ -12,7 +14,7 @@ namespace zelto::print {
 
 namespace {
 
-const QString Creator = QStringLiteral("Zelto");
+const QString Creator = u"Zelto"_s;
 const QString Producer = QStringLiteral("Qt " QT_VERSION_STR);
 
 QByteArray hexText(const QString& text)
@@ -46,40 +48,38 @@ QString userFullName()
 QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made)
 {
     const QString time = made.toUTC().toString(Qt::ISODate);
-    return QStringLiteral(
-               "<?xpacket begin='\uFEFF' id='W5M0MpCehiHzreSzNTczkc9d'?>\n"
-               "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
-               "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
-               "<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\""
-               " xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\""
-               " xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\""
-               " xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n"
-               "<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">%1</rdf:li></rdf:Alt></dc:title>"
-               "\n<dc:creator><rdf:Seq><rdf:li>%2</rdf:li></rdf:Seq></dc:creator>\n"
-               "<xmp:CreatorTool>%3</xmp:CreatorTool>\n"
-               "<xmp:CreateDate>%4</xmp:CreateDate>\n"
-               "<xmp:ModifyDate>%4</xmp:ModifyDate>\n"
-               "<pdf:Producer>%5</pdf:Producer>\n"
-               "<pdfaid:part>1</pdfaid:part>\n"
-               "<pdfaid:conformance>B</pdfaid:conformance>\n"
-               "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end='w'?>\n")
-        .arg(withoutControls(info.title).toHtmlEscaped(),
-             withoutControls(info.author).toHtmlEscaped(), Creator, time, Producer)
-        .toUtf8();
+    return u"<?xpacket begin='\uFEFF' id='W5M0MpCehiHzreSzNTczkc9d'?>\n"
+           u"<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
+           u"<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
+           u"<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\""
+           u" xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\""
+           u" xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\""
+           u" xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n"
+           u"<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">%1</rdf:li></rdf:Alt></dc:title>"
+           u"\n<dc:creator><rdf:Seq><rdf:li>%2</rdf:li></rdf:Seq></dc:creator>\n"
+           u"<xmp:CreatorTool>%3</xmp:CreatorTool>\n"
+           u"<xmp:CreateDate>%4</xmp:CreateDate>\n"
+           u"<xmp:ModifyDate>%4</xmp:ModifyDate>\n"
+           u"<pdf:Producer>%5</pdf:Producer>\n"
+           u"<pdfaid:part>1</pdfaid:part>\n"
+           u"<pdfaid:conformance>B</pdfaid:conformance>\n"
+           u"</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end='w'?>\n"_s
+               .arg(withoutControls(info.title).toHtmlEscaped(),
+                    withoutControls(info.author).toHtmlEscaped(), Creator, time, Producer)
+               .toUtf8();
 }
 
 QByteArray pdfInfoUpdate(const QByteArray& end, qint64 length, const PdfInfo& info,
                          const QDateTime& made)
 {
     static const QRegularExpression trailer(
-        QStringLiteral(R"(trailer\s*<<(.*/Info (\d+) 0 R.*)>>\s*startxref\s*(\d+)\s*%%EOF\s*$)"),
+        uR"(trailer\s*<<(.*/Info (\d+) 0 R.*)>>\s*startxref\s*(\d+)\s*%%EOF\s*$)"_s,
         QRegularExpression::DotMatchesEverythingOption);
     const auto found = trailer.match(QString::fromLatin1(end));
     if (!found.hasMatch())
         return {};
     const QByteArray number = found.captured(2).toLatin1();
-    const QByteArray time =
-        made.toUTC().toString(QStringLiteral("'(D:'yyyyMMddHHmmss'Z)'")).toLatin1();
+    const QByteArray time = made.toUTC().toString(u"'(D:'yyyyMMddHHmmss'Z)'"_s).toLatin1();
     QByteArray update = "\n";
     const qint64 object = length + update.size();
     update += number + " 0 obj\n<<\n/Title " + hexText(withoutControls(info.title)) + "\n/Author " +

@@ -17,9 +17,8 @@ void requirePages(int count)
 {
     if (count > store::MostPages)
         throw PrintError(PrintErrorNumber::DeviceFailed,
-                         QStringLiteral("Il documento ha più di %1 pagine, il massimo che si può "
-                                        "stampare in una volta.")
-                             .arg(store::MostPages));
+                         u"Il documento ha più di %1 pagine, il massimo che si può "
+                         u"stampare in una volta."_s.arg(store::MostPages));
 }
 
 } // namespace

@@ -40,8 +40,7 @@ class EmptyDocument : public PrintError
 {
 public:
     EmptyDocument()
-        : PrintError(PrintErrorNumber::PrinterFailed,
-                     QStringLiteral("Non c'è nessuna pagina da stampare."))
+        : PrintError(PrintErrorNumber::PrinterFailed, u"Non c'è nessuna pagina da stampare."_s)
     {}
 };
 

@@ -22,8 +22,8 @@ void PrintEngine::PrintParagraph(float column, float width, float& row, float la
             last = line.last;
         }
     }
-    text = paragraph.isEmpty() ? rest.toString()
-                               : paragraph.toString() + QStringLiteral("\r\n") + rest.toString();
+    text =
+        paragraph.isEmpty() ? rest.toString() : paragraph.toString() + u"\r\n"_s + rest.toString();
 }
 
 void PrintEngine::CountWrappedLines(float width, QString& text, int& count) const

@@ -2,7 +2,7 @@
 #include "print/page_reader.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
-#include "store/own_file.h"
+#include "store/files/own_file.h"
 #include "text/system_reason.h"
 
 #include <QFile>
@@ -36,8 +36,8 @@ void PrintEngine::ReplayPage()
     store::OwnFile page(QFile::encodeName(path), O_RDONLY);
     if (!page.isOpen())
         throw PrintError(PrintErrorNumber::FileNotFound,
-                         QStringLiteral("Impossibile leggere il file di pagina «%1»: %2.")
-                             .arg(path, text::systemReason(page.error())));
+                         u"Impossibile leggere il file di pagina «%1»: %2."_s.arg(
+                             path, text::systemReason(page.error())));
     QFile file;
     file.open(page.release(), QIODevice::ReadOnly | QIODevice::Unbuffered,
               QFileDevice::AutoCloseHandle);

@@ -16,7 +16,7 @@ using Table = RecordChange::Table;
 
 namespace {
 
-const QString NumberField = QStringLiteral("Riferimento unità");
+const QString NumberField = u"Riferimento unità"_s;
 
 Record emptyUnit(const QString& key, int number)
 {
@@ -56,7 +56,7 @@ Record Register::foundUnit(const Writer& writer, int unit)
 Record Register::foundRoom(const Writer& writer, int unit, int position)
 {
     const std::vector<Record> found =
-        writer.find(Table::Rooms, QStringLiteral("Chiave"), store::roomKey(unit, position));
+        writer.find(Table::Rooms, u"Chiave"_s, store::roomKey(unit, position));
     return found.empty() ? throw Missing() : found.front();
 }
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register_captions.h"
 
+#include "text/literals.h"
+
 #include <algorithm>
 
 namespace zelto::registro {
 
-using namespace Qt::StringLiterals;
 using Table = RecordChange::Table;
 
 namespace {

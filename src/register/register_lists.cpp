@@ -59,8 +59,8 @@ QStringList readLevels(store::Database& lavoro)
 {
     QStringList levels;
     QueryRecordset record = lavoro.OpenRecordset(
-        QStringLiteral("SELECT Livello FROM [%1] WHERE Livello IS NOT NULL GROUP BY Livello")
-            .arg(store::TabellaUnita));
+        u"SELECT Livello FROM [%1] WHERE Livello IS NOT NULL GROUP BY Livello"_s.arg(
+            store::TabellaUnita));
     for (; !record.EndOfFile(); record.MoveNext())
         levels << record.text(0);
     return levels;
@@ -71,15 +71,14 @@ using RoomsByUnit = QHash<int, std::vector<TreeRoom>>;
 RoomsByUnit readAllRooms(store::Database& lavoro)
 {
     RoomsByUnit rooms;
-    QueryRecordset record = lavoro.OpenRecordset(
-        QStringLiteral("SELECT [Riferimento unità], Posizione, Ambiente FROM [%1] ORDER BY "
-                       "[Riferimento unità], Posizione")
-            .arg(store::TabellaVani));
+    QueryRecordset record =
+        lavoro.OpenRecordset(u"SELECT [Riferimento unità], Posizione, Ambiente FROM [%1] ORDER BY "
+                             u"[Riferimento unità], Posizione"_s.arg(store::TabellaVani));
     for (; !record.EndOfFile(); record.MoveNext()) {
         const auto position = static_cast<int>(record.integer(1));
         rooms[static_cast<int>(record.integer(0))].push_back(
             {.position = position,
-             .text = record.isNull(2) ? QStringLiteral("V:%1").arg(position) : record.text(2)});
+             .text = record.isNull(2) ? u"V:%1"_s.arg(position) : record.text(2)});
     }
     return rooms;
 }
@@ -89,19 +88,17 @@ std::vector<TreeUnit> readTreeUnits(store::Database& lavoro, const QString& code
 {
     const bool none = code.trimmed().isEmpty();
     const QString sql =
-        QStringLiteral("SELECT [Riferimento unità], Riferimento FROM [%1] WHERE %2 ORDER BY Chiave")
-            .arg(store::TabellaUnita, none ? QStringLiteral("[Codice scala] IS NULL")
-                                           : QStringLiteral("[Codice scala] = :1"));
+        u"SELECT [Riferimento unità], Riferimento FROM [%1] WHERE %2 ORDER BY Chiave"_s.arg(
+            store::TabellaUnita, none ? u"[Codice scala] IS NULL"_s : u"[Codice scala] = :1"_s);
     const std::array parameter{Value(code)};
     std::vector<TreeUnit> units;
     QueryRecordset record =
         lavoro.OpenRecordset(sql, none ? std::span<const Value>() : std::span(parameter));
     for (; !record.EndOfFile(); record.MoveNext()) {
         const auto number = static_cast<int>(record.integer(0));
-        units.push_back(
-            {.number = number,
-             .text = record.isNull(1) ? QStringLiteral("UI:%1").arg(number) : record.text(1),
-             .rooms = rooms.value(number)});
+        units.push_back({.number = number,
+                         .text = record.isNull(1) ? u"UI:%1"_s.arg(number) : record.text(1),
+                         .rooms = rooms.value(number)});
     }
     return units;
 }
@@ -110,7 +107,7 @@ std::vector<TreeUnit> readTreeUnits(store::Database& lavoro, const QString& code
 
 QString CoefficientEntry::text() const
 {
-    return code.isEmpty() ? value : QStringLiteral("[%1] %2").arg(code, value);
+    return code.isEmpty() ? value : u"[%1] %2"_s.arg(code, value);
 }
 
 QString chosenCoefficient(const QString& entry, const QString& cellText)
@@ -129,15 +126,15 @@ std::vector<UnitRow> readUnits(store::Database& lavoro, const UnitFilter& filter
         if (text.trimmed().isEmpty())
             return;
         parameters.emplace_back(text);
-        conditions << QStringLiteral("[%1] = :%2").arg(field).arg(parameters.size());
+        conditions << u"[%1] = :%2"_s.arg(field).arg(parameters.size());
     };
-    require(QStringLiteral("Codice scala"), filter.scala);
-    require(QStringLiteral("Livello"), filter.livello);
-    QString sql = QStringLiteral("SELECT * FROM [%1]").arg(store::TabellaUnita);
+    require(u"Codice scala"_s, filter.scala);
+    require(u"Livello"_s, filter.livello);
+    QString sql = u"SELECT * FROM [%1]"_s.arg(store::TabellaUnita);
     if (!conditions.isEmpty())
-        sql += QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
+        sql += u" WHERE "_s + conditions.join(u" AND "_s);
     QueryRecordset record =
-        lavoro.OpenRecordset(sql + QStringLiteral(" ORDER BY [Riferimento unità]"), parameters);
+        lavoro.OpenRecordset(sql + u" ORDER BY [Riferimento unità]"_s, parameters);
     std::vector<UnitRow> units;
     for (; !record.EndOfFile(); record.MoveNext())
         units.push_back(unitRow(record));
@@ -146,19 +143,17 @@ std::vector<UnitRow> readUnits(store::Database& lavoro, const UnitFilter& filter
 
 UnitRow readUnit(store::Database& lavoro, int number)
 {
-    const QueryRecordset record =
-        lavoro.OpenRecordset(QStringLiteral("SELECT * FROM [%1] WHERE [Riferimento unità] = :1")
-                                 .arg(store::TabellaUnita),
-                             std::array{Value(number)});
+    const QueryRecordset record = lavoro.OpenRecordset(
+        u"SELECT * FROM [%1] WHERE [Riferimento unità] = :1"_s.arg(store::TabellaUnita),
+        std::array{Value(number)});
     return record.EndOfFile() ? UnitRow() : unitRow(record);
 }
 
 int nearestUnit(store::Database& lavoro, int number)
 {
     const QueryRecordset record = lavoro.OpenRecordset(
-        QStringLiteral("SELECT [Riferimento unità] FROM [%1] ORDER BY abs([Riferimento unità] - "
-                       ":1) LIMIT 1")
-            .arg(store::TabellaUnita),
+        u"SELECT [Riferimento unità] FROM [%1] ORDER BY abs([Riferimento unità] - "
+        u":1) LIMIT 1"_s.arg(store::TabellaUnita),
         std::array{Value(number)});
     return record.EndOfFile() ? 0 : static_cast<int>(record.integer(0));
 }
@@ -166,15 +161,15 @@ int nearestUnit(store::Database& lavoro, int number)
 int countUnits(store::Database& lavoro)
 {
     const QueryRecordset record =
-        lavoro.OpenRecordset(QStringLiteral("SELECT COUNT(*) FROM [%1]").arg(store::TabellaUnita));
+        lavoro.OpenRecordset(u"SELECT COUNT(*) FROM [%1]"_s.arg(store::TabellaUnita));
     return static_cast<int>(record.integer(0));
 }
 
 std::vector<RoomRow> readRooms(store::Database& lavoro, int unit)
 {
     QueryRecordset record = lavoro.OpenRecordset(
-        QStringLiteral("SELECT * FROM [%1] WHERE [Riferimento unità] = :1 ORDER BY Posizione")
-            .arg(store::TabellaVani),
+        u"SELECT * FROM [%1] WHERE [Riferimento unità] = :1 ORDER BY Posizione"_s.arg(
+            store::TabellaVani),
         std::array{Value(unit)});
     std::vector<RoomRow> rooms;
     for (; !record.EndOfFile(); record.MoveNext()) {

@@ -33,8 +33,8 @@ Record recordOf(const store::Recordset& source)
 std::vector<Record> Register::Writer::find(Table table, const QString& field,
                                            const Value& value) const
 {
-    const QString sql = QStringLiteral("SELECT * FROM [%1] WHERE [%2] = :1 ORDER BY Chiave")
-                            .arg(nameOf(table), field);
+    const QString sql =
+        u"SELECT * FROM [%1] WHERE [%2] = :1 ORDER BY Chiave"_s.arg(nameOf(table), field);
     std::vector<Record> records;
     store::QueryRecordset source = m_lavoro.OpenRecordset(sql, std::array{value});
     for (; !source.EndOfFile(); source.MoveNext())
@@ -50,38 +50,35 @@ int Register::Writer::highest(const QString& sql, std::span<const Value> paramet
 
 int Register::Writer::highestPosition(int unit) const
 {
-    return highest(QStringLiteral("SELECT MAX(Posizione) FROM [%1] WHERE [Riferimento unità] = :1")
-                       .arg(store::TabellaVani),
-                   std::array{Value(unit)});
+    return highest(
+        u"SELECT MAX(Posizione) FROM [%1] WHERE [Riferimento unità] = :1"_s.arg(store::TabellaVani),
+        std::array{Value(unit)});
 }
 
 /// A room whose unit another program deleted still keeps its key.
 int Register::Writer::nextUnit() const
 {
-    const QString sql =
-        QStringLiteral("SELECT MAX(n) FROM (SELECT [Riferimento unità] AS n FROM [%1] UNION ALL "
-                       "SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%1] UNION ALL "
-                       "SELECT [Riferimento unità] FROM [%2] UNION ALL "
-                       "SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%2])");
+    const QString sql = u"SELECT MAX(n) FROM (SELECT [Riferimento unità] AS n FROM [%1] UNION ALL "
+                        u"SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%1] UNION ALL "
+                        u"SELECT [Riferimento unità] FROM [%2] UNION ALL "
+                        u"SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%2])"_s;
     return highest(sql.arg(store::TabellaUnita, store::TabellaVani), {}) + 1;
 }
 
 void Register::Writer::requireUnit(int unit) const
 {
-    if (find(Table::Units, QStringLiteral("Riferimento unità"), Value(unit)).empty())
+    if (find(Table::Units, u"Riferimento unità"_s, Value(unit)).empty())
         throw store::DatabaseError(
             store::ErrorNumber::RecordDeleted,
-            QStringLiteral("L'unità %1 non c'è più: un altro programma l'ha eliminata. Scegliere "
-                           "un'altra unità, o aggiungerne una, e ripetere.")
-                .arg(unit));
+            u"L'unità %1 non c'è più: un altro programma l'ha eliminata. Scegliere "
+            u"un'altra unità, o aggiungerne una, e ripetere."_s.arg(unit));
 }
 
 QHash<int, QString> Register::Writer::names(const QList<int>& units) const
 {
     QHash<int, QString> names;
     for (const int unit : units)
-        for (const Record& record :
-             find(Table::Units, QStringLiteral("Riferimento unità"), Value(unit)))
+        for (const Record& record : find(Table::Units, u"Riferimento unità"_s, Value(unit)))
             names.insert(unit, textOf(record, UnitRiferimento));
     return names;
 }
@@ -93,7 +90,7 @@ void Register::Writer::write(Table table, const Record& before, const Record& af
     else if (!after.empty())
         update(table, before, after);
     else
-        m_lavoro.Execute(QStringLiteral("DELETE FROM [%1] WHERE Chiave = :1").arg(nameOf(table)),
+        m_lavoro.Execute(u"DELETE FROM [%1] WHERE Chiave = :1"_s.arg(nameOf(table)),
                          std::array{before.front()});
 }
 
@@ -101,9 +98,8 @@ void Register::Writer::insert(Table table, const Record& record)
 {
     QStringList places;
     for (std::size_t field = 1; field <= record.size(); ++field)
-        places << QStringLiteral(":%1").arg(field);
-    m_lavoro.Execute(QStringLiteral("INSERT INTO [%1] VALUES (%2)")
-                         .arg(nameOf(table), places.join(QStringLiteral(", "))),
+        places << u":%1"_s.arg(field);
+    m_lavoro.Execute(u"INSERT INTO [%1] VALUES (%2)"_s.arg(nameOf(table), places.join(u", "_s)),
                      record);
 }
 
@@ -116,11 +112,11 @@ void Register::Writer::update(Table table, const Record& before, const Record& a
     for (std::size_t field = 0; field < after.size(); ++field)
         if (after[field] != before[field]) {
             values.push_back(after[field]);
-            settings << QStringLiteral("[%1] = :%2").arg(fields[field].name).arg(values.size());
+            settings << u"[%1] = :%2"_s.arg(fields[field].name).arg(values.size());
         }
-    m_lavoro.Execute(QStringLiteral("UPDATE [%1] SET %2 WHERE Chiave = :1")
-                         .arg(nameOf(table), settings.join(QStringLiteral(", "))),
-                     values);
+    m_lavoro.Execute(
+        u"UPDATE [%1] SET %2 WHERE Chiave = :1"_s.arg(nameOf(table), settings.join(u", "_s)),
+        values);
 }
 
 void Register::Writer::note(Table table, const Record& before, Record after)
@@ -161,14 +157,12 @@ void Register::Writer::exchange(Table table, const Record& one, const Record& ot
 
 void Register::Writer::repeat(const RecordChange& change)
 {
-    const std::vector<Record> stored =
-        find(change.table, QStringLiteral("Chiave"), change.record().front());
+    const std::vector<Record> stored = find(change.table, u"Chiave"_s, change.record().front());
     if ((stored.empty() ? Record() : stored.front()) != change.before)
         throw store::DatabaseError(
             store::ErrorNumber::RecordChanged,
-            QStringLiteral("L'unità %1 è stata cambiata da un altro programma: le modifiche fatte "
-                           "fin qui non si possono più annullare.")
-                .arg(change.unit()));
+            u"L'unità %1 è stata cambiata da un altro programma: le modifiche fatte "
+            u"fin qui non si possono più annullare."_s.arg(change.unit()));
     write(change.table, change.before, change.after);
     m_changes.push_back(change);
 }

@@ -21,24 +21,23 @@ QString importoTesto(double cent, QStringView mask)
 
 std::vector<TableColumn> shareColumns()
 {
-    return {
-        {.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 29},
-        {.head = QStringLiteral("LIVELLO"), .position = 40, .side = Side::Left, .width = 27},
-        {.head = QStringLiteral("CONS.TOT."), .position = 80, .decimals = 4},
-        {.head = QStringLiteral("MILLESIMI"), .position = 100, .decimals = 3},
-        {.head = QStringLiteral("IMPORTO"), .position = 120, .decimals = 2}};
+    return {{.head = u"RIFERIMENTO"_s, .position = 10, .side = Side::Left, .width = 29},
+            {.head = u"LIVELLO"_s, .position = 40, .side = Side::Left, .width = 27},
+            {.head = u"CONS.TOT."_s, .position = 80, .decimals = 4},
+            {.head = u"MILLESIMI"_s, .position = 100, .decimals = 3},
+            {.head = u"IMPORTO"_s, .position = 120, .decimals = 2}};
 }
 
 std::vector<TableColumn> staircaseColumns()
 {
-    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 8, .side = Side::Left, .width = 26},
-            {.head = QStringLiteral("LIVELLO"), .position = 35, .side = Side::Left, .width = 18},
-            {.head = QStringLiteral("CONS.VIRT."), .position = 65, .decimals = 4},
-            {.head = QStringLiteral("M.PROP."), .position = 77, .decimals = 3},
-            {.head = QStringLiteral("IND.H.P."), .position = 88, .decimals = 4},
-            {.head = QStringLiteral("M.PIANO"), .position = 100, .decimals = 3},
-            {.head = QStringLiteral("M.SCALA"), .position = 112, .decimals = 3},
-            {.head = QStringLiteral("IMPORTO"), .position = 127, .decimals = 2}};
+    return {{.head = u"RIFERIMENTO"_s, .position = 8, .side = Side::Left, .width = 26},
+            {.head = u"LIVELLO"_s, .position = 35, .side = Side::Left, .width = 18},
+            {.head = u"CONS.VIRT."_s, .position = 65, .decimals = 4},
+            {.head = u"M.PROP."_s, .position = 77, .decimals = 3},
+            {.head = u"IND.H.P."_s, .position = 88, .decimals = 4},
+            {.head = u"M.PIANO"_s, .position = 100, .decimals = 3},
+            {.head = u"M.SCALA"_s, .position = 112, .decimals = 3},
+            {.head = u"IMPORTO"_s, .position = 127, .decimals = 2}};
 }
 
 /// The table of the shares with a column of parts behind it.
@@ -49,9 +48,9 @@ TableReport withParts(TableReport table, std::vector<TableColumn> columns,
     const double totale = calc::importoCent(opzioni.importo);
     const std::vector<double> quote =
         calc::calcolaQuote(modello, shares, totale, opzioni.arrotondamento);
-    table.name = QStringLiteral("Riparto ") + table.name;
+    table.name = u"Riparto "_s + table.name;
     if (opzioni.arrotondamento == calc::Arrotondamento::AQuadratura)
-        table.note = QStringLiteral("IMPORTI CON QUADRATURA AL CENTESIMO");
+        table.note = u"IMPORTI CON QUADRATURA AL CENTESIMO"_s;
     table.columns = std::move(columns);
     for (std::size_t u = 0; u < table.rows.size(); ++u)
         table.rows[u] << importoTesto(quote[u], u"######0.00");
@@ -96,7 +95,7 @@ TableReport tabellaRiparto(const ModelloLavoro& modello, const OpzioniRiparto& o
 
 void StampaSezioneRiparto(const ReportContext& context, const TableReport& tabella)
 {
-    context.user.SetStatus(QStringLiteral("Stampa riparto importo"), true);
+    context.user.SetStatus(u"Stampa riparto importo"_s, true);
     ReportPage page(context, 1);
     printTable(page, tabella, Paging::FortyFiveUnits);
 }

@@ -13,12 +13,12 @@ constexpr float Centre = 40.5F;
 void drawFrame(const ReportContext& context)
 {
     print::PrintEngine& engine = context.engine;
-    engine.PrintRight(7, 74, 0, QStringLiteral("Rif. - %1 -").arg(context.jobReference()));
+    engine.PrintRight(7, 74, 0, u"Rif. - %1 -"_s.arg(context.jobReference()));
     engine.SetFontSize(12);
     engine.DrawHLine(20, LeftRule, RightRule, RuleWidth);
     engine.SetFontSize(20);
     constexpr float Width = RightRule - LeftRule;
-    engine.PrintCentred(21.5F, Centre, Width, QStringLiteral("TABELLE MILLESIMALI"));
+    engine.PrintCentred(21.5F, Centre, Width, u"TABELLE MILLESIMALI"_s);
     engine.PrintCentred(23.5F, Centre, Width, context.modello.Descrizione);
     engine.PrintCentred(25.5F, Centre, Width, context.modello.Descrizione2);
     engine.DrawHLine(29, LeftRule, RightRule, RuleWidth);
@@ -29,7 +29,7 @@ void drawDate(const ReportContext& context)
     context.engine.SetFontSize(12);
     context.engine.SetFontBold(true);
     if (!context.modello.DataLavoro.trimmed().isEmpty())
-        context.engine.PrintText(60, 60, 0, QStringLiteral("Data - ") + context.modello.DataLavoro);
+        context.engine.PrintText(60, 60, 0, u"Data - "_s + context.modello.DataLavoro);
     context.engine.SetFontBold(false);
 }
 
@@ -48,10 +48,10 @@ void drawNotes(const ReportContext& context)
 
 void StampaPrimaPagina(const ReportContext& context)
 {
-    context.user.SetStatus(QStringLiteral("Stampa prima pagina"), true);
+    context.user.SetStatus(u"Stampa prima pagina"_s, true);
     context.engine.setLineHeight(240);
     context.engine.setCharWidth(144);
-    context.engine.SetFontName(QStringLiteral("Arial"));
+    context.engine.SetFontName(u"Arial"_s);
     context.engine.SetFontSize(9);
     context.engine.WriteState();
     drawFrame(context);

@@ -15,14 +15,14 @@ namespace {
 /// a text that begins like a formula for one: the apostrophe makes it a text.
 QString textField(QString text)
 {
-    if (!text.isEmpty() && QStringLiteral("=+-@").contains(text.front()))
+    if (!text.isEmpty() && u"=+-@"_s.contains(text.front()))
         text.prepend(u'\'');
     const auto needsQuotes = [](QChar c) {
         return c == u';' || c == u'"' || c == u'\n' || c == u'\r';
     };
     if (std::none_of(text.cbegin(), text.cend(), needsQuotes))
         return text;
-    return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
+    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
 
 QString field(const TableColumn& column, const QString& cell)
@@ -45,7 +45,7 @@ QByteArray csvOf(const TableReport& table)
             fields << field(table.columns[i], row.value(static_cast<qsizetype>(i)));
         lines << fields.join(u';');
     }
-    return "\xEF\xBB\xBF" + (lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8();
+    return "\xEF\xBB\xBF" + (lines.join(u"\r\n"_s) + u"\r\n"_s).toUtf8();
 }
 
 } // namespace
@@ -56,8 +56,7 @@ void writeCsv(const QString& folder, const std::vector<TableReport>& tables)
     const QStringList names = sheetNames(tables);
     std::vector<std::unique_ptr<print::CompleteFile>> files;
     for (std::size_t i = 0; i < tables.size(); ++i) {
-        const QString path =
-            QDir(folder).filePath(names[static_cast<qsizetype>(i)] + QStringLiteral(".csv"));
+        const QString path = QDir(folder).filePath(names[static_cast<qsizetype>(i)] + u".csv"_s);
         files.push_back(i == 0 ? std::make_unique<print::CompleteFile>(path)
                                : std::make_unique<print::CompleteFile>(path, *files.front()));
         files.back()->device().write(csvOf(tables[i]));

@@ -11,9 +11,9 @@ void richiedi(const text::NumberMask& mask, Real figure, QStringView column, con
     if (mask.fits(figure))
         return;
     throw calc::CalcError(
-        QStringLiteral("La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
-                       "consistenze, coefficienti e altezze.")
-            .arg(column, di.nome(), QString::number(double{figure}, 'g', 12)));
+        u"La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
+        u"consistenze, coefficienti e altezze."_s.arg(column, di.nome(),
+                                                      QString::number(double{figure}, 'g', 12)));
 }
 
 } // namespace
@@ -21,8 +21,8 @@ void richiedi(const text::NumberMask& mask, Real figure, QStringView column, con
 QString Intestatario::nome() const
 {
     const QString unit =
-        QStringLiteral("dell'unità %1 (%2)").arg(QString::number(unita.RifUI), unita.Riferimento);
-    return vano == 0 ? unit : QStringLiteral("del vano %1 ").arg(vano) + unit;
+        u"dell'unità %1 (%2)"_s.arg(QString::number(unita.RifUI), unita.Riferimento);
+    return vano == 0 ? unit : u"del vano %1 "_s.arg(vano) + unit;
 }
 
 void richiediIntera(const text::NumberMask& mask, double figure, QStringView column,

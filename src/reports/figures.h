@@ -19,10 +19,10 @@ inline constexpr text::NumberMask MascheraConsistenza{"####0.0000"};
 inline constexpr text::NumberMask MascheraMillesimi{"####0.000"};
 
 /// Stands in a column that does not apply to a unit.
-inline const QString NonApplicabile = QStringLiteral(" ------     ");
+inline const QString NonApplicabile = u" ------     "_s;
 
 /// What every complete set of shares adds up to, as total rows print it.
-inline const QString TotaleMillesimi = QStringLiteral("1000.000");
+inline const QString TotaleMillesimi = u"1000.000"_s;
 
 /// Whose figure is printed, for the message when it does not fit.
 struct Intestatario

@@ -27,7 +27,7 @@ void controllaCalcolo(const calc::ModelloLavoro& modello, const OpzioniCalcolo& 
 
 void stampaCalcolo(const ReportContext& context, const OpzioniCalcolo& opzioni)
 {
-    context.user.SetStatus(QStringLiteral("Stampa prospetto dei calcoli"), true);
+    context.user.SetStatus(u"Stampa prospetto dei calcoli"_s, true);
     ReportPage page(context, opzioni.primaPagina);
     if (opzioni.dettaglio)
         StampaProspetto(page, context, opzioni.formato);

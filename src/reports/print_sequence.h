@@ -12,8 +12,8 @@
 namespace zelto::reports {
 
 // What the two documents are called.
-inline const QString DocumentoCalcolo = QStringLiteral("Tabelle millesimali");
-inline const QString DocumentoRiparto = QStringLiteral("Riparto importo");
+inline const QString DocumentoCalcolo = u"Tabelle millesimali"_s;
+inline const QString DocumentoRiparto = u"Riparto importo"_s;
 
 /// The sections of a print, in the order in which they are drawn.
 struct SezioniStampa

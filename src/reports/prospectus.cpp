@@ -77,7 +77,7 @@ void printHeads(ReportPage& page)
 {
     page.nextRow();
     page.setBold(true);
-    page.left(RoomColumn, QStringLiteral("VANO AMBIENTE"));
+    page.left(RoomColumn, u"VANO AMBIENTE"_s);
     for (const RoomFigure& figure : RoomFigures)
         page.right(figure.column, QString::fromUtf16(figure.head));
     page.setBold(false);
@@ -117,8 +117,8 @@ QStringList roomFields(const Vano& vano, int r)
 void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& unita, double CTUI)
 {
     page.nextRow();
-    page.left(RoomColumn, QStringLiteral("Riferimento - ") + unita.Riferimento, 49);
-    page.left(58, QStringLiteral("Livello - ") + unita.Livello);
+    page.left(RoomColumn, u"Riferimento - "_s + unita.Riferimento, 49);
+    page.left(58, u"Livello - "_s + unita.Livello);
     int r = 0;
     for (const Vano& vano : unita.vani) {
         const QStringList fields = roomFields(vano, ++r);

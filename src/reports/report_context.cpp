@@ -12,9 +12,8 @@ QString ReportContext::jobReference() const
 
 QString documentTitle(const QString& kind, const calc::ModelloLavoro& modello)
 {
-    const QString building = QStringLiteral("%1 %2").arg(modello.Descrizione, modello.Descrizione2);
-    return building.trimmed().isEmpty() ? kind
-                                        : kind + QStringLiteral(" - ") + building.simplified();
+    const QString building = u"%1 %2"_s.arg(modello.Descrizione, modello.Descrizione2);
+    return building.trimmed().isEmpty() ? kind : kind + u" - "_s + building.simplified();
 }
 
 } // namespace zelto::reports

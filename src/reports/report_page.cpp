@@ -32,7 +32,7 @@ void ReportPage::begin()
     m_begun = true;
     m_engine.setLineHeight(RowHeight);
     m_engine.setCharWidth(ColumnWidth);
-    m_engine.SetFontName(QStringLiteral("Times New Roman"));
+    m_engine.SetFontName(u"Times New Roman"_s);
     m_engine.SetFontSize(BodySize);
     m_engine.SetFontBold(false);
     m_engine.WriteState();
@@ -53,14 +53,14 @@ void ReportPage::header()
     m_row = HeaderRow - 1;
     rule();
     nextRow();
-    left(NumberColumn, QStringLiteral("DATA - ") + m_context.modello.DataLavoro);
+    left(NumberColumn, u"DATA - "_s + m_context.modello.DataLavoro);
     nextRow();
     left(JobColumn,
-         QStringLiteral("- %1 - %2 %3")
-             .arg(m_context.jobPath, m_context.modello.Descrizione, m_context.modello.Descrizione2),
+         u"- %1 - %2 %3"_s.arg(m_context.jobPath, m_context.modello.Descrizione,
+                               m_context.modello.Descrizione2),
          RuleTo - JobColumn);
     nextRow();
-    left(NumberColumn, QStringLiteral("PAG. N. %1").arg(m_pageNumber));
+    left(NumberColumn, u"PAG. N. %1"_s.arg(m_pageNumber));
     rule();
 }
 

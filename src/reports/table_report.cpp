@@ -79,7 +79,7 @@ QString textLine(const TableReport& table, const std::vector<qsizetype>& widths,
         const QString cell = cells.value(static_cast<qsizetype>(i)).trimmed();
         line += table.columns[i].side == Side::Left ? cell.leftJustified(widths[i])
                                                     : cell.rightJustified(widths[i]);
-        line += QStringLiteral("  ");
+        line += u"  "_s;
     }
     while (line.endsWith(u' '))
         line.chop(1);

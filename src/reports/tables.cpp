@@ -19,22 +19,21 @@ constexpr QStringView Millesimale = u"MILLESIMI";
 
 std::vector<TableColumn> shareColumns()
 {
-    return {
-        {.head = QStringLiteral("RIFERIMENTO"), .position = 10, .side = Side::Left, .width = 39},
-        {.head = QStringLiteral("LIVELLO"), .position = 50, .side = Side::Left, .width = 27},
-        {.head = QStringLiteral("CONS.TOT."), .position = 90, .decimals = 4},
-        {.head = QStringLiteral("MILLESIMI"), .position = 110, .decimals = 3}};
+    return {{.head = u"RIFERIMENTO"_s, .position = 10, .side = Side::Left, .width = 39},
+            {.head = u"LIVELLO"_s, .position = 50, .side = Side::Left, .width = 27},
+            {.head = u"CONS.TOT."_s, .position = 90, .decimals = 4},
+            {.head = u"MILLESIMI"_s, .position = 110, .decimals = 3}};
 }
 
 std::vector<TableColumn> staircaseColumns()
 {
-    return {{.head = QStringLiteral("RIFERIMENTO"), .position = 8, .side = Side::Left, .width = 26},
-            {.head = QStringLiteral("LIVELLO"), .position = 35, .side = Side::Left, .width = 18},
-            {.head = QStringLiteral("CONS.VIRT."), .position = 65, .decimals = 4},
-            {.head = QStringLiteral("MILL.PROP."), .position = 80, .decimals = 3},
-            {.head = QStringLiteral("IND.H.P."), .position = 95, .decimals = 4},
-            {.head = QStringLiteral("MILL.PIANO"), .position = 110, .decimals = 3},
-            {.head = QStringLiteral("MILL.SCALA"), .position = 125, .decimals = 3}};
+    return {{.head = u"RIFERIMENTO"_s, .position = 8, .side = Side::Left, .width = 26},
+            {.head = u"LIVELLO"_s, .position = 35, .side = Side::Left, .width = 18},
+            {.head = u"CONS.VIRT."_s, .position = 65, .decimals = 4},
+            {.head = u"MILL.PROP."_s, .position = 80, .decimals = 3},
+            {.head = u"IND.H.P."_s, .position = 95, .decimals = 4},
+            {.head = u"MILL.PIANO"_s, .position = 110, .decimals = 3},
+            {.head = u"MILL.SCALA"_s, .position = 125, .decimals = 3}};
 }
 
 QString consistenza(double CTUI, const UnitaImmobiliare& unita)
@@ -93,8 +92,7 @@ TableReport tabellaGenerale(const ModelloLavoro& modello)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
     const std::vector<Millesimi> MillGen = calc::calcolaMillGen(consistenze);
-    TableReport table = shareTable(QStringLiteral("Millesimi generali"),
-                                   QStringLiteral("DETERMINAZIONE MILLESIMI GENERALI"));
+    TableReport table = shareTable(u"Millesimi generali"_s, u"DETERMINAZIONE MILLESIMI GENERALI"_s);
     for (std::size_t u = 0; u < modello.unita.size(); ++u) {
         const UnitaImmobiliare& unita = modello.unita[u];
         table.rows.push_back({unita.Riferimento, unita.Livello,
@@ -109,7 +107,7 @@ TableReport tabellaSpeciale(const ModelloLavoro& modello, int t)
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
     const std::vector<Millesimi> MillTab = calc::calcolaMillTab(modello, consistenze, t);
     const QString& name = modello.NomeTabella[static_cast<std::size_t>(t - 1)];
-    TableReport table = shareTable(name, QStringLiteral("  DETERMINAZIONE MILLESIMI ") + name);
+    TableReport table = shareTable(name, u"  DETERMINAZIONE MILLESIMI "_s + name);
     for (std::size_t u = 0; u < modello.unita.size(); ++u) {
         const UnitaImmobiliare& unita = modello.unita[u];
         const bool member = unita.isInTable(t);
@@ -122,17 +120,17 @@ TableReport tabellaSpeciale(const ModelloLavoro& modello, int t)
 
 QString titoloScala(const ModelloLavoro& modello, const QString& codice)
 {
-    const QString heading = QStringLiteral("  DETERMINAZIONE MILLESIMI ");
+    const QString heading = u"  DETERMINAZIONE MILLESIMI "_s;
     const calc::CodiceScala* riga = modello.codiceScala(codice);
     if (riga != nullptr && !riga->titolo.trimmed().isEmpty())
         return heading + riga->titolo;
-    return heading + QStringLiteral("SCALA ") + codice;
+    return heading + u"SCALA "_s + codice;
 }
 
 TableReport tabellaScala(const ModelloLavoro& modello, const QuoteScala& quote)
 {
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
-    TableReport table{.name = QStringLiteral("Scala ") + quote.codice,
+    TableReport table{.name = u"Scala "_s + quote.codice,
                       .title = titoloScala(modello, quote.codice),
                       .titleWidth = TitleWidth,
                       .columns = staircaseColumns(),

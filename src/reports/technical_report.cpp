@@ -11,11 +11,11 @@ constexpr float HeadingColumn = 15;
 
 void setGrid(print::PrintEngine& engine)
 {
-    engine.SetFontName(QStringLiteral("Arial"));
+    engine.SetFontName(u"Arial"_s);
     engine.SetFontBold(false);
     engine.SetFontSize(BodySize);
-    engine.setLineHeight(2 * engine.textHeight(QStringLiteral("M")));
-    engine.setCharWidth(engine.textWidth(QStringLiteral("M")));
+    engine.setLineHeight(2 * engine.textHeight(u"M"_s));
+    engine.setCharWidth(engine.textWidth(u"M"_s));
 }
 
 void drawHeading(print::PrintEngine& engine)
@@ -23,7 +23,7 @@ void drawHeading(print::PrintEngine& engine)
     engine.SetFontSize(16);
     engine.SetFontBold(true);
     engine.WriteState();
-    engine.PrintText(5, HeadingColumn, 0, QStringLiteral("RELAZIONE"));
+    engine.PrintText(5, HeadingColumn, 0, u"RELAZIONE"_s);
     engine.SetFontSize(BodySize);
     engine.SetFontBold(false);
 }
@@ -34,7 +34,7 @@ void drawReference(const ReportContext& context)
     constexpr float Row = 3.7F;
     constexpr float Column = 55;
     print::PrintEngine& engine = context.engine;
-    const QString text = QStringLiteral("Rif. - %1 -").arg(context.jobReference());
+    const QString text = u"Rif. - %1 -"_s.arg(context.jobReference());
     const float pageColumns = engine.PageWidth() / engine.CharWidth();
     if (Column * engine.CharWidth() + engine.textWidth(text) > engine.PageWidth())
         engine.PrintRight(Row, pageColumns, 0, text);
@@ -46,7 +46,7 @@ void drawPage(const ReportContext& context, int page, QString& text)
 {
     print::PrintEngine& engine = context.engine;
     engine.SetFontSize(PageLineSize);
-    engine.PrintText(3, 55, 0, QStringLiteral("Pag. n. %1").arg(page));
+    engine.PrintText(3, 55, 0, u"Pag. n. %1"_s.arg(page));
     drawReference(context);
     engine.SetFontSize(BodySize);
     float row = 7;
@@ -58,7 +58,7 @@ void drawPage(const ReportContext& context, int page, QString& text)
 
 void StampaRelazione(const ReportContext& context)
 {
-    context.user.SetStatus(QStringLiteral("Stampa relazione tecnica"), true);
+    context.user.SetStatus(u"Stampa relazione tecnica"_s, true);
     if (context.modello.Relazione.isEmpty())
         return;
     setGrid(context.engine);

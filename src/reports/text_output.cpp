@@ -33,7 +33,7 @@ void TextOutput::writeLine(const QStringList& fields)
             line += u'\t';
         appendField(line, field);
     }
-    line += QStringLiteral("\r\n");
+    line += u"\r\n"_s;
     m_file.device().write(line.toUtf8());
 }
 

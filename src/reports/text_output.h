@@ -9,9 +9,9 @@
 namespace zelto::reports {
 
 // The names of the text files.
-inline const QString ConsistenzaOut = QStringLiteral("consistenza.out");
-inline const QString CalcoloOut = QStringLiteral("calcolo.out");
-inline const QString ScaleOut = QStringLiteral("scale.out");
+inline const QString ConsistenzaOut = u"consistenza.out"_s;
+inline const QString CalcoloOut = u"calcolo.out"_s;
+inline const QString ScaleOut = u"scale.out"_s;
 
 /// A plain copy of printed figures: UTF-8, fields separated by TAB, lines ended by CR LF. An older
 /// file is replaced only by a complete one.

@@ -3,7 +3,7 @@
 #include "print/print_error.h"
 #include "reports/figures.h"
 #include "reports/table_export.h"
-#include "store/passing_folder.h"
+#include "store/files/passing_folder.h"
 #include "text/system_reason.h"
 
 #include <QFile>
@@ -35,8 +35,8 @@ lxw_col_t columnNumber(std::size_t column)
 print::PrintError notWritten(const QString& path, int error)
 {
     return {print::PrintErrorNumber::DeviceFailed,
-            QStringLiteral("Impossibile scrivere il file «%1»: %2.")
-                .arg(store::targetPath(path), text::systemReason(error))};
+            u"Impossibile scrivere il file «%1»: %2."_s.arg(store::targetPath(path),
+                                                            text::systemReason(error))};
 }
 
 /// More bytes than the parts of the workbook have together before they are packed.
@@ -57,7 +57,7 @@ qint64 mostBytes(const std::vector<TableReport>& tables)
 /// before it begins.
 void requireRoom(const QString& path, qint64 bytes)
 {
-    QFile file(path + QStringLiteral(".posto"));
+    QFile file(path + u".posto"_s);
     const bool opened = file.open(QIODevice::WriteOnly);
     const int error = opened ? ::posix_fallocate(file.handle(), 0, bytes) : errno;
     file.remove();
@@ -136,8 +136,8 @@ public:
             return;
         throw print::PrintError(
             print::PrintErrorNumber::DeviceFailed,
-            QStringLiteral("Impossibile scrivere il file «%1»: %2.")
-                .arg(store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
+            u"Impossibile scrivere il file «%1»: %2."_s.arg(
+                store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
     }
 
 private:
@@ -260,7 +260,7 @@ void Workbook::addSheet(const QString& name, const TableReport& table)
     lxw_worksheet* sheet = workbook_add_worksheet(m_workbook, name.toUtf8().constData());
     if (sheet == nullptr)
         throw print::PrintError(print::PrintErrorNumber::DeviceFailed,
-                                QStringLiteral("Impossibile creare il foglio «%1».").arg(name));
+                                u"Impossibile creare il foglio «%1»."_s.arg(name));
     writeText(sheet, TitleRow, 0, table.title.trimmed(), {.bold = true});
     if (!table.note.isEmpty())
         writeText(sheet, NoteRow, 0, table.note, {});
@@ -286,13 +286,13 @@ QStringList sheetNames(const std::vector<TableReport>& tables)
     for (const TableReport& table : tables) {
         QString base;
         for (const QChar c : table.name)
-            base += QStringLiteral("[]:*?/\\'").contains(c) || !c.isPrint() ? QChar{u' '} : c;
+            base += u"[]:*?/\\'"_s.contains(c) || !c.isPrint() ? QChar{u' '} : c;
         base = base.simplified();
         if (base.isEmpty() || base.startsWith(u'.'))
-            base.prepend(QStringLiteral("Tabella"));
+            base.prepend(u"Tabella"_s);
         QString name = base.left(LongestName);
         for (int copy = 2; names.contains(name, Qt::CaseInsensitive); ++copy) {
-            const QString number = QStringLiteral(" (%1)").arg(copy);
+            const QString number = u" (%1)"_s.arg(copy);
             name = base.left(LongestName - number.size()) + number;
         }
         names << name;

@@ -46,8 +46,8 @@ std::unique_ptr<Application> Application::start(const QString& programFolder,
             dialogs.showMessage(nullptr, folder.remarks());
         return application;
     } catch (const std::exception& error) {
-        dialogs.showError(nullptr, QStringLiteral("Zelto non può essere avviato.\n\n%1")
-                                       .arg(QString::fromUtf8(error.what())));
+        dialogs.showError(
+            nullptr, u"Zelto non può essere avviato.\n\n%1"_s.arg(QString::fromUtf8(error.what())));
         return nullptr;
     }
 }
@@ -102,8 +102,8 @@ void Application::show()
 {
     constexpr QSize FirstSize(1000, 700);
     m_window.resize(FirstSize);
-    m_window.restoreGeometry(QByteArray::fromBase64(
-        m_settings.LeggiIni(QStringLiteral("Main"), QStringLiteral("Finestra")).toLatin1()));
+    m_window.restoreGeometry(
+        QByteArray::fromBase64(m_settings.LeggiIni(u"Main"_s, u"Finestra"_s).toLatin1()));
     m_window.show();
     QCoreApplication::processEvents();
 }
@@ -193,7 +193,7 @@ void Application::connectParametri(store::Database& lavoro)
 {
     using registro::Parametri;
     connect(m_parametri, &Parametri::calculatorRequested, this,
-            [] { ProgramLauncher().ApriConProgramma(QStringLiteral("calc.exe")); });
+            [] { ProgramLauncher().ApriConProgramma(u"calc.exe"_s); });
     connect(m_parametri, &Parametri::millesimiRequested, this, [this, &lavoro] {
         reportingErrors([&] { showPrintScreen<reports::Millesimi>(lavoro); });
     });
@@ -218,7 +218,7 @@ void Application::setUpPrinter()
     if (print::PrinterDesk::isInstalled())
         m_printers.setUp(&m_window);
     else
-        m_window.showMessage(QStringLiteral("Nessuna stampante installata"));
+        m_window.showMessage(u"Nessuna stampante installata"_s);
 }
 
 bool Application::refusedByDocuments()
@@ -227,8 +227,7 @@ bool Application::refusedByDocuments()
     const bool refused =
         m_window.HasDocumentWindows() || QApplication::activeModalWidget() != nullptr;
     if (refused)
-        m_window.showMessage(
-            QStringLiteral("Chiudere finestre aperte prima di selezionale un altro lavoro"));
+        m_window.showMessage(u"Chiudere finestre aperte prima di selezionale un altro lavoro"_s);
     return refused;
 }
 
@@ -246,7 +245,7 @@ void Application::reportingErrors(const std::function<void()>& action)
 void Application::shutDown()
 {
     m_recentJobs.save();
-    m_settings.ScriviIni(QStringLiteral("Main"), QStringLiteral("Finestra"),
+    m_settings.ScriviIni(u"Main"_s, u"Finestra"_s,
                          QString::fromLatin1(m_window.saveGeometry().toBase64()));
     m_jobFiles.chiudiLavoro();
 }

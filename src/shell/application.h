@@ -5,7 +5,7 @@
 #include "print/ui/print_output.h"
 #include "shell/guide_window.h"
 #include "shell/main_window.h"
-#include "store/job_copies.h"
+#include "store/files/job_copies.h"
 #include "store/job_files.h"
 #include "store/master_database.h"
 #include "store/recent_jobs.h"

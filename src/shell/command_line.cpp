@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/command_line.h"
 
+#include "text/literals.h"
+
 namespace zelto::shell {
 
 namespace {
 
 QString helpText()
 {
-    return QStringLiteral("Uso: zelto [LAVORO.ZLT]\n"
-                          "Apre la finestra di Zelto e, se indicato, il lavoro.\n"
-                          "\n"
-                          "  -h, --help   questo aiuto\n"
-                          "  --version    versione del programma\n");
+    return u"Uso: zelto [LAVORO.ZLT]\n"
+           u"Apre la finestra di Zelto e, se indicato, il lavoro.\n"
+           u"\n"
+           u"  -h, --help   questo aiuto\n"
+           u"  --version    versione del programma\n"_s;
 }
 
 } // namespace
@@ -34,9 +36,9 @@ QString jobNamed(const QStringList& arguments)
         if (!optionsEnded && argument == u"--")
             optionsEnded = true;
         else if (!optionsEnded && argument.startsWith(u'-'))
-            throw UsageError(QStringLiteral("%1: opzione non valida").arg(argument));
+            throw UsageError(u"%1: opzione non valida"_s.arg(argument));
         else if (!lavoro.isEmpty())
-            throw UsageError(QStringLiteral("si può aprire un solo lavoro alla volta"));
+            throw UsageError(u"si può aprire un solo lavoro alla volta"_s);
         else
             lavoro = argument;
     }

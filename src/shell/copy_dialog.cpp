@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/copy_dialog.h"
 
+#include "text/literals.h"
+
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -19,9 +21,9 @@ namespace {
 
 QStringList cellsOf(const store::JobCopy& copy)
 {
-    return {copy.kept.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")),
+    return {copy.kept.toString(u"dd/MM/yyyy HH:mm:ss"_s),
             QLocale().formattedDataSize(copy.size, 1, QLocale::DataSizeTraditionalFormat),
-            copy.units ? QString::number(*copy.units) : QStringLiteral("illeggibile")};
+            copy.units ? QString::number(*copy.units) : u"illeggibile"_s};
 }
 
 QLabel* addLabel(QVBoxLayout& layout, const QString& caption, QWidget* buddy)
@@ -37,10 +39,10 @@ QLabel* addLabel(QVBoxLayout& layout, const QString& caption, QWidget* buddy)
 
 CopyDialog::CopyDialog(const store::JobCopies& copies, const QString& job, QWidget* parent)
     : QDialog(parent), m_copies(copies), m_jobs(new QComboBox), m_table(new QTreeWidget),
-      m_restore(new QPushButton(QStringLiteral("&Ripristina ...")))
+      m_restore(new QPushButton(u"&Ripristina ..."_s))
 {
-    setObjectName(QStringLiteral("RipristinaCopia"));
-    setWindowTitle(QStringLiteral("Ripristina copia"));
+    setObjectName(u"RipristinaCopia"_s);
+    setWindowTitle(u"Ripristina copia"_s);
     auto* layout = new QVBoxLayout(this);
     addJobs(*layout, job);
     addTable(*layout);
@@ -58,21 +60,20 @@ void CopyDialog::addJobs(QVBoxLayout& layout, const QString& job)
         m_jobs->addItem(QDir::toNativeSeparators(path), path);
     m_jobs->setCurrentIndex(std::max(0, m_jobs->findData(job)));
     m_jobs->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    addLabel(layout, QStringLiteral("&Lavoro:"), m_jobs);
+    addLabel(layout, u"&Lavoro:"_s, m_jobs);
 }
 
 void CopyDialog::addTable(QVBoxLayout& layout)
 {
     constexpr int ColumnWidth = 180;
-    m_table->setHeaderLabels({QStringLiteral("Stato del lavoro al"), QStringLiteral("Dimensione"),
-                              QStringLiteral("Unità")});
+    m_table->setHeaderLabels({u"Stato del lavoro al"_s, u"Dimensione"_s, u"Unità"_s});
     m_table->header()->setStretchLastSection(false);
     m_table->header()->setDefaultSectionSize(ColumnWidth);
     m_table->setRootIsDecorated(false);
     m_table->setUniformRowHeights(true);
     m_table->setAllColumnsShowFocus(true);
-    m_table->setAccessibleName(QStringLiteral("Copie di sicurezza"));
-    addLabel(layout, QStringLiteral("&Copie di sicurezza:"), m_table);
+    m_table->setAccessibleName(u"Copie di sicurezza"_s);
+    addLabel(layout, u"&Copie di sicurezza:"_s, m_table);
     connect(m_table, &QTreeWidget::currentItemChanged, this,
             [this] { m_restore->setEnabled(chosen().has_value()); });
     connect(m_table, &QTreeWidget::itemDoubleClicked, m_restore, [this] { m_restore->click(); });
@@ -80,18 +81,17 @@ void CopyDialog::addTable(QVBoxLayout& layout)
 
 void CopyDialog::addButtons(QVBoxLayout& layout)
 {
-    auto* hint = new QLabel(
-        QStringLiteral("La copia diventa un nuovo lavoro; quello di oggi non cambia. Le copie sono "
-                       "nella cartella %1.")
-            .arg(QDir::toNativeSeparators(m_copies.folder())));
+    auto* hint =
+        new QLabel(u"La copia diventa un nuovo lavoro; quello di oggi non cambia. Le copie sono "
+                   u"nella cartella %1."_s.arg(QDir::toNativeSeparators(m_copies.folder())));
     hint->setWordWrap(true);
     hint->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout.addWidget(hint);
     auto* buttons = new QDialogButtonBox;
-    m_restore->setObjectName(QStringLiteral("BtRipristina"));
+    m_restore->setObjectName(u"BtRipristina"_s);
     m_restore->setDefault(true);
     buttons->addButton(m_restore, QDialogButtonBox::AcceptRole);
-    buttons->addButton(QStringLiteral("A&nnulla"), QDialogButtonBox::RejectRole);
+    buttons->addButton(u"A&nnulla"_s, QDialogButtonBox::RejectRole);
     layout.addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

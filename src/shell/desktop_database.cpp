@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/desktop_database.h"
 
+#include "text/literals.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QStandardPaths>
@@ -23,23 +25,21 @@ DesktopDatabase::DesktopDatabase(DesktopFolders folders) : m_folders(std::move(f
 {
     QStringList lists = m_folders.config;
     for (const QString& folder : std::as_const(m_folders.data)) {
-        const QString applications = folder + QStringLiteral("/applications");
+        const QString applications = folder + u"/applications"_s;
         readFolder(applications);
         lists << applications;
-        m_caches.emplace_back(applications + QStringLiteral("/mimeinfo.cache"));
+        m_caches.emplace_back(applications + u"/mimeinfo.cache"_s);
     }
     for (const QString& folder : std::as_const(lists)) {
         for (const QString& desktop : std::as_const(m_folders.desktops))
-            m_associations.emplace_back(folder + u'/' + desktop.toLower() +
-                                        QStringLiteral("-mimeapps.list"));
-        m_associations.emplace_back(folder + QStringLiteral("/mimeapps.list"));
+            m_associations.emplace_back(folder + u'/' + desktop.toLower() + u"-mimeapps.list"_s);
+        m_associations.emplace_back(folder + u"/mimeapps.list"_s);
     }
 }
 
 void DesktopDatabase::readFolder(const QString& applications)
 {
-    QDirIterator files(applications, {QStringLiteral("*.desktop")}, QDir::Files,
-                       QDirIterator::Subdirectories);
+    QDirIterator files(applications, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString path = files.next();
         const QString id = QDir(applications).relativeFilePath(path).replace(u'/', u'-');
@@ -62,8 +62,7 @@ std::optional<DesktopEntry> DesktopDatabase::firstInstalled(const QStringList& i
 std::optional<DesktopEntry> DesktopDatabase::defaultFor(const QString& mimeType) const
 {
     for (const KeyFile& list : m_associations)
-        if (auto entry =
-                firstInstalled(list.list(QStringLiteral("Default Applications"), mimeType)))
+        if (auto entry = firstInstalled(list.list(u"Default Applications"_s, mimeType)))
             return entry;
     return std::nullopt;
 }
@@ -75,18 +74,18 @@ std::optional<DesktopEntry> DesktopDatabase::programFor(const QString& mimeType)
     QStringList removed;
     QStringList added;
     for (const KeyFile& list : m_associations) {
-        added << list.list(QStringLiteral("Added Associations"), mimeType);
-        removed << list.list(QStringLiteral("Removed Associations"), mimeType);
+        added << list.list(u"Added Associations"_s, mimeType);
+        removed << list.list(u"Removed Associations"_s, mimeType);
     }
     for (const KeyFile& cache : m_caches)
-        added << cache.list(QStringLiteral("MIME Cache"), mimeType);
+        added << cache.list(u"MIME Cache"_s, mimeType);
     added.removeIf([&](const QString& id) { return removed.contains(id); });
     return firstInstalled(added);
 }
 
 std::optional<DesktopEntry> DesktopDatabase::calculator() const
 {
-    if (auto preferred = defaultFor(QStringLiteral("x-scheme-handler/calculator")))
+    if (auto preferred = defaultFor(u"x-scheme-handler/calculator"_s))
         return preferred;
     const auto rank = [this](const DesktopEntry& entry) {
         const bool native = std::any_of(
@@ -96,7 +95,7 @@ std::optional<DesktopEntry> DesktopDatabase::calculator() const
     };
     std::optional<DesktopEntry> best;
     for (const auto& [id, entry] : m_entries)
-        if (entry && entry->shown && entry->categories.contains(QStringLiteral("Calculator")) &&
+        if (entry && entry->shown && entry->categories.contains(u"Calculator"_s) &&
             (!best || rank(*entry) < rank(*best)))
             best = entry;
     return best;

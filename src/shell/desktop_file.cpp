@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/desktop_file.h"
 
+#include "text/literals.h"
+
 #include <QFile>
 #include <QStandardPaths>
 #include <QUrl>
@@ -145,25 +147,23 @@ bool KeyFile::isTrue(const QString& group, const QString& key) const
 std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id,
                                              const QStringList& desktops)
 {
-    const QString group = QStringLiteral("Desktop Entry");
+    const QString group = u"Desktop Entry"_s;
     const KeyFile file(path);
-    const DesktopEntry entry{
-        .id = id,
-        .name = file.value(group, QStringLiteral("Name")),
-        .categories = file.list(group, QStringLiteral("Categories")),
-        .exec = file.value(group, QStringLiteral("Exec")),
-        .shown = [&] {
-            const QStringList only = file.list(group, QStringLiteral("OnlyShowIn"));
-            return !file.isTrue(group, QStringLiteral("NoDisplay")) &&
-                   (only.isEmpty() || intersects(only, desktops)) &&
-                   !intersects(file.list(group, QStringLiteral("NotShowIn")), desktops);
-        }()};
-    const QString tryExec = file.value(group, QStringLiteral("TryExec"));
+    const DesktopEntry entry{.id = id,
+                             .name = file.value(group, u"Name"_s),
+                             .categories = file.list(group, u"Categories"_s),
+                             .exec = file.value(group, u"Exec"_s),
+                             .shown = [&] {
+                                 const QStringList only = file.list(group, u"OnlyShowIn"_s);
+                                 return !file.isTrue(group, u"NoDisplay"_s) &&
+                                        (only.isEmpty() || intersects(only, desktops)) &&
+                                        !intersects(file.list(group, u"NotShowIn"_s), desktops);
+                             }()};
+    const QString tryExec = file.value(group, u"TryExec"_s);
     const QStringList command = commandLine(entry.exec, {});
-    if (file.value(group, QStringLiteral("Type")) != u"Application" ||
-        file.isTrue(group, QStringLiteral("Hidden")) ||
-        file.isTrue(group, QStringLiteral("Terminal")) || command.isEmpty() ||
-        !isInstalled(command.first()) || (!tryExec.isEmpty() && !isInstalled(tryExec)))
+    if (file.value(group, u"Type"_s) != u"Application" || file.isTrue(group, u"Hidden"_s) ||
+        file.isTrue(group, u"Terminal"_s) || command.isEmpty() || !isInstalled(command.first()) ||
+        (!tryExec.isEmpty() && !isInstalled(tryExec)))
         return std::nullopt;
     return entry;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/elided_label.h"
 
+#include "text/literals.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -30,8 +32,8 @@ bool ElidedLabel::event(QEvent* event)
         return QLabel::event(event);
     // Escaped, or a path could pass for rich text.
     const QString tip = shownText() == text() ? QString() : text().toHtmlEscaped();
-    QToolTip::showText(help->globalPos(),
-                       tip.isEmpty() ? tip : QStringLiteral("<span>%1</span>").arg(tip), this);
+    QToolTip::showText(help->globalPos(), tip.isEmpty() ? tip : u"<span>%1</span>"_s.arg(tip),
+                       this);
     return true;
 }
 

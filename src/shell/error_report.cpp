@@ -21,7 +21,7 @@ Report reportOf(const std::exception& error)
     if (const auto* known = dynamic_cast<const text::Error*>(&error))
         return {known->description(), known->code()};
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
-        return {QStringLiteral("Memoria esaurita"), OutOfMemory};
+        return {u"Memoria esaurita"_s, OutOfMemory};
     return {QString::fromUtf8(error.what())};
 }
 
@@ -30,8 +30,8 @@ Report reportOf(const std::exception& error)
 QString errorReportText(const std::exception& error)
 {
     const auto [description, number] = reportOf(error);
-    return QStringLiteral("The following Error occurred:\n\n%1\nNumber: %2")
-        .arg(description, QString::number(number));
+    return u"The following Error occurred:\n\n%1\nNumber: %2"_s.arg(description,
+                                                                    QString::number(number));
 }
 
 } // namespace zelto::shell

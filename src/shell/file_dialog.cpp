@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/file_dialog.h"
 
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -25,8 +25,8 @@ public:
     [[nodiscard]] QString type(const QFileInfo& file) const override
     {
         if (file.isDir())
-            return QStringLiteral("Cartella");
-        return QStringLiteral("File %1").arg(file.suffix().toUpper()).trimmed();
+            return u"Cartella"_s;
+        return u"File %1"_s.arg(file.suffix().toUpper()).trimmed();
     }
 };
 
@@ -48,7 +48,7 @@ QString withoutQuotes(const QString& text)
 
 QString withHome(const QString& text)
 {
-    return text.startsWith(QStringLiteral("~/")) ? QDir::homePath() + text.sliced(1) : text;
+    return text.startsWith(u"~/"_s) ? QDir::homePath() + text.sliced(1) : text;
 }
 
 } // namespace
@@ -59,7 +59,7 @@ FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& fol
     constexpr QSize FirstSize(860, 520);
     setOption(DontUseNativeDialog); // its parts are used below
     resize(FirstSize);
-    m_name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    m_name = findChild<QLineEdit*>(u"fileNameEdit"_s);
     connect(m_name, &QLineEdit::textChanged, this, &FileDialog::enableAccepting);
 }
 
@@ -112,7 +112,7 @@ void FileDialog::showEvent(QShowEvent* event)
 void FileDialog::fitColumns()
 {
     constexpr int RowsLookedAt = 200;
-    auto* const header = findChild<QTreeView*>(QStringLiteral("treeView"))->header();
+    auto* const header = findChild<QTreeView*>(u"treeView"_s)->header();
     header->setStretchLastSection(false);
     header->setResizeContentsPrecision(RowsLookedAt);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -126,7 +126,7 @@ QStringList nameFilters(const QString& filter)
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         const QString caption = parts[i].left(parts[i].indexOf(u'(')).trimmed();
         const QString& pattern = parts[i + 1];
-        filters << QStringLiteral("%1 (%2 %3)").arg(caption, pattern.toUpper(), pattern.toLower());
+        filters << u"%1 (%2 %3)"_s.arg(caption, pattern.toUpper(), pattern.toLower());
     }
     return filters;
 }
@@ -146,9 +146,8 @@ std::unique_ptr<FileDialog> makeFileDialog(QWidget* parent, const FileDialogRequ
     dialog->setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog->setNameFilters(nameFilters(request.filter));
     dialog->selectFile(request.defaultName);
-    dialog->setLabelText(QFileDialog::Accept,
-                         saves ? QStringLiteral("Salva") : QStringLiteral("Seleziona"));
-    dialog->setLabelText(QFileDialog::Reject, QStringLiteral("Annulla"));
+    dialog->setLabelText(QFileDialog::Accept, saves ? u"Salva"_s : u"Seleziona"_s);
+    dialog->setLabelText(QFileDialog::Reject, u"Annulla"_s);
     return dialog;
 }
 

@@ -15,38 +15,32 @@ constexpr int Last = static_cast<int>(FileEntry::UltimoRecente);
 
 } // namespace
 
-FileMenu::FileMenu(QWidget* parent) : QMenu(QStringLiteral("&File"), parent)
+FileMenu::FileMenu(QWidget* parent) : QMenu(u"&File"_s, parent)
 {
-    setObjectName(QStringLiteral("MenuFile"));
-    addEntry(FileEntry::Nuovo, QStringLiteral("&Nuovo ..."),
-             QStringLiteral("Crea un nuovo lavoro e lo apre"), QStringLiteral("nuovo"),
-             QStringLiteral("Ctrl+N"));
-    addEntry(FileEntry::Apri, QStringLiteral("&Apri ..."), QStringLiteral("Apre un lavoro"),
-             QStringLiteral("apri"), QStringLiteral("Ctrl+O"));
-    addEntry(FileEntry::Duplica, QStringLiteral("&Duplica ..."),
-             QStringLiteral("Copia un lavoro con un altro nome e apre la copia"),
-             QStringLiteral("duplica"));
-    addEntry(FileEntry::Elimina, QStringLiteral("&Elimina ..."),
-             QStringLiteral("Mette nel cestino il file di un lavoro"), QStringLiteral("elimina"));
+    setObjectName(u"MenuFile"_s);
+    addEntry(FileEntry::Nuovo, u"&Nuovo ..."_s, u"Crea un nuovo lavoro e lo apre"_s, u"nuovo"_s,
+             u"Ctrl+N"_s);
+    addEntry(FileEntry::Apri, u"&Apri ..."_s, u"Apre un lavoro"_s, u"apri"_s, u"Ctrl+O"_s);
+    addEntry(FileEntry::Duplica, u"&Duplica ..."_s,
+             u"Copia un lavoro con un altro nome e apre la copia"_s, u"duplica"_s);
+    addEntry(FileEntry::Elimina, u"&Elimina ..."_s, u"Mette nel cestino il file di un lavoro"_s,
+             u"elimina"_s);
     addDash(7);
-    addEntry(FileEntry::Compattamento, QStringLiteral("Compattamento archivio"),
-             QStringLiteral("Libera lo spazio inutilizzato di un archivio; lo stato di prima resta "
-                            "accanto come .BAK"),
-             QStringLiteral("compatta"));
-    addEntry(FileEntry::Riparazione, QStringLiteral("Riparazione archivio"),
-             QStringLiteral("Recupera quanto è ancora leggibile di un archivio danneggiato"),
-             QStringLiteral("ripara"));
-    addEntry(FileEntry::RipristinaCopia, QStringLiteral("&Ripristina copia ..."),
-             QStringLiteral("Fa un nuovo lavoro di una copia di sicurezza conservata da Zelto"),
-             QStringLiteral("ripristina"));
+    addEntry(FileEntry::Compattamento, u"Compattamento archivio"_s,
+             u"Libera lo spazio inutilizzato di un archivio; lo stato di prima resta "
+             u"accanto come .BAK"_s,
+             u"compatta"_s);
+    addEntry(FileEntry::Riparazione, u"Riparazione archivio"_s,
+             u"Recupera quanto è ancora leggibile di un archivio danneggiato"_s, u"ripara"_s);
+    addEntry(FileEntry::RipristinaCopia, u"&Ripristina copia ..."_s,
+             u"Fa un nuovo lavoro di una copia di sicurezza conservata da Zelto"_s,
+             u"ripristina"_s);
     addDash(10);
-    addEntry(FileEntry::ImpostaStampante, QStringLiteral("Imposta stampante ..."),
-             QStringLiteral("Sceglie stampante, carta e orientamento"),
-             QStringLiteral("stampante"));
+    addEntry(FileEntry::ImpostaStampante, u"Imposta stampante ..."_s,
+             u"Sceglie stampante, carta e orientamento"_s, u"stampante"_s);
     addRecentEntries();
     addDash(17);
-    addEntry(FileEntry::Uscita, QStringLiteral("Uscita"), QStringLiteral("Chiude Zelto"),
-             QStringLiteral("uscita"), QStringLiteral("Ctrl+Q"));
+    addEntry(FileEntry::Uscita, u"Uscita"_s, u"Chiude Zelto"_s, u"uscita"_s, u"Ctrl+Q"_s);
 }
 
 void FileMenu::addEntry(FileEntry entry, const QString& caption, const QString& hint,
@@ -73,7 +67,7 @@ void FileMenu::addRecentEntries()
 {
     addDash(static_cast<int>(FileEntry::SeparatoreRecenti));
     for (int k = First; k <= Last; ++k)
-        addEntry(FileEntry{k}, {}, QStringLiteral("Apre di nuovo questo lavoro"));
+        addEntry(FileEntry{k}, {}, u"Apre di nuovo questo lavoro"_s);
 }
 
 void FileMenu::addAt(int index, QAction* action)
@@ -88,7 +82,7 @@ void FileMenu::showRecentJobs(const store::RecentJobs& jobs)
     for (int k = First; k <= Last; ++k) {
         // The first "&" marks the digit to press, any other belongs to the path.
         QString caption = jobs.caption(k);
-        caption.replace(u'&', QStringLiteral("&&")).replace(0, 2, u'&');
+        caption.replace(u'&', u"&&"_s).replace(0, 2, u'&');
         VoceFile(k).setText(caption);
         VoceFile(k).setVisible(jobs.isVisible(k));
     }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/guide_chapters.h"
 
+#include "text/literals.h"
+
 #include <QWidget>
 
 namespace zelto::shell {
-
-using namespace Qt::StringLiterals;
 
 const std::map<QString, QString>& guideChapters()
 {

@@ -19,8 +19,6 @@
 
 namespace zelto::shell {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int PositionRole = Qt::UserRole;

@@ -67,10 +67,9 @@ QString JobFigures::describe(int unit)
     const auto place = static_cast<std::size_t>(std::distance(unita.begin(), found));
     const double CTUI = m_consistenze.CTUI[place];
     try {
-        return QStringLiteral("Consistenza %1 - Millesimi %2")
-            .arg(reports::cifra(reports::MascheraTotaleUnita, CTUI, u"CONS.TOT.", {*found})
-                     .trimmed(),
-                 reports::cifra(m_millesimi[place], u"MILLESIMI", {*found}).trimmed());
+        return u"Consistenza %1 - Millesimi %2"_s.arg(
+            reports::cifra(reports::MascheraTotaleUnita, CTUI, u"CONS.TOT.", {*found}).trimmed(),
+            reports::cifra(m_millesimi[place], u"MILLESIMI", {*found}).trimmed());
     } catch (const calc::CalcError& error) {
         return error.description();
     }

@@ -12,6 +12,8 @@
 
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 enum ExitStatus : int { Done = 0, Failed = 1 };
@@ -48,21 +50,20 @@ int main(int argc, char* argv[])
         return Done;
     }
     QApplication application(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("Zelto"));
-    QApplication::setApplicationName(QStringLiteral("zelto"));
+    QApplication::setOrganizationName(u"Zelto"_s);
+    QApplication::setApplicationName(u"zelto"_s);
     QApplication::setApplicationVersion(QStringLiteral(ZELTO_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("zelto"));
+    QApplication::setDesktopFileName(u"zelto"_s);
     // Qt's own dialogs speak Italian like ours, if the translation is installed.
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     QTranslator italian;
-    if (italian.load(QStringLiteral("qtbase_it"),
-                     QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (italian.load(u"qtbase_it"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&italian);
     try {
         return runWindow(zelto::shell::jobNamed(QApplication::arguments().mid(1)));
     } catch (const zelto::shell::UsageError& error) {
         QTextStream(stderr) << "zelto: " << error.what() << '\n'
-                            << QStringLiteral("«zelto --help» mostra l'uso\n");
+                            << u"«zelto --help» mostra l'uso\n"_s;
         return Failed;
     }
 }

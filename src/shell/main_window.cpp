@@ -40,15 +40,15 @@ MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
       m_contextMenu(new widgets::ContextMenu(this)), m_stato(new StatusBar(this)),
       m_documents(new QMdiArea(this))
 {
-    setObjectName(QStringLiteral("Main"));
-    setWindowIcon(icon(QStringLiteral("zelto")));
+    setObjectName(u"Main"_s);
+    setWindowIcon(icon(u"zelto"_s));
     menuBar()->addMenu(m_menuFile);
     buildHelpMenu();
     auto* toolbar = new Toolbar(this);
     connect(toolbar, &Toolbar::chosen, this, &MainWindow::screenRequested);
     addToolBar(toolbar);
     setStatusBar(m_stato);
-    m_documents->setAccessibleName(QStringLiteral("Finestre del lavoro"));
+    m_documents->setAccessibleName(u"Finestre del lavoro"_s);
     setCentralWidget(m_documents);
     shadeDocuments();
     setAcceptDrops(true);
@@ -57,15 +57,13 @@ MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
 
 void MainWindow::buildHelpMenu()
 {
-    QMenu* help = menuBar()->addMenu(QStringLiteral("&?"));
+    QMenu* help = menuBar()->addMenu(u"&?"_s);
     // The key itself is Application's: it counts in every window.
-    QAction* guide =
-        help->addAction(QStringLiteral("&Guida\tF1"), this, &MainWindow::guideRequested);
-    guide->setStatusTip(QStringLiteral("La guida di Zelto, al capitolo della finestra in uso"));
-    QAction* about =
-        help->addAction(icon(QStringLiteral("zelto")), QStringLiteral("&Informazioni su Zelto"),
-                        this, &MainWindow::aboutRequested);
-    about->setStatusTip(QStringLiteral("Versione, licenza e librerie"));
+    QAction* guide = help->addAction(u"&Guida\tF1"_s, this, &MainWindow::guideRequested);
+    guide->setStatusTip(u"La guida di Zelto, al capitolo della finestra in uso"_s);
+    QAction* about = help->addAction(icon(u"zelto"_s), u"&Informazioni su Zelto"_s, this,
+                                     &MainWindow::aboutRequested);
+    about->setStatusTip(u"Versione, licenza e librerie"_s);
     about->setMenuRole(QAction::NoRole);
 }
 
@@ -157,9 +155,9 @@ void MainWindow::EndBusy()
 
 void MainWindow::showJob(const QString& path)
 {
-    const QString title = QStringLiteral("Zelto 2009");
+    const QString title = u"Zelto 2009"_s;
     m_stato->showJob(path);
-    setTitle(path.isEmpty() ? title : title + QStringLiteral(" - ") + path);
+    setTitle(path.isEmpty() ? title : title + u" - "_s + path);
 }
 
 void MainWindow::showRecentJobs()

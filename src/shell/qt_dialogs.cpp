@@ -25,10 +25,10 @@ QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const Q
                                 QMessageBox::StandardButtons buttons,
                                 QMessageBox::StandardButton byReturn = QMessageBox::NoButton)
 {
-    QMessageBox box(icon, QStringLiteral("Zelto"), text, buttons, parent);
+    QMessageBox box(icon, u"Zelto"_s, text, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     if (auto* yes = box.button(QMessageBox::Yes))
-        yes->setText(QStringLiteral("&Sì"));
+        yes->setText(u"&Sì"_s);
     box.setDefaultButton(byReturn);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
@@ -58,8 +58,7 @@ void openOptions(const QPrintDialog& dialog)
 {
     if (QAbstractButton* more = findButton(dialog, QDialogButtonBox::ResetRole))
         more->click();
-    for (const QString& name :
-         {QStringLiteral("pagesRadioButton"), QStringLiteral("pagesLineEdit")})
+    for (const QString& name : {u"pagesRadioButton"_s, u"pagesLineEdit"_s})
         if (auto* list = dialog.findChild<QWidget*>(name))
             list->hide();
 }
@@ -68,7 +67,7 @@ void openOptions(const QPrintDialog& dialog)
 bool hasHomeTrash()
 {
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    const QStringList parts{QStringLiteral("Trash/files"), QStringLiteral("Trash/info")};
+    const QStringList parts{u"Trash/files"_s, u"Trash/info"_s};
     return std::all_of(parts.begin(), parts.end(), [&](const QString& part) {
         return data.mkpath(part) && QFileInfo(data.filePath(part)).isWritable();
     });
@@ -97,11 +96,9 @@ std::optional<store::JobCopy> QtDialogs::chooseCopy(QWidget* parent, const store
 
 bool QtDialogs::offerConversion(QWidget* parent, const QString& text)
 {
-    QMessageBox box(QMessageBox::Information, QStringLiteral("Zelto"), text, QMessageBox::Ok,
-                    parent);
+    QMessageBox box(QMessageBox::Information, u"Zelto"_s, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
-    const QPushButton* convert =
-        box.addButton(QStringLiteral("&Converti ..."), QMessageBox::ActionRole);
+    const QPushButton* convert = box.addButton(u"&Converti ..."_s, QMessageBox::ActionRole);
     box.setEscapeButton(QMessageBox::Ok);
     box.exec();
     return box.clickedButton() == convert;
@@ -122,20 +119,18 @@ bool QtDialogs::confirmLoss(QWidget* parent, const QString& question)
 std::optional<int> QtDialogs::choose(QWidget* parent, const QString& question,
                                      const QStringList& choices)
 {
-    QMessageBox box(QMessageBox::Question, QStringLiteral("Zelto"), question, QMessageBox::NoButton,
-                    parent);
+    QMessageBox box(QMessageBox::Question, u"Zelto"_s, question, QMessageBox::NoButton, parent);
     box.setTextFormat(Qt::PlainText);
     QList<QAbstractButton*> buttons;
     for (const QString& choice : choices) {
         // An ampersand of a file's name is no key.
         QString caption = choice;
-        auto* button =
-            box.addButton(caption.replace(u'&', QStringLiteral("&&")), QMessageBox::AcceptRole);
+        auto* button = box.addButton(caption.replace(u'&', u"&&"_s), QMessageBox::AcceptRole);
         if (buttons.isEmpty())
             box.setDefaultButton(button);
         buttons << button;
     }
-    box.setEscapeButton(box.addButton(QStringLiteral("A&nnulla"), QMessageBox::RejectRole));
+    box.setEscapeButton(box.addButton(u"A&nnulla"_s, QMessageBox::RejectRole));
     box.exec();
     const auto chosen = static_cast<int>(buttons.indexOf(box.clickedButton()));
     return chosen < 0 ? std::nullopt : std::optional(chosen);
@@ -158,9 +153,9 @@ void QtDialogs::showError(QWidget* parent, const QString& text)
 
 void QtDialogs::showAbout(QWidget* parent)
 {
-    QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Informazioni su Zelto"), aboutText(),
-                    QMessageBox::Ok, parent);
-    box.setIconPixmap(icon(QStringLiteral("zelto")).pixmap(64));
+    QMessageBox box(QMessageBox::NoIcon, u"Informazioni su Zelto"_s, aboutText(), QMessageBox::Ok,
+                    parent);
+    box.setIconPixmap(icon(u"zelto"_s).pixmap(64));
     box.exec();
 }
 
@@ -169,7 +164,7 @@ void QtDialogs::setUpPrinter(QWidget* parent, QPrinter& printer)
     QPrintDialog dialog(&printer, parent);
     dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies |
                       QAbstractPrintDialog::PrintShowPageSize);
-    show(dialog, QStringLiteral("Imposta stampante"), QStringLiteral("OK"));
+    show(dialog, u"Imposta stampante"_s, u"OK"_s);
 }
 
 std::optional<print::PageRange> QtDialogs::choosePages(QWidget* parent, QPrinter& printer,
@@ -183,7 +178,7 @@ std::optional<print::PageRange> QtDialogs::choosePages(QWidget* parent, QPrinter
     dialog.setFromTo(1, pageCount);
     dialog.setPrintRange(QAbstractPrintDialog::AllPages);
     openOptions(dialog);
-    if (!show(dialog, QStringLiteral("Opzioni di stampa"), QStringLiteral("Stampa")))
+    if (!show(dialog, u"Opzioni di stampa"_s, u"Stampa"_s))
         return std::nullopt;
     const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;
     // The pages are chosen here: the printer gets no others.

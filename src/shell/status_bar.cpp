@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/status_bar.h"
 
+#include "text/literals.h"
+
 namespace zelto::shell {
 
 StatusBar::StatusBar(QWidget* parent)
-    : QStatusBar(parent), m_status(addPanel(QStringLiteral("Stato1"), Qt::ElideRight, 2)),
-      m_hint(addPanel(QStringLiteral("Stato2"), Qt::ElideRight, 2)),
-      m_job(addPanel(QStringLiteral("Stato3"), Qt::ElideMiddle, 4))
+    : QStatusBar(parent), m_status(addPanel(u"Stato1"_s, Qt::ElideRight, 2)),
+      m_hint(addPanel(u"Stato2"_s, Qt::ElideRight, 2)),
+      m_job(addPanel(u"Stato3"_s, Qt::ElideMiddle, 4))
 {
-    setObjectName(QStringLiteral("Stato"));
-    m_status->setAccessibleName(QStringLiteral("Stato del programma"));
-    m_hint->setAccessibleName(QStringLiteral("Suggerimento"));
-    m_job->setAccessibleName(QStringLiteral("Lavoro aperto"));
+    setObjectName(u"Stato"_s);
+    m_status->setAccessibleName(u"Stato del programma"_s);
+    m_hint->setAccessibleName(u"Suggerimento"_s);
+    m_job->setAccessibleName(u"Lavoro aperto"_s);
     SetStatus({}, false);
 }
 
@@ -29,15 +31,15 @@ ElidedLabel* StatusBar::addPanel(const QString& name, Qt::TextElideMode mode, in
 void StatusBar::SetStatus(const QString& text, bool busy)
 {
     if (text.isEmpty())
-        m_status->setText(QStringLiteral("Pronto"));
+        m_status->setText(u"Pronto"_s);
     else
-        m_status->setText(busy ? text + QStringLiteral(", Prego attendere...") : text);
+        m_status->setText(busy ? text + u", Prego attendere..."_s : text);
     repaint();
 }
 
 void StatusBar::showJob(const QString& path)
 {
-    m_job->setText(path.isEmpty() ? QString() : QStringLiteral("Codice lavoro: ") + path);
+    m_job->setText(path.isEmpty() ? QString() : u"Codice lavoro: "_s + path);
 }
 
 } // namespace zelto::shell

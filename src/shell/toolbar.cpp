@@ -7,22 +7,19 @@
 
 namespace zelto::shell {
 
-Toolbar::Toolbar(QWidget* parent) : QToolBar(QStringLiteral("Barra degli strumenti"), parent)
+Toolbar::Toolbar(QWidget* parent) : QToolBar(u"Barra degli strumenti"_s, parent)
 {
-    setObjectName(QStringLiteral("Toolbar1"));
+    setObjectName(u"Toolbar1"_s);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     // Moved away or hidden, it would be hard to find again.
     setMovable(false);
     toggleViewAction()->setVisible(false);
-    addButton(QStringLiteral("DatiGenerali"), QStringLiteral("Dati generali"),
-              QStringLiteral("Dati generali e relazione del lavoro"),
-              QStringLiteral("dati_generali"), QStringLiteral("Ctrl+1"));
-    addButton(QStringLiteral("Variabili"), QStringLiteral("Variabili"),
-              QStringLiteral("Coefficienti del lavoro"), QStringLiteral("variabili"),
-              QStringLiteral("Ctrl+2"));
-    addButton(QStringLiteral("Parametri"), QStringLiteral("Parametri"),
-              QStringLiteral("Unità immobiliari e vani del lavoro"), QStringLiteral("parametri"),
-              QStringLiteral("Ctrl+3"));
+    addButton(u"DatiGenerali"_s, u"Dati generali"_s, u"Dati generali e relazione del lavoro"_s,
+              u"dati_generali"_s, u"Ctrl+1"_s);
+    addButton(u"Variabili"_s, u"Variabili"_s, u"Coefficienti del lavoro"_s, u"variabili"_s,
+              u"Ctrl+2"_s);
+    addButton(u"Parametri"_s, u"Parametri"_s, u"Unità immobiliari e vani del lavoro"_s,
+              u"parametri"_s, u"Ctrl+3"_s);
 }
 
 void Toolbar::addButton(const QString& key, const QString& caption, const QString& hint,
@@ -31,7 +28,7 @@ void Toolbar::addButton(const QString& key, const QString& caption, const QStrin
     QAction* button = addAction(icon(iconName), caption);
     button->setObjectName(key);
     button->setShortcut(QKeySequence(shortcut));
-    const QString hintWithKeys = QStringLiteral("%1 (%2)").arg(hint, shortcut);
+    const QString hintWithKeys = u"%1 (%2)"_s.arg(hint, shortcut);
     button->setToolTip(hintWithKeys);
     button->setStatusTip(hintWithKeys);
     connect(button, &QAction::triggered, this, [this, key] { emit chosen(key); });

@@ -2,7 +2,7 @@
 #include "store/application_folder.h"
 
 #include "store/database_error.h"
-#include "store/file_operations.h"
+#include "store/files/file_operations.h"
 #include "store/master_database.h"
 
 #include <QDir>
@@ -12,8 +12,6 @@
 #include <QStringList>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

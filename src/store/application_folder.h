@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "text/literals.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -30,7 +32,7 @@ public:
     void provideMaster();
 
     /// What the user should know of all this: Italian, empty for nothing.
-    [[nodiscard]] QString remarks() const { return m_remarks.join(QStringLiteral("\n\n")); }
+    [[nodiscard]] QString remarks() const { return m_remarks.join(u"\n\n"_s); }
 
 private:
     void useRuntimeFolder();

@@ -3,10 +3,10 @@
 
 #include "store/engine_errors.h"
 #include "store/file_check.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
+#include "store/files/passing_folder.h"
 #include "store/job_limits.h"
 #include "store/object_check.h"
-#include "store/passing_folder.h"
 #include "text/system_reason.h"
 
 #include <QFile>
@@ -19,8 +19,6 @@
 #include <utility>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

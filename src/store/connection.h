@@ -3,8 +3,8 @@
 // the file's structure is checked before the first record is read.
 #pragma once
 
-#include "store/file_witness.h"
-#include "store/private_copy.h"
+#include "store/files/file_witness.h"
+#include "store/files/private_copy.h"
 
 #include <QString>
 

@@ -10,8 +10,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 Database Database::create(const QString& path)
 {
     return Database(createFile(path));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/engine_errors.h"
 
-#include "store/passing_folder.h"
+#include "store/files/passing_folder.h"
 #include "store/table_def.h"
 
 #include <QStringList>
@@ -10,8 +10,6 @@
 #include <sqlite3.h>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -18,8 +18,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr qint64 Piece = 1 << 20;

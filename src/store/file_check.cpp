@@ -3,17 +3,15 @@
 
 #include "store/database_error.h"
 #include "store/engine_file.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 #include "store/job_limits.h"
-#include "store/page_image.h"
+#include "store/recovery/page_image.h"
 
 #include <QFileInfo>
 
 #include <string_view>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

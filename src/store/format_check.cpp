@@ -8,8 +8,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The number in the marker table, 0 without one.

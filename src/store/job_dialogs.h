@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/main_window_services.h"
+#include "text/literals.h"
 
 #include <QString>
 
@@ -13,7 +14,7 @@ inline FileDialogRequest jobDialog(const QString& title, int flags, FileDialogRe
                                    const QString& folder = {})
 {
     return {.title = title,
-            .filter = QStringLiteral("Tabelle Millessimi (*.ZLT)|*.zlt"),
+            .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
             .flags = flags,
             .initialFolder = folder,
             .kind = kind};
@@ -23,8 +24,7 @@ inline FileDialogRequest jobDialog(const QString& title, int flags, FileDialogRe
 inline FileDialogRequest databaseDialog(const QString& title, int flags, const QString& folder)
 {
     return {.title = title,
-            .filter =
-                QStringLiteral("Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"),
+            .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
             .flags = flags,
             .initialFolder = folder};
 }

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/job_files.h"
 
-#include "store/duplicate_plan.h"
-#include "store/file_operations.h"
+#include "store/files/duplicate_plan.h"
+#include "store/files/file_operations.h"
+#include "store/files/job_copies.h"
+#include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
 #include "store/jet/page_file.h"
-#include "store/job_copies.h"
 #include "store/job_dialogs.h"
 #include "store/main_window_services.h"
 #include "store/master_database.h"
-#include "store/new_file.h"
 #include "store/recent_jobs.h"
 
 #include <QFileInfo>
@@ -18,8 +18,6 @@
 #include <utility>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 using Kind = FileDialogRequest::Kind;
 

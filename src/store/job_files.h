@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 #include "store/open_job.h"
 
 #include <QString>

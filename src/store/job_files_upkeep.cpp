@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on jobs as files: delete, compact, repair, restore a copy.
-#include "store/file_operations.h"
-#include "store/job_copies.h"
+#include "store/files/file_operations.h"
+#include "store/files/job_copies.h"
+#include "store/files/new_file.h"
 #include "store/job_dialogs.h"
 #include "store/job_files.h"
 #include "store/main_window_services.h"
 #include "store/master_database.h"
-#include "store/new_file.h"
-#include "store/repair.h"
+#include "store/recovery/repair.h"
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 using Kind = FileDialogRequest::Kind;
 

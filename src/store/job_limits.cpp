@@ -5,8 +5,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 void requireFileSize(qint64 size, const QString& path)
 {
     constexpr int Megabyte = 20; // as a power of 2

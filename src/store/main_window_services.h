@@ -2,7 +2,7 @@
 // What the operations of the File menu need of the main window.
 #pragma once
 
-#include "store/job_copies.h"
+#include "store/files/job_copies.h"
 #include "store/user_interface.h"
 
 #include <QString>

@@ -9,8 +9,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr QByteArrayView Credentials = "admin:vurtemol";

@@ -15,8 +15,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A table of ours and every text in which a version of the program has written it. When

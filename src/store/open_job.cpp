@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/open_job.h"
 
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 #include "store/main_window_services.h"
 #include "store/recent_jobs.h"
 #include "store/schema_check.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/database.h"
-#include "store/job_lock.h"
+#include "store/files/job_lock.h"
 
 #include <QString>
 

@@ -2,12 +2,11 @@
 #include "store/recent_jobs.h"
 
 #include "store/settings.h"
+#include "text/literals.h"
 
 #include <algorithm>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -13,8 +13,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QByteArrayView viewOf(std::string_view bytes)

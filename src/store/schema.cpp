@@ -10,8 +10,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int SpecialTables = 10;

@@ -7,8 +7,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The rules of the file know no longest memo: jobs that have one are older than the limit.

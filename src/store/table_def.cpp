@@ -8,8 +8,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 using Kind = FieldRule::Kind;

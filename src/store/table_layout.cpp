@@ -11,8 +11,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A name that could not be written back as it was read is not one of ours.

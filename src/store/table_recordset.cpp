@@ -11,8 +11,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 TableRecordset::TableRecordset(const ConnectionPtr& connection, QStringView table)
     : Recordset(connection, table.toString()), m_layout(readLayout(*connection, table))
 {

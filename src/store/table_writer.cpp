@@ -12,8 +12,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 TableWriter::TableWriter(ConnectionPtr connection, const TableDef& table)
     : m_connection(std::move(connection))
 {

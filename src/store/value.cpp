@@ -5,8 +5,6 @@
 
 namespace zelto::store {
 
-using namespace Qt::StringLiterals;
-
 QString Value::text() const
 {
     if (isInteger())

@@ -18,7 +18,7 @@ public:
         : m_mask(mask.toString() + u' '), m_values(values.split(u'\t'))
     {
         if (m_values.size() > MaxMaskValues)
-            throw MaskError(QStringLiteral("FormatMask: più di 30 valori."));
+            throw MaskError(u"FormatMask: più di 30 valori."_s);
     }
 
     QString fill()
@@ -55,7 +55,7 @@ private:
     QStringView nextValue()
     {
         if (m_field == MaxMaskValues)
-            throw MaskError(QStringLiteral("FormatMask: più di 30 campi."));
+            throw MaskError(u"FormatMask: più di 30 campi."_s);
         const qsizetype index = m_field++;
         return index < m_values.size() ? m_values[index] : QStringView{};
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "text/system_reason.h"
 
+#include "text/literals.h"
+
 #include <QIODevice>
 
 #include <algorithm>
@@ -51,8 +53,7 @@ constexpr std::array Reasons{
 QString systemReason(int error)
 {
     const auto* const known = std::ranges::find(Reasons, error, &Reason::error);
-    return known != Reasons.end() ? known->text.toString()
-                                  : QStringLiteral("errore %1 del sistema").arg(error);
+    return known != Reasons.end() ? known->text.toString() : u"errore %1 del sistema"_s.arg(error);
 }
 
 QString systemReason(const QIODevice& file)

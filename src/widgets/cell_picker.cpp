@@ -66,10 +66,10 @@ CellPicker::CellPicker(QWidget* parent)
     setFrameShape(StyledPanel);
     setAutoFillBackground(true);
     setFocusProxy(m_list);
-    m_typed->setObjectName(QStringLiteral("Cercato"));
+    m_typed->setObjectName(u"Cercato"_s);
     m_typed->setTextFormat(Qt::PlainText);
     m_typed->setContentsMargins(4, 1, 4, 1);
-    m_list->setObjectName(QStringLiteral("Voci"));
+    m_list->setObjectName(u"Voci"_s);
     m_list->setColumnCount(Columns);
     m_list->setHeaderHidden(true);
     m_list->setRootIsDecorated(false);
@@ -110,8 +110,7 @@ void CellPicker::fill()
     QList<QTreeWidgetItem*> lines;
     for (const PickerEntry& entry : m_entries)
         lines << new QTreeWidgetItem(
-            {entry.code, entry.value,
-             entry.isBlank() ? QStringLiteral("(nessuno)") : entry.description});
+            {entry.code, entry.value, entry.isBlank() ? u"(nessuno)"_s : entry.description});
     m_list->addTopLevelItems(lines);
     for (QTreeWidgetItem* line : lines)
         line->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
@@ -123,8 +122,7 @@ void CellPicker::fill()
 void CellPicker::search(const QString& typed)
 {
     m_search = typed;
-    m_typed->setText(typed.isEmpty() ? QStringLiteral("Scrivere codice o valore")
-                                     : QStringLiteral("Cerca: %1").arg(typed));
+    m_typed->setText(typed.isEmpty() ? u"Scrivere codice o valore"_s : u"Cerca: %1"_s.arg(typed));
     m_typed->setEnabled(!typed.isEmpty());
     const int found = typed.isEmpty() ? m_opened : entryTyped(m_entries, typed);
     select(found);

@@ -5,7 +5,7 @@ namespace zelto::widgets {
 
 ContextMenu::ContextMenu(QWidget* parent) : QMenu(parent)
 {
-    setObjectName(QStringLiteral("MnuDxMouse"));
+    setObjectName(u"MnuDxMouse"_s);
     for (int i = 0; i < EntryCount; ++i) {
         QAction* entry = addAction(QString());
         m_entries.at(static_cast<std::size_t>(i)) = entry;
@@ -25,7 +25,7 @@ void ContextMenu::ResetContextMenu()
 
 QString ContextMenu::choose(const QPoint& place)
 {
-    m_menuChoice = QStringLiteral("-1");
+    m_menuChoice = u"-1"_s;
     exec(place);
     return m_menuChoice;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "text/literals.h"
+
 #include <QMenu>
 
 #include <array>
@@ -35,7 +37,7 @@ public:
 
 private:
     std::array<QAction*, EntryCount> m_entries{};
-    QString m_menuChoice = QStringLiteral("-1");
+    QString m_menuChoice = u"-1"_s;
 };
 
 } // namespace zelto::widgets

@@ -16,7 +16,7 @@ namespace zelto::widgets {
 
 namespace {
 
-const QString WindowKey = QStringLiteral("Finestra");
+const QString WindowKey = u"Finestra"_s;
 
 /// Enter belongs to fields and grids, so no button is the default one.
 QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption)
@@ -39,8 +39,8 @@ EditDialog::EditDialog(const QString& name, const QString& caption,
     setObjectName(name);
     setWindowTitle(caption);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    m_remark->setObjectName(QStringLiteral("Stato"));
-    m_remark->setAccessibleName(QStringLiteral("Osservazioni"));
+    m_remark->setObjectName(u"Stato"_s);
+    m_remark->setAccessibleName(u"Osservazioni"_s);
     m_remark->setWordWrap(true);
 }
 
@@ -56,11 +56,11 @@ void EditDialog::addButtons()
 {
     auto* row = new QHBoxLayout;
     row->addWidget(m_remark, 1);
-    m_applica = addButton(*row, QStringLiteral("BtApplica"), QStringLiteral("&Applica"));
+    m_applica = addButton(*row, u"BtApplica"_s, u"&Applica"_s);
     m_applica->setEnabled(false);
-    QPushButton* annulla = addButton(*row, QStringLiteral("BtAnnulla"), QStringLiteral("A&nnulla"));
+    QPushButton* annulla = addButton(*row, u"BtAnnulla"_s, u"A&nnulla"_s);
     annulla->setProperty(TypedLine::LeavesUnchecked, true);
-    QPushButton* ok = addButton(*row, QStringLiteral("BtOK"), QStringLiteral("&OK"));
+    QPushButton* ok = addButton(*row, u"BtOK"_s, u"&OK"_s);
     m_layout->addLayout(row);
     connect(m_applica, &QPushButton::clicked, this, &EditDialog::apply);
     connect(annulla, &QPushButton::clicked, this, &EditDialog::reject);
@@ -91,7 +91,7 @@ void EditDialog::apply()
 
 bool EditDialog::askAndStore()
 {
-    if (!m_services.askYesNo(QStringLiteral("Vuoi salvare i cambiamenti?")))
+    if (!m_services.askYesNo(u"Vuoi salvare i cambiamenti?"_s))
         return true;
     try {
         store();

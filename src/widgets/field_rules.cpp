@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/field_rules.h"
 
+#include "text/literals.h"
+
 #include <QKeyEvent>
 
 #include <algorithm>
 
 namespace zelto::widgets {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/field_tag.h"
 
-namespace zelto::widgets {
+#include "text/literals.h"
 
-using namespace Qt::StringLiterals;
+namespace zelto::widgets {
 
 namespace {
 

@@ -16,27 +16,23 @@ namespace {
 QString refusal(const GridModel& model, int row, int column, const QString& cell)
 {
     const GridColumn& wanted = model.column(column);
-    return QStringLiteral(
-               "Niente è stato incollato: alla riga %1 il testo «%2» non può stare nella "
-               "colonna «%3»%4.")
-        .arg(QString::number(row + 1), cell, wanted.header,
-             wanted.maxLength > 0 && cell.size() > wanted.maxLength
-                 ? QStringLiteral(", che prende %1 caratteri").arg(wanted.maxLength)
-                 : QString());
+    return u"Niente è stato incollato: alla riga %1 il testo «%2» non può stare nella "
+           u"colonna «%3»%4."_s.arg(QString::number(row + 1), cell, wanted.header,
+                                    wanted.maxLength > 0 && cell.size() > wanted.maxLength
+                                        ? u", che prende %1 caratteri"_s.arg(wanted.maxLength)
+                                        : QString());
 }
 
 QString tooWide(int cells, int columns)
 {
-    return QStringLiteral("Niente è stato incollato: una riga ha %1 celle e qui ci sono solo %2 "
-                          "colonne.")
-        .arg(cells)
-        .arg(columns);
+    return u"Niente è stato incollato: una riga ha %1 celle e qui ci sono solo %2 "
+           u"colonne."_s.arg(cells)
+               .arg(columns);
 }
 
 QString tooLong(int rows, int room)
 {
-    return QStringLiteral("Niente è stato incollato: le righe sono %1 e qui ce ne stanno solo %2.")
-        .arg(rows)
+    return u"Niente è stato incollato: le righe sono %1 e qui ce ne stanno solo %2."_s.arg(rows)
         .arg(room);
 }
 

@@ -27,7 +27,7 @@ void Grid::setUpHeaders()
     m_corner = findChild<QAbstractButton*>();
     if (m_corner != nullptr) {
         m_corner->installEventFilter(this);
-        m_corner->setAccessibleName(QStringLiteral("Numeri di riga"));
+        m_corner->setAccessibleName(u"Numeri di riga"_s);
     }
     m_widths.resize(static_cast<std::size_t>(m_model->columnCount()));
     connect(horizontalHeader(), &QHeaderView::sectionResized, this,
@@ -96,7 +96,7 @@ int Grid::numberWidth() const
 {
     constexpr int Margins = 8;
     const int rows = m_model->rowCount();
-    const QStringList texts{QStringLiteral("00"), m_model->numberHeader(),
+    const QStringList texts{u"00"_s, m_model->numberHeader(),
                             rows > 0 ? m_model->number(rows - 1) : QString()};
     int width = m_numberWidth;
     for (const QString& text : texts)

@@ -12,7 +12,7 @@ namespace zelto::widgets {
 
 void Grid::buildEditor()
 {
-    m_editor->setObjectName(QStringLiteral("TxtEdit"));
+    m_editor->setObjectName(u"TxtEdit"_s);
     m_editor->setEnter(TypedLine::Enter::IsIgnored);
     m_editor->setOnEntry(TypedLine::OnEntry::Nothing);
     m_editor->setTextMargins(-2, -2, -2, -2); // its frame must fit into a row
@@ -54,8 +54,7 @@ void Grid::openEditor(const QString& typed)
     m_editor->setAlignment((column.alignment & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter);
     m_editor->setText(begun.isEmpty() ? text : begun);
     m_editor->setModified(!begun.isEmpty());
-    m_editor->setAccessibleName(
-        QStringLiteral("%1, riga %2").arg(column.header, m_model->number(cell.row())));
+    m_editor->setAccessibleName(u"%1, riga %2"_s.arg(column.header, m_model->number(cell.row())));
     placeEditor();
     m_editor->show();
     m_editor->setFocus(Qt::OtherFocusReason);

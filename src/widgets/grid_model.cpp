@@ -162,9 +162,9 @@ int GridModel::columnCount(const QModelIndex& parent) const
 QString GridModel::spokenText(int row, int column) const
 {
     const QString& content = text(row, column);
-    return QStringLiteral("%1, %2 %3")
-        .arg(content.trimmed().isEmpty() ? QStringLiteral("vuoto") : content,
-             this->column(column).header, number(row))
+    return u"%1, %2 %3"_s
+        .arg(content.trimmed().isEmpty() ? u"vuoto"_s : content, this->column(column).header,
+             number(row))
         .trimmed();
 }
 
@@ -205,7 +205,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (!rows && role == Qt::ToolTipRole)
         return column(section).hint;
     if (!rows && role == Qt::AccessibleTextRole && !column(section).hint.isEmpty())
-        return QStringLiteral("%1, %2").arg(column(section).header, column(section).hint);
+        return u"%1, %2"_s.arg(column(section).header, column(section).hint);
     if (!rows && role == Qt::ForegroundRole && column(section).unused)
         return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::ButtonText);
     if (role == Qt::TextAlignmentRole)

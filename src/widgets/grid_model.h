@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "text/literals.h"
 #include "text/table_text.h"
 #include "widgets/field_tag.h"
 
@@ -20,7 +21,7 @@ struct GridColumn
 
     QString header;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
-    QString tag = QStringLiteral("AOL");
+    QString tag = u"AOL"_s;
     FieldTag::Holds holds = FieldTag::Holds::Words; ///< what a free text is about
     int maxLength = 0;                              ///< in characters, 0 for any
     int width = 1200;                               ///< in twips, until the user changes it

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/marks.h"
 
+#include "text/literals.h"
+
 #include <QApplication>
 #include <QPainter>
 #include <QTimer>
@@ -18,7 +20,7 @@ class RefusalFrame : public QWidget
 public:
     explicit RefusalFrame(QWidget& field) : QWidget(&field)
     {
-        setObjectName(QStringLiteral("Rifiuto"));
+        setObjectName(u"Rifiuto"_s);
         setAttribute(Qt::WA_TransparentForMouseEvents);
         setGeometry(field.rect());
         show();
@@ -52,7 +54,7 @@ void refuse(QWidget& field)
 {
     constexpr int Shown = 400; // milliseconds
     QApplication::beep();
-    if (field.findChild<QWidget*>(QStringLiteral("Rifiuto"), Qt::FindDirectChildrenOnly) != nullptr)
+    if (field.findChild<QWidget*>(u"Rifiuto"_s, Qt::FindDirectChildrenOnly) != nullptr)
         return;
     auto* const frame = new RefusalFrame(field);
     QTimer::singleShot(Shown, frame, &QObject::deleteLater);

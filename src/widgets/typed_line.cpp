@@ -18,8 +18,6 @@
 
 namespace zelto::widgets {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The menu names its entries by nothing but their caption, to which it adds the shortcut.

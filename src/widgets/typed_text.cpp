@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/typed_text.h"
 
+#include "text/literals.h"
 #include "widgets/field_rules.h"
 #include "widgets/marks.h"
 
@@ -12,8 +13,6 @@
 #include <limits>
 
 namespace zelto::widgets {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -97,7 +97,7 @@ private:
 
     void fill(UnitaImmobiliare& unita)
     {
-        unita.CodScala = QStringLiteral("AB ").at(within(0, 2));
+        unita.CodScala = u"AB "_s.at(within(0, 2));
         unita.HPiano = decimal(0, 6, 1);
         for (QChar& flag : unita.FlagTab)
             flag = within(0, 2) == 0 ? u' ' : u'X';

@@ -11,6 +11,7 @@
 #include <csignal>
 
 using namespace Qt::StringLiterals;
+
 using zelto::test::bytesOf;
 using zelto::test::JobFolder;
 

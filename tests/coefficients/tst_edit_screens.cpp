@@ -18,7 +18,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 using coefficients::DatiGenerali;
 using coefficients::Variabili;

@@ -69,25 +69,25 @@ void TestExampleJob::staircases()
     for (; !units.EndOfFile(); units.MoveNext())
         used.insert(units.text(4));
     QVERIFY(used.remove(QString()));
-    QCOMPARE(used, (QSet<QString>{QStringLiteral("A"), QStringLiteral("B")}));
+    QCOMPARE(used, (QSet<QString>{u"A"_s, u"B"_s}));
     QVERIFY(codes.contains(used));
 }
 
 void TestExampleJob::generalData()
 {
     const auto data = m_job.openTable(store::TabellaDatiGenerali);
-    QCOMPARE(data.text(1), QStringLiteral("CONDOMINIO I GELSI"));
-    QCOMPARE(data.text(4), QStringLiteral("2024-05-18"));
-    QCOMPARE(data.text(8), QStringLiteral("Autorimessa interrata"));
+    QCOMPARE(data.text(1), u"CONDOMINIO I GELSI"_s);
+    QCOMPARE(data.text(4), u"2024-05-18"_s);
+    QCOMPARE(data.text(8), u"Autorimessa interrata"_s);
     QVERIFY(data.isNull(9));
 }
 
 void TestExampleJob::report()
 {
     const QString report = m_job.openTable(store::TabellaDatiGenerali).text(5);
-    const auto words = report.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    const auto words = report.split(QRegularExpression(u"\\s+"_s), Qt::SkipEmptyParts);
     QVERIFY(words.size() >= 1300 && words.size() <= 1800);
-    QVERIFY(report.contains(QStringLiteral("\r\n- Consistenza totale: C.T. = C.V.T. x P.R.\r\n")));
+    QVERIFY(report.contains(u"\r\n- Consistenza totale: C.T. = C.V.T. x P.R.\r\n"_s));
 }
 
 void TestExampleJob::faultKeepsOldFile()
@@ -96,11 +96,11 @@ void TestExampleJob::faultKeepsOldFile()
     const QDir example(QStringLiteral(EXAMPLE_FOLDER));
     for (const QString& name : example.entryList(QDir::Files))
         QVERIFY(QFile::copy(example.filePath(name), folder.filePath(name)));
-    const QString output = folder.filePath(QStringLiteral("LAVORO.ZLT"));
+    const QString output = folder.filePath(u"LAVORO.ZLT"_s);
     QVERIFY(QFile::copy(QStringLiteral(EXAMPLE_JOB), output));
 
     // Longer than the field, which only the job file itself notices.
-    QFile units(folder.filePath(QStringLiteral("unita.txt")));
+    QFile units(folder.filePath(u"unita.txt"_s));
     QVERIFY(units.open(QIODevice::ReadWrite | QIODevice::Truncate));
     units.write("Un riferimento troppo lungo | Piano terra | A | 0 | 1\n");
     units.close();
@@ -110,8 +110,8 @@ void TestExampleJob::faultKeepsOldFile()
     QVERIFY(tool.waitForFinished());
     QCOMPARE(tool.exitCode(), 2);
     const QString message = QString::fromUtf8(tool.readAllStandardError());
-    QVERIFY2(message.contains(QStringLiteral("unita.txt:1: ")), qPrintable(message));
-    QVERIFY2(message.contains(QStringLiteral("Riferimento")), qPrintable(message));
+    QVERIFY2(message.contains(u"unita.txt:1: "_s), qPrintable(message));
+    QVERIFY2(message.contains(u"Riferimento"_s), qPrintable(message));
     QCOMPARE(store::Database::open(output).openTable(store::TabellaUnita).RecordCount(),
              m_job.openTable(store::TabellaUnita).RecordCount());
     const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace zelto::data;
 
 namespace {
@@ -31,7 +32,7 @@ QString verdict(const QString& folder)
     } catch (const DataFault& fault) {
         return QString::fromUtf8(fault.what()).remove(folder + u'/');
     }
-    return QStringLiteral("ok");
+    return u"ok"_s;
 }
 
 } // namespace
@@ -55,8 +56,8 @@ void TestJobText::faults_data()
 
     const auto row = [](const char* name, QStringView file, const char* before, const char* after,
                         QStringView fault) {
-        QTest::newRow(name) << QStringLiteral("%1.txt").arg(file) << QByteArray(before)
-                            << QByteArray(after) << fault.toString();
+        QTest::newRow(name) << u"%1.txt"_s.arg(file) << QByteArray(before) << QByteArray(after)
+                            << fault.toString();
     };
     row("unchanged", u"unita", "", "", u"ok");
     row("number", u"unita", "48.35", "48,35", u"unita.txt:%1: «48,35» non è un numero.");
@@ -105,7 +106,7 @@ void TestJobText::faults()
     QByteArray text = contents(example.filePath(file));
     const auto place = text.indexOf(before);
     QVERIFY(place >= 0);
-    fault.replace(QStringLiteral("%1"), QString::number(text.first(place).count('\n') + 1));
+    fault.replace(u"%1"_s, QString::number(text.first(place).count('\n') + 1));
     write(folder.filePath(file), text.replace(place, before.size(), after));
 
     QCOMPARE(verdict(folder.path()), fault);
@@ -114,11 +115,11 @@ void TestJobText::faults()
 void TestJobText::paragraphs()
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("testo.txt"));
+    const QString path = folder.filePath(u"testo.txt"_s);
     write(path, "Uno\ndue\n- tre\n  quattro\n\ncinque\n\n\nsei\n");
-    QCOMPARE(readParagraphs(path),
-             QStringLiteral("Uno due\r\n- tre quattro\r\ncinque\r\n\r\nsei\r\n"));
+    QCOMPARE(readParagraphs(path), u"Uno due\r\n- tre quattro\r\ncinque\r\n\r\nsei\r\n"_s);
 }
 
 QTEST_GUILESS_MAIN(TestJobText)
+
 #include "tst_job_text.moc"

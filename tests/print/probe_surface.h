@@ -18,31 +18,31 @@ public:
     void drawText(QPointF topLeft, const QString& text, const print::FontMetrics& metrics) override
     {
         const QFont& font = metrics.font();
-        QString style = QStringLiteral("%1 %2").arg(font.family()).arg(font.pixelSize());
-        style += font.bold() ? QStringLiteral(" bold") : QString();
-        style += font.italic() ? QStringLiteral(" italic") : QString();
-        style += font.underline() ? QStringLiteral(" underline") : QString();
-        note(QStringLiteral("text"), {topLeft.x(), topLeft.y()}, {style, text});
+        QString style = u"%1 %2"_s.arg(font.family()).arg(font.pixelSize());
+        style += font.bold() ? u" bold"_s : QString();
+        style += font.italic() ? u" italic"_s : QString();
+        style += font.underline() ? u" underline"_s : QString();
+        note(u"text"_s, {topLeft.x(), topLeft.y()}, {style, text});
     }
     void drawLine(const QLineF& line, float penWidth) override
     {
-        note(QStringLiteral("line"), {line.x1(), line.y1(), line.x2(), line.y2(), penWidth});
+        note(u"line"_s, {line.x1(), line.y1(), line.x2(), line.y2(), penWidth});
     }
     void drawBox(const QRectF& box, float penWidth) override
     {
-        note(QStringLiteral("box"), {box.left(), box.top(), box.right(), box.bottom(), penWidth});
+        note(u"box"_s, {box.left(), box.top(), box.right(), box.bottom(), penWidth});
     }
     void drawPicture(const QRectF& area, const QImage& picture) override
     {
-        note(QStringLiteral("picture"), {area.left(), area.top(), area.right(), area.bottom(),
-                                         static_cast<double>(picture.width())});
+        note(u"picture"_s, {area.left(), area.top(), area.right(), area.bottom(),
+                            static_cast<double>(picture.width())});
     }
     void setColours(QColor fill, QColor fore) override
     {
-        note(QStringLiteral("colours"), {}, {fill.name(), fore.name()});
+        note(u"colours"_s, {}, {fill.name(), fore.name()});
     }
-    void newPage() override { note(QStringLiteral("page")); }
-    void finish() override { note(QStringLiteral("finish")); }
+    void newPage() override { note(u"page"_s); }
+    void finish() override { note(u"finish"_s); }
     [[nodiscard]] double zoom() const override { return 0; }
 
     /// What was drawn since the last call.

@@ -156,4 +156,5 @@ private slots:
 };
 
 QTEST_APPLESS_MAIN(TestParagraph)
+
 #include "tst_paragraph.moc"

@@ -127,4 +127,5 @@ private slots:
 };
 
 QTEST_APPLESS_MAIN(TestRecord)
+
 #include "tst_record.moc"

@@ -21,7 +21,6 @@
 
 namespace zelto::test {
 
-using namespace Qt::StringLiterals;
 using registro::Navig;
 using registro::Parametri;
 using registro::ParametriContext;

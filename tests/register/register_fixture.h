@@ -9,20 +9,19 @@ namespace zelto::test {
 inline QString registerText(store::Database& lavoro)
 {
     QStringList units;
-    auto unit = lavoro.OpenRecordset(QStringLiteral(
-        "SELECT [Riferimento unità], Riferimento FROM [Unità immobiliari] ORDER BY Chiave"));
+    auto unit = lavoro.OpenRecordset(
+        u"SELECT [Riferimento unità], Riferimento FROM [Unità immobiliari] ORDER BY Chiave"_s);
     for (; !unit.EndOfFile(); unit.MoveNext()) {
         QStringList rooms;
         auto room = lavoro.OpenRecordset(
-            QStringLiteral("SELECT Posizione, Ambiente FROM Vani WHERE [Riferimento unità] = :1 "
-                           "ORDER BY Chiave"),
+            u"SELECT Posizione, Ambiente FROM Vani WHERE [Riferimento unità] = :1 "
+            u"ORDER BY Chiave"_s,
             std::array{unit.field(0)});
         for (; !room.EndOfFile(); room.MoveNext())
             rooms << (room.text(0) + u' ' + room.text(1)).trimmed();
-        units << (unit.text(0) + u' ' + unit.text(1)).trimmed() + QStringLiteral(": ") +
-                     rooms.join(QStringLiteral(", "));
+        units << (unit.text(0) + u' ' + unit.text(1)).trimmed() + u": "_s + rooms.join(u", "_s);
     }
-    return units.join(QStringLiteral("; "));
+    return units.join(u"; "_s);
 }
 
 } // namespace zelto::test

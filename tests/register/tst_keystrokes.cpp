@@ -10,7 +10,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 using namespace zelto::registro;
 using test::Desk;

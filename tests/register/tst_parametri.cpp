@@ -9,7 +9,6 @@
 #include <QClipboard>
 #include <QTimer>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 using namespace zelto::registro;
 

@@ -6,6 +6,7 @@
 #include <QRandomGenerator>
 
 using namespace Qt::StringLiterals;
+
 using zelto::store::Database;
 
 namespace {

@@ -9,7 +9,6 @@
 
 #include <random>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 using test::Desk;
 using test::RegisterState;

@@ -87,7 +87,7 @@ class Printer
 public:
     explicit Printer(calc::ModelloLavoro modello)
         : m_modello(std::move(modello)), context{.modello = m_modello,
-                                                 .jobPath = QStringLiteral("/lavori/Verdi.2.zlt"),
+                                                 .jobPath = u"/lavori/Verdi.2.zlt"_s,
                                                  .outputFolder = m_folder.path(),
                                                  .engine = m_engine,
                                                  .user = user}
@@ -111,7 +111,7 @@ public:
         QFile file(m_folder.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
             return {};
-        return QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+        return QString::fromUtf8(file.readAll()).split(u"\r\n"_s);
     }
 
     [[nodiscard]] float pageWidth() const { return m_engine.PageWidth(); }

@@ -6,7 +6,7 @@
 #include "reports/table_export.h"
 #include "reports/text_output.h"
 #include "store/application_folder.h"
-#include "store/file_operations.h"
+#include "store/files/file_operations.h"
 #include "store/settings.h"
 #include "support/building.h"
 #include "support/disk_limit.h"
@@ -25,7 +25,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 
 using Writer = std::function<void(const QString& folder)>;

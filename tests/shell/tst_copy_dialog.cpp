@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/copy_dialog.h"
-#include "store/file_operations.h"
+#include "store/files/file_operations.h"
 #include "support/accessible_names.h"
 
 #include <QComboBox>
@@ -10,6 +10,7 @@
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
+
 using zelto::shell::CopyDialog;
 using zelto::store::JobCopies;
 

@@ -199,4 +199,5 @@ private slots:
 };
 
 QTEST_GUILESS_MAIN(TestProgramLauncher)
+
 #include "tst_program_launcher.moc"

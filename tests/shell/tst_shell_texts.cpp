@@ -16,7 +16,6 @@
 
 #include <new>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 using namespace zelto::shell;
 using store::FileDialogRequest;

@@ -19,12 +19,12 @@ namespace zelto::test {
 inline const std::map<QString, std::function<void(store::JobFiles&)>>& operations()
 {
     static const std::map<QString, std::function<void(store::JobFiles&)>> all{
-        {QStringLiteral("new"), &store::JobFiles::NuovoLavoro},
-        {QStringLiteral("open"), &store::JobFiles::ApriLavoro},
-        {QStringLiteral("duplicate"), &store::JobFiles::DuplicaLavoro},
-        {QStringLiteral("delete"), &store::JobFiles::EliminaLavoro},
-        {QStringLiteral("compact"), &store::JobFiles::CompattaArchivio},
-        {QStringLiteral("repair"), &store::JobFiles::RiparaArchivio},
+        {u"new"_s, &store::JobFiles::NuovoLavoro},
+        {u"open"_s, &store::JobFiles::ApriLavoro},
+        {u"duplicate"_s, &store::JobFiles::DuplicaLavoro},
+        {u"delete"_s, &store::JobFiles::EliminaLavoro},
+        {u"compact"_s, &store::JobFiles::CompattaArchivio},
+        {u"repair"_s, &store::JobFiles::RiparaArchivio},
     };
     return all;
 }
@@ -38,9 +38,9 @@ public:
     {
         for (const char16_t* name : {u"A.ZLT", u"B.ZLT", u"OLD.ZLT", u"EARLIER.ZLT"})
             (void)folder.newJob(QString::fromUtf16(name));
-        RawFile(path(QStringLiteral("OLD.ZLT"))).run("UPDATE ZELTO SET Versione='1997'");
-        RawFile(path(QStringLiteral("EARLIER.ZLT"))).run("DROP TABLE Variabili");
-        writeBytes(path(QStringLiteral("TEXT.ZLT")), "no database");
+        RawFile(path(u"OLD.ZLT"_s)).run("UPDATE ZELTO SET Versione='1997'");
+        RawFile(path(u"EARLIER.ZLT"_s)).run("DROP TABLE Variabili");
+        writeBytes(path(u"TEXT.ZLT"_s), "no database");
     }
 
     [[nodiscard]] QString path(const QString& name) const { return folder.file(name); }
@@ -48,9 +48,8 @@ public:
     /// The open job with "~" for the folder.
     [[nodiscard]] QString openJob() const
     {
-        return jobs.JobPath().isEmpty()
-                   ? QString()
-                   : QStringLiteral("~/") + QFileInfo(jobs.JobPath()).fileName();
+        return jobs.JobPath().isEmpty() ? QString()
+                                        : u"~/"_s + QFileInfo(jobs.JobPath()).fileName();
     }
 
     /// Opens a job as if it had been open all the time.
@@ -62,10 +61,10 @@ public:
 
     JobFolder folder;
     JobFolder home; ///< of the user
-    ScriptedUser user{QFileInfo(folder.file(QStringLiteral("x"))).path()};
+    ScriptedUser user{QFileInfo(folder.file(u"x"_s)).path()};
     store::RecentJobs recent;
     store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
-    store::JobCopies copies{home.file(QStringLiteral("copie"))};
+    store::JobCopies copies{home.file(u"copie"_s)};
     store::JobFiles jobs{user, recent, master, copies, [](store::Database& /*job*/) {}};
 };
 

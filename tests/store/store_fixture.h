@@ -42,7 +42,7 @@ public:
     }
 
     /// The path of a new job.
-    [[nodiscard]] QString newJob(const QString& name = QStringLiteral("LAVORO.ZLT")) const
+    [[nodiscard]] QString newJob(const QString& name = u"LAVORO.ZLT"_s) const
     {
         store::Database database = store::Database::create(file(name));
         store::CreaTabelleBase(database);

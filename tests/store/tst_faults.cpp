@@ -3,9 +3,9 @@
 // last: every file is then whole, as it was or as it is to be.
 #include "coefficients/coefficient_groups.h"
 #include "register/register.h"
-#include "store/file_operations.h"
+#include "store/files/file_operations.h"
 #include "store/jet/conversion.h"
-#include "store/repair.h"
+#include "store/recovery/repair.h"
 #include "store_fixture.h"
 #include "system_faults.h"
 
@@ -16,7 +16,6 @@
 #include <sys/mman.h>
 #include <sys/wait.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto;
 using namespace zelto::store;
 using namespace zelto::test;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/duplicate_plan.h"
-#include "store/file_names.h"
-#include "store/file_operations.h"
-#include "store/new_file.h"
-#include "store/passing_folder.h"
+#include "store/files/duplicate_plan.h"
+#include "store/files/file_names.h"
+#include "store/files/file_operations.h"
+#include "store/files/new_file.h"
+#include "store/files/passing_folder.h"
 #include "store_fixture.h"
 #include "system_faults.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Repairing damaged copies of the example job: the rooms that come back, measured against those
 // whose bytes are still somewhere in the file.
-#include "store/job_salvage.h"
-#include "store/repair.h"
+#include "store/recovery/job_salvage.h"
+#include "store/recovery/repair.h"
 #include "store_fixture.h"
 #include "support/property.h"
 

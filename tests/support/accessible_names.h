@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "text/literals.h"
+
 #include <QAccessible>
 #include <QStringList>
 #include <QWidget>
@@ -15,7 +17,7 @@ inline QStringList namelessCells(QAccessibleTableInterface& table)
         for (int column = 0; column < table.columnCount(); ++column)
             if (QAccessibleInterface* cell = table.cellAt(row, column);
                 cell == nullptr || cell->text(QAccessible::Name).isEmpty())
-                found << QStringLiteral("cell %1, %2").arg(row).arg(column);
+                found << u"cell %1, %2"_s.arg(row).arg(column);
     return found;
 }
 

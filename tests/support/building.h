@@ -4,6 +4,7 @@
 
 #include "calc/modello_lavoro.h"
 #include "calc/shares.h"
+#include "text/literals.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,7 +14,7 @@
 namespace zelto::test {
 
 /// A room whose total size is its real size.
-inline calc::Vano room(float size, const QString& name = QStringLiteral("Camera"))
+inline calc::Vano room(float size, const QString& name = u"Camera"_s)
 {
     calc::Vano vano{
         .Ambiente = name, .CR = size, .CD = 1, .CO = 1, .CP = 1, .CL = 1, .CFU = 1, .PR = 1};
@@ -36,8 +37,8 @@ inline calc::ModelloLavoro building(const std::vector<UnitData>& units)
     for (const UnitData& data : units) {
         calc::UnitaImmobiliare unita;
         unita.RifUI = modello.NumUI() + 1;
-        unita.Riferimento = QStringLiteral("Int. %1").arg(unita.RifUI);
-        unita.Livello = QStringLiteral("Piano %1").arg(unita.RifUI);
+        unita.Riferimento = u"Int. %1"_s.arg(unita.RifUI);
+        unita.Livello = u"Piano %1"_s.arg(unita.RifUI);
         unita.CodScala = data.scala;
         unita.HPiano = data.HPiano;
         const QString flags = data.flags.leftJustified(calc::MaxTabelle, u' ');

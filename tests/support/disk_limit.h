@@ -45,7 +45,7 @@ void verifyDiskIsFull(Action&& action)
         QFAIL("written to a full disk");
     } catch (const print::PrintError& error) {
         QVERIFY(error.description().contains(text::systemReason(EFBIG)));
-        QVERIFY(!error.description().contains(QStringLiteral(".zelto-")));
+        QVERIFY(!error.description().contains(u".zelto-"_s));
     }
 }
 

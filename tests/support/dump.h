@@ -15,9 +15,8 @@ inline QString dumpOf(store::Database& database)
         for (auto record = database.openTable(table); !record.EndOfFile(); record.MoveNext()) {
             QStringList fields;
             for (int field = 0; field < record.fieldCount(); ++field)
-                fields << (record.isNull(field) ? QStringLiteral("-")
-                                                : u'[' + record.text(field) + u']');
-            lines << table + QStringLiteral(": ") + fields.join(u' ');
+                fields << (record.isNull(field) ? u"-"_s : u'[' + record.text(field) + u']');
+            lines << table + u": "_s + fields.join(u' ');
         }
     lines.sort();
     return lines.join(u'\n');

@@ -25,8 +25,8 @@ class PrintOffice
 public:
     PrintOffice()
     {
-        QFile::copy(QStringLiteral(EXAMPLE_JOB), path(QStringLiteral("ESEMPIO.ZLT")));
-        m_lavoro.emplace(store::Database::open(path(QStringLiteral("ESEMPIO.ZLT"))));
+        QFile::copy(QStringLiteral(EXAMPLE_JOB), path(u"ESEMPIO.ZLT"_s));
+        m_lavoro.emplace(store::Database::open(path(u"ESEMPIO.ZLT"_s)));
     }
 
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] reports::StampaContext context()
     {
         return {.lavoro = *m_lavoro,
-                .jobPath = path(QStringLiteral("ESEMPIO.ZLT")),
+                .jobPath = path(u"ESEMPIO.ZLT"_s),
                 .outputFolder = m_folder.path(),
                 .print = services()};
     }
@@ -46,7 +46,7 @@ public:
     /// The page files.
     [[nodiscard]] QStringList pageFiles() const
     {
-        return QDir(m_folder.path()).entryList({QStringLiteral("~VKM*.Tmp")}, QDir::Files);
+        return QDir(m_folder.path()).entryList({u"~VKM*.Tmp"_s}, QDir::Files);
     }
 
     /// The recorded document as it is drawn.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "text/literals.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -25,15 +27,15 @@ public:
         // The server works as another user.
         for (const char* name : {"", "jobs", "bin", "bin/backend"})
             ::chmod(QFile::encodeName(path(QLatin1StringView(name))).constData(), 0755);
-        ::chmod(QFile::encodeName(path(QStringLiteral("jobs"))).constData(), 0777);
-        QFile::link(QStringLiteral("/usr/lib/cups/daemon"), path(QStringLiteral("bin/daemon")));
-        write(QStringLiteral("share/mime/zelto.types"), "application/pdf pdf string(0,%PDF)\n");
-        write(QStringLiteral("share/mime/zelto.convs"), "");
-        write(QStringLiteral("bin/backend/raccolta"),
+        ::chmod(QFile::encodeName(path(u"jobs"_s)).constData(), 0777);
+        QFile::link(u"/usr/lib/cups/daemon"_s, path(u"bin/daemon"_s));
+        write(u"share/mime/zelto.types"_s, "application/pdf pdf string(0,%PDF)\n");
+        write(u"share/mime/zelto.convs"_s, "");
+        write(u"bin/backend/raccolta"_s,
               "#!/bin/sh\n[ $# -eq 0 ] && exit 0\numask 022\n"
               "cat \"${6:--}\" > \"${DEVICE_URI#*:}/$1.part\" &&\n"
               "mv \"${DEVICE_URI#*:}/$1.part\" \"${DEVICE_URI#*:}/$1.pdf\"\n");
-        ::chmod(QFile::encodeName(path(QStringLiteral("bin/backend/raccolta"))).constData(), 0755);
+        ::chmod(QFile::encodeName(path(u"bin/backend/raccolta"_s)).constData(), 0755);
         writeSettings();
     }
     ~PrintServer()
@@ -47,23 +49,18 @@ public:
     /// Starts the server and its queue; false where the machine has no CUPS or does not let it run.
     bool start()
     {
-        qputenv("CUPS_SERVER", QStringLiteral("127.0.0.1:%1").arg(m_port).toLatin1());
-        m_server.start(QStringLiteral("/usr/sbin/cupsd"),
-                       {QStringLiteral("-f"), QStringLiteral("-c"),
-                        path(QStringLiteral("cupsd.conf")), QStringLiteral("-s"),
-                        path(QStringLiteral("cups-files.conf"))});
+        qputenv("CUPS_SERVER", u"127.0.0.1:%1"_s.arg(m_port).toLatin1());
+        m_server.start(u"/usr/sbin/cupsd"_s, {u"-f"_s, u"-c"_s, path(u"cupsd.conf"_s), u"-s"_s,
+                                              path(u"cups-files.conf"_s)});
         if (!m_server.waitForStarted())
             return false;
         const auto addQueue = [this] {
-            return QProcess::execute(QStringLiteral("lpadmin"),
-                                     {QStringLiteral("-p"), QStringLiteral("Prova"),
-                                      QStringLiteral("-E"), QStringLiteral("-v"),
-                                      QStringLiteral("raccolta:") + path(QStringLiteral("jobs")),
-                                      QStringLiteral("-m"), QStringLiteral("raw")}) == 0;
+            return QProcess::execute(u"lpadmin"_s,
+                                     {u"-p"_s, u"Prova"_s, u"-E"_s, u"-v"_s,
+                                      u"raccolta:"_s + path(u"jobs"_s), u"-m"_s, u"raw"_s}) == 0;
         };
         return QTest::qWaitFor(addQueue, 10'000) &&
-               QProcess::execute(QStringLiteral("lpadmin"),
-                                 {QStringLiteral("-d"), QStringLiteral("Prova")}) == 0;
+               QProcess::execute(u"lpadmin"_s, {u"-d"_s, u"Prova"_s}) == 0;
     }
 
     /// What was printed, in the order of the jobs.
@@ -77,10 +74,7 @@ public:
 
 private:
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
-    [[nodiscard]] QString jobPath(int job) const
-    {
-        return path(QStringLiteral("jobs/%1.pdf").arg(job));
-    }
+    [[nodiscard]] QString jobPath(int job) const { return path(u"jobs/%1.pdf"_s.arg(job)); }
     void write(const QString& name, const QByteArray& text) const
     {
         QFile file(path(name));
@@ -92,12 +86,11 @@ private:
         QTcpServer free;
         free.listen(QHostAddress::LocalHost);
         m_port = free.serverPort();
-        write(QStringLiteral("cupsd.conf"),
-              QStringLiteral("Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
-                             "DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
-                             "<Location /admin>\nAllow all\n</Location>\n"
-                             "<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n")
-                  .arg(m_port)
+        write(u"cupsd.conf"_s,
+              u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
+              u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
+              u"<Location /admin>\nAllow all\n</Location>\n"
+              u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port)
                   .toLatin1());
         QByteArray files;
         for (const auto& [name, folder] :
@@ -108,7 +101,7 @@ private:
               std::pair{"ErrorLog", "error_log"}, std::pair{"PageLog", "page_log"}})
             files +=
                 name + QByteArray(" ") + QFile::encodeName(path(QLatin1StringView(folder))) + '\n';
-        write(QStringLiteral("cups-files.conf"), files);
+        write(u"cups-files.conf"_s, files);
     }
 
     QTemporaryDir m_folder;

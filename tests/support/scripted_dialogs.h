@@ -3,6 +3,7 @@
 #pragma once
 
 #include "shell/dialogs.h"
+#include "text/literals.h"
 
 #include <QStringList>
 
@@ -24,54 +25,54 @@ public:
 
     QString chooseFile(QWidget* /*parent*/, const store::FileDialogRequest& request) override
     {
-        m_lines << QStringLiteral("file: ") + request.title;
+        m_lines << u"file: "_s + request.title;
         return files.isEmpty() ? QString() : files.takeFirst();
     }
     std::optional<store::JobCopy> chooseCopy(QWidget* /*parent*/, const store::JobCopies& copies,
                                              const QString& job) override
     {
-        m_lines << QStringLiteral("copies: %1").arg(copies.jobs().size());
+        m_lines << u"copies: %1"_s.arg(copies.jobs().size());
         return restores ? std::optional(copies.copiesOf(job).front()) : std::nullopt;
     }
     bool offerConversion(QWidget* /*parent*/, const QString& text) override
     {
-        m_lines << QStringLiteral("convert: ") + text;
+        m_lines << u"convert: "_s + text;
         return answer;
     }
     bool askYesNo(QWidget* /*parent*/, const QString& question) override
     {
-        m_lines << QStringLiteral("question: ") + question;
+        m_lines << u"question: "_s + question;
         return answer;
     }
     bool confirmLoss(QWidget* /*parent*/, const QString& question) override
     {
-        m_lines << QStringLiteral("confirm: ") + question;
+        m_lines << u"confirm: "_s + question;
         return answer;
     }
     std::optional<int> choose(QWidget* /*parent*/, const QString& question,
                               const QStringList& choices) override
     {
-        m_lines << QStringLiteral("choose: ") + question.section(u'\n', 0, 0) + choices.join(u'|');
+        m_lines << u"choose: "_s + question.section(u'\n', 0, 0) + choices.join(u'|');
         return answer ? std::optional(0) : std::nullopt;
     }
     bool moveToTrash(const QString& /*path*/) override { return false; }
     void showMessage(QWidget* /*parent*/, const QString& text) override
     {
-        m_lines << QStringLiteral("message: ") + text;
+        m_lines << u"message: "_s + text;
     }
     void showError(QWidget* /*parent*/, const QString& text) override
     {
-        m_lines << QStringLiteral("error: ") + text;
+        m_lines << u"error: "_s + text;
     }
-    void showAbout(QWidget* /*parent*/) override { m_lines << QStringLiteral("about"); }
+    void showAbout(QWidget* /*parent*/) override { m_lines << u"about"_s; }
     void setUpPrinter(QWidget* /*parent*/, QPrinter& /*printer*/) override
     {
-        m_lines << QStringLiteral("printer");
+        m_lines << u"printer"_s;
     }
     std::optional<print::PageRange> choosePages(QWidget* /*parent*/, QPrinter& /*printer*/,
                                                 int pageCount) override
     {
-        m_lines << QStringLiteral("pages: %1").arg(pageCount);
+        m_lines << u"pages: %1"_s.arg(pageCount);
         return pages;
     }
 

@@ -21,8 +21,8 @@ public:
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
     bool saysYes = true;
-    QString keeps = QStringLiteral("Copie di sicurezza"); ///< what is not to be lost, even so
-    std::optional<int> choice = 0;                        ///< which button is pressed
+    QString keeps = u"Copie di sicurezza"_s; ///< what is not to be lost, even so
+    std::optional<int> choice = 0;           ///< which button is pressed
     bool hasTrash = true;
     bool converts = true;
     std::size_t copy = 0; ///< which of the job's copies is chosen; none when there are not as many
@@ -36,9 +36,9 @@ public:
     {
         const bool saving = request.kind == store::FileDialogRequest::Kind::Save;
         say(saving ? u"save" : u"open",
-            QStringLiteral("%1, %2, %3 in [%4]")
-                .arg(request.title, QString::number(request.flags), request.filter,
-                     request.initialFolder + request.defaultName));
+            u"%1, %2, %3 in [%4]"_s.arg(request.title, QString::number(request.flags),
+                                        request.filter,
+                                        request.initialFolder + request.defaultName));
         return files.isEmpty() ? QString() : files.takeFirst().replace(u'~', m_folder);
     }
     std::optional<store::JobCopy> chooseCopy(const store::JobCopies& copies,
@@ -71,7 +71,7 @@ public:
     }
     bool moveToTrash(const QString& path) override
     {
-        return hasTrash && QFile::rename(path, path + QStringLiteral(".trashed"));
+        return hasTrash && QFile::rename(path, path + u".trashed"_s);
     }
     void showMessage(const QString& text) override { say(u"message", text); }
     void showError(const QString& text) override { say(u"error", text); }
@@ -83,7 +83,7 @@ public:
     }
     void SetStatus(const QString& text, bool busy) override
     {
-        say(u"status", text + (busy ? QStringLiteral(" (busy)") : QString()));
+        say(u"status", text + (busy ? u" (busy)"_s : QString()));
     }
     void BeginBusy() override { say(u"hourglass", {}); }
     void EndBusy() override { say(u"pointer", {}); }
@@ -101,8 +101,8 @@ public:
 private:
     void say(QStringView what, QString about)
     {
-        about.replace(m_folder, QStringLiteral("~"));
-        m_lines += about.isEmpty() ? what.toString() : QStringLiteral("%1: %2").arg(what, about);
+        about.replace(m_folder, u"~"_s);
+        m_lines += about.isEmpty() ? what.toString() : u"%1: %2"_s.arg(what, about);
     }
 
     QString m_folder;

@@ -125,4 +125,5 @@ private slots:
 };
 
 QTEST_APPLESS_MAIN(TestDecimalText)
+
 #include "tst_decimal_text.moc"

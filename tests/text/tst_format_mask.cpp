@@ -91,7 +91,7 @@ private slots:
             const QString out =
                 NumberMask{"######0.000"}.format(static_cast<double>(millionths) / 1e6);
             const auto expected =
-                QStringLiteral("%1.%2").arg(rounded / 1000).arg(rounded % 1000, 3, 10, QChar(u'0'));
+                u"%1.%2"_s.arg(rounded / 1000).arg(rounded % 1000, 3, 10, QChar(u'0'));
             RC_ASSERT(out.trimmed() == expected);
         }));
     }
@@ -112,8 +112,8 @@ private slots:
 
     void refusesThirtyOneOfThem()
     {
-        const QString fields = QStringLiteral("! ").repeated(MaxMaskValues);
-        const QString values = QStringLiteral("a\t").repeated(MaxMaskValues - 1);
+        const QString fields = u"! "_s.repeated(MaxMaskValues);
+        const QString values = u"a\t"_s.repeated(MaxMaskValues - 1);
         QCOMPARE(FormatMask(fields, values).size(), 2 * MaxMaskValues - 3);
         QVERIFY_EXCEPTION_THROWN(FormatMask(fields + u"!"_s, values), MaskError);
         QVERIFY_EXCEPTION_THROWN(FormatMask(u"!", values + u"\t"_s), MaskError);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/property.h"
+#include "text/literals.h"
 #include "text/table_text.h"
 
 #include <QTest>

@@ -13,6 +13,7 @@
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
+
 using zelto::shell::GuideWindow;
 using zelto::test::Installation;
 using zelto::test::Session;

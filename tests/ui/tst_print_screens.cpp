@@ -15,6 +15,7 @@
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
+
 using zelto::print::frmPreview;
 using zelto::reports::Millesimi;
 using zelto::reports::Riparto;

@@ -11,6 +11,7 @@
 #include <QTextDocumentFragment>
 
 using namespace Qt::StringLiterals;
+
 using zelto::print::frmPreview;
 using zelto::reports::Millesimi;
 using zelto::test::inModal;

@@ -24,17 +24,17 @@ class Installation
 public:
     Installation()
     {
-        QDir(m_folder.path()).mkpath(QStringLiteral("bin"));
-        QDir(m_folder.path()).mkpath(QStringLiteral("lavori"));
-        QFile::copy(QStringLiteral(MASTER), program(QStringLiteral("Zelto.mdb")));
+        QDir(m_folder.path()).mkpath(u"bin"_s);
+        QDir(m_folder.path()).mkpath(u"lavori"_s);
+        QFile::copy(QStringLiteral(MASTER), program(u"Zelto.mdb"_s));
     }
     [[nodiscard]] QString program(const QString& name) const
     {
-        return m_folder.filePath(QStringLiteral("bin/") + name);
+        return m_folder.filePath(u"bin/"_s + name);
     }
     [[nodiscard]] QString job(const QString& name) const
     {
-        return m_folder.filePath(QStringLiteral("lavori/") + name);
+        return m_folder.filePath(u"lavori/"_s + name);
     }
     /// A copy of the example.
     [[nodiscard]] QString newJob(const QString& name) const
@@ -49,8 +49,7 @@ public:
     /// Nothing when the start fails.
     [[nodiscard]] std::unique_ptr<shell::Application> start(shell::Dialogs& dialogs) const
     {
-        return shell::Application::start(program({}), m_folder.filePath(QStringLiteral("user")),
-                                         dialogs);
+        return shell::Application::start(program({}), m_folder.filePath(u"user"_s), dialogs);
     }
 
 private:
@@ -96,19 +95,19 @@ public:
     /// What a panel of the status bar says, 1 to 3.
     [[nodiscard]] QString panel(int number)
     {
-        return window().findChild<QLabel*>(QStringLiteral("Stato%1").arg(number))->text();
+        return window().findChild<QLabel*>(u"Stato%1"_s.arg(number))->text();
     }
     [[nodiscard]] QString title() { return window().windowTitle(); }
 
     /// Nothing is going on and the window shows which job is open.
     void verifyIdle(const QString& job)
     {
-        QCOMPARE(panel(1), QStringLiteral("Pronto"));
+        QCOMPARE(panel(1), u"Pronto"_s);
         QVERIFY(QApplication::overrideCursor() == nullptr);
         QCOMPARE(m_application->jobFiles().JobPath(), job);
-        QCOMPARE(panel(3), job.isEmpty() ? job : QStringLiteral("Codice lavoro: ") + job);
+        QCOMPARE(panel(3), job.isEmpty() ? job : u"Codice lavoro: "_s + job);
         if (!job.isEmpty())
-            QCOMPARE(title(), QStringLiteral("Zelto 2009 - ") + job);
+            QCOMPARE(title(), u"Zelto 2009 - "_s + job);
         else
             QVERIFY(!title().contains(u" - /"));
     }

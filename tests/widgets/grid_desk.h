@@ -10,7 +10,6 @@
 
 namespace zelto::test {
 
-using namespace Qt::StringLiterals;
 using widgets::Grid;
 using widgets::GridColumn;
 using widgets::TypedLine;

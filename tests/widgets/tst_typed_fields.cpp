@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "text/literals.h"
 #include "widgets/typed_line.h"
 #include "widgets/typed_text.h"
 

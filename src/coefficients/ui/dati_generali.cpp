@@ -28,8 +28,8 @@ using widgets::TypedText;
 
 namespace {
 
-const QString Section = QStringLiteral("DatiGenerali");
-const QString WidthKey = QStringLiteral("colonna");
+const QString Section = u"DatiGenerali"_s;
+const QString WidthKey = u"colonna"_s;
 constexpr int LeastWidth = 50; ///< of a column in the settings, in twips
 constexpr int CodeRows = 99;
 constexpr int CodeColumn = 0;
@@ -37,23 +37,21 @@ constexpr int CodeColumn = 0;
 /// A unit stores one character of a staircase's code, so that longer ones cannot be chosen for it.
 QString remarkOfCode(const QString& code)
 {
-    return code.size() > 1 ? QStringLiteral("Il codice «%1» ha più di un carattere e non potrà "
-                                            "essere scelto per un'unità.")
-                                 .arg(code)
+    return code.size() > 1 ? u"Il codice «%1» ha più di un carattere e non potrà "
+                             u"essere scelto per un'unità."_s.arg(code)
                            : QString();
 }
 
 std::vector<widgets::GridColumn> codeColumns()
 {
-    return {
-        {.header = QStringLiteral("Cod."), .maxLength = 4, .width = 900, .remark = remarkOfCode},
-        {.header = QStringLiteral("Descrizione"), .maxLength = 100, .width = 7400},
-        {.header = QStringLiteral("%"),
-         .alignment = Qt::AlignRight | Qt::AlignVCenter,
-         .tag = QStringLiteral("DOL"),
-         .maxLength = 10,
-         .width = 1200,
-         .remark = calc::osservaPercentuale}};
+    return {{.header = u"Cod."_s, .maxLength = 4, .width = 900, .remark = remarkOfCode},
+            {.header = u"Descrizione"_s, .maxLength = 100, .width = 7400},
+            {.header = u"%"_s,
+             .alignment = Qt::AlignRight | Qt::AlignVCenter,
+             .tag = u"DOL"_s,
+             .maxLength = 10,
+             .width = 1200,
+             .remark = calc::osservaPercentuale}};
 }
 
 QLabel* labelOf(const QString& text, QWidget* buddy)
@@ -67,16 +65,16 @@ QLabel* labelOf(const QString& text, QWidget* buddy)
 
 DatiGenerali::DatiGenerali(store::Database& lavoro, store::MainWindowServices& services,
                            store::Settings& settings, QWidget* parent)
-    : EditDialog(Section, QStringLiteral("Dati generali"), services, settings, parent),
-      m_lavoro(lavoro), m_loaded(loadGeneralData(lavoro)), m_tabs(new QTabWidget),
-      m_lavori(new Grid(QStringLiteral("n."), codeColumns(), Grid::AtEnd::AppendsRow))
+    : EditDialog(Section, u"Dati generali"_s, services, settings, parent), m_lavoro(lavoro),
+      m_loaded(loadGeneralData(lavoro)), m_tabs(new QTabWidget),
+      m_lavori(new Grid(u"n."_s, codeColumns(), Grid::AtEnd::AppendsRow))
 {
     resize(760, 620);
-    m_tabs->setObjectName(QStringLiteral("TabStrip1"));
-    m_tabs->setAccessibleName(QStringLiteral("Parti dei dati generali"));
-    m_tabs->addTab(buildGenerale(), QStringLiteral("Generale"));
-    m_tabs->addTab(buildTabelle(), QStringLiteral("Tabelle"));
-    m_tabs->addTab(buildScale(), QStringLiteral("Scale"));
+    m_tabs->setObjectName(u"TabStrip1"_s);
+    m_tabs->setAccessibleName(u"Parti dei dati generali"_s);
+    m_tabs->addTab(buildGenerale(), u"Generale"_s);
+    m_tabs->addTab(buildTabelle(), u"Tabelle"_s);
+    m_tabs->addTab(buildScale(), u"Scale"_s);
     widgets::addTabKeys(*this, *m_tabs->tabBar());
     setContents(m_tabs);
     showTexts();
@@ -87,7 +85,7 @@ DatiGenerali::DatiGenerali(store::Database& lavoro, store::MainWindowServices& s
 TypedLine* DatiGenerali::addLine(int text, const QString& tag, int maxLength, const QString& name)
 {
     auto* line = new TypedLine(tag, maxLength);
-    line->setObjectName(QStringLiteral("Dati%1").arg(text));
+    line->setObjectName(u"Dati%1"_s.arg(text));
     line->setAccessibleName(name);
     line->setMinimumWidth(line->fontMetrics().averageCharWidth() * (maxLength + 4));
     line->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
@@ -100,7 +98,7 @@ TypedLine* DatiGenerali::addLine(int text, const QString& tag, int maxLength, co
 TypedText* DatiGenerali::addText(int text, int maxLength, const QString& name)
 {
     auto* lines = new TypedText(maxLength);
-    lines->setObjectName(QStringLiteral("Dati%1").arg(text));
+    lines->setObjectName(u"Dati%1"_s.arg(text));
     lines->setAccessibleName(name);
     connect(lines, &TypedText::edited, this, &DatiGenerali::markChanged);
     m_dati.push_back({.text = text, .lines = lines});
@@ -111,28 +109,26 @@ QWidget* DatiGenerali::buildGenerale()
 {
     auto* page = new QWidget;
     auto* layout = new QGridLayout(page);
-    const QString multiline = QStringLiteral("MOL");
-    TypedLine* first =
-        addLine(TextDescrizione, multiline, 30, QStringLiteral("Descrizione, prima riga"));
-    layout->addWidget(labelOf(QStringLiteral(" Descrizione"), first), 0, 0);
+    const QString multiline = u"MOL"_s;
+    TypedLine* first = addLine(TextDescrizione, multiline, 30, u"Descrizione, prima riga"_s);
+    layout->addWidget(labelOf(u" Descrizione"_s, first), 0, 0);
     layout->addWidget(first, 0, 1);
-    layout->addWidget(
-        addLine(TextDescrizionee, multiline, 30, QStringLiteral("Descrizione, seconda riga")), 1,
-        1);
+    layout->addWidget(addLine(TextDescrizionee, multiline, 30, u"Descrizione, seconda riga"_s), 1,
+                      1);
 
-    TypedText* note = addText(TextNote, 400, QStringLiteral("Note"));
-    layout->addWidget(labelOf(QStringLiteral(" Note"), note), 2, 0, Qt::AlignTop);
+    TypedText* note = addText(TextNote, 400, u"Note"_s);
+    layout->addWidget(labelOf(u" Note"_s, note), 2, 0, Qt::AlignTop);
     layout->addWidget(note, 2, 1);
 
-    m_data = addLine(TextData, QStringLiteral("TOLD+"), 10, QStringLiteral("Data"));
-    m_data->setPlaceholderText(QStringLiteral("gg/mm/aaaa"));
+    m_data = addLine(TextData, u"TOLD+"_s, 10, u"Data"_s);
+    m_data->setPlaceholderText(u"gg/mm/aaaa"_s);
     connect(m_data, &TypedLine::held, this, &DatiGenerali::remarkDate);
     connect(m_data, &TypedLine::changed, this, &DatiGenerali::remarkCodes);
-    layout->addWidget(labelOf(QStringLiteral(" Data"), m_data), 3, 0);
+    layout->addWidget(labelOf(u" Data"_s, m_data), 3, 0);
     layout->addWidget(m_data, 3, 1);
 
-    TypedText* relazione = addText(TextRelazione, 0, QStringLiteral("Relazione"));
-    layout->addWidget(labelOf(QStringLiteral(" Relazione"), relazione), 4, 0, Qt::AlignTop);
+    TypedText* relazione = addText(TextRelazione, 0, u"Relazione"_s);
+    layout->addWidget(labelOf(u" Relazione"_s, relazione), 4, 0, Qt::AlignTop);
     layout->addWidget(relazione, 4, 1);
     layout->setRowStretch(2, 1);
     layout->setRowStretch(4, 3);
@@ -144,8 +140,8 @@ QWidget* DatiGenerali::buildTabelle()
     auto* page = new QWidget;
     auto* layout = new QGridLayout(page);
     for (int table = 1; table <= NumTables; ++table) {
-        const QString name = QStringLiteral("Tabella %1").arg(table);
-        TypedLine* line = addLine(TextFirstTable + table - 1, QStringLiteral("AOL"), 50, name);
+        const QString name = u"Tabella %1"_s.arg(table);
+        TypedLine* line = addLine(TextFirstTable + table - 1, u"AOL"_s, 50, name);
         layout->addWidget(labelOf(u' ' + name, line), table - 1, 0);
         layout->addWidget(line, table - 1, 1);
     }
@@ -156,8 +152,8 @@ QWidget* DatiGenerali::buildTabelle()
 
 QWidget* DatiGenerali::buildScale()
 {
-    m_lavori->setObjectName(QStringLiteral("Lavori"));
-    m_lavori->setAccessibleName(QStringLiteral("Codici delle scale"));
+    m_lavori->setObjectName(u"Lavori"_s);
+    m_lavori->setAccessibleName(u"Codici delle scale"_s);
     auto* page = new QWidget;
     auto* layout = new QGridLayout(page);
     layout->addWidget(m_lavori);
@@ -211,8 +207,7 @@ GeneralTexts DatiGenerali::shownTexts() const
 
 void DatiGenerali::remarkDate()
 {
-    showRemark(
-        QStringLiteral("Data: «%1» non è una data del tipo gg/mm/aaaa.").arg(m_data->text()));
+    showRemark(u"Data: «%1» non è una data del tipo gg/mm/aaaa."_s.arg(m_data->text()));
 }
 
 /// The first one that is odd.
@@ -221,7 +216,7 @@ void DatiGenerali::remarkCodes()
     const widgets::GridModel& cells = m_lavori->cells();
     for (int row = 0; row < cells.rowCount(); ++row)
         if (const QString remark = remarkOfCode(cells.text(row, CodeColumn)); !remark.isEmpty()) {
-            showRemark(QStringLiteral("Riga %1. %2").arg(QString::number(row + 1), remark));
+            showRemark(u"Riga %1. %2"_s.arg(QString::number(row + 1), remark));
             return;
         }
     showRemark({});

@@ -21,20 +21,20 @@ using widgets::Grid;
 
 namespace {
 
-const QString Section = QStringLiteral("Variabili");
-const QString WidthKey = QStringLiteral("Colonna");
+const QString Section = u"Variabili"_s;
+const QString WidthKey = u"Colonna"_s;
 constexpr int LeastWidth = 50; ///< of a column in the settings, in twips
 
 std::vector<widgets::GridColumn> groupColumns()
 {
-    return {{.header = QStringLiteral("Valore"),
+    return {{.header = u"Valore"_s,
              .alignment = Qt::AlignRight | Qt::AlignVCenter,
              .holds = widgets::FieldTag::Holds::Figures,
              .maxLength = 10,
              .width = 1500,
              .remark = calc::osservaCifra},
-            {.header = QStringLiteral("Variabile"), .maxLength = 10, .width = 1800},
-            {.header = QStringLiteral("Descrizione"), .maxLength = 30, .width = 5000}};
+            {.header = u"Variabile"_s, .maxLength = 10, .width = 1800},
+            {.header = u"Descrizione"_s, .maxLength = 30, .width = 5000}};
 }
 
 } // namespace
@@ -42,9 +42,9 @@ std::vector<widgets::GridColumn> groupColumns()
 Variabili::Variabili(store::Database& lavoro, store::MasterDatabase& master,
                      store::MainWindowServices& services, store::Settings& settings,
                      QWidget* parent)
-    : EditDialog(Section, QStringLiteral("Dettaglio variabili"), services, settings, parent),
-      m_lavoro(lavoro), m_descriptions(master.groupDescriptions()), m_loaded(loadGroups(lavoro)),
-      m_groups(m_loaded), m_tabs(new QTabBar), m_text1(new QPlainTextEdit)
+    : EditDialog(Section, u"Dettaglio variabili"_s, services, settings, parent), m_lavoro(lavoro),
+      m_descriptions(master.groupDescriptions()), m_loaded(loadGroups(lavoro)), m_groups(m_loaded),
+      m_tabs(new QTabBar), m_text1(new QPlainTextEdit)
 {
     resize(680, 520);
     buildGrid();
@@ -56,9 +56,9 @@ Variabili::Variabili(store::Database& lavoro, store::MasterDatabase& master,
 
 void Variabili::buildGrid()
 {
-    m_lavori = new Grid(QStringLiteral("n."), groupColumns(), Grid::AtEnd::AppendsRow);
-    m_lavori->setObjectName(QStringLiteral("Lavori"));
-    m_lavori->setAccessibleName(QStringLiteral("Valori del gruppo"));
+    m_lavori = new Grid(u"n."_s, groupColumns(), Grid::AtEnd::AppendsRow);
+    m_lavori->setObjectName(u"Lavori"_s);
+    m_lavori->setAccessibleName(u"Valori del gruppo"_s);
     connect(m_lavori, &Grid::editorOpened, this, [this](bool byKey) {
         if (byKey)
             markChanged();
@@ -71,8 +71,8 @@ void Variabili::buildGrid()
 
 QWidget* Variabili::buildContents()
 {
-    m_tabs->setObjectName(QStringLiteral("TabStrip1"));
-    m_tabs->setAccessibleName(QStringLiteral("Gruppi di coefficienti"));
+    m_tabs->setObjectName(u"TabStrip1"_s);
+    m_tabs->setAccessibleName(u"Gruppi di coefficienti"_s);
     m_tabs->setExpanding(false);
     m_tabs->setUsesScrollButtons(true);
     for (int group = 1; group < NumGroups; ++group)
@@ -80,8 +80,8 @@ QWidget* Variabili::buildContents()
     connect(m_tabs, &QTabBar::currentChanged, this, [this](int tab) { switchTo(tab + 1); });
     widgets::addTabKeys(*this, *m_tabs);
 
-    m_text1->setObjectName(QStringLiteral("Text1"));
-    m_text1->setAccessibleName(QStringLiteral("Descrizione del gruppo"));
+    m_text1->setObjectName(u"Text1"_s);
+    m_text1->setAccessibleName(u"Descrizione del gruppo"_s);
     m_text1->setReadOnly(true);
     m_text1->setTabChangesFocus(true);
     m_text1->setFixedHeight(m_text1->fontMetrics().lineSpacing() * 3 + 14);
@@ -123,10 +123,9 @@ void Variabili::keepGroup()
 
 void Variabili::remarkLength()
 {
-    showRemark(
-        m_lavori->cells().rowCount() > MaxGroupRows
-            ? QStringLiteral("Di un gruppo si usano solo le prime %1 righe.").arg(MaxGroupRows)
-            : QString());
+    showRemark(m_lavori->cells().rowCount() > MaxGroupRows
+                   ? u"Di un gruppo si usano solo le prime %1 righe."_s.arg(MaxGroupRows)
+                   : QString());
 }
 
 bool Variabili::finishTyping()

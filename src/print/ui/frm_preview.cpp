@@ -50,12 +50,11 @@ QPushButton* addButton(QWidget& bar, const QString& name, const QString& caption
 frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
     : QDialog(parent), m_services(services), m_document(std::move(document)),
       m_pageCount(services.engine.pageCount()), m_barra(new QWidget(this)),
-      m_enlarging(lens(QStringLiteral("lente_piu"))),
-      m_reducing(lens(QStringLiteral("lente_meno"))),
+      m_enlarging(lens(u"lente_piu"_s)), m_reducing(lens(u"lente_meno"_s)),
       m_navigator(new PageNavigator(m_pageCount, m_barra)), m_view(new PageView(this))
 {
-    setObjectName(QStringLiteral("frmPreview"));
-    setWindowTitle(QStringLiteral("Anteprima di Stampa"));
+    setObjectName(u"frmPreview"_s);
+    setWindowTitle(u"Anteprima di Stampa"_s);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint, true);
     buildBar();
@@ -81,16 +80,16 @@ frmPreview::~frmPreview()
 
 void frmPreview::buildBar()
 {
-    m_barra->setObjectName(QStringLiteral("Barra"));
+    m_barra->setObjectName(u"Barra"_s);
     auto* layout = new QHBoxLayout(m_barra);
     layout->addWidget(m_navigator);
     layout->addStretch(1);
-    connect(addButton(*m_barra, QStringLiteral("Stampa"), QStringLiteral("&Stampa ...")),
-            &QPushButton::clicked, this, &frmPreview::print);
-    connect(addButton(*m_barra, QStringLiteral("EsportaPDF"), QStringLiteral("&Esporta PDF ...")),
-            &QPushButton::clicked, this, &frmPreview::exportPdf);
-    connect(addButton(*m_barra, QStringLiteral("Chiudi"), QStringLiteral("&Chiudi")),
-            &QPushButton::clicked, this, &frmPreview::reject);
+    connect(addButton(*m_barra, u"Stampa"_s, u"&Stampa ..."_s), &QPushButton::clicked, this,
+            &frmPreview::print);
+    connect(addButton(*m_barra, u"EsportaPDF"_s, u"&Esporta PDF ..."_s), &QPushButton::clicked,
+            this, &frmPreview::exportPdf);
+    connect(addButton(*m_barra, u"Chiudi"_s, u"&Chiudi"_s), &QPushButton::clicked, this,
+            &frmPreview::reject);
 }
 
 void frmPreview::connectNavigator()
@@ -327,7 +326,7 @@ void frmPreview::exportPdf()
 bool frmPreview::reporting(const Drawing& drawing)
 {
     try {
-        const store::StatusScope busy(m_services.window, QStringLiteral("Stampa"));
+        const store::StatusScope busy(m_services.window, u"Stampa"_s);
         drawing();
         return true;
     } catch (const std::exception& error) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/icons.h"
 
+#include "text/literals.h"
+
 #include <QHash>
 
 namespace zelto::print {
@@ -11,7 +13,7 @@ const QIcon& icon(const QString& name)
     static auto* const icons = new QHash<QString, QIcon>;
     auto found = icons->find(name);
     if (found == icons->end())
-        found = icons->insert(name, QIcon(QStringLiteral(":/zelto/icons/%1.svg").arg(name)));
+        found = icons->insert(name, QIcon(u":/zelto/icons/%1.svg"_s.arg(name)));
     return *found;
 }
 

@@ -2,6 +2,7 @@
 #include "print/ui/page_navigator.h"
 
 #include "print/ui/icons.h"
+#include "text/literals.h"
 
 #include <QHBoxLayout>
 #include <QIntValidator>
@@ -12,28 +13,27 @@
 namespace zelto::print {
 
 PageNavigator::PageNavigator(int pageCount, QWidget* parent)
-    : QWidget(parent), m_pageCount(pageCount),
-      m_caption(new QLabel(QStringLiteral("Pagina 1"), this)), m_field(new QLineEdit(this))
+    : QWidget(parent), m_pageCount(pageCount), m_caption(new QLabel(u"Pagina 1"_s, this)),
+      m_field(new QLineEdit(this))
 {
-    setObjectName(QStringLiteral("ScorriPagine"));
-    setAccessibleName(QStringLiteral("Pagine del documento"));
+    setObjectName(u"ScorriPagine"_s);
+    setAccessibleName(u"Pagine del documento"_s);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    m_first = addButton(QStringLiteral("Prima"), QStringLiteral("pagina_prima"),
-                        QStringLiteral("Prima pagina (Home)"), &PageNavigator::firstRequested);
-    m_previous =
-        addButton(QStringLiteral("Precedente"), QStringLiteral("pagina_precedente"),
-                  QStringLiteral("Pagina precedente (PagSu)"), &PageNavigator::previousRequested);
-    m_caption->setObjectName(QStringLiteral("Pagina"));
+    m_first = addButton(u"Prima"_s, u"pagina_prima"_s, u"Prima pagina (Home)"_s,
+                        &PageNavigator::firstRequested);
+    m_previous = addButton(u"Precedente"_s, u"pagina_precedente"_s, u"Pagina precedente (PagSu)"_s,
+                           &PageNavigator::previousRequested);
+    m_caption->setObjectName(u"Pagina"_s);
     m_caption->setAlignment(Qt::AlignCenter);
-    m_caption->setMinimumWidth(m_caption->fontMetrics().horizontalAdvance(
-        QStringLiteral("Pagina %1/%1 ").arg(qMax(pageCount, 100))));
+    m_caption->setMinimumWidth(
+        m_caption->fontMetrics().horizontalAdvance(u"Pagina %1/%1 "_s.arg(qMax(pageCount, 100))));
     layout->addWidget(m_caption);
-    m_next = addButton(QStringLiteral("Successiva"), QStringLiteral("pagina_successiva"),
-                       QStringLiteral("Pagina successiva (PagGiù)"), &PageNavigator::nextRequested);
-    m_last = addButton(QStringLiteral("Ultima"), QStringLiteral("pagina_ultima"),
-                       QStringLiteral("Ultima pagina (Fine)"), &PageNavigator::lastRequested);
+    m_next = addButton(u"Successiva"_s, u"pagina_successiva"_s, u"Pagina successiva (PagGiù)"_s,
+                       &PageNavigator::nextRequested);
+    m_last = addButton(u"Ultima"_s, u"pagina_ultima"_s, u"Ultima pagina (Fine)"_s,
+                       &PageNavigator::lastRequested);
     addField();
     showPage(0);
 }
@@ -55,11 +55,11 @@ QToolButton* PageNavigator::addButton(const QString& name, const QString& iconNa
 
 void PageNavigator::addField()
 {
-    auto* label = new QLabel(QStringLiteral("&Vai a pagina"), this);
+    auto* label = new QLabel(u"&Vai a pagina"_s, this);
     label->setBuddy(m_field);
     label->setContentsMargins(12, 0, 4, 0);
-    m_field->setObjectName(QStringLiteral("VaiAPagina"));
-    m_field->setAccessibleName(QStringLiteral("Vai a pagina"));
+    m_field->setObjectName(u"VaiAPagina"_s);
+    m_field->setAccessibleName(u"Vai a pagina"_s);
     m_field->setValidator(new QIntValidator(1, m_pageCount, m_field));
     m_field->setMaximumWidth(m_field->fontMetrics().horizontalAdvance(u'0') * 8);
     m_field->setEnabled(m_pageCount > 1);
@@ -72,7 +72,7 @@ void PageNavigator::showPage(int page)
 {
     // A document of one page keeps its first caption.
     if (page > 0 && m_pageCount > 1)
-        m_caption->setText(QStringLiteral("Pagina %1/%2").arg(page).arg(m_pageCount));
+        m_caption->setText(u"Pagina %1/%2"_s.arg(page).arg(m_pageCount));
     m_first->setEnabled(page > 1);
     m_previous->setEnabled(page > 1);
     m_next->setEnabled(page < m_pageCount);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/page_view.h"
 
+#include "text/literals.h"
+
 #include <QGridLayout>
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,8 +14,8 @@ namespace zelto::print {
 
 PagePicture::PagePicture(QWidget* parent) : QWidget(parent)
 {
-    setObjectName(QStringLiteral("Pic"));
-    setAccessibleName(QStringLiteral("Pagina"));
+    setObjectName(u"Pic"_s);
+    setAccessibleName(u"Pagina"_s);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -44,10 +46,10 @@ void PagePicture::paintEvent(QPaintEvent* event)
 
 PageView::PageView(QWidget* parent)
     : QWidget(parent), m_area(new QWidget(this)), m_picture(new PagePicture(m_area)),
-      m_horizontal(addScrollBar(QStringLiteral("HScroll1"), Qt::Horizontal)),
-      m_vertical(addScrollBar(QStringLiteral("VScroll1"), Qt::Vertical))
+      m_horizontal(addScrollBar(u"HScroll1"_s, Qt::Horizontal)),
+      m_vertical(addScrollBar(u"VScroll1"_s, Qt::Vertical))
 {
-    setAccessibleName(QStringLiteral("Vista della pagina"));
+    setAccessibleName(u"Vista della pagina"_s);
     m_area->setBackgroundRole(QPalette::Dark);
     m_area->setAutoFillBackground(true);
     m_area->installEventFilter(this);
@@ -66,8 +68,8 @@ QScrollBar* PageView::addScrollBar(const QString& name, Qt::Orientation orientat
     constexpr int Step = ScrollPosition::Maximum / 20;
     auto* bar = new QScrollBar(orientation, this);
     bar->setObjectName(name);
-    bar->setAccessibleName(orientation == Qt::Horizontal ? QStringLiteral("Scorrimento orizzontale")
-                                                         : QStringLiteral("Scorrimento verticale"));
+    bar->setAccessibleName(orientation == Qt::Horizontal ? u"Scorrimento orizzontale"_s
+                                                         : u"Scorrimento verticale"_s);
     bar->setRange(0, ScrollPosition::Maximum);
     bar->setSingleStep(Step);
     bar->setPageStep(Step * 4);

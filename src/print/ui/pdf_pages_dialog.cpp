@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/pdf_pages_dialog.h"
 
+#include "text/literals.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -13,21 +15,21 @@ namespace zelto::print {
 
 PdfPagesDialog::PdfPagesDialog(int pageCount, int currentPage, QWidget* parent)
     : QDialog(parent), m_pageCount(pageCount),
-      m_all(new QRadioButton(QStringLiteral("&Tutto il documento"), this)),
-      m_range(new QRadioButton(QStringLiteral("&Pagine"), this))
+      m_all(new QRadioButton(u"&Tutto il documento"_s, this)),
+      m_range(new QRadioButton(u"&Pagine"_s, this))
 {
-    setObjectName(QStringLiteral("PaginePDF"));
-    setWindowTitle(QStringLiteral("Esporta PDF"));
-    m_all->setObjectName(QStringLiteral("Tutto"));
-    m_range->setObjectName(QStringLiteral("Intervallo"));
+    setObjectName(u"PaginePDF"_s);
+    setWindowTitle(u"Esporta PDF"_s);
+    m_all->setObjectName(u"Tutto"_s);
+    m_range->setObjectName(u"Intervallo"_s);
     m_all->setChecked(true);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_all);
     layout->addWidget(m_range);
     auto* row = new QHBoxLayout;
     layout->addLayout(row);
-    m_first = addPage(*row, QStringLiteral("Da"), QStringLiteral("&da"), currentPage);
-    m_last = addPage(*row, QStringLiteral("A"), QStringLiteral("&a"), currentPage);
+    m_first = addPage(*row, u"Da"_s, u"&da"_s, currentPage);
+    m_last = addPage(*row, u"A"_s, u"&a"_s, currentPage);
     row->addStretch(1);
     layout->addLayout(buttons());
 }
@@ -35,9 +37,9 @@ PdfPagesDialog::PdfPagesDialog(int pageCount, int currentPage, QWidget* parent)
 QHBoxLayout* PdfPagesDialog::buttons()
 {
     auto* row = new QHBoxLayout;
-    auto* cancel = new QPushButton(QStringLiteral("A&nnulla"), this);
-    auto* accept = new QPushButton(QStringLiteral("&Esporta ..."), this);
-    accept->setObjectName(QStringLiteral("Esporta"));
+    auto* cancel = new QPushButton(u"A&nnulla"_s, this);
+    auto* accept = new QPushButton(u"&Esporta ..."_s, this);
+    accept->setObjectName(u"Esporta"_s);
     accept->setDefault(true);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(accept, &QPushButton::clicked, this, &QDialog::accept);
@@ -56,7 +58,7 @@ QSpinBox* PdfPagesDialog::addPage(QHBoxLayout& row, const QString& name, const Q
     field->setValue(page);
     auto* label = new QLabel(caption, this);
     label->setBuddy(field);
-    field->setAccessibleName(QStringLiteral("Pagine, %1").arg(QString(caption).remove(u'&')));
+    field->setAccessibleName(u"Pagine, %1"_s.arg(QString(caption).remove(u'&')));
     connect(field, &QSpinBox::valueChanged, this, [this] { m_range->setChecked(true); });
     row.addWidget(label);
     row.addWidget(field);

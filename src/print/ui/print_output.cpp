@@ -51,28 +51,27 @@ QString chooseOutputPath(store::MainWindowServices& window, const QString& title
     if (const QString extension = u'.' + proposed.suffix();
         !path.endsWith(extension, Qt::CaseInsensitive))
         path += extension;
-    const bool isFree =
-        !QFileInfo::exists(path) ||
-        window.confirmLoss(QStringLiteral("Il file «%1» esiste già.\n\nSostituirlo?")
-                               .arg(QFileInfo(path).fileName()));
+    const bool isFree = !QFileInfo::exists(path) ||
+                        window.confirmLoss(u"Il file «%1» esiste già.\n\nSostituirlo?"_s.arg(
+                            QFileInfo(path).fileName()));
     return isFree ? path : QString();
 }
 
 QString choosePdfPath(store::MainWindowServices& window, const QString& proposedPath)
 {
-    return chooseOutputPath(window, QStringLiteral("Esporta PDF"),
-                            QStringLiteral("Documenti PDF (*.PDF)|*.pdf"), proposedPath);
+    return chooseOutputPath(window, u"Esporta PDF"_s, u"Documenti PDF (*.PDF)|*.pdf"_s,
+                            proposedPath);
 }
 
 void tellWritten(store::MainWindowServices& window, const QString& path)
 {
-    window.showMessage(QStringLiteral("Il documento è stato scritto nel file\n«%1».").arg(path));
+    window.showMessage(u"Il documento è stato scritto nel file\n«%1»."_s.arg(path));
 }
 
 bool offersPdfInstead(store::MainWindowServices& window)
 {
     return window.askYesNo(
-        QStringLiteral("Nessuna stampante installata.\n\nSalvare il documento in un file PDF?"));
+        u"Nessuna stampante installata.\n\nSalvare il documento in un file PDF?"_s);
 }
 
 } // namespace zelto::print

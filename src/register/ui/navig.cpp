@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/navig.h"
 
+#include "text/literals.h"
 #include "widgets/grid_delegate.h"
 
 #include <QHeaderView>
@@ -8,8 +9,6 @@
 #include <QSignalBlocker>
 
 namespace zelto::registro {
-
-using namespace Qt::StringLiterals;
 
 /// A node with what it stands for: a big job has thousands.
 class Navig::Node : public QTreeWidgetItem

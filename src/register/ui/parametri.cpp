@@ -29,7 +29,6 @@
 
 namespace zelto::registro {
 
-using namespace Qt::StringLiterals;
 using widgets::Grid;
 
 namespace {

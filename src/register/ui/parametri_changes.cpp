@@ -19,7 +19,6 @@
 
 namespace zelto::registro {
 
-using namespace Qt::StringLiterals;
 using widgets::CellChange;
 using widgets::Grid;
 

@@ -19,7 +19,6 @@
 
 namespace zelto::registro {
 
-using namespace Qt::StringLiterals;
 using widgets::Grid;
 
 // Showing what the model says

@@ -18,11 +18,11 @@ QString rangeText(const widgets::Grid& grid, const QString& verb, const RangeWor
     const auto [first, last] = grid.selectedRows();
     // An ampersand of a name is no mnemonic.
     const auto name = [&](int row) {
-        return QString(grid.cells().text(row, 0)).replace(u'&', QStringLiteral("&&"));
+        return QString(grid.cells().text(row, 0)).replace(u'&', u"&&"_s);
     };
     if (first == last)
-        return QStringLiteral("%1 %2 %3").arg(verb, words.one, name(first));
-    return QStringLiteral("%1 %2 da %3 a %4").arg(verb, words.several, name(first), name(last));
+        return u"%1 %2 %3"_s.arg(verb, words.one, name(first));
+    return u"%1 %2 da %3 a %4"_s.arg(verb, words.several, name(first), name(last));
 }
 
 QString withKeys(const QString& caption, const QKeySequence& keys)
@@ -40,11 +40,10 @@ RangeCommand chooseRangeCommand(widgets::ContextMenu& menu, const widgets::Grid&
         return RangeCommand::None;
     menu.ResetContextMenu();
     const auto [first, last] = grid.selectedRows();
-    const std::array entries{
-        words.add, rangeText(grid, QStringLiteral("Elimina"), words),
-        rangeText(grid, QStringLiteral("Duplica"), words),
-        withKeys(QStringLiteral("Sposta su"), Qt::CTRL | Qt::SHIFT | Qt::Key_Up),
-        withKeys(QStringLiteral("Sposta giù"), Qt::CTRL | Qt::SHIFT | Qt::Key_Down)};
+    const std::array entries{words.add, rangeText(grid, u"Elimina"_s, words),
+                             rangeText(grid, u"Duplica"_s, words),
+                             withKeys(u"Sposta su"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_Up),
+                             withKeys(u"Sposta giù"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_Down)};
     for (std::size_t entry = 0; entry < entries.size(); ++entry) {
         menu.DxMouse(static_cast<int>(entry)).setText(entries.at(entry));
         menu.DxMouse(static_cast<int>(entry)).setVisible(true);

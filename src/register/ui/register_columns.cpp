@@ -20,7 +20,7 @@ GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
     return {
         .header = header,
         .alignment = RightCentre,
-        .tag = QStringLiteral("AOL"),
+        .tag = u"AOL"_s,
         .holds = FieldTag::Holds::Figures,
         .maxLength = 15,
         .width = 1000,
@@ -33,9 +33,9 @@ GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
 std::vector<GridColumn> unitColumns(const RegisterLists& lists)
 {
     std::vector<GridColumn> columns{
-        {.header = QStringLiteral("Riferimento"), .maxLength = 23, .width = 2700},
-        {.header = QStringLiteral("Livello"), .maxLength = 20, .width = 1600},
-        {.header = QStringLiteral("Scala"),
+        {.header = u"Riferimento"_s, .maxLength = 23, .width = 2700},
+        {.header = u"Livello"_s, .maxLength = 20, .width = 1600},
+        {.header = u"Scala"_s,
          .alignment = LeftCentre,
          .maxLength = 1,
          .width = 700,
@@ -44,17 +44,16 @@ std::vector<GridColumn> unitColumns(const RegisterLists& lists)
              [&lists](const QString& code) {
                  const bool known =
                      code.isEmpty() || lists.scale.contains(code, Qt::CaseInsensitive);
-                 return known ? QString()
-                              : QStringLiteral("«%1» non è fra i codici delle scale.").arg(code);
+                 return known ? QString() : u"«%1» non è fra i codici delle scale."_s.arg(code);
              }},
-        {.header = QStringLiteral("H"),
+        {.header = u"H"_s,
          .alignment = RightCentre,
-         .tag = QStringLiteral("SOL"),
+         .tag = u"SOL"_s,
          .maxLength = 10,
          .width = 800,
          .remark = calc::osservaCifra}};
     for (int table = 1; table <= NumTables; ++table)
-        columns.push_back({.header = QStringLiteral("T%1").arg(table),
+        columns.push_back({.header = u"T%1"_s.arg(table),
                            .alignment = Qt::AlignCenter,
                            .maxLength = 1,
                            .width = 450,
@@ -64,14 +63,13 @@ std::vector<GridColumn> unitColumns(const RegisterLists& lists)
 
 std::vector<GridColumn> roomColumns(calc::Liste& liste)
 {
-    std::vector<GridColumn> columns{
-        {.header = QStringLiteral("Ambiente"), .maxLength = 15, .width = 1600},
-        {.header = QStringLiteral("Consistenza"),
-         .alignment = RightCentre,
-         .tag = QStringLiteral("SOL"),
-         .maxLength = 10,
-         .width = 1000,
-         .remark = calc::osservaConsistenza}};
+    std::vector<GridColumn> columns{{.header = u"Ambiente"_s, .maxLength = 15, .width = 1600},
+                                    {.header = u"Consistenza"_s,
+                                     .alignment = RightCentre,
+                                     .tag = u"SOL"_s,
+                                     .maxLength = 10,
+                                     .width = 1000,
+                                     .remark = calc::osservaConsistenza}};
     for (int group = 1; group <= NumCoefficients; ++group)
         columns.push_back(coefficient(coefficients::groupNames().at(group),
                                       liste.at(static_cast<std::size_t>(group - 1))));

@@ -19,14 +19,14 @@ RoomList::RoomList(RegisterModel& model, QWidget* parent)
       m_grid(new Grid({}, roomColumns(model.coefficients()), Grid::AtEnd::Stays, this)),
       m_picker(new CellPicker(this))
 {
-    m_title->setObjectName(QStringLiteral("TitoloVani"));
+    m_title->setObjectName(u"TitoloVani"_s);
     m_title->setTextFormat(Qt::PlainText);
-    m_grid->setObjectName(QStringLiteral("TabFlex"));
-    m_grid->setAccessibleName(QStringLiteral("Vani"));
+    m_grid->setObjectName(u"TabFlex"_s);
+    m_grid->setAccessibleName(u"Vani"_s);
     m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
     m_grid->setMostRows([] { return calc::MaxVani; });
-    m_picker->setObjectName(QStringLiteral("Coeff"));
-    m_picker->setAccessibleName(QStringLiteral("Coefficienti"));
+    m_picker->setObjectName(u"Coeff"_s);
+    m_picker->setAccessibleName(u"Coefficienti"_s);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_title);
     layout->addWidget(m_grid);
@@ -40,12 +40,11 @@ QString RoomList::title() const
 {
     const UnitRow& unit = m_model.unit();
     if (unit.number == 0)
-        return QStringLiteral("Nessuna unità");
+        return u"Nessuna unità"_s;
     const QString& name = unit.texts.at(UnitTextRiferimento);
     const QString& level = unit.texts.at(UnitTextLivello);
-    return QStringLiteral("Vani di %1%2")
-        .arg(name.trimmed().isEmpty() ? QStringLiteral("U.I. %1").arg(unit.number) : name,
-             level.trimmed().isEmpty() ? QString() : QStringLiteral(", ") + level);
+    return u"Vani di %1%2"_s.arg(name.trimmed().isEmpty() ? u"U.I. %1"_s.arg(unit.number) : name,
+                                 level.trimmed().isEmpty() ? QString() : u", "_s + level);
 }
 
 void RoomList::showRooms()

@@ -31,10 +31,10 @@ struct FieldKind
 const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
 {
     static const std::array<FieldKind, UnitDetail::NumFields> kinds{
-        {{QStringLiteral(" Riferimento"), 23},
-         {QStringLiteral(" Livello"), 20},
-         {QStringLiteral(" Codice scala"), 4},
-         {QStringLiteral(" H piano"), 10, FieldTag::Holds::Figures}}};
+        {{u" Riferimento"_s, 23},
+         {u" Livello"_s, 20},
+         {u" Codice scala"_s, 4},
+         {u" H piano"_s, 10, FieldTag::Holds::Figures}}};
     return kinds;
 }
 
@@ -49,9 +49,9 @@ bool opensList(const QKeyEvent& key)
 
 UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPicker(this))
 {
-    setObjectName(QStringLiteral("SchedaDettaglio"));
-    m_combo1->setObjectName(QStringLiteral("Combo1"));
-    m_combo1->setAccessibleName(QStringLiteral("Codici scala"));
+    setObjectName(u"SchedaDettaglio"_s);
+    m_combo1->setObjectName(u"Combo1"_s);
+    m_combo1->setAccessibleName(u"Codici scala"_s);
     auto* form = new QFormLayout(this);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     addFields(*form);
@@ -70,9 +70,9 @@ void UnitDetail::addFields(QFormLayout& form)
     for (int i = 0; i < NumFields; ++i) {
         const FieldKind& kind = fieldKinds().at(static_cast<std::size_t>(i));
         auto* field = new TypedLine(this);
-        field->setTag(FieldTag(QStringLiteral("AOL"), kind.holds), kind.maxLength);
+        field->setTag(FieldTag(u"AOL"_s, kind.holds), kind.maxLength);
         field->setOnEntry(TypedLine::OnEntry::Nothing);
-        field->setObjectName(QStringLiteral("Dati%1").arg(i));
+        field->setObjectName(u"Dati%1"_s.arg(i));
         field->setAccessibleName(kind.label.trimmed());
         field->setMinimumWidth(fontMetrics().averageCharWidth() * (kind.maxLength + 6));
         auto* label = new QLabel(kind.label, this);
@@ -83,7 +83,7 @@ void UnitDetail::addFields(QFormLayout& form)
                 [this, i, field] { emit fieldChanged(i, field->text()); });
     }
     scala().setReadOnly(true);
-    scala().setToolTip(QStringLiteral("Doppio clic o F2 per scegliere la scala"));
+    scala().setToolTip(u"Doppio clic o F2 per scegliere la scala"_s);
     scala().installEventFilter(this);
 }
 
@@ -91,7 +91,7 @@ void UnitDetail::addTables(QFormLayout& form)
 {
     for (int i = 0; i < NumTables; ++i) {
         auto* box = new QCheckBox(this);
-        box->setObjectName(QStringLiteral("Check1_%1").arg(i));
+        box->setObjectName(u"Check1_%1"_s.arg(i));
         box->hide();
         form.addRow(box);
         m_check1.at(static_cast<std::size_t>(i)) = box;
@@ -112,7 +112,7 @@ void UnitDetail::showLists(const RegisterLists& lists)
         const QString& name = lists.tabelle.at(i);
         QCheckBox& box = *m_check1.at(i);
         // An ampersand of a name is no mnemonic.
-        box.setText(QString(name).replace(u'&', QStringLiteral("&&")));
+        box.setText(QString(name).replace(u'&', u"&&"_s));
         box.setVisible(!name.isEmpty());
     }
 }

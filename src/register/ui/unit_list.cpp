@@ -28,7 +28,7 @@ void refill(QComboBox& list, const QStringList& entries)
     const QSignalBlocker quiet(&list);
     const QString chosen = list.currentText();
     list.clear();
-    list.addItem(QStringLiteral(" "));
+    list.addItem(u" "_s);
     list.addItems(entries);
     list.setCurrentIndex(std::max(list.findText(chosen), 0));
 }
@@ -52,21 +52,21 @@ widgets::GridRow rowFor(const UnitRow& unit)
 } // namespace
 
 UnitList::UnitList(RegisterModel& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_livello(addFilter(QStringLiteral("Livello"))),
-      m_scala(addFilter(QStringLiteral("CodScala"))), m_search(new QLineEdit(this)),
+    : QWidget(parent), m_model(model), m_livello(addFilter(u"Livello"_s)),
+      m_scala(addFilter(u"CodScala"_s)), m_search(new QLineEdit(this)),
       m_grid(new Grid({}, unitColumns(model.lists()), Grid::AtEnd::Stays, this)),
       m_picker(new CellPicker(this))
 {
-    m_grid->setObjectName(QStringLiteral("UI"));
-    m_grid->setAccessibleName(QStringLiteral("Unità immobiliari"));
+    m_grid->setObjectName(u"UI"_s);
+    m_grid->setAccessibleName(u"Unità immobiliari"_s);
     m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
     m_grid->setMostRows(
         [this] { return static_cast<int>(m_model.listed().size()) + m_model.freeUnits(); });
-    m_picker->setObjectName(QStringLiteral("Combo2"));
-    m_picker->setAccessibleName(QStringLiteral("Codici scala"));
-    m_search->setObjectName(QStringLiteral("Cerca"));
+    m_picker->setObjectName(u"Combo2"_s);
+    m_picker->setAccessibleName(u"Codici scala"_s);
+    m_search->setObjectName(u"Cerca"_s);
     m_search->setClearButtonEnabled(true);
-    m_search->setToolTip(QStringLiteral("Una parte del riferimento (Ctrl+F); F3 va alla seguente"));
+    m_search->setToolTip(u"Una parte del riferimento (Ctrl+F); F3 va alla seguente"_s);
     m_search->installEventFilter(this);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(filterRow());
@@ -93,9 +93,7 @@ QLayout* UnitList::filterRow()
 {
     auto* row = new QHBoxLayout;
     const std::array<std::pair<QString, QWidget*>, 3> fields{
-        {{QStringLiteral(" Livello"), m_livello},
-         {QStringLiteral(" Scala"), m_scala},
-         {QStringLiteral(" Cerca"), m_search}}};
+        {{u" Livello"_s, m_livello}, {u" Scala"_s, m_scala}, {u" Cerca"_s, m_search}}};
     for (const auto& [text, field] : fields) {
         auto* label = new QLabel(text, this);
         label->setBuddy(field);

@@ -15,11 +15,9 @@ namespace zelto::reports {
 using widgets::TypedLine;
 
 Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
-    : PrintScreen(QStringLiteral("Millesimi"), QStringLiteral("Calcolo millesimi"),
-                  {DocumentoCalcolo}, context, parent),
-      m_primaPagina(new TypedLine(QStringLiteral("IOL"), 3)),
-      m_esteso(new QRadioButton(QStringLiteral("Esteso"))),
-      m_compatto(new QRadioButton(QStringLiteral("Compatto")))
+    : PrintScreen(u"Millesimi"_s, u"Calcolo millesimi"_s, {DocumentoCalcolo}, context, parent),
+      m_primaPagina(new TypedLine(u"IOL"_s, 3)), m_esteso(new QRadioButton(u"Esteso"_s)),
+      m_compatto(new QRadioButton(u"Compatto"_s))
 {
     setContents(buildContents());
     m_primaPagina->setFocus();
@@ -27,10 +25,10 @@ Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
 
 QWidget* Millesimi::buildContents()
 {
-    const QString caption = QStringLiteral("Numero prima pagina di stampa");
-    m_primaPagina->setObjectName(QStringLiteral("Dati0"));
+    const QString caption = u"Numero prima pagina di stampa"_s;
+    m_primaPagina->setObjectName(u"Dati0"_s);
     m_primaPagina->setAccessibleName(caption);
-    m_primaPagina->setText(QStringLiteral("1"));
+    m_primaPagina->setText(u"1"_s);
     m_primaPagina->setAlignment(Qt::AlignRight);
     m_primaPagina->setMaximumWidth(m_primaPagina->fontMetrics().horizontalAdvance(u'0') * 8);
     auto* label = new QLabel(caption);
@@ -53,15 +51,14 @@ QWidget* Millesimi::buildContents()
 
 QWidget* Millesimi::buildSelection()
 {
-    const std::array captions{QStringLiteral("Dettaglio U.I."),
-                              QStringLiteral("Millesimi generali"), QStringLiteral("Tabelle"),
-                              QStringLiteral("Scale"), QStringLiteral("Calc. indice prop. cons.")};
+    const std::array captions{u"Dettaglio U.I."_s, u"Millesimi generali"_s, u"Tabelle"_s,
+                              u"Scale"_s, u"Calc. indice prop. cons."_s};
     constexpr int Indent = 24;
-    auto* frame = new QGroupBox(QStringLiteral("Sezioni del calcolo"));
+    auto* frame = new QGroupBox(u"Sezioni del calcolo"_s);
     auto* layout = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < m_tabSel.size(); ++i) {
         m_tabSel[i] = new QCheckBox(captions[i]);
-        m_tabSel[i]->setObjectName(QStringLiteral("TabSel%1").arg(i));
+        m_tabSel[i]->setObjectName(u"TabSel%1"_s.arg(i));
         m_tabSel[i]->setChecked(i != Indice);
         auto* row = new QHBoxLayout;
         if (i == Indice)
@@ -76,10 +73,10 @@ QWidget* Millesimi::buildSelection()
 
 QWidget* Millesimi::buildFormat()
 {
-    auto* frame = new QGroupBox(QStringLiteral("Formato dettaglio"));
+    auto* frame = new QGroupBox(u"Formato dettaglio"_s);
     auto* layout = new QVBoxLayout(frame);
-    m_esteso->setObjectName(QStringLiteral("OpzSta0"));
-    m_compatto->setObjectName(QStringLiteral("OpzSta1"));
+    m_esteso->setObjectName(u"OpzSta0"_s);
+    m_compatto->setObjectName(u"OpzSta1"_s);
     m_compatto->setChecked(true);
     layout->addWidget(m_esteso);
     layout->addWidget(m_compatto);
@@ -120,7 +117,7 @@ std::vector<TableReport> Millesimi::tables() const
 
 QString Millesimi::printTitle() const
 {
-    return QStringLiteral("Stampa prospetto dei calcoli");
+    return u"Stampa prospetto dei calcoli"_s;
 }
 
 } // namespace zelto::reports

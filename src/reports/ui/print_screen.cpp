@@ -26,7 +26,7 @@ namespace {
 QString csvFolder(const QString& workbook)
 {
     const QFileInfo file(workbook);
-    return file.dir().filePath(file.completeBaseName() + QStringLiteral(" CSV"));
+    return file.dir().filePath(file.completeBaseName() + u" CSV"_s);
 }
 
 } // namespace
@@ -52,13 +52,12 @@ void PrintScreen::setContents(QWidget* contents)
 
 QWidget* PrintScreen::buildSections()
 {
-    auto* frame = new QGroupBox(QStringLiteral("Opzioni di stampa"));
+    auto* frame = new QGroupBox(u"Opzioni di stampa"_s);
     auto* row = new QHBoxLayout(frame);
-    const std::array captions{QStringLiteral(" Prima pagina"), QStringLiteral(" Relazione"),
-                              QStringLiteral(" Calcolo")};
+    const std::array captions{u" Prima pagina"_s, u" Relazione"_s, u" Calcolo"_s};
     for (std::size_t i = 0; i < m_sezioni.size(); ++i) {
         m_sezioni[i] = new QCheckBox(captions[i]);
-        m_sezioni[i]->setObjectName(QStringLiteral("Sezione%1").arg(i));
+        m_sezioni[i]->setObjectName(u"Sezione%1"_s.arg(i));
         row->addWidget(m_sezioni[i]);
     }
     row->addStretch(1);
@@ -68,14 +67,11 @@ QWidget* PrintScreen::buildSections()
 QHBoxLayout* PrintScreen::buildButtons()
 {
     auto* row = new QHBoxLayout;
-    addButton(*row, QStringLiteral("Anteprima"), QStringLiteral("&Anteprima"),
-              &PrintScreen::anteprima)
-        ->setDefault(true);
-    addButton(*row, QStringLiteral("Stampa"), QStringLiteral("&Stampa"), &PrintScreen::stampa);
-    addButton(*row, QStringLiteral("Esporta"), QStringLiteral("&Esporta tabelle ..."),
-              &PrintScreen::esportaTabelle);
+    addButton(*row, u"Anteprima"_s, u"&Anteprima"_s, &PrintScreen::anteprima)->setDefault(true);
+    addButton(*row, u"Stampa"_s, u"&Stampa"_s, &PrintScreen::stampa);
+    addButton(*row, u"Esporta"_s, u"&Esporta tabelle ..."_s, &PrintScreen::esportaTabelle);
     row->addStretch(1);
-    addButton(*row, QStringLiteral("Chiudi"), QStringLiteral("&Chiudi"), &PrintScreen::reject);
+    addButton(*row, u"Chiudi"_s, u"&Chiudi"_s, &PrintScreen::reject);
     return row;
 }
 
@@ -114,7 +110,7 @@ print::DocumentData PrintScreen::documentData() const
     return {.printTitle = printTitle(),
             .info = {.title = documentTitle(m_documento.kind, m_modello),
                      .author = print::userFullName()},
-            .pdfPath = proposedPath(QStringLiteral(".pdf"))};
+            .pdfPath = proposedPath(u".pdf"_s)};
 }
 
 void PrintScreen::draw()
@@ -188,33 +184,29 @@ void PrintScreen::esportaTabelle()
     if (!isReady())
         return;
     const QString path =
-        print::chooseOutputPath(m_context.print.window, QStringLiteral("Esporta tabelle"),
-                                QStringLiteral("Cartelle di lavoro (*.XLSX)|*.xlsx"),
-                                proposedPath(QStringLiteral(".xlsx")));
+        print::chooseOutputPath(m_context.print.window, u"Esporta tabelle"_s,
+                                u"Cartelle di lavoro (*.XLSX)|*.xlsx"_s, proposedPath(u".xlsx"_s));
     if (path.isEmpty())
         return;
     const QString folder = csvFolder(path);
-    const bool isFree =
-        !QFileInfo::exists(folder) ||
-        m_context.print.window.confirmLoss(
-            QStringLiteral("La cartella «%1» esiste già.\n\nSostituire i suoi file CSV?")
-                .arg(QFileInfo(folder).fileName()));
+    const bool isFree = !QFileInfo::exists(folder) ||
+                        m_context.print.window.confirmLoss(
+                            u"La cartella «%1» esiste già.\n\nSostituire i suoi file CSV?"_s.arg(
+                                QFileInfo(folder).fileName()));
     if (!isFree)
         return;
     const bool written = reporting([&] { writeTables(path); });
     if (written)
         m_context.print.window.showMessage(
-            QStringLiteral("Le tabelle sono state scritte nella cartella di lavoro\n«%1»\n\ne, in "
-                           "formato CSV, nella cartella\n«%2».")
-                .arg(path, folder));
+            u"Le tabelle sono state scritte nella cartella di lavoro\n«%1»\n\ne, in "
+            u"formato CSV, nella cartella\n«%2»."_s.arg(path, folder));
 }
 
 void PrintScreen::writeTables(const QString& path)
 {
     const std::vector<TableReport> chosen = tables();
     if (chosen.empty())
-        throw calc::CalcError(
-            QStringLiteral("Non c'è nessuna tabella da esportare tra quelle scelte."));
+        throw calc::CalcError(u"Non c'è nessuna tabella da esportare tra quelle scelte."_s);
     print::makeOwnFolder(csvFolder(path));
     writeWorkbook(print::chosenPath(path), chosen, documentData().info);
     writeCsv(csvFolder(path), chosen);

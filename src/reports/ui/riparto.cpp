@@ -16,11 +16,11 @@ namespace zelto::reports {
 using widgets::TypedLine;
 
 Riparto::Riparto(const StampaContext& context, QWidget* parent)
-    : PrintScreen(QStringLiteral("Riparto"), QStringLiteral("Riparto importo"),
-                  {DocumentoRiparto, QStringLiteral(" - riparto")}, context, parent),
-      m_importo(new TypedLine(QStringLiteral("EOL"), 12)),
-      m_indice(new QCheckBox(QStringLiteral("Calc. indice proporz. alla consist."))),
-      m_quadratura(new QCheckBox(QStringLiteral("Quadratura al centesimo")))
+    : PrintScreen(u"Riparto"_s, u"Riparto importo"_s, {DocumentoRiparto, u" - riparto"_s}, context,
+                  parent),
+      m_importo(new TypedLine(u"EOL"_s, 12)),
+      m_indice(new QCheckBox(u"Calc. indice proporz. alla consist."_s)),
+      m_quadratura(new QCheckBox(u"Quadratura al centesimo"_s))
 {
     setContents(buildContents());
     setSezioni({.primaPagina = false, .relazione = false, .calcolo = true});
@@ -33,17 +33,17 @@ Riparto::Riparto(const StampaContext& context, QWidget* parent)
 
 QWidget* Riparto::buildContents()
 {
-    const QString caption = QStringLiteral("Importo da ripartire");
-    m_importo->setObjectName(QStringLiteral("Dati0"));
+    const QString caption = u"Importo da ripartire"_s;
+    m_importo->setObjectName(u"Dati0"_s);
     m_importo->setAccessibleName(caption);
     m_importo->setAlignment(Qt::AlignRight);
     m_importo->setMaximumWidth(m_importo->fontMetrics().horizontalAdvance(u'0') * 16);
     auto* label = new QLabel(caption);
     label->setBuddy(m_importo);
-    m_quadratura->setObjectName(QStringLiteral("Quadratura"));
+    m_quadratura->setObjectName(u"Quadratura"_s);
     m_quadratura->setToolTip(
-        QStringLiteral("Le quote sommano esattamente all'importo: i centesimi che mancano vanno "
-                       "ai resti maggiori"));
+        u"Le quote sommano esattamente all'importo: i centesimi che mancano vanno "
+        u"ai resti maggiori"_s);
 
     auto* contents = new QWidget;
     auto* layout = new QGridLayout(contents);
@@ -58,15 +58,14 @@ QWidget* Riparto::buildContents()
 
 QWidget* Riparto::buildShares()
 {
-    auto* frame = new QGroupBox(QStringLiteral("Millesimi"));
+    auto* frame = new QGroupBox(u"Millesimi"_s);
     auto* layout = new QGridLayout(frame);
-    addOption(*layout, Generali, QStringLiteral("Millesimi generali"));
-    addOption(*layout, Specifica, QStringLiteral("Tabella specifica"));
-    addOption(*layout, Scala, QStringLiteral("Millesimi scala"));
-    m_tabella =
-        addList(*layout, Specifica, QStringLiteral("Tabella"), QStringLiteral("Tabella specifica"));
-    m_scala = addList(*layout, Scala, QStringLiteral("Scala"), QStringLiteral("Scala"));
-    m_indice->setObjectName(QStringLiteral("Sezione3"));
+    addOption(*layout, Generali, u"Millesimi generali"_s);
+    addOption(*layout, Specifica, u"Tabella specifica"_s);
+    addOption(*layout, Scala, u"Millesimi scala"_s);
+    m_tabella = addList(*layout, Specifica, u"Tabella"_s, u"Tabella specifica"_s);
+    m_scala = addList(*layout, Scala, u"Scala"_s, u"Scala"_s);
+    m_indice->setObjectName(u"Sezione3"_s);
     widgets::keepRoomWhenHidden(*m_indice);
     layout->addWidget(m_indice, Scala + 1, 1);
     layout->setColumnStretch(1, 1);
@@ -76,7 +75,7 @@ QWidget* Riparto::buildShares()
 void Riparto::addOption(QGridLayout& layout, Tab tab, const QString& caption)
 {
     auto* option = new QRadioButton(caption);
-    option->setObjectName(QStringLiteral("TabSel%1").arg(static_cast<int>(tab)));
+    option->setObjectName(u"TabSel%1"_s.arg(static_cast<int>(tab)));
     widgets::keepRoomWhenHidden(*option);
     layout.addWidget(option, tab, 0);
     m_tabSel[tab] = option;
@@ -139,7 +138,7 @@ std::vector<TableReport> Riparto::tables() const
 
 QString Riparto::printTitle() const
 {
-    return QStringLiteral("Stampa riparto importo");
+    return u"Stampa riparto importo"_s;
 }
 
 } // namespace zelto::reports

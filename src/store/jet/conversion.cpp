@@ -2,10 +2,10 @@
 #include "store/jet/conversion.h"
 
 #include "store/database.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
+#include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/jet/table.h"
-#include "store/new_file.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
 #include "store/table_writer.h"
@@ -17,8 +17,6 @@
 #include <cmath>
 
 namespace zelto::store::jet {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

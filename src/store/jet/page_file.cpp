@@ -3,7 +3,7 @@
 
 #include "store/database_error.h"
 #include "store/engine_file.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 
 #include <algorithm>
 #include <array>
@@ -11,8 +11,6 @@
 #include <utility>
 
 namespace zelto::store::jet {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

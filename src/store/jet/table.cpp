@@ -8,8 +8,6 @@
 
 namespace zelto::store::jet {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr unsigned DataPage = 1;

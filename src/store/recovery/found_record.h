@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/page_image.h"
+#include "store/recovery/page_image.h"
 #include "store/value.h"
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/job_lock.h"
+#include "store/files/job_lock.h"
+
+#include "text/literals.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,8 +12,6 @@
 #include <unistd.h>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/own_file.h"
+#include "store/files/own_file.h"
 
 #include <QFile>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/file_witness.h"
+#include "store/files/file_witness.h"
 
 #include "store/database_error.h"
 
@@ -11,8 +11,6 @@
 #include <sys/stat.h>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/exclusive_access.h"
+#include "store/files/exclusive_access.h"
 
 #include "store/engine_errors.h"
-#include "store/new_file.h"
+#include "store/files/new_file.h"
 
 #include <QFile>
 
@@ -10,8 +10,6 @@
 #include <sqlite3.h>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 ConnectionPtr openExclusively(const QString& path)
 {

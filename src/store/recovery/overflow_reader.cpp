@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/overflow_reader.h"
+#include "store/recovery/overflow_reader.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/new_file.h"
+#include "store/files/new_file.h"
 
-#include "store/file_names.h"
-#include "store/passing_folder.h"
+#include "store/files/file_names.h"
+#include "store/files/passing_folder.h"
 #include "text/system_reason.h"
 
 #include <QFile>
@@ -17,8 +17,6 @@
 #include <utility>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/found_record.h"
+#include "store/recovery/found_record.h"
 
 #include <QStringDecoder>
 

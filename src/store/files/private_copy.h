@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/passing_folder.h"
+#include "store/files/passing_folder.h"
+#include "text/literals.h"
 
 #include <QString>
 
@@ -16,7 +17,7 @@ public:
     /// shown. Throws what checkFile throws, and DiskFull or CannotOpen when there is no place.
     PrivateCopy(const QString& path, const QString& shown);
 
-    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("copia")); }
+    [[nodiscard]] QString path() const { return m_folder.filePath(u"copia"_s); }
 
 private:
     PassingFolder m_folder;

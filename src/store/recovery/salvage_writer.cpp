@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/salvage_writer.h"
+#include "store/recovery/salvage_writer.h"
 
 #include "store/database.h"
 #include "store/job_limits.h"
-#include "store/job_salvage.h"
+#include "store/recovery/job_salvage.h"
 #include "store/schema.h"
 
 #include <algorithm>
 #include <array>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/repair.h"
+#include "store/recovery/repair.h"
 
 #include "store/database.h"
 #include "store/engine_file.h"
-#include "store/exclusive_access.h"
 #include "store/file_check.h"
-#include "store/file_names.h"
+#include "store/files/exclusive_access.h"
+#include "store/files/file_names.h"
+#include "store/files/new_file.h"
 #include "store/format_check.h"
-#include "store/job_salvage.h"
-#include "store/new_file.h"
-#include "store/salvage_writer.h"
-#include "store/salvaged_record.h"
+#include "store/recovery/job_salvage.h"
+#include "store/recovery/salvage_writer.h"
+#include "store/recovery/salvaged_record.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
 
@@ -20,8 +20,6 @@
 #include <algorithm>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/page_image.h"
+#include "store/recovery/page_image.h"
 
 #include <algorithm>
 #include <bit>

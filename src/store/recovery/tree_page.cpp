@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/tree_page.h"
+#include "store/recovery/tree_page.h"
 
-#include "store/found_record.h"
-#include "store/overflow_reader.h"
+#include "store/recovery/found_record.h"
+#include "store/recovery/overflow_reader.h"
 
 #include <algorithm>
 #include <utility>

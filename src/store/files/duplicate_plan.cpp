@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/duplicate_plan.h"
+#include "store/files/duplicate_plan.h"
 
 #include "store/database_error.h"
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 
 #include <QDir>
 #include <QStringList>
@@ -10,8 +10,6 @@
 #include <algorithm>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

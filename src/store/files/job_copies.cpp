@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/job_copies.h"
+#include "store/files/job_copies.h"
 
 #include "store/database.h"
-#include "store/file_names.h"
-#include "store/file_operations.h"
-#include "store/new_file.h"
+#include "store/files/file_names.h"
+#include "store/files/file_operations.h"
+#include "store/files/new_file.h"
 #include "store/schema.h"
 #include "text/system_reason.h"
 
@@ -18,8 +18,6 @@
 #include <ranges>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

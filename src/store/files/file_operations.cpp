@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/file_operations.h"
+#include "store/files/file_operations.h"
 
 #include "store/database.h"
 #include "store/engine_errors.h"
-#include "store/exclusive_access.h"
-#include "store/file_names.h"
-#include "store/new_file.h"
+#include "store/files/exclusive_access.h"
+#include "store/files/file_names.h"
+#include "store/files/new_file.h"
 #include "store/schema.h"
 #include "text/system_reason.h"
 
 #include <QFile>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/file_names.h"
+#include "store/files/file_names.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,8 +12,6 @@
 #include <unistd.h>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/tree_page.h"
+#include "store/recovery/tree_page.h"
 #include "store/value.h"
 
 #include <QStringView>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/passing_folder.h"
+#include "store/files/passing_folder.h"
 
-#include "store/own_file.h"
+#include "store/files/own_file.h"
+#include "text/literals.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -20,8 +21,6 @@
 #include <vector>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -2,12 +2,14 @@
 // Names of files on a system that heeds letter case, for a program that does not.
 #pragma once
 
+#include "text/literals.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace zelto::store {
 
-inline const QString JobExtension = QStringLiteral(".ZLT");
+inline const QString JobExtension = u".ZLT"_s;
 
 /// The path without the file's name and the separator before it.
 [[nodiscard]] QString folderOf(const QString& path);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/salvaged_record.h"
+#include "store/recovery/salvaged_record.h"
 
 #include "store/schema.h"
 #include "text/decimal_text.h"

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/job_salvage.h"
+#include "store/recovery/job_salvage.h"
 
-#include "store/overflow_reader.h"
-#include "store/salvaged_record.h"
+#include "store/recovery/overflow_reader.h"
+#include "store/recovery/salvaged_record.h"
+#include "text/literals.h"
 
 #include <algorithm>
 #include <set>
@@ -17,8 +18,7 @@ std::optional<std::uint64_t> rootPage(const FoundRecord& found)
 {
     constexpr std::size_t Fields = 5;
     constexpr std::size_t RootPageField = 3;
-    if (found.keyed || found.values.size() != Fields ||
-        found.values[0].text() != QStringLiteral("table") ||
+    if (found.keyed || found.values.size() != Fields || found.values[0].text() != u"table"_s ||
         !found.values[RootPageField].isInteger())
         return std::nullopt;
     return static_cast<std::uint64_t>(found.values[RootPageField].integer());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/private_copy.h"
+#include "store/files/private_copy.h"
 
 #include "store/database_error.h"
 #include "store/engine_file.h"
@@ -9,8 +9,6 @@
 #include <QDir>
 
 namespace zelto::store {
-
-using namespace Qt::StringLiterals;
 
 PrivateCopy::PrivateCopy(const QString& path, const QString& shown) : m_folder(QDir::tempPath())
 {

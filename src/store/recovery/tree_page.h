@@ -2,7 +2,7 @@
 // One page of a damaged file, read as a page of the tree that holds a table.
 #pragma once
 
-#include "store/page_image.h"
+#include "store/recovery/page_image.h"
 #include "store/value.h"
 
 #include <cstdint>
