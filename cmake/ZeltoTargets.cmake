@@ -22,7 +22,6 @@ set(zelto_core_headers <QDir> <QFile> <QHash> <QSet> <QString> <QStringList> <al
                        <map> <memory> <optional> <span> <vector>)
 set(zelto_window_headers ${zelto_core_headers} <QtWidgets/QtWidgets>)
 
-
 # zelto_library(NAME FOLDERS... EXCEPT SOURCES... HEADERS_OF TARGET LINK LIBRARIES...): all sources of
 # some folders as a static library. HEADERS_OF names the library whose compiled headers it shares.
 function(zelto_library name)
@@ -42,16 +41,4 @@ function(zelto_library name)
     if(ZELTO_FUZZ)
         target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
     endif()
-endfunction()
-
-# zelto_test(NAME SOURCE LINK LIBRARIES...): one Qt Test program, run by CTest without a display.
-function(zelto_test name source)
-    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
-    add_executable(${name} ${source})
-    target_link_libraries(${name} PRIVATE ${ARG_LINK} zelto_test_support Qt6::Test rapidcheck)
-    target_precompile_headers(${name} REUSE_FROM zelto_test_headers)
-    add_test(NAME ${name} COMMAND ${name})
-    # The machine's own printers are none of a test's business.
-    set_tests_properties(
-        ${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;CUPS_SERVER=/nessuna/stampante")
 endfunction()

@@ -5,9 +5,8 @@ cd "$(dirname "$0")/.."
 . tools/prepara.sh
 
 echo "Takes the pictures of the guide from the running program."
-installa_pacchetti
 installa_pacchetti pacchetti-guida.txt
-compila debug
+compila debug zelto zelto_example zelto_build_job
 
 pictures=docs/immagini
 # What the windows show of it: the user's own folder, short and without a name.

@@ -5,14 +5,14 @@ come_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# installa_pacchetti [LIST]: a list of packaging/, the main one without a name.
+# installa_pacchetti [LIST...]: those of packaging/pacchetti-debian.txt and of the other lists there.
 installa_pacchetti() {
-    local list missing=() package
-    list="$(dirname "${BASH_SOURCE[0]}")/../packaging/${1:-pacchetti-debian.txt}"
+    local lists missing=() package
+    lists="$(dirname "${BASH_SOURCE[0]}")/../packaging"
     while read -r package; do
         [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             missing+=("$package")
-    done < <(grep -v -e '^#' -e '^$' "$list")
+    done < <(cd "$lists" && grep -hv -e '^#' -e '^$' pacchetti-debian.txt "$@")
     [ ${#missing[@]} -eq 0 ] && return 0
 
     echo "Installing ${missing[*]}"

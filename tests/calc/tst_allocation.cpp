@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/allocation.h"
 #include "support/building.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -140,5 +141,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestAllocation)
+ZELTO_TEST(TestAllocation)
 #include "tst_allocation.moc"

@@ -2,6 +2,7 @@
 #include "calc/job_loader.h"
 #include "store/schema.h"
 #include "store/store_fixture.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -254,5 +255,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestJobLoader)
+ZELTO_TEST(TestJobLoader)
 #include "tst_job_loader.moc"

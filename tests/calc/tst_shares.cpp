@@ -4,6 +4,7 @@
 #include "calc/staircase_shares.h"
 #include "support/building.h"
 #include "support/property.h"
+#include "support/runner.h"
 #include "text/decimal_text.h"
 
 #include <QTest>
@@ -175,5 +176,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestShares)
+ZELTO_TEST(TestShares)
 #include "tst_shares.moc"

@@ -4,6 +4,7 @@
 #include "calc/shares.h"
 #include "calc/staircase_shares.h"
 #include "support/building.h"
+#include "support/runner.h"
 #include "text/decimal_text.h"
 
 #include <QTest>
@@ -206,5 +207,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestSharesExact)
+ZELTO_TEST(TestSharesExact)
 #include "tst_shares_exact.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/options.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -126,5 +127,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestOptions)
+ZELTO_TEST(TestOptions)
 #include "tst_options.moc"

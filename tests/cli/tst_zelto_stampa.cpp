@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The printing command as its users start it.
 #include "store/store_fixture.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -270,5 +271,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestZeltoStampa)
+ZELTO_TEST(TestZeltoStampa)
 #include "tst_zelto_stampa.moc"

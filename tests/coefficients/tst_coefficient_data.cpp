@@ -3,6 +3,7 @@
 #include "coefficients/general_data.h"
 #include "store/store_fixture.h"
 #include "support/dump.h"
+#include "support/runner.h"
 
 using namespace Qt::StringLiterals;
 using namespace zelto::coefficients;
@@ -99,5 +100,5 @@ private:
     int m_jobs = 0;
 };
 
-QTEST_GUILESS_MAIN(TestCoefficientData)
+ZELTO_TEST(TestCoefficientData)
 #include "tst_coefficient_data.moc"

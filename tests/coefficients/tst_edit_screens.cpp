@@ -6,6 +6,7 @@
 #include "store/store_fixture.h"
 #include "support/accessible_names.h"
 #include "support/dump.h"
+#include "support/runner.h"
 #include "support/scripted_user.h"
 #include "widgets/grid.h"
 #include "widgets/typed_line.h"
@@ -69,7 +70,7 @@ public:
     test::JobFolder folder;
     store::Database job;
     test::ScriptedUser user{folder.file({})};
-    store::MasterDatabase master{QStringLiteral(MASTER)};
+    store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
     store::Settings settings{folder.file(u"Zelto.ini"_s)};
     std::unique_ptr<widgets::EditDialog> screen;
 
@@ -275,5 +276,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestEditScreens)
+ZELTO_TEST(TestEditScreens)
 #include "tst_edit_screens.moc"

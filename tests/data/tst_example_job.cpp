@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/database.h"
 #include "store/schema.h"
+#include "support/runner.h"
 #include "text/table_text.h"
 
 #include <QDir>
@@ -119,5 +120,5 @@ void TestExampleJob::faultKeepsOldFile()
              example.entryList(QDir::Files).size() + 1);
 }
 
-QTEST_GUILESS_MAIN(TestExampleJob)
+ZELTO_TEST(TestExampleJob)
 #include "tst_example_job.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data/job_text.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QFile>
@@ -120,6 +121,6 @@ void TestJobText::paragraphs()
     QCOMPARE(readParagraphs(path), u"Uno due\r\n- tre quattro\r\ncinque\r\n\r\nsei\r\n"_s);
 }
 
-QTEST_GUILESS_MAIN(TestJobText)
+ZELTO_TEST(TestJobText)
 
 #include "tst_job_text.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/font_metrics.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QFontInfo>
 #include <QTest>
@@ -103,5 +104,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestFontMetrics)
+ZELTO_TEST(TestFontMetrics)
 #include "tst_font_metrics.moc"

@@ -4,6 +4,7 @@
 #include "print/print_error.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -133,7 +134,7 @@ private slots:
         print.BeginDocument();
         print.setPageNumber(9'998);
         print.NewPage();
-        QVERIFY_EXCEPTION_THROWN(print.NewPage(), PrintError);
+        QVERIFY_THROWS_EXCEPTION(PrintError, print.NewPage());
         QVERIFY(!print.isRecording());
     }
 
@@ -232,5 +233,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestPageFile)
+ZELTO_TEST(TestPageFile)
 #include "tst_page_file.moc"

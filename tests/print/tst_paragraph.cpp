@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/paragraph.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -155,6 +156,6 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestParagraph)
+ZELTO_TEST(TestParagraph)
 
 #include "tst_paragraph.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/preview_layout.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -74,5 +75,5 @@ private:
     }
 };
 
-QTEST_APPLESS_MAIN(TestPreviewLayout)
+ZELTO_TEST(TestPreviewLayout)
 #include "tst_preview_layout.moc"

@@ -2,6 +2,7 @@
 // Every operation: its record, and what it draws directly and on replay.
 #include "print/print_engine.h"
 #include "probe_surface.h"
+#include "support/runner.h"
 
 #include <QBuffer>
 #include <QFontMetricsF>
@@ -262,5 +263,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPrintEngine)
+ZELTO_TEST(TestPrintEngine)
 #include "tst_print_engine.moc"

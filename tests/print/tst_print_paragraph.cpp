@@ -2,6 +2,7 @@
 #include "print/print_engine.h"
 #include "probe_surface.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -158,5 +159,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPrintParagraph)
+ZELTO_TEST(TestPrintParagraph)
 #include "tst_print_paragraph.moc"

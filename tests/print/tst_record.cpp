@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/record.h"
 #include "support/property.h"
+#include "support/runner.h"
 #include "text/decimal_text.h"
 
 #include <QTest>
@@ -126,6 +127,6 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestRecord)
+ZELTO_TEST(TestRecord)
 
 #include "tst_record.moc"

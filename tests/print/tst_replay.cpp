@@ -6,6 +6,7 @@
 #include "print/record.h"
 #include "probe_surface.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QBuffer>
 #include <QTest>
@@ -120,5 +121,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestReplay)
+ZELTO_TEST(TestReplay)
 #include "tst_replay.moc"

@@ -4,6 +4,7 @@
 #include "print/picture_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
+#include "support/runner.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -232,5 +233,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestSurfaces)
+ZELTO_TEST(TestSurfaces)
 #include "tst_surfaces.moc"

@@ -2,6 +2,7 @@
 // What hurried hands do to the register: every row is one way in which a key once changed something
 // else than what the screen showed.
 #include "parametri_desk.h"
+#include "support/runner.h"
 #include "widgets/typed_line.h"
 
 #include <QAction>
@@ -328,5 +329,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestKeystrokes)
+ZELTO_TEST(TestKeystrokes)
 #include "tst_keystrokes.moc"

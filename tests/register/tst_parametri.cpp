@@ -2,6 +2,7 @@
 #include "parametri_desk.h"
 #include "reports/figures.h"
 #include "support/accessible_names.h"
+#include "support/runner.h"
 #include "widgets/typed_line.h"
 
 #include <QAction>
@@ -335,5 +336,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestParametri)
+ZELTO_TEST(TestParametri)
 #include "tst_parametri.moc"

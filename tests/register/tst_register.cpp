@@ -2,6 +2,7 @@
 #include "register/register.h"
 #include "register_fixture.h"
 #include "support/dump.h"
+#include "support/runner.h"
 
 #include <map>
 #include <random>
@@ -267,5 +268,5 @@ private:
     int m_jobs = 0;
 };
 
-QTEST_GUILESS_MAIN(TestRegister)
+ZELTO_TEST(TestRegister)
 #include "tst_register.moc"

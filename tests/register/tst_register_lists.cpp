@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register_lists.h"
 #include "register_fixture.h"
+#include "support/runner.h"
 
 using namespace Qt::StringLiterals;
 using namespace zelto::registro;
@@ -116,5 +117,5 @@ private:
     std::optional<Database> m_database;
 };
 
-QTEST_GUILESS_MAIN(TestRegisterLists)
+ZELTO_TEST(TestRegisterLists)
 #include "tst_register_lists.moc"

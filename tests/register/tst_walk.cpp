@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A hurried user at random: whatever is pressed or clicked, only what the screen names may change.
 #include "parametri_desk.h"
+#include "support/runner.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -251,5 +252,5 @@ private:
     }
 };
 
-QTEST_MAIN(TestWalk)
+ZELTO_TEST(TestWalk)
 #include "tst_walk.moc"

@@ -6,6 +6,7 @@
 #include "reports/print_sequence.h"
 #include "reports/technical_report.h"
 #include "support/building.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -305,5 +306,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPages)
+ZELTO_TEST(TestPages)
 #include "tst_pages.moc"

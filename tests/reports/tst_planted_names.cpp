@@ -11,6 +11,7 @@
 #include "support/building.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QFile>
@@ -275,5 +276,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPlantedNames)
+ZELTO_TEST(TestPlantedNames)
 #include "tst_planted_names.moc"

@@ -6,6 +6,7 @@
 #include "reports/table_export.h"
 #include "support/building.h"
 #include "support/disk_limit.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -127,5 +128,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestTableExport)
+ZELTO_TEST(TestTableExport)
 #include "tst_table_export.moc"

@@ -2,6 +2,7 @@
 #include "reports/allocation_section.h"
 #include "reports/tables.h"
 #include "support/building.h"
+#include "support/runner.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -155,5 +156,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestTableReport)
+ZELTO_TEST(TestTableReport)
 #include "tst_table_report.moc"

@@ -2,6 +2,7 @@
 #include "shell/copy_dialog.h"
 #include "store/files/file_operations.h"
 #include "support/accessible_names.h"
+#include "support/runner.h"
 
 #include <QComboBox>
 #include <QPushButton>
@@ -78,5 +79,5 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-QTEST_MAIN(TestCopyDialog)
+ZELTO_TEST(TestCopyDialog)
 #include "tst_copy_dialog.moc"

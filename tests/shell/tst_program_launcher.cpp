@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which program is started, in a desktop made of temporary folders.
 #include "shell/program_launcher.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QFile>
@@ -198,6 +199,6 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestProgramLauncher)
+ZELTO_TEST(TestProgramLauncher)
 
 #include "tst_program_launcher.moc"

@@ -6,6 +6,7 @@
 #include "shell/file_dialog.h"
 #include "shell/qt_dialogs.h"
 #include "store/database_error.h"
+#include "support/runner.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -210,5 +211,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestShellTexts)
+ZELTO_TEST(TestShellTexts)
 #include "tst_shell_texts.moc"

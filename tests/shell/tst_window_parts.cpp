@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/icons.h"
 #include "shell/status_bar.h"
+#include "support/runner.h"
 
 #include <QDirIterator>
 #include <QTest>
@@ -100,5 +101,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestWindowParts)
+ZELTO_TEST(TestWindowParts)
 #include "tst_window_parts.moc"

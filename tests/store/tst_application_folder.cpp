@@ -3,6 +3,7 @@
 #include "store/master_database.h"
 #include "store_fixture.h"
 #include "support/plain_user.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QTest>
@@ -152,5 +153,5 @@ void TestApplicationFolder::unfitMasters()
     QTEST(errorOf([&] { (void)MasterDatabase(path).groupDescriptions(); }), "error");
 }
 
-QTEST_GUILESS_MAIN(TestApplicationFolder)
+ZELTO_TEST(TestApplicationFolder)
 #include "tst_application_folder.moc"

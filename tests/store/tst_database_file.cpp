@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/jet/page_file.h"
 #include "store_fixture.h"
+#include "support/runner.h"
 
 #include <QSemaphore>
 #include <QTest>
@@ -455,5 +456,5 @@ void TestDatabaseFile::fullDisk()
     QCOMPARE(groups.text(0), u" "_s);
 }
 
-QTEST_GUILESS_MAIN(TestDatabaseFile)
+ZELTO_TEST(TestDatabaseFile)
 #include "tst_database_file.moc"

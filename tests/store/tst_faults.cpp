@@ -7,6 +7,7 @@
 #include "store/jet/conversion.h"
 #include "store/recovery/repair.h"
 #include "store_fixture.h"
+#include "support/runner.h"
 #include "system_faults.h"
 
 #include <QTest>
@@ -226,5 +227,5 @@ void TestFaults::wholeAfterFault()
     qInfo("%d calls that change files", calls);
 }
 
-QTEST_GUILESS_MAIN(TestFaults)
+ZELTO_TEST(TestFaults)
 #include "tst_faults.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store_fixture.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -144,5 +145,5 @@ void TestFieldRules::anyTextStoredOrRefused()
     }));
 }
 
-QTEST_GUILESS_MAIN(TestFieldRules)
+ZELTO_TEST(TestFieldRules)
 #include "tst_field_rules.moc"

@@ -5,6 +5,7 @@
 #include "store/files/new_file.h"
 #include "store/files/passing_folder.h"
 #include "store_fixture.h"
+#include "support/runner.h"
 #include "system_faults.h"
 
 #include <QDir>
@@ -290,5 +291,5 @@ void TestFileOperations::plainRenames()
     QVERIFY(!QFile::exists(folder.file(u"C.ZLT"_s)));
 }
 
-QTEST_GUILESS_MAIN(TestFileOperations)
+ZELTO_TEST(TestFileOperations)
 #include "tst_file_operations.moc"

@@ -3,6 +3,7 @@
 #include "jet_dump.h"
 #include "store/jet/conversion.h"
 #include "store_fixture.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -258,5 +259,5 @@ void TestJet::names()
              3204);
 }
 
-QTEST_GUILESS_MAIN(TestJet)
+ZELTO_TEST(TestJet)
 #include "tst_jet.moc"

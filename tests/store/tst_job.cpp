@@ -3,6 +3,7 @@
 #include "store/schema_check.h"
 #include "store/user_interface.h"
 #include "store_fixture.h"
+#include "support/runner.h"
 
 #include <QCryptographicHash>
 #include <QTest>
@@ -228,5 +229,5 @@ void TestJob::tables()
     QTEST(errorOf([&] { ControllaTabelle(job); }), "error");
 }
 
-QTEST_GUILESS_MAIN(TestJob)
+ZELTO_TEST(TestJob)
 #include "tst_job.moc"

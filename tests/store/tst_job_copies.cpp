@@ -3,6 +3,7 @@
 #include "job_desk.h"
 #include "store/files/new_file.h"
 #include "support/disk_limit.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -293,5 +294,5 @@ void TestJobCopies::refusedRestoring()
     QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
 }
 
-QTEST_GUILESS_MAIN(TestJobCopies)
+ZELTO_TEST(TestJobCopies)
 #include "tst_job_copies.moc"

@@ -2,6 +2,7 @@
 #include "job_desk.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -327,5 +328,5 @@ void TestJobFiles::filesAreReopened()
     QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), "no database any more");
 }
 
-QTEST_GUILESS_MAIN(TestJobFiles)
+ZELTO_TEST(TestJobFiles)
 #include "tst_job_files.moc"

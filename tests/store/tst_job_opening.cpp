@@ -2,6 +2,7 @@
 // Which jobs open in each way of opening, and jobs that others have open, too.
 #include "job_desk.h"
 #include "support/plain_user.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -260,5 +261,5 @@ void TestJobOpening::anotherProgramReplacesTheJob()
     QCOMPARE(bytesOf(desk.path(u"A.BAK"_s)), backup);
 }
 
-QTEST_GUILESS_MAIN(TestJobOpening)
+ZELTO_TEST(TestJobOpening)
 #include "tst_job_opening.moc"

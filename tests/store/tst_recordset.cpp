@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store_fixture.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -234,5 +235,5 @@ void TestRecordset::outlivesItsDatabase()
     QCOMPARE(records.text(0), unitKey(3));
 }
 
-QTEST_GUILESS_MAIN(TestRecordset)
+ZELTO_TEST(TestRecordset)
 #include "tst_recordset.moc"

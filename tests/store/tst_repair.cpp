@@ -5,6 +5,7 @@
 #include "store/recovery/repair.h"
 #include "store_fixture.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QDir>
 #include <QTest>
@@ -367,5 +368,5 @@ void TestRepair::anyBytes()
     }));
 }
 
-QTEST_GUILESS_MAIN(TestRepair)
+ZELTO_TEST(TestRepair)
 #include "tst_repair.moc"

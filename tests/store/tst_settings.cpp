@@ -3,6 +3,7 @@
 #include "store/settings.h"
 #include "store_fixture.h"
 #include "support/property.h"
+#include "support/runner.h"
 
 #include <QTest>
 
@@ -185,5 +186,5 @@ void TestSettings::recentSurvivesTheProgram()
     QCOMPARE(shown(next), u"&1 /c|&2 /a & b|&3 /x|(&4 )"_s);
 }
 
-QTEST_GUILESS_MAIN(TestSettings)
+ZELTO_TEST(TestSettings)
 #include "tst_settings.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/property.h"
+#include "support/runner.h"
 #include "text/decimal_text.h"
 
 #include <QTest>
@@ -124,6 +125,6 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestDecimalText)
+ZELTO_TEST(TestDecimalText)
 
 #include "tst_decimal_text.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/property.h"
+#include "support/runner.h"
 #include "text/decimal_text.h"
 #include "text/format_mask.h"
 
@@ -115,8 +116,8 @@ private slots:
         const QString fields = u"! "_s.repeated(MaxMaskValues);
         const QString values = u"a\t"_s.repeated(MaxMaskValues - 1);
         QCOMPARE(FormatMask(fields, values).size(), 2 * MaxMaskValues - 3);
-        QVERIFY_EXCEPTION_THROWN(FormatMask(fields + u"!"_s, values), MaskError);
-        QVERIFY_EXCEPTION_THROWN(FormatMask(u"!", values + u"\t"_s), MaskError);
+        QVERIFY_THROWS_EXCEPTION(MaskError, FormatMask(fields + u"!"_s, values));
+        QVERIFY_THROWS_EXCEPTION(MaskError, FormatMask(u"!", values + u"\t"_s));
     }
 
     void grouped_data()
@@ -144,5 +145,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestFormatMask)
+ZELTO_TEST(TestFormatMask)
 #include "tst_format_mask.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/property.h"
+#include "support/runner.h"
 #include "text/literals.h"
 #include "text/table_text.h"
 
@@ -84,5 +85,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestTableText)
+ZELTO_TEST(TestTableText)
 #include "tst_table_text.moc"

@@ -4,6 +4,7 @@
 #include "shell/guide_window.h"
 #include "support/accessible_names.h"
 #include "support/print_office.h"
+#include "support/runner.h"
 #include "ui/window_fixture.h"
 
 #include <QLineEdit>
@@ -138,5 +139,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestGuide)
+ZELTO_TEST(TestGuide)
 #include "tst_guide.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every operation of the File menu in the whole program, done and failing; tst_job_files has the
 // rest.
+#include "support/runner.h"
 #include "ui/window_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -180,5 +181,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestJobMenu)
+ZELTO_TEST(TestJobMenu)
 #include "tst_job_menu.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The window itself: start, end, titles, recent entries, panels, dropped files.
+#include "support/runner.h"
 #include "ui/window_fixture.h"
 
 #include <QCloseEvent>
@@ -316,5 +317,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestMainWindow)
+ZELTO_TEST(TestMainWindow)
 #include "tst_main_window.moc"

@@ -4,6 +4,7 @@
 #include "print/ui/pdf_pages_dialog.h"
 #include "support/accessible_names.h"
 #include "support/print_office.h"
+#include "support/runner.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -256,5 +257,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPreview)
+ZELTO_TEST(TestPreview)
 #include "tst_preview.moc"

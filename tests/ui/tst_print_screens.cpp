@@ -5,6 +5,7 @@
 #include "reports/ui/riparto.h"
 #include "support/accessible_names.h"
 #include "support/print_office.h"
+#include "support/runner.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -351,5 +352,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPrintScreens)
+ZELTO_TEST(TestPrintScreens)
 #include "tst_print_screens.moc"

@@ -3,6 +3,7 @@
 #include "reports/ui/millesimi.h"
 #include "support/print_office.h"
 #include "support/print_server.h"
+#include "support/runner.h"
 
 #include <QCheckBox>
 #include <QPrinter>
@@ -231,5 +232,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestPrinting)
+ZELTO_TEST(TestPrinting)
 #include "tst_printing.moc"

@@ -26,7 +26,7 @@ public:
     {
         QDir(m_folder.path()).mkpath(u"bin"_s);
         QDir(m_folder.path()).mkpath(u"lavori"_s);
-        QFile::copy(QStringLiteral(MASTER), program(u"Zelto.mdb"_s));
+        QFile::copy(QStringLiteral(ZELTO_MASTER), program(u"Zelto.mdb"_s));
     }
     [[nodiscard]] QString program(const QString& name) const
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "grid_desk.h"
 #include "store/settings.h"
+#include "support/runner.h"
 #include "widgets/column_widths.h"
 #include "widgets/grid_delegate.h"
 
@@ -191,5 +192,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestGrid)
+ZELTO_TEST(TestGrid)
 #include "tst_grid.moc"

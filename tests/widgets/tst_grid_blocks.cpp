@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is selected in a grid, and blocks of cells to and from the clipboard.
 #include "grid_desk.h"
+#include "support/runner.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -171,5 +172,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestGridBlocks)
+ZELTO_TEST(TestGridBlocks)
 #include "tst_grid_blocks.moc"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/runner.h"
 #include "widgets/cell_picker.h"
 #include "widgets/context_menu.h"
 #include "widgets/wheel_scroller.h"
@@ -179,5 +180,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestGridHelpers)
+ZELTO_TEST(TestGridHelpers)
 #include "tst_grid_helpers.moc"

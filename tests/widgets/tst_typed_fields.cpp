@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/runner.h"
 #include "text/literals.h"
 #include "widgets/typed_line.h"
 #include "widgets/typed_text.h"
@@ -357,5 +358,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestTypedFields)
+ZELTO_TEST(TestTypedFields)
 #include "tst_typed_fields.moc"

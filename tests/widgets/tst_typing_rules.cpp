@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/runner.h"
 #include "text/literals.h"
 #include "widgets/field_rules.h"
 
@@ -143,5 +144,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TestTypingRules)
+ZELTO_TEST(TestTypingRules)
 #include "tst_typing_rules.moc"

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/runner.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QTest>
+
+#include <cstdio>
+#include <map>
+
+namespace {
+
+std::map<QString, zelto::test::Registered::Maker>& tests()
+{
+    static std::map<QString, zelto::test::Registered::Maker> all;
+    return all;
+}
+
+} // namespace
+
+zelto::test::Registered::Registered(const char* file, Maker maker)
+{
+    tests().emplace(QFileInfo(QString::fromLocal8Bit(file)).completeBaseName(), maker);
+}
+
+int main(int argc, char** argv)
+{
+    const auto test = argc > 1 ? tests().find(QString::fromLocal8Bit(argv[1])) : tests().end();
+    if (test == tests().end()) {
+        std::fputs("Usage: PROGRAM TEST [options of Qt Test], of the tests\n", stderr);
+        for (const auto& [name, maker] : tests())
+            std::fprintf(stderr, "  %s\n", qPrintable(name));
+        return 1;
+    }
+    // Qt Test sees a program of this one test.
+    argv[1] = argv[0];
+    --argc;
+    ++argv;
+    QApplication application(argc, argv);
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(test->second().get(), argc, argv);
+}
