@@ -40,10 +40,9 @@ int numberOf(const QString& name)
 
 QDateTime momentOf(const QString& name)
 {
-    QDateTime moment =
+    const QDateTime read =
         QDateTime::fromString(name.mid(NumberDigits + 1).chopped(4), StateFormat.toString());
-    moment.setTimeSpec(Qt::UTC);
-    return moment;
+    return {read.date(), read.time(), QTimeZone::utc()};
 }
 
 /// Names of the copies in a job's folder, the last state first.
