@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <ranges>
