@@ -193,7 +193,7 @@ void Application::connectParametri(store::Database& lavoro)
 {
     using registro::Parametri;
     connect(m_parametri, &Parametri::calculatorRequested, this,
-            [] { ProgramLauncher().ApriConProgramma(u"calc.exe"_s); });
+            [] { ApriConProgramma(u"calc.exe"_s); });
     connect(m_parametri, &Parametri::millesimiRequested, this, [this, &lavoro] {
         reportingErrors([&] { showPrintScreen<reports::Millesimi>(lavoro); });
     });
