@@ -44,16 +44,16 @@ std::vector<BareTable> bareTables(const QString& original)
     std::vector<BareTable> tables;
     for (const store::TableDef& definition : store::jobTables()) {
         BareTable table;
-        store::QueryRecordset records =
-            job.OpenRecordset(u"SELECT * FROM "_s + store::quoted(definition.name));
+        store::Query records = job.records(definition.name);
         QByteArrayList names;
-        for (const QString& name : records.fieldNames())
-            names << store::quoted(name).toUtf8() + (name == u"Chiave" ? " PRIMARY KEY" : "");
+        for (const store::FieldDef& field : definition.fields)
+            names << store::quoted(field.name).toUtf8() +
+                         (field.name == store::CampoChiave ? " PRIMARY KEY" : "");
         table.create =
             "CREATE TABLE " + store::quoted(definition.name).toUtf8() + "(" + names.join(',') + ")";
         table.insert = "INSERT INTO " + store::quoted(definition.name).toUtf8() + " VALUES(" +
                        QByteArrayList(names.size(), "?").join(',') + ")";
-        for (; !records.EndOfFile(); records.MoveNext()) {
+        for (; !records.atEnd(); records.next()) {
             std::vector<QByteArray>& row = table.rows.emplace_back();
             for (int field = 0; field < records.fieldCount(); ++field)
                 row.push_back(records.text(field).toUtf8());

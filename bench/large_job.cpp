@@ -12,30 +12,11 @@ namespace zelto::bench {
 namespace {
 
 using store::Database;
-using store::TableRecordset;
-using store::Value;
+using store::Record;
+using store::RecordWriter;
 
 constexpr int Staircases = 6;
 constexpr int SpecialTables = 10;
-
-using Record = std::vector<Value>;
-
-std::vector<Record> recordsOf(Database& job, QStringView table)
-{
-    std::vector<Record> records;
-    for (TableRecordset source = job.openTable(table); !source.EndOfFile(); source.MoveNext()) {
-        Record& record = records.emplace_back();
-        for (int field = 0; field < source.fieldCount(); ++field)
-            record.push_back(source.field(field));
-    }
-    return records;
-}
-
-void setFields(TableRecordset& target, const Record& record, int from)
-{
-    for (int field = from; field < static_cast<int>(record.size()); ++field)
-        target.setField(field, record[static_cast<std::size_t>(field)]);
-}
 
 void writeGeneralData(Database& job, Record record)
 {
@@ -45,22 +26,18 @@ void writeGeneralData(Database& job, Record record)
     for (int s = 0; s < Staircases; ++s)
         codes += u"%1\tScala %1 - corpo %2\t50\r\n"_s.arg(QChar(u'A' + s)).arg(s + 1);
     record[16] = codes;
-    TableRecordset target = job.openTable(store::TabellaDatiGenerali);
-    target.Edit();
-    setFields(target, record, 1);
-    target.Update();
+    job.writer(store::jobTable(store::TabellaDatiGenerali))
+        .change(job.records(store::TabellaDatiGenerali).record(), record);
 }
 
 void writeCoefficients(Database& job, const Record& record)
 {
-    TableRecordset target = job.openTable(store::TabellaVariabili);
-    target.Edit();
-    setFields(target, record, 0);
-    target.Update();
+    job.writer(store::jobTable(store::TabellaVariabili))
+        .change(job.records(store::TabellaVariabili).record(), record);
 }
 
 /// Every unit belongs to one staircase and to two tables of three.
-void addUnit(TableRecordset& units, Record record, int unit)
+void addUnit(RecordWriter& units, Record record, int unit)
 {
     QString flags(SpecialTables, u' ');
     for (int t = 0; t < SpecialTables; ++t)
@@ -70,27 +47,23 @@ void addUnit(TableRecordset& units, Record record, int unit)
     record[1] = unit;
     record[4] = QString(QChar(u'A' + (unit - 1) * Staircases / Units));
     record[6] = flags;
-    units.AddNew();
-    setFields(units, record, 0);
-    units.Update();
+    units.add(record);
 }
 
-void addRoom(TableRecordset& rooms, Record record, int unit, int position)
+void addRoom(RecordWriter& rooms, Record record, int unit, int position)
 {
     record[0] = store::roomKey(unit, position);
     record[1] = unit;
     record[2] = position;
-    rooms.AddNew();
-    setFields(rooms, record, 0);
-    rooms.Update();
+    rooms.add(record);
 }
 
 void writeUnits(Database& job, const std::vector<Record>& units, const std::vector<Record>& rooms)
 {
     for (const QStringView table : {store::TabellaVani, store::TabellaUnita})
         job.Execute(u"DELETE FROM [%1]"_s.arg(table));
-    TableRecordset unitTable = job.openTable(store::TabellaUnita);
-    TableRecordset roomTable = job.openTable(store::TabellaVani);
+    RecordWriter unitTable = job.writer(store::jobTable(store::TabellaUnita));
+    RecordWriter roomTable = job.writer(store::jobTable(store::TabellaVani));
     std::size_t next = 0;
     for (int unit = 1; unit <= Units; ++unit) {
         addUnit(unitTable, units[static_cast<std::size_t>(unit) % units.size()], unit);
@@ -107,10 +80,10 @@ void writeLargeJob(const QString& exampleJob, const QString& path)
     Database job = Database::create(path);
     store::CreaTabelleBase(job);
     Database::Transaction transaction(job);
-    writeGeneralData(job, recordsOf(example, store::TabellaDatiGenerali).front());
-    writeCoefficients(job, recordsOf(example, store::TabellaVariabili).front());
-    writeUnits(job, recordsOf(example, store::TabellaUnita),
-               recordsOf(example, store::TabellaVani));
+    writeGeneralData(job, example.records(store::TabellaDatiGenerali).record());
+    writeCoefficients(job, example.records(store::TabellaVariabili).record());
+    writeUnits(job, example.records(store::TabellaUnita).records(),
+               example.records(store::TabellaVani).records());
     transaction.commit();
 }
 

@@ -5,66 +5,63 @@
 #include "store/database.h"
 #include "store/schema.h"
 
+#include <algorithm>
 #include <array>
 
 namespace zelto::data {
 namespace {
 
 using store::Database;
-using store::TableRecordset;
+using store::Record;
+using store::RecordWriter;
 using store::Value;
 
-void setTexts(TableRecordset& records, int firstField, std::span<const QString> texts)
+void putTexts(Record& record, std::size_t firstField, std::span<const QString> texts)
 {
+    record.resize(std::max(record.size(), firstField + texts.size()));
     for (const QString& text : texts)
-        records.setField(firstField++, Value::nullIfEmpty(text));
+        record[firstField++] = Value::nullIfEmpty(text);
 }
 
 void writeGeneralData(Database& job, const JobText& text)
 {
-    TableRecordset records = job.openTable(store::TabellaDatiGenerali);
-    records.Edit();
-    setTexts(records, 1, text.description);
-    setTexts(records, 3, std::array{text.notes, text.date, text.report});
-    setTexts(records, 6, text.tables);
-    setTexts(records, 16, std::array{text.staircases});
-    records.Update();
+    const Record blank = job.records(store::TabellaDatiGenerali).record();
+    Record record = blank;
+    putTexts(record, 1, text.description);
+    putTexts(record, 3, std::array{text.notes, text.date, text.report});
+    putTexts(record, 6, text.tables);
+    putTexts(record, 16, std::array{text.staircases});
+    job.writer(store::jobTable(store::TabellaDatiGenerali)).change(blank, record);
 }
 
 void writeCoefficients(Database& job, const JobText& text)
 {
-    TableRecordset records = job.openTable(store::TabellaVariabili);
-    records.Edit();
-    setTexts(records, 0, text.groups);
-    records.Update();
+    const Record blank = job.records(store::TabellaVariabili).record();
+    Record record;
+    putTexts(record, 0, text.groups);
+    job.writer(store::jobTable(store::TabellaVariabili)).change(blank, record);
 }
 
-void writeRoom(TableRecordset& rooms, const Row& row, int unit, int position)
+Record roomRecord(const Row& row, int unit, int position)
 {
-    rooms.AddNew();
-    rooms.setField(0, Value{store::roomKey(unit, position)});
-    rooms.setField(1, Value{unit});
-    rooms.setField(2, Value{position});
-    setTexts(rooms, 3, row.cells);
-    rooms.Update();
+    Record record{store::roomKey(unit, position), unit, position};
+    putTexts(record, 3, row.cells);
+    return record;
 }
 
-void writeUnit(TableRecordset& units, const UnitText& text, int unit)
+Record unitRecord(const UnitText& text, int unit)
 {
-    units.AddNew();
-    units.setField(0, Value{store::unitKey(unit)});
-    units.setField(1, Value{unit});
-    setTexts(units, 2, std::span(text.row.cells).first(4));
-    units.setField(6, Value{text.flags});
-    units.Update();
+    Record record{store::unitKey(unit), unit};
+    putTexts(record, 2, std::span(text.row.cells).first(4));
+    record.emplace_back(text.flags);
+    return record;
 }
 
-/// Does the writing of a row; a refusal of the database becomes a fault of that row.
-template <typename Write>
-void writing(const QString& path, const Row& row, Write write)
+/// Adds the record of a row; a refusal of the database becomes a fault of that row.
+void addRecord(RecordWriter& writer, const Record& record, const QString& path, const Row& row)
 {
     try {
-        write();
+        writer.add(record);
     } catch (const store::DatabaseError& error) {
         throw DataFault(path, row.line, error.description());
     }
@@ -72,19 +69,16 @@ void writing(const QString& path, const Row& row, Write write)
 
 void writeUnits(Database& job, const JobText& text)
 {
-    job.Execute(QStringLiteral("DELETE FROM [%1]").arg(store::TabellaVani));
-    job.Execute(QStringLiteral("DELETE FROM [%1]").arg(store::TabellaUnita));
-    TableRecordset units = job.openTable(store::TabellaUnita);
-    TableRecordset rooms = job.openTable(store::TabellaVani);
+    for (const QStringView table : {store::TabellaVani, store::TabellaUnita})
+        job.Execute(u"DELETE FROM "_s + store::quoted(table));
+    RecordWriter units = job.writer(store::jobTable(store::TabellaUnita));
+    RecordWriter rooms = job.writer(store::jobTable(store::TabellaVani));
     int number = 0;
     for (const UnitText& unit : text.units) {
-        ++number;
-        writing(text.unitsPath, unit.row, [&] { writeUnit(units, unit, number); });
+        addRecord(units, unitRecord(unit, ++number), text.unitsPath, unit.row);
         int position = 0;
-        for (const Row& room : unit.rooms) {
-            ++position;
-            writing(text.unitsPath, room, [&] { writeRoom(rooms, room, number, position); });
-        }
+        for (const Row& room : unit.rooms)
+            addRecord(rooms, roomRecord(room, number, ++position), text.unitsPath, room);
     }
 }
 

@@ -39,13 +39,10 @@ void writeMaster(const QString& path, const DataText& text)
     Database master = Database::create(path);
     master.Execute(QStringLiteral("PRAGMA user_version = %1").arg(store::masterAccessMark()));
     master.appendTable(store::masterTable());
-    store::TableRecordset records = master.openTable(store::TabellaCoefficenti);
-    for (const Row& row : text.rows()) {
-        records.AddNew();
-        records.setField(0, Value::nullIfEmpty(row.cells[1]));
-        records.setField(1, row.cells[0]);
-        records.Update();
-    }
+    const store::TableDef& table = store::masterTable();
+    store::RecordWriter writer = master.writer(table);
+    for (const Row& row : text.rows())
+        writer.add(store::Record{Value::nullIfEmpty(row.cells[1]), row.cells[0]});
 }
 
 void buildMaster(const QString& textPath, const QString& output)

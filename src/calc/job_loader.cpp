@@ -2,6 +2,7 @@
 #include "calc/job_loader.h"
 
 #include "calc/shares.h"
+#include "store/job_queries.h"
 #include "store/schema.h"
 #include "text/decimal_text.h"
 #include "text/table_text.h"
@@ -14,8 +15,6 @@
 namespace zelto::calc {
 
 namespace {
-
-using store::TableRecordset;
 
 /// Lines of the table of codes that are looked at.
 constexpr int MaxCodici = 1000;
@@ -46,9 +45,8 @@ std::vector<CodiceScala> leggiCodici(const QString& tableText)
 
 void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
 {
-    TableRecordset dati = lavoro.openTable(store::TabellaDatiGenerali);
-    dati.setIndex(store::IndicePrimario);
-    if (dati.EndOfFile())
+    const store::Query dati = lavoro.records(store::TabellaDatiGenerali, {}, store::CampoChiave);
+    if (dati.atEnd())
         return;
     modello.Descrizione = dati.text(1);
     modello.Descrizione2 = dati.text(2);
@@ -61,7 +59,7 @@ void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
     modello.tabellaCodici = leggiCodici(dati.text(16));
 }
 
-UnitaImmobiliare leggiUnita(const store::Recordset& record)
+UnitaImmobiliare leggiUnita(const store::Query& record)
 {
     UnitaImmobiliare unita;
     unita.RifUI = static_cast<int>(record.integer(1));
@@ -86,15 +84,14 @@ void requireRoom(const ModelloLavoro& modello)
 
 void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
 {
-    TableRecordset record = lavoro.openTable(store::TabellaUnita);
-    record.setIndex(store::IndicePrimario);
-    for (; !record.EndOfFile(); record.MoveNext()) {
+    store::Query record = lavoro.records(store::TabellaUnita, {}, store::CampoChiave);
+    for (; !record.atEnd(); record.next()) {
         requireRoom(modello);
         modello.unita.push_back(leggiUnita(record));
     }
 }
 
-Vano leggiVano(const TableRecordset& record, Liste& liste)
+Vano leggiVano(const store::Query& record, Liste& liste)
 {
     const auto coefficiente = [&](int ordinal, std::size_t lista) {
         return toSingle(liste[lista - 1].resolve(record.utf8(ordinal)));
@@ -112,14 +109,10 @@ Vano leggiVano(const TableRecordset& record, Liste& liste)
     return vano;
 }
 
-/// Reads the rooms of a unit from the record that its key finds.
-void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
+/// Reads the rooms of a unit by its key.
+void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 {
-    const QString chiave = store::unitKey(unita.RifUI);
-    const std::string prefix = chiave.toStdString();
-    record.Seek(TableRecordset::Comparison::GreaterOrEqual, chiave);
-    for (; !record.NoMatch() && !record.EndOfFile() && record.utf8(0).starts_with(prefix);
-         record.MoveNext()) {
+    for (record.restart(store::roomKeysOf(unita.RifUI)); !record.atEnd(); record.next()) {
         if (unita.vani.size() == MaxVani)
             throw CalcError(nomeUnita(unita) +
                             u" ha più di %1 vani, il massimo di un'unità."_s.arg(MaxVani));
@@ -131,23 +124,13 @@ void leggiVani(TableRecordset& record, UnitaImmobiliare& unita, Liste& liste)
     }
 }
 
-/// The records of the unit with that number, each with its place among all units behind the fields.
-store::QueryRecordset cercaUnita(store::Database& lavoro, int rifUI)
-{
-    static const QString sql =
-        u"SELECT u.*, (SELECT COUNT(*) FROM [%1] p WHERE p.Chiave < u.Chiave) AS Posto "
-        u"FROM [%1] u WHERE u.[Riferimento unità] = :1 ORDER BY u.Chiave"_s.arg(
-            store::TabellaUnita);
-    return lavoro.OpenRecordset(sql, std::array{store::Value(rifUI)});
-}
-
 } // namespace
 
 Liste CaricaListe(store::Database& lavoro)
 {
     Liste liste;
-    TableRecordset variabili = lavoro.openTable(store::TabellaVariabili);
-    if (variabili.EndOfFile())
+    const store::Query variabili = lavoro.records(store::TabellaVariabili);
+    if (variabili.atEnd())
         return liste;
     for (int k = 1; k <= NumListe; ++k)
         if (!variabili.isNull(k))
@@ -162,8 +145,7 @@ ModelloLavoro CaricaLavoro(store::Database& lavoro)
     leggiDatiGenerali(lavoro, modello);
     leggiElencoUnita(lavoro, modello);
 
-    TableRecordset vani = lavoro.openTable(store::TabellaVani);
-    vani.setIndex(store::IndicePrimario);
+    store::Query vani = store::roomsByKey(lavoro);
     for (UnitaImmobiliare& unita : modello.unita)
         leggiVani(vani, unita, liste);
     return modello;
@@ -174,15 +156,14 @@ void RicaricaUnita(store::Database& lavoro, ModelloLavoro& modello, int rifUI)
     ModelloLavoro nuovo = modello;
     std::erase_if(nuovo.unita, [&](const UnitaImmobiliare& unita) { return unita.RifUI == rifUI; });
     Liste liste = CaricaListe(lavoro);
-    TableRecordset vani = lavoro.openTable(store::TabellaVani);
-    vani.setIndex(store::IndicePrimario);
-    store::QueryRecordset record = cercaUnita(lavoro, rifUI);
-    for (; !record.EndOfFile(); record.MoveNext()) {
+    store::Query vani = store::roomsByKey(lavoro);
+    store::Query record =
+        lavoro.records(store::TabellaUnita, {{store::CampoUnita, rifUI}}, store::CampoChiave);
+    for (; !record.atEnd(); record.next()) {
         requireRoom(nuovo);
         UnitaImmobiliare unita = leggiUnita(record);
         leggiVani(vani, unita, liste);
-        const auto posto = std::min(record.integer(record.fieldCount() - 1),
-                                    static_cast<qint64>(nuovo.unita.size()));
+        const auto posto = std::min(store::unitsBefore(lavoro, record.field(0)), nuovo.NumUI());
         nuovo.unita.insert(nuovo.unita.begin() + posto, std::move(unita));
     }
     modello = std::move(nuovo);

@@ -4,9 +4,9 @@
 #include "store/database.h"
 #include "store/schema.h"
 
-namespace zelto::coefficients {
+#include <algorithm>
 
-using store::TableRecordset;
+namespace zelto::coefficients {
 
 const QStringList& groupNames()
 {
@@ -18,22 +18,18 @@ const QStringList& groupNames()
 
 namespace {
 
-/// On its only record, one of blanks that is added if there is none.
-TableRecordset openGroups(store::Database& lavoro)
+/// The only record, one of blanks that is added if there is none.
+store::Record groupsRecord(store::Database& lavoro)
 {
-    TableRecordset record = lavoro.openTable(store::TabellaVariabili);
-    if (record.EndOfFile()) {
+    if (lavoro.count(store::TabellaVariabili) == 0)
         store::addBlankGroups(lavoro);
-        record.MoveFirst();
-    }
-    return record;
+    return lavoro.records(store::TabellaVariabili).record();
 }
 
-GroupTexts readGroups(const TableRecordset& record)
+GroupTexts readGroups(const store::Record& record)
 {
     GroupTexts groups;
-    for (int group = 0; group < NumGroups; ++group)
-        groups.at(static_cast<std::size_t>(group)) = record.text(group);
+    std::ranges::transform(record, groups.begin(), &store::Value::text);
     return groups;
 }
 
@@ -41,24 +37,21 @@ GroupTexts readGroups(const TableRecordset& record)
 
 GroupTexts loadGroups(store::Database& lavoro)
 {
-    return readGroups(openGroups(lavoro));
+    return readGroups(groupsRecord(lavoro));
 }
 
 void saveGroups(store::Database& lavoro, const GroupTexts& groups, const GroupTexts& loaded)
 {
     store::Database::Transaction transaction(lavoro);
-    TableRecordset record = openGroups(lavoro);
-    if (readGroups(record) != loaded)
+    const store::Record stored = groupsRecord(lavoro);
+    if (readGroups(stored) != loaded)
         throw store::DatabaseError(store::ErrorNumber::RecordChanged,
                                    u"I coefficienti del lavoro sono stati cambiati da "
                                    u"un altro programma. Annullare e riaprire la "
                                    u"finestra per vederli."_s);
-    record.Edit();
-    for (int group = 0; group < NumGroups; ++group)
-        record.setField(group,
-                        store::Value::nullIfEmpty(groups.at(static_cast<std::size_t>(group))));
-    record.Update();
-    record.Close();
+    store::Record record(groups.size());
+    std::ranges::transform(groups, record.begin(), store::Value::nullIfEmpty);
+    lavoro.writer(store::jobTable(store::TabellaVariabili)).change(stored, record);
     transaction.commit();
 }
 

@@ -10,33 +10,26 @@
 namespace zelto::coefficients {
 
 using store::FieldType;
-using store::TableRecordset;
 
 namespace {
 
 const QString DateShown = u"dd/MM/yyyy"_s;
 
-const store::FieldDef& fieldOf(int text)
+const store::FieldDef& fieldOf(std::size_t text)
 {
-    return store::jobTable(store::TabellaDatiGenerali).fields[static_cast<std::size_t>(text) + 1];
+    return store::jobTable(store::TabellaDatiGenerali).fields[text + 1];
 }
 
-/// On its first record, one that is added if there is none.
-TableRecordset openGeneralData(store::Database& lavoro)
+/// The first record, one that is added if there is none.
+store::Record generalRecord(store::Database& lavoro)
 {
-    TableRecordset record = lavoro.openTable(store::TabellaDatiGenerali);
-    record.setIndex(store::IndicePrimario);
-    if (record.EndOfFile()) {
-        record.AddNew();
-        record.setField(0, 1);
-        record.Update();
-        record.MoveFirst();
-    }
-    return record;
+    if (lavoro.count(store::TabellaDatiGenerali) == 0)
+        store::addGeneralData(lavoro);
+    return lavoro.records(store::TabellaDatiGenerali, {}, store::CampoChiave).record();
 }
 
 /// A stored date that is none is shown as it is.
-QString shownText(int text, const QString& stored)
+QString shownText(std::size_t text, const QString& stored)
 {
     if (fieldOf(text).type != FieldType::Date)
         return stored;
@@ -45,7 +38,7 @@ QString shownText(int text, const QString& stored)
 }
 
 /// A date that is none is left for the database to refuse.
-QString storedText(int text, QString shown)
+QString storedText(std::size_t text, QString shown)
 {
     switch (fieldOf(text).type) {
     case FieldType::Date: {
@@ -61,11 +54,11 @@ QString storedText(int text, QString shown)
     }
 }
 
-GeneralTexts readGeneralData(const TableRecordset& record)
+GeneralTexts readGeneralData(const store::Record& record)
 {
     GeneralTexts texts;
-    for (int i = 0; i < NumGeneralTexts; ++i)
-        texts.at(static_cast<std::size_t>(i)) = shownText(i, record.text(i + 1));
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts.at(i) = shownText(i, record[i + 1].text());
     return texts;
 }
 
@@ -73,24 +66,22 @@ GeneralTexts readGeneralData(const TableRecordset& record)
 
 GeneralTexts loadGeneralData(store::Database& lavoro)
 {
-    return readGeneralData(openGeneralData(lavoro));
+    return readGeneralData(generalRecord(lavoro));
 }
 
 void saveGeneralData(store::Database& lavoro, const GeneralTexts& texts, const GeneralTexts& loaded)
 {
     store::Database::Transaction transaction(lavoro);
-    TableRecordset record = openGeneralData(lavoro);
-    if (readGeneralData(record) != loaded)
+    const store::Record stored = generalRecord(lavoro);
+    if (readGeneralData(stored) != loaded)
         throw store::DatabaseError(store::ErrorNumber::RecordChanged,
                                    u"I dati generali del lavoro sono stati cambiati "
                                    u"da un altro programma. Annullare e riaprire la "
                                    u"finestra per vederli."_s);
-    record.Edit();
-    for (int i = 0; i < NumGeneralTexts; ++i)
-        record.setField(
-            i + 1, store::Value::nullIfEmpty(storedText(i, texts.at(static_cast<std::size_t>(i)))));
-    record.Update();
-    record.Close();
+    store::Record record = stored;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        record[i + 1] = store::Value::nullIfEmpty(storedText(i, texts.at(i)));
+    lavoro.writer(store::jobTable(store::TabellaDatiGenerali)).change(stored, record);
     transaction.commit();
 }
 

@@ -2,6 +2,7 @@
 #include "register/register.h"
 
 #include "register/register_writer.h"
+#include "store/job_queries.h"
 #include "store/schema.h"
 
 #include <QSet>
@@ -11,12 +12,11 @@
 
 namespace zelto::registro {
 
+using store::CampoUnita;
 using store::Value;
 using Table = RecordChange::Table;
 
 namespace {
-
-const QString NumberField = u"Riferimento unità"_s;
 
 Record emptyUnit(const QString& key, int number)
 {
@@ -49,14 +49,14 @@ struct Missing
 
 Record Register::foundUnit(const Writer& writer, int unit)
 {
-    const std::vector<Record> found = writer.find(Table::Units, NumberField, Value(unit));
+    const std::vector<Record> found = writer.find(Table::Units, CampoUnita, Value(unit));
     return found.empty() ? throw Missing() : found.front();
 }
 
 Record Register::foundRoom(const Writer& writer, int unit, int position)
 {
     const std::vector<Record> found =
-        writer.find(Table::Rooms, u"Chiave"_s, store::roomKey(unit, position));
+        writer.find(Table::Rooms, store::CampoChiave, store::roomKey(unit, position));
     return found.empty() ? throw Missing() : found.front();
 }
 
@@ -100,7 +100,7 @@ RegisterChange Register::perform(Deed deed, const std::function<void(Writer&)>& 
 
 void Register::addUnit(Writer& writer, const NewTexts& texts)
 {
-    const int number = writer.nextUnit();
+    const int number = store::nextUnit(m_lavoro);
     const QString key = store::unitKey(number);
     Record unit = emptyUnit(key, number);
     setTexts(unit, texts);
@@ -110,7 +110,7 @@ void Register::addUnit(Writer& writer, const NewTexts& texts)
 
 void Register::addRoom(Writer& writer, int unit, const NewTexts& texts)
 {
-    const int position = writer.highestPosition(unit) + 1;
+    const int position = store::nextPosition(m_lavoro, unit);
     Record room = emptyRoom(store::roomKey(unit, position), unit, position);
     setTexts(room, texts);
     writer.add(Table::Rooms, std::move(room));
@@ -118,12 +118,12 @@ void Register::addRoom(Writer& writer, int unit, const NewTexts& texts)
 
 RegisterChange Register::AggiungiUI()
 {
-    return perform(Deed::Adds, [](Writer& writer) { addUnit(writer, {}); });
+    return perform(Deed::Adds, [this](Writer& writer) { addUnit(writer, {}); });
 }
 
 RegisterChange Register::AggiungiVano(int unit)
 {
-    return perform(Deed::Adds, [unit](Writer& writer) {
+    return perform(Deed::Adds, [this, unit](Writer& writer) {
         writer.requireUnit(unit);
         addRoom(writer, unit, {});
     });
@@ -134,7 +134,7 @@ RegisterChange Register::EliminaUI(const QList<int>& units)
     return perform(Deed::Deletes, [&](Writer& writer) {
         for (const int unit : units)
             for (const Table table : {Table::Units, Table::Rooms})
-                for (const Record& record : writer.find(table, NumberField, unit))
+                for (const Record& record : writer.find(table, CampoUnita, unit))
                     writer.remove(table, record);
     });
 }
@@ -142,7 +142,7 @@ RegisterChange Register::EliminaUI(const QList<int>& units)
 RegisterChange Register::EliminaVano(int unit, const QList<int>& positions)
 {
     return perform(Deed::Deletes, [&](Writer& writer) {
-        for (const Record& room : writer.find(Table::Rooms, NumberField, unit))
+        for (const Record& room : writer.find(Table::Rooms, CampoUnita, unit))
             if (positions.contains(numberOf(room, RoomPosition)))
                 writer.remove(Table::Rooms, room);
     });
@@ -152,15 +152,15 @@ RegisterChange Register::DuplicaUI(const QList<int>& units)
 {
     return perform(Deed::Copies, [&](Writer& writer) {
         for (const int unit : units) {
-            const std::vector<Record> sources = writer.find(Table::Units, NumberField, unit);
+            const std::vector<Record> sources = writer.find(Table::Units, CampoUnita, unit);
             if (sources.empty())
                 continue;
-            const int number = writer.nextUnit();
+            const int number = store::nextUnit(m_lavoro);
             Record copy = sources.front();
             copy[UnitKey] = store::unitKey(number);
             copy[UnitNumber] = number;
             writer.add(Table::Units, std::move(copy));
-            std::vector<Record> rooms = writer.find(Table::Rooms, NumberField, unit);
+            std::vector<Record> rooms = writer.find(Table::Rooms, CampoUnita, unit);
             if (rooms.empty())
                 writer.add(Table::Rooms, emptyRoom(store::roomKey(number, 1), number, 1));
             for (Record& room : rooms) {
@@ -176,9 +176,9 @@ RegisterChange Register::DuplicaVano(int unit, const QList<int>& positions)
 {
     return perform(Deed::Copies, [&](Writer& writer) {
         writer.requireUnit(unit);
-        const std::vector<Record> rooms = writer.find(Table::Rooms, NumberField, unit);
+        const std::vector<Record> rooms = writer.find(Table::Rooms, CampoUnita, unit);
         for (const int source : positions) {
-            const int position = writer.highestPosition(unit) + 1;
+            const int position = store::nextPosition(m_lavoro, unit);
             Record copy = emptyRoom(store::roomKey(unit, position), unit, position);
             for (const Record& room : rooms)
                 if (room[RoomPosition] == Value(source))
@@ -195,8 +195,8 @@ RegisterChange Register::ScambiaUI(const QList<std::pair<int, int>>& pairs)
         for (const auto& [one, other] : pairs) {
             writer.exchange(Table::Units, foundUnit(writer, one), foundUnit(writer, other),
                             UnitRiferimento);
-            const std::vector<Record> ofOne = writer.find(Table::Rooms, NumberField, one);
-            const std::vector<Record> ofOther = writer.find(Table::Rooms, NumberField, other);
+            const std::vector<Record> ofOne = writer.find(Table::Rooms, CampoUnita, one);
+            const std::vector<Record> ofOther = writer.find(Table::Rooms, CampoUnita, other);
             for (const auto* rooms : {&ofOne, &ofOther})
                 for (const Record& room : *rooms)
                     writer.remove(Table::Rooms, room);

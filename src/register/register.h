@@ -100,8 +100,8 @@ private:
     // Throw Missing when there is none.
     [[nodiscard]] static Record foundUnit(const Writer& writer, int unit);
     [[nodiscard]] static Record foundRoom(const Writer& writer, int unit, int position);
-    static void addUnit(Writer& writer, const NewTexts& texts);
-    static void addRoom(Writer& writer, int unit, const NewTexts& texts);
+    void addUnit(Writer& writer, const NewTexts& texts);
+    void addRoom(Writer& writer, int unit, const NewTexts& texts);
     [[nodiscard]] bool isAsSeen(const std::vector<RecordChange>& records) const;
     RegisterChange perform(Deed deed, const std::function<void(Writer&)>& work);
     RegisterChange replay(const RegisterChange& change);

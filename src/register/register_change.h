@@ -11,8 +11,8 @@
 
 namespace zelto::registro {
 
-/// All fields of a unit or a room in their order.
-using Record = std::vector<store::Value>;
+/// All fields of a unit or a room.
+using store::Record;
 
 /// Places of fields in a record.
 enum UnitField : int {

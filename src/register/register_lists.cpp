@@ -4,7 +4,7 @@
 #include "coefficients/coefficient_groups.h"
 #include "coefficients/general_data.h"
 #include "register/register_change.h"
-#include "store/database.h"
+#include "store/job_queries.h"
 #include "store/schema.h"
 #include "text/table_text.h"
 
@@ -12,7 +12,8 @@
 
 namespace zelto::registro {
 
-using store::QueryRecordset;
+using store::CampoChiave;
+using store::CampoUnita;
 using store::Value;
 
 namespace {
@@ -20,7 +21,7 @@ namespace {
 /// Lines of the table of codes that are looked at.
 constexpr int MaxCodes = 100;
 
-UnitRow unitRow(const store::Recordset& record)
+UnitRow unitRow(const store::Query& record)
 {
     UnitRow row{.number = static_cast<int>(record.integer(UnitNumber)),
                 .texts = {},
@@ -55,30 +56,18 @@ std::vector<CoefficientEntry> readEntries(const QString& groupText)
     return entries;
 }
 
-QStringList readLevels(store::Database& lavoro)
-{
-    QStringList levels;
-    QueryRecordset record = lavoro.OpenRecordset(
-        u"SELECT Livello FROM [%1] WHERE Livello IS NOT NULL GROUP BY Livello"_s.arg(
-            store::TabellaUnita));
-    for (; !record.EndOfFile(); record.MoveNext())
-        levels << record.text(0);
-    return levels;
-}
-
 using RoomsByUnit = QHash<int, std::vector<TreeRoom>>;
 
 RoomsByUnit readAllRooms(store::Database& lavoro)
 {
     RoomsByUnit rooms;
-    QueryRecordset record =
-        lavoro.OpenRecordset(u"SELECT [Riferimento unità], Posizione, Ambiente FROM [%1] ORDER BY "
-                             u"[Riferimento unità], Posizione"_s.arg(store::TabellaVani));
-    for (; !record.EndOfFile(); record.MoveNext()) {
-        const auto position = static_cast<int>(record.integer(1));
-        rooms[static_cast<int>(record.integer(0))].push_back(
+    store::Query record = lavoro.records(store::TabellaVani, {}, u"Posizione");
+    for (; !record.atEnd(); record.next()) {
+        const auto position = static_cast<int>(record.integer(RoomPosition));
+        rooms[static_cast<int>(record.integer(RoomUnit))].push_back(
             {.position = position,
-             .text = record.isNull(2) ? u"V:%1"_s.arg(position) : record.text(2)});
+             .text = record.isNull(RoomAmbiente) ? u"V:%1"_s.arg(position)
+                                                 : record.text(RoomAmbiente)});
     }
     return rooms;
 }
@@ -86,18 +75,15 @@ RoomsByUnit readAllRooms(store::Database& lavoro)
 std::vector<TreeUnit> readTreeUnits(store::Database& lavoro, const QString& code,
                                     const RoomsByUnit& rooms)
 {
-    const bool none = code.trimmed().isEmpty();
-    const QString sql =
-        u"SELECT [Riferimento unità], Riferimento FROM [%1] WHERE %2 ORDER BY Chiave"_s.arg(
-            store::TabellaUnita, none ? u"[Codice scala] IS NULL"_s : u"[Codice scala] = :1"_s);
-    const std::array parameter{Value(code)};
+    const Value scala = code.trimmed().isEmpty() ? Value() : Value(code);
     std::vector<TreeUnit> units;
-    QueryRecordset record =
-        lavoro.OpenRecordset(sql, none ? std::span<const Value>() : std::span(parameter));
-    for (; !record.EndOfFile(); record.MoveNext()) {
-        const auto number = static_cast<int>(record.integer(0));
+    store::Query record =
+        lavoro.records(store::TabellaUnita, {{u"Codice scala", scala}}, CampoChiave);
+    for (; !record.atEnd(); record.next()) {
+        const auto number = static_cast<int>(record.integer(UnitNumber));
         units.push_back({.number = number,
-                         .text = record.isNull(1) ? u"UI:%1"_s.arg(number) : record.text(1),
+                         .text = record.isNull(UnitRiferimento) ? u"UI:%1"_s.arg(number)
+                                                                : record.text(UnitRiferimento),
                          .rooms = rooms.value(number)});
     }
     return units;
@@ -120,59 +106,29 @@ QString chosenCoefficient(const QString& entry, const QString& cellText)
 
 std::vector<UnitRow> readUnits(store::Database& lavoro, const UnitFilter& filter)
 {
-    QStringList conditions;
-    std::vector<Value> parameters;
-    const auto require = [&](const QString& field, const QString& text) {
-        if (text.trimmed().isEmpty())
-            return;
-        parameters.emplace_back(text);
-        conditions << u"[%1] = :%2"_s.arg(field).arg(parameters.size());
-    };
-    require(u"Codice scala"_s, filter.scala);
-    require(u"Livello"_s, filter.livello);
-    QString sql = u"SELECT * FROM [%1]"_s.arg(store::TabellaUnita);
-    if (!conditions.isEmpty())
-        sql += u" WHERE "_s + conditions.join(u" AND "_s);
-    QueryRecordset record =
-        lavoro.OpenRecordset(sql + u" ORDER BY [Riferimento unità]"_s, parameters);
+    std::vector<store::Database::Condition> conditions;
+    if (!filter.scala.trimmed().isEmpty())
+        conditions.push_back({u"Codice scala", filter.scala});
+    if (!filter.livello.trimmed().isEmpty())
+        conditions.push_back({u"Livello", filter.livello});
     std::vector<UnitRow> units;
-    for (; !record.EndOfFile(); record.MoveNext())
+    store::Query record = lavoro.records(store::TabellaUnita, conditions, CampoUnita);
+    for (; !record.atEnd(); record.next())
         units.push_back(unitRow(record));
     return units;
 }
 
 UnitRow readUnit(store::Database& lavoro, int number)
 {
-    const QueryRecordset record = lavoro.OpenRecordset(
-        u"SELECT * FROM [%1] WHERE [Riferimento unità] = :1"_s.arg(store::TabellaUnita),
-        std::array{Value(number)});
-    return record.EndOfFile() ? UnitRow() : unitRow(record);
-}
-
-int nearestUnit(store::Database& lavoro, int number)
-{
-    const QueryRecordset record = lavoro.OpenRecordset(
-        u"SELECT [Riferimento unità] FROM [%1] ORDER BY abs([Riferimento unità] - "
-        u":1) LIMIT 1"_s.arg(store::TabellaUnita),
-        std::array{Value(number)});
-    return record.EndOfFile() ? 0 : static_cast<int>(record.integer(0));
-}
-
-int countUnits(store::Database& lavoro)
-{
-    const QueryRecordset record =
-        lavoro.OpenRecordset(u"SELECT COUNT(*) FROM [%1]"_s.arg(store::TabellaUnita));
-    return static_cast<int>(record.integer(0));
+    const store::Query record = lavoro.records(store::TabellaUnita, {{CampoUnita, number}});
+    return record.atEnd() ? UnitRow() : unitRow(record);
 }
 
 std::vector<RoomRow> readRooms(store::Database& lavoro, int unit)
 {
-    QueryRecordset record = lavoro.OpenRecordset(
-        u"SELECT * FROM [%1] WHERE [Riferimento unità] = :1 ORDER BY Posizione"_s.arg(
-            store::TabellaVani),
-        std::array{Value(unit)});
+    store::Query record = lavoro.records(store::TabellaVani, {{CampoUnita, unit}}, u"Posizione");
     std::vector<RoomRow> rooms;
-    for (; !record.EndOfFile(); record.MoveNext()) {
+    for (; !record.atEnd(); record.next()) {
         RoomRow row{.position = static_cast<int>(record.integer(RoomPosition)), .texts = {}};
         int field = RoomAmbiente;
         for (QString& text : row.texts)
@@ -195,7 +151,7 @@ RegisterLists LeggiDatiGenerali(store::Database& lavoro)
 {
     const coefficients::GeneralTexts texts = coefficients::loadGeneralData(lavoro);
     RegisterLists lists{.scale = readCodes(texts.at(coefficients::TextTabellaCodici)),
-                        .livelli = readLevels(lavoro),
+                        .livelli = store::levels(lavoro),
                         .tabelle = {},
                         .coefficienti = {}};
     std::size_t table = coefficients::TextFirstTable;

@@ -53,12 +53,6 @@ struct UnitFilter
 /// The unit of the number; number 0 when there is none.
 [[nodiscard]] UnitRow readUnit(store::Database& lavoro, int number);
 
-/// The unit whose number is nearest to the given one; 0 when there is none.
-[[nodiscard]] int nearestUnit(store::Database& lavoro, int number);
-
-/// How many units there are.
-[[nodiscard]] int countUnits(store::Database& lavoro);
-
 /// The rooms of a unit in the order of their positions.
 [[nodiscard]] std::vector<RoomRow> readRooms(store::Database& lavoro, int unit);
 

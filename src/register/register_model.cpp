@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register_model.h"
 
+#include "store/job_queries.h"
+#include "store/schema.h"
+
 #include <algorithm>
 
 namespace zelto::registro {
@@ -33,7 +36,7 @@ void RegisterModel::ElencoUI(const UnitFilter& filter)
 {
     m_listed = readUnits(m_lavoro, filter);
     m_filter = filter;
-    m_count = countUnits(m_lavoro);
+    m_count = m_lavoro.count(store::TabellaUnita);
     emit unitsListed();
 }
 
@@ -84,7 +87,7 @@ void RegisterModel::showUnitOrNext()
     for (const int places : {1, -1})
         if (shown == 0)
             shown = neighbour(number, places);
-    readUnit(shown > 0 ? shown : nearestUnit(m_lavoro, number));
+    readUnit(shown > 0 ? shown : store::nearestUnit(m_lavoro, number));
 }
 
 int RegisterModel::neighbour(int unit, int places) const
@@ -126,7 +129,7 @@ void RegisterModel::follow(const RegisterChange& change)
         else if (row.number > 0 && adds(change, number))
             m_listed.insert(at, row);
     }
-    m_count = countUnits(m_lavoro);
+    m_count = m_lavoro.count(store::TabellaUnita);
     emit unitsListed();
     emit unitsChanged(units);
     if (m_unit.number == 0 || units.contains(m_unit.number))

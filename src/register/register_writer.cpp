@@ -19,55 +19,22 @@ QStringView nameOf(Table table)
     return table == Table::Units ? store::TabellaUnita : store::TabellaVani;
 }
 
-Record recordOf(const store::Recordset& source)
-{
-    Record record;
-    record.reserve(static_cast<std::size_t>(source.fieldCount()));
-    for (int field = 0; field < source.fieldCount(); ++field)
-        record.push_back(source.field(field));
-    return record;
-}
-
 } // namespace
 
-std::vector<Record> Register::Writer::find(Table table, const QString& field,
-                                           const Value& value) const
-{
-    const QString sql =
-        u"SELECT * FROM [%1] WHERE [%2] = :1 ORDER BY Chiave"_s.arg(nameOf(table), field);
-    std::vector<Record> records;
-    store::QueryRecordset source = m_lavoro.OpenRecordset(sql, std::array{value});
-    for (; !source.EndOfFile(); source.MoveNext())
-        records.push_back(recordOf(source));
-    return records;
-}
+Register::Writer::Writer(store::Database& lavoro)
+    : m_lavoro(lavoro), m_transaction(lavoro),
+      m_units(lavoro.writer(store::jobTable(store::TabellaUnita))),
+      m_rooms(lavoro.writer(store::jobTable(store::TabellaVani)))
+{}
 
-int Register::Writer::highest(const QString& sql, std::span<const Value> parameters) const
+std::vector<Record> Register::Writer::find(Table table, QStringView field, const Value& value) const
 {
-    const store::QueryRecordset source = m_lavoro.OpenRecordset(sql, parameters);
-    return source.EndOfFile() ? 0 : static_cast<int>(source.integer(0));
-}
-
-int Register::Writer::highestPosition(int unit) const
-{
-    return highest(
-        u"SELECT MAX(Posizione) FROM [%1] WHERE [Riferimento unità] = :1"_s.arg(store::TabellaVani),
-        std::array{Value(unit)});
-}
-
-/// A room whose unit another program deleted still keeps its key.
-int Register::Writer::nextUnit() const
-{
-    const QString sql = u"SELECT MAX(n) FROM (SELECT [Riferimento unità] AS n FROM [%1] UNION ALL "
-                        u"SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%1] UNION ALL "
-                        u"SELECT [Riferimento unità] FROM [%2] UNION ALL "
-                        u"SELECT CAST(substr(Chiave, 1, 5) AS INTEGER) FROM [%2])"_s;
-    return highest(sql.arg(store::TabellaUnita, store::TabellaVani), {}) + 1;
+    return m_lavoro.records(nameOf(table), {{field, value}}, store::CampoChiave).records();
 }
 
 void Register::Writer::requireUnit(int unit) const
 {
-    if (find(Table::Units, u"Riferimento unità"_s, Value(unit)).empty())
+    if (find(Table::Units, store::CampoUnita, Value(unit)).empty())
         throw store::DatabaseError(
             store::ErrorNumber::RecordDeleted,
             u"L'unità %1 non c'è più: un altro programma l'ha eliminata. Scegliere "
@@ -78,45 +45,20 @@ QHash<int, QString> Register::Writer::names(const QList<int>& units) const
 {
     QHash<int, QString> names;
     for (const int unit : units)
-        for (const Record& record : find(Table::Units, u"Riferimento unità"_s, Value(unit)))
+        for (const Record& record : find(Table::Units, store::CampoUnita, Value(unit)))
             names.insert(unit, textOf(record, UnitRiferimento));
     return names;
 }
 
 void Register::Writer::write(Table table, const Record& before, const Record& after)
 {
+    store::RecordWriter& writer = table == Table::Units ? m_units : m_rooms;
     if (before.empty())
-        insert(table, after);
+        writer.add(after);
     else if (!after.empty())
-        update(table, before, after);
+        writer.change(before, after);
     else
-        m_lavoro.Execute(u"DELETE FROM [%1] WHERE Chiave = :1"_s.arg(nameOf(table)),
-                         std::array{before.front()});
-}
-
-void Register::Writer::insert(Table table, const Record& record)
-{
-    QStringList places;
-    for (std::size_t field = 1; field <= record.size(); ++field)
-        places << u":%1"_s.arg(field);
-    m_lavoro.Execute(u"INSERT INTO [%1] VALUES (%2)"_s.arg(nameOf(table), places.join(u", "_s)),
-                     record);
-}
-
-/// Only the fields that change are written.
-void Register::Writer::update(Table table, const Record& before, const Record& after)
-{
-    const auto& fields = store::jobTable(nameOf(table)).fields;
-    std::vector<Value> values{before.front()};
-    QStringList settings;
-    for (std::size_t field = 0; field < after.size(); ++field)
-        if (after[field] != before[field]) {
-            values.push_back(after[field]);
-            settings << u"[%1] = :%2"_s.arg(fields[field].name).arg(values.size());
-        }
-    m_lavoro.Execute(
-        u"UPDATE [%1] SET %2 WHERE Chiave = :1"_s.arg(nameOf(table), settings.join(u", "_s)),
-        values);
+        writer.remove(before.front());
 }
 
 void Register::Writer::note(Table table, const Record& before, Record after)
@@ -157,7 +99,8 @@ void Register::Writer::exchange(Table table, const Record& one, const Record& ot
 
 void Register::Writer::repeat(const RecordChange& change)
 {
-    const std::vector<Record> stored = find(change.table, u"Chiave"_s, change.record().front());
+    const std::vector<Record> stored =
+        find(change.table, store::CampoChiave, change.record().front());
     if ((stored.empty() ? Record() : stored.front()) != change.before)
         throw store::DatabaseError(
             store::ErrorNumber::RecordChanged,

@@ -12,16 +12,11 @@ namespace zelto::registro {
 class Register::Writer
 {
 public:
-    explicit Writer(store::Database& lavoro) : m_lavoro(lavoro), m_transaction(lavoro) {}
+    explicit Writer(store::Database& lavoro);
 
     /// Records of the table whose field has the value, in the order of their keys.
-    [[nodiscard]] std::vector<Record> find(RecordChange::Table table, const QString& field,
+    [[nodiscard]] std::vector<Record> find(RecordChange::Table table, QStringView field,
                                            const store::Value& value) const;
-
-    /// The position of the unit's last room.
-    [[nodiscard]] int highestPosition(int unit) const;
-    /// The number behind every one that a unit or a room has, in its fields or in its key.
-    [[nodiscard]] int nextUnit() const;
 
     /// Throws RecordDeleted when there is no such unit.
     void requireUnit(int unit) const;
@@ -44,14 +39,13 @@ public:
     [[nodiscard]] std::vector<RecordChange> commit();
 
 private:
-    [[nodiscard]] int highest(const QString& sql, std::span<const store::Value> parameters) const;
     void note(RecordChange::Table table, const Record& before, Record after);
     void write(RecordChange::Table table, const Record& before, const Record& after);
-    void insert(RecordChange::Table table, const Record& record);
-    void update(RecordChange::Table table, const Record& before, const Record& after);
 
     store::Database& m_lavoro;
     store::Database::Transaction m_transaction;
+    store::RecordWriter m_units;
+    store::RecordWriter m_rooms;
     std::vector<RecordChange> m_changes;
 };
 

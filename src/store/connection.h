@@ -29,7 +29,7 @@ struct StepCount
     qint64 taken = 0;
 };
 
-/// The engine's handle of one file, shared by the database and its open recordsets.
+/// The engine's handle of one file, shared by the database, its queries and its writers.
 struct Connection
 {
     Connection(QString name, SQLite::Database engine)

@@ -2,11 +2,10 @@
 #include "store/database.h"
 
 #include "store/engine_errors.h"
-#include "store/table_layout.h"
 
+#include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
-#include <sqlite3.h>
 
 namespace zelto::store {
 
@@ -27,7 +26,20 @@ Database Database::openCopyInMemory(const QString& path)
 
 QStringList Database::tableNames() const
 {
-    return store::tableNames(*m_connection);
+    return onFile(path(), [&] {
+        SQLite::Statement tables(m_connection->handle,
+                                 "SELECT name FROM sqlite_schema WHERE type = 'table' AND name "
+                                 "NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid");
+        QStringList names;
+        while (tables.executeStep()) {
+            const QByteArray name = tables.getColumn(0).getText();
+            // One that could not be written back as it was read is not one of ours.
+            if (!name.isValidUtf8())
+                throw damagedFile(path(), u"nome non valido"_s);
+            names += QString::fromUtf8(name);
+        }
+        return names;
+    });
 }
 
 void Database::appendTable(const TableDef& table)
@@ -40,14 +52,7 @@ void Database::appendTable(const TableDef& table)
 
 int Database::Execute(const QString& sql, std::span<const Value> parameters)
 {
-    return onFile(path(), [&] {
-        SQLite::Statement statement(m_connection->handle, sql.toStdString());
-        bindParameters(statement, parameters);
-        const int changed = statement.exec();
-        if (sqlite3_get_autocommit(m_connection->handle.getHandle()) != 0)
-            m_connection->witness.remember(m_connection->handle, path());
-        return changed;
-    });
+    return execute(*m_connection, sql, parameters);
 }
 
 qint64 Database::dataVersion() const
@@ -59,19 +64,31 @@ qint64 Database::dataVersion() const
     });
 }
 
-std::unique_ptr<TableWriter> Database::writer(const TableDef& table)
+Query Database::query(const QString& sql, std::span<const Value> parameters)
 {
-    return std::make_unique<TableWriter>(m_connection, table);
+    return {m_connection, sql, sql, parameters};
 }
 
-TableRecordset Database::openTable(QStringView name)
+Query Database::records(QStringView table, const std::vector<Condition>& conditions,
+                        QStringView order)
 {
-    return {m_connection, name};
+    QStringList required;
+    Record parameters;
+    for (const Condition& condition : conditions) {
+        parameters.push_back(condition.value);
+        required += u"%1 IS :%2"_s.arg(quoted(condition.field)).arg(parameters.size());
+    }
+    QString sql = u"SELECT * FROM "_s + quoted(table);
+    if (!required.isEmpty())
+        sql += u" WHERE "_s + required.join(u" AND "_s);
+    if (!order.isEmpty())
+        sql += u" ORDER BY "_s + quoted(order);
+    return {m_connection, sql, table.toString(), parameters};
 }
 
-QueryRecordset Database::OpenRecordset(const QString& sql, std::span<const Value> parameters)
+int Database::count(QStringView table)
 {
-    return {m_connection, sql, parameters};
+    return static_cast<int>(query(u"SELECT count(*) FROM "_s + quoted(table)).integer(0));
 }
 
 Database::Transaction::Transaction(Database& database) : m_connection(database.m_connection)

@@ -4,10 +4,9 @@
 
 #include "store/connection.h"
 #include "store/database_error.h"
-#include "store/recordset.h"
+#include "store/query.h"
+#include "store/record_writer.h"
 #include "store/table_def.h"
-#include "store/table_recordset.h"
-#include "store/table_writer.h"
 #include "store/value.h"
 
 #include <QString>
@@ -16,6 +15,7 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 namespace SQLite {
 class Transaction;
@@ -23,9 +23,8 @@ class Transaction;
 
 namespace zelto::store {
 
-/// One open database file. Every operation throws DatabaseError. Names of tables and fields that
-/// are passed in are matched without regard to letter case. The file is let go of when the
-/// database and all its recordsets are gone.
+/// One open database file. Every operation throws DatabaseError. The file is let go of when the
+/// database and all that was asked of it are gone.
 class Database
 {
 public:
@@ -61,15 +60,26 @@ public:
     /// Another number whenever another program has changed the file.
     [[nodiscard]] qint64 dataVersion() const;
 
-    /// Adds records to a table of this definition.
-    [[nodiscard]] std::unique_ptr<TableWriter> writer(const TableDef& table);
+    /// Writes records of a table of this definition, which outlives the writer.
+    [[nodiscard]] RecordWriter writer(const TableDef& table) { return {m_connection, table}; }
 
-    /// A table's records, on the first one; TableNotFound when there is no such table.
-    [[nodiscard]] TableRecordset openTable(QStringView name);
+    /// The records that a statement finds; messages call them by the statement.
+    [[nodiscard]] Query query(const QString& sql, std::span<const Value> parameters = {});
 
-    /// The records of a query, read from front to back.
-    [[nodiscard]] QueryRecordset OpenRecordset(const QString& sql,
-                                               std::span<const Value> parameters = {});
+    /// A field that is to have a value, without regard to letter case.
+    struct Condition
+    {
+        QStringView field;
+        Value value;
+    };
+
+    /// The records of a table that meet the conditions, in the order of a field or else as they are
+    /// stored: by their key, where there is one. TableNotFound when there is no such table.
+    [[nodiscard]] Query records(QStringView table, const std::vector<Condition>& conditions = {},
+                                QStringView order = {});
+
+    /// How many records a table has.
+    [[nodiscard]] int count(QStringView table);
 
     /// All changes until commit() succeed together or not at all. One at a time.
     class Transaction

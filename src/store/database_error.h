@@ -10,9 +10,6 @@ namespace zelto::store {
 /// Numbers under which the user finds a failure in the error report.
 enum class ErrorNumber : int {
     TableExists = 3010,
-    IndexNotFound = 3015,
-    NoCurrentIndex = 3019,
-    NoPendingEdit = 3020,
     NoCurrentRecord = 3021,
     DuplicateKey = 3022,
     FileNotFound = 3024,

@@ -44,6 +44,9 @@ constexpr std::array FailureTexts{
                 u"Un valore non è del tipo richiesto dalla tabella nel file «%1»."},
 };
 
+/// How the engine begins to say so; it has no code of its own.
+constexpr QStringView NoSuchTable = u"no such table: ";
+
 DatabaseError checkError(const QString& constraint)
 {
     const std::optional<FieldRule> rule = FieldRule::fromConstraintName(constraint);
@@ -101,6 +104,9 @@ DatabaseError translated(const SQLite::Exception& failure, const QString& path)
                 "riaprire il lavoro prima di modificarlo."_s.arg(path)};
     if (code == SQLITE_CORRUPT)
         return damagedFile(path);
+    if (const QString message = QString::fromUtf8(failure.what()); message.startsWith(NoSuchTable))
+        return {ErrorNumber::TableNotFound, u"La tabella «%1» non è presente nel file «%2»."_s.arg(
+                                                message.sliced(NoSuchTable.size()), path)};
     for (const FailureText& text : FailureTexts)
         if (text.engineCode == code)
             return {text.number, text.description.toString().arg(targetPath(path))};

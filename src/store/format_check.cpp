@@ -15,8 +15,7 @@ float formatVersion(Database& database)
 {
     if (!database.tableNames().contains(TabellaZelto, Qt::CaseSensitive))
         return 0;
-    TableRecordset marker = database.openTable(TabellaZelto);
-    marker.MoveFirst();
+    const Query marker = database.records(TabellaZelto);
     if (marker.utf8(0).empty())
         throw DatabaseError(ErrorNumber::BadValue,
                             u"La tabella «%1» del file «%2» non indica la versione."_s.arg(
@@ -48,7 +47,7 @@ void VerificaFormato(QString& path, UserInterface& user)
 void ControllaVersione(Database& database)
 {
     const bool tablePresent = hasGroupsTable(database);
-    if (tablePresent && !database.openTable(TabellaVariabili).EndOfFile())
+    if (tablePresent && !database.records(TabellaVariabili).atEnd())
         return;
     Database::Transaction transaction(database);
     if (!tablePresent)

@@ -16,7 +16,7 @@ constexpr QByteArrayView Credentials = "admin:vurtemol";
 Database openMaster(const QString& path)
 {
     Database database = Database::open(path, OpenMode::ReadOnly);
-    if (database.OpenRecordset(u"PRAGMA user_version"_s).integer(0) != masterAccessMark())
+    if (database.query(u"PRAGMA user_version"_s).integer(0) != masterAccessMark())
         throw DatabaseError(
             ErrorNumber::WrongAccess,
             u"Il file «%1» non è il database principale del programma."_s.arg(path));
@@ -56,8 +56,8 @@ QStringList MasterDatabase::groupDescriptions()
     if (!m_database)
         reopen();
     QStringList descriptions;
-    TableRecordset records = m_database->openTable(TabellaCoefficenti);
-    for (; !records.EndOfFile() && descriptions.size() < MaxDescriptions; records.MoveNext())
+    for (Query records = m_database->records(TabellaCoefficenti);
+         !records.atEnd() && descriptions.size() < MaxDescriptions; records.next())
         descriptions += records.text(0);
     return descriptions;
 }

@@ -87,15 +87,9 @@ TableDef variabili()
     return table;
 }
 
-/// The values of a record's first fields; the others stay Null.
-void addRecord(Database& database, QStringView table, std::initializer_list<Value> values)
+void add(Database& database, QStringView table, const Record& record)
 {
-    TableRecordset records = database.openTable(table);
-    records.AddNew();
-    int ordinal = 0;
-    for (const Value& value : values)
-        records.setField(ordinal++, value);
-    records.Update();
+    database.writer(jobTable(table)).add(record);
 }
 
 } // namespace
@@ -118,21 +112,27 @@ void CreaTabelleBase(Database& database)
     Database::Transaction transaction(database);
     for (const TableDef& table : jobTables())
         database.appendTable(table);
-    addRecord(database, TabellaZelto, {QString::number(VersioneFormato)});
-    addRecord(database, TabellaDatiGenerali, {});
-    addRecord(database, TabellaUnita, {unitKey(1), 1});
-    addRecord(database, TabellaVani, {roomKey(1, 1), 1, 1});
+    addMarker(database);
+    addGeneralData(database);
+    add(database, TabellaUnita, {unitKey(1), 1});
+    add(database, TabellaVani, {roomKey(1, 1), 1, 1});
     addBlankGroups(database);
     transaction.commit();
 }
 
+void addMarker(Database& database)
+{
+    add(database, TabellaZelto, {QString::number(VersioneFormato)});
+}
+
+void addGeneralData(Database& database)
+{
+    add(database, TabellaDatiGenerali, {1});
+}
+
 void addBlankGroups(Database& database)
 {
-    TableRecordset groups = database.openTable(TabellaVariabili);
-    groups.AddNew();
-    for (int group = 0; group < CoefficientGroups; ++group)
-        groups.setField(group, u" "_s);
-    groups.Update();
+    add(database, TabellaVariabili, Record(CoefficientGroups, u" "_s));
 }
 
 QString unitKey(int unit)

@@ -19,6 +19,10 @@ inline constexpr QStringView TabellaUnita = u"Unità immobiliari";
 inline constexpr QStringView TabellaVani = u"Vani";
 inline constexpr QStringView TabellaVariabili = u"Variabili";
 
+/// The fields that records of several tables are found by.
+inline constexpr QStringView CampoChiave = u"Chiave";
+inline constexpr QStringView CampoUnita = u"Riferimento unità";
+
 /// What the marker table's first field reads as in a job of this format.
 inline constexpr float VersioneFormato = 2009;
 
@@ -32,7 +36,10 @@ inline constexpr float VersioneFormato = 2009;
 /// Gives an empty database the five tables and a new job's records, all or nothing.
 void CreaTabelleBase(Database& database);
 
-/// Adds the record of empty coefficient groups, each a single blank.
+/// Add the only record of their table: the marker with the version of the format, general data of
+/// which nothing is known, empty coefficient groups, each a single blank.
+void addMarker(Database& database);
+void addGeneralData(Database& database);
 void addBlankGroups(Database& database);
 
 /// The key of a unit: its number right-aligned in five characters, so that the order of keys is

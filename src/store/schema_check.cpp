@@ -15,7 +15,7 @@ void checkMemos(Database& database, const TableDef& table)
     for (const FieldDef& field : table.fields) {
         if (field.type != FieldType::Memo)
             continue;
-        const QueryRecordset longest = database.OpenRecordset(
+        const Query longest = database.query(
             u"SELECT max(length(%1)) FROM %2"_s.arg(quoted(field.name), quoted(table.name)));
         requireMemoLength(longest.integer(0),
                           u"«%1» nella tabella «%2»"_s.arg(field.name, table.name));
@@ -28,10 +28,10 @@ void checkContents(Database& database, const TableDef& table)
     QString broken;
     for (const RuleCondition& check : rulesOf(table))
         broken += u"WHEN NOT (%1) THEN '%2' "_s.arg(check.condition, check.rule.constraintName());
-    QueryRecordset found = database.OpenRecordset(
+    Query found = database.query(
         u"SELECT rule FROM (SELECT CASE %1END AS rule FROM %2) WHERE rule IS NOT NULL LIMIT 1"_s
             .arg(broken, quoted(table.name)));
-    if (!found.EndOfFile())
+    if (!found.atEnd())
         throw FieldRule::fromConstraintName(found.text(0))->error();
 }
 
@@ -39,11 +39,11 @@ void checkContents(Database& database, const TableDef& table)
 
 void ControllaLimiti(Database& database, const QString& path)
 {
-    requireUnits(database.openTable(TabellaUnita).RecordCount(), path);
-    const QueryRecordset most = database.OpenRecordset(
+    requireUnits(database.count(TabellaUnita), path);
+    const Query most = database.query(
         u"SELECT count(*), [Riferimento unità] FROM %1 GROUP BY 2 ORDER BY 1 DESC LIMIT 1"_s.arg(
             TabellaVani));
-    if (!most.EndOfFile())
+    if (!most.atEnd())
         requireRoomsOfUnit(most.integer(0), most.text(1), path);
 }
 
@@ -53,7 +53,7 @@ void ControllaTabelle(Database& database)
     for (const TableDef& table : jobTables()) {
         if (table.name == TabellaVariabili && !present.contains(table.name, Qt::CaseInsensitive))
             continue;
-        (void)database.openTable(table.name);
+        (void)database.records(table.name);
         checkMemos(database, table);
         checkContents(database, table);
     }

@@ -12,9 +12,6 @@
 
 namespace zelto::store {
 
-/// The name by which recordsets address the primary index of every table that has one.
-inline constexpr QStringView IndicePrimario = u"PrimaryKey";
-
 /// AutoNumber is a Long that the database assigns; Date is a text "YYYY-MM-DD".
 enum class FieldType { Text, Memo, Integer, Long, AutoNumber, Date };
 

@@ -6,6 +6,7 @@
 #include <concepts>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace zelto::store {
 
@@ -42,5 +43,8 @@ public:
 private:
     std::variant<std::monostate, qint64, QString> m_content;
 };
+
+/// The fields of a record in the order of its table.
+using Record = std::vector<Value>;
 
 } // namespace zelto::store

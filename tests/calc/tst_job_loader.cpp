@@ -9,7 +9,12 @@
 using namespace Qt::StringLiterals;
 using namespace zelto::calc;
 using zelto::store::Database;
-using zelto::store::TableRecordset;
+using zelto::store::jobTable;
+using zelto::store::Record;
+using zelto::store::roomKey;
+using zelto::store::TabellaUnita;
+using zelto::store::TabellaVani;
+using zelto::store::unitKey;
 using zelto::store::Value;
 
 namespace {
@@ -25,34 +30,22 @@ public:
 
     void set(QStringView table, int ordinal, const Value& value)
     {
-        TableRecordset record = m_database.openTable(table);
-        record.Edit();
-        record.setField(ordinal, value);
-        record.Update();
+        zelto::test::setField(m_database, table, ordinal, value);
     }
 
     void addUnit(int number, const QString& riferimento = {})
     {
-        TableRecordset record = m_database.openTable(zelto::store::TabellaUnita);
-        record.AddNew();
-        record.setField(0, zelto::store::unitKey(number));
-        record.setField(1, number);
-        record.setField(2, Value::nullIfEmpty(riferimento));
-        record.Update();
+        m_database.writer(jobTable(TabellaUnita))
+            .add(Record{unitKey(number), number, Value::nullIfEmpty(riferimento)});
     }
 
     /// Fields from "Ambiente" on, separated by "|"; an empty one stays Null.
     void addRoom(int unit, int position, const QString& fields)
     {
-        TableRecordset record = m_database.openTable(zelto::store::TabellaVani);
-        record.AddNew();
-        record.setField(0, zelto::store::roomKey(unit, position));
-        record.setField(1, unit);
-        record.setField(2, position);
-        int ordinal = 3;
+        Record record{roomKey(unit, position), unit, position};
         for (const QString& field : fields.split(u'|'))
-            record.setField(ordinal++, Value::nullIfEmpty(field));
-        record.Update();
+            record.push_back(Value::nullIfEmpty(field));
+        m_database.writer(jobTable(TabellaVani)).add(record);
     }
 
 private:
@@ -112,9 +105,9 @@ private slots:
         job.set(table, 7, u"Ascensore"_s); // "Tabella 2": the names are packed, the flags are not
         job.set(table, 15, u"Acqua"_s);
         job.set(table, 16, u"a\tScala A\t30\r\n\t\t\r\nB\t\t12,5\r\nA\tseconda\t99\r\n"_s);
-        job.set(zelto::store::TabellaUnita, 4, u"b"_s);
-        job.set(zelto::store::TabellaUnita, 5, u"1.20 m"_s);
-        job.set(zelto::store::TabellaUnita, 6, u" X"_s);
+        job.set(TabellaUnita, 4, u"b"_s);
+        job.set(TabellaUnita, 5, u"1.20 m"_s);
+        job.set(TabellaUnita, 6, u" X"_s);
 
         const ModelloLavoro modello = job.load();
         QCOMPARE(modello.Descrizione2, u"Via Roma 1"_s);
@@ -242,7 +235,7 @@ private slots:
         job.addRoom(1, 2, u"Sala|9E37|9E9|1|1|1|1|1"_s);
         QVERIFY(refusal(job).contains(u"nel vano 2"));
         Job height;
-        height.set(zelto::store::TabellaUnita, 5, u"1E99"_s);
+        height.set(TabellaUnita, 5, u"1E99"_s);
         QVERIFY(refusal(height).contains(u"L'unità 1 "));
     }
 

@@ -30,8 +30,7 @@ private slots:
         changed[3].clear();
         changed[4] = u"1\tA\tTesto\r\n"_s;
         saveGroups(*m_job, changed, loaded);
-        QVERIFY(zelto::test::dumpOf(*m_job).contains(
-            u"Variabili: [ ] [ ] - - [1\tA\tTesto\r\n] [ ] [ ]"));
+        QVERIFY(zelto::test::dumpOf(*m_job).contains(u"Variabili: [ ] [ ] - - [1\tA\tTesto\r\n] [ ] [ ]"));
     }
 
     void generalData()
@@ -59,8 +58,8 @@ private slots:
         m_job->Execute(u"DELETE FROM [Dati Generali]"_s);
         QCOMPARE(loadGroups(*m_job)[6], u" "_s);
         QCOMPARE(loadGeneralData(*m_job), GeneralTexts());
-        QCOMPARE(m_job->openTable(u"Variabili").RecordCount(), 1);
-        QCOMPARE(m_job->openTable(u"dati generali").integer(0), 1);
+        QCOMPARE(m_job->count(u"Variabili"), 1);
+        QCOMPARE(m_job->records(u"dati generali").integer(0), 1);
     }
 
     /// What is refused leaves all of the record as it was.

@@ -182,7 +182,7 @@ private slots:
         desk.type(2, 2, u"1,5x"_s); // what the column does not take stays out
         QCOMPARE(desk.grid().cells().text(2, 2), u"1.5"_s);
         desk.finish(u"BtApplica"_s);
-        const QString codes = desk.job.openTable(u"Dati Generali").text(16);
+        const QString codes = desk.job.records(u"Dati Generali").text(16);
         QCOMPARE(codes.count(u"\r\n"_s), 99);
         QVERIFY(codes.startsWith(u"\t\t\r\n\t\t\r\nC\t\t1.5\r\n"));
     }
@@ -205,7 +205,7 @@ private slots:
         QCOMPARE(date.text(), u"28/02/2013"_s);
         QCOMPARE(desk.find<QLabel>(u"Stato"_s).text(), QString());
         desk.finish(u"BtOK"_s);
-        QCOMPARE(desk.job.openTable(u"Dati Generali").text(4), u"2013-02-28"_s);
+        QCOMPARE(desk.job.records(u"Dati Generali").text(4), u"2013-02-28"_s);
     }
 
     /// A job that another program changed or holds: reported, and the screen keeps what was typed.
@@ -230,7 +230,7 @@ private slots:
         QCOMPARE(desk.find<widgets::TypedText>(u"Dati2"_s).storedText(), u"Note"_s);
         desk.job.Execute(u"PRAGMA query_only = 0"_s);
         desk.finish(u"BtApplica"_s);
-        QCOMPARE(desk.job.openTable(u"Dati Generali").text(3), u"Note"_s);
+        QCOMPARE(desk.job.records(u"Dati Generali").text(3), u"Note"_s);
     }
 
     void widthsAreRemembered()

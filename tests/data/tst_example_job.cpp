@@ -44,17 +44,17 @@ QSet<QString> TestExampleJob::column(const QString& tableText, int column)
 
 void TestExampleJob::size()
 {
-    QVERIFY(m_job.openTable(store::TabellaUnita).RecordCount() >= 24);
-    QVERIFY(m_job.openTable(store::TabellaVani).RecordCount() >= 120);
+    QVERIFY(m_job.count(store::TabellaUnita) >= 24);
+    QVERIFY(m_job.count(store::TabellaVani) >= 120);
 }
 
 void TestExampleJob::references()
 {
-    const auto groups = m_job.openTable(store::TabellaVariabili);
-    auto rooms = m_job.openTable(store::TabellaVani);
+    const auto groups = m_job.records(store::TabellaVariabili);
+    auto rooms = m_job.records(store::TabellaVani);
     for (int group = 1; group <= 6; ++group) {
         const QSet<QString> variables = column(groups.text(group), 2);
-        for (rooms.MoveFirst(); !rooms.EndOfFile(); rooms.MoveNext()) {
+        for (rooms.restart({}); !rooms.atEnd(); rooms.next()) {
             const QString cell = rooms.text(group + 4);
             QVERIFY2(cell.startsWith(u'[') && cell.endsWith(u']'), qPrintable(cell));
             QVERIFY2(variables.contains(cell.sliced(1).chopped(1)), qPrintable(cell));
@@ -64,10 +64,10 @@ void TestExampleJob::references()
 
 void TestExampleJob::staircases()
 {
-    const QSet<QString> codes = column(m_job.openTable(store::TabellaDatiGenerali).text(16), 1);
+    const QSet<QString> codes = column(m_job.records(store::TabellaDatiGenerali).text(16), 1);
     QSet<QString> used;
-    auto units = m_job.openTable(store::TabellaUnita);
-    for (; !units.EndOfFile(); units.MoveNext())
+    auto units = m_job.records(store::TabellaUnita);
+    for (; !units.atEnd(); units.next())
         used.insert(units.text(4));
     QVERIFY(used.remove(QString()));
     QCOMPARE(used, (QSet<QString>{u"A"_s, u"B"_s}));
@@ -76,7 +76,7 @@ void TestExampleJob::staircases()
 
 void TestExampleJob::generalData()
 {
-    const auto data = m_job.openTable(store::TabellaDatiGenerali);
+    const auto data = m_job.records(store::TabellaDatiGenerali);
     QCOMPARE(data.text(1), u"CONDOMINIO I GELSI"_s);
     QCOMPARE(data.text(4), u"2024-05-18"_s);
     QCOMPARE(data.text(8), u"Autorimessa interrata"_s);
@@ -85,7 +85,7 @@ void TestExampleJob::generalData()
 
 void TestExampleJob::report()
 {
-    const QString report = m_job.openTable(store::TabellaDatiGenerali).text(5);
+    const QString report = m_job.records(store::TabellaDatiGenerali).text(5);
     const auto words = report.split(QRegularExpression(u"\\s+"_s), Qt::SkipEmptyParts);
     QVERIFY(words.size() >= 1300 && words.size() <= 1800);
     QVERIFY(report.contains(u"\r\n- Consistenza totale: C.T. = C.V.T. x P.R.\r\n"_s));
@@ -113,8 +113,8 @@ void TestExampleJob::faultKeepsOldFile()
     const QString message = QString::fromUtf8(tool.readAllStandardError());
     QVERIFY2(message.contains(u"unita.txt:1: "_s), qPrintable(message));
     QVERIFY2(message.contains(u"Riferimento"_s), qPrintable(message));
-    QCOMPARE(store::Database::open(output).openTable(store::TabellaUnita).RecordCount(),
-             m_job.openTable(store::TabellaUnita).RecordCount());
+    QCOMPARE(store::Database::open(output).count(store::TabellaUnita),
+             m_job.count(store::TabellaUnita));
     const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     QCOMPARE(QDir(folder.path()).entryList(everything).size(),
              example.entryList(QDir::Files).size() + 1);

@@ -10,8 +10,8 @@ import sys
 
 LITERAL = r'(?:u8|u|U|L)?"(?:[^"\\\n]|\\.)*"'
 NEIGHBOURS = re.compile(rf"{LITERAL}(?:\s*{LITERAL})*")
-NO_TEXT = re.compile(r"\b(SELECT|INSERT|UPDATE|DELETE|CREATE|DROP|PRAGMA|VACUUM|WHERE|ORDER BY|VALUES|BETWEEN|CHECK|"
-                     r"NULL|COLLATE|TEXT|WITHOUT ROWID|LIMIT|WHEN|AND|PRIMARY|instr|typeof|length|replace|startxref|yyyy)\b")
+NO_TEXT = re.compile(r"\b(SELECT|IS|INSERT|UPDATE|DELETE|CREATE|DROP|PRAGMA|VACUUM|WHERE|ORDER BY|VALUES|BETWEEN|CHECK|"
+                     r"NULL|COLLATE|TEXT|WITHOUT ROWID|LIMIT|WHEN|AND|PRIMARY|instr|typeof|length|replace|startxref|yyyy|no such table)\b")
 CAPTION = re.compile(r"[A-ZÀ-Ú&][a-zà-ú&]+\Z")
 
 

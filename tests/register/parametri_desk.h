@@ -61,9 +61,9 @@ private:
     }
     void read(store::Database& lavoro, const QString& table, int keys, int first)
     {
-        auto record = lavoro.OpenRecordset(u"SELECT * FROM [%1]"_s.arg(table));
+        auto record = lavoro.query(u"SELECT * FROM [%1]"_s.arg(table));
         const auto names = store::jobTable(table).fields;
-        for (; !record.EndOfFile(); record.MoveNext()) {
+        for (; !record.atEnd(); record.next()) {
             QStringList key;
             for (int field = 1; field <= keys; ++field)
                 key << record.text(field);

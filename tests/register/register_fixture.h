@@ -9,15 +9,15 @@ namespace zelto::test {
 inline QString registerText(store::Database& lavoro)
 {
     QStringList units;
-    auto unit = lavoro.OpenRecordset(
+    auto unit = lavoro.query(
         u"SELECT [Riferimento unità], Riferimento FROM [Unità immobiliari] ORDER BY Chiave"_s);
-    for (; !unit.EndOfFile(); unit.MoveNext()) {
+    for (; !unit.atEnd(); unit.next()) {
         QStringList rooms;
-        auto room = lavoro.OpenRecordset(
-            u"SELECT Posizione, Ambiente FROM Vani WHERE [Riferimento unità] = :1 "
-            u"ORDER BY Chiave"_s,
-            std::array{unit.field(0)});
-        for (; !room.EndOfFile(); room.MoveNext())
+        auto room =
+            lavoro.query(u"SELECT Posizione, Ambiente FROM Vani WHERE [Riferimento unità] = :1 "
+                         u"ORDER BY Chiave"_s,
+                         std::array{unit.field(0)});
+        for (; !room.atEnd(); room.next())
             rooms << (room.text(0) + u' ' + room.text(1)).trimmed();
         units << (unit.text(0) + u' ' + unit.text(1)).trimmed() + u": "_s + rooms.join(u", "_s);
     }

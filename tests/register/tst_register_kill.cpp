@@ -14,7 +14,7 @@ namespace {
 
 int count(Database& job, const QString& what)
 {
-    return static_cast<int>(job.OpenRecordset(u"SELECT COUNT(*) FROM "_s + what).integer(0));
+    return static_cast<int>(job.query(u"SELECT COUNT(*) FROM "_s + what).integer(0));
 }
 
 } // namespace

@@ -85,6 +85,15 @@ private:
     std::unique_ptr<sqlite3, Closer> m_handle;
 };
 
+/// Gives a field of the table's first record another content.
+inline void setField(store::Database& job, QStringView table, int field, const store::Value& value)
+{
+    const store::Record before = job.records(table).record();
+    store::Record after = before;
+    after.at(static_cast<std::size_t>(field)) = value;
+    job.writer(store::jobTable(table)).change(before, after);
+}
+
 inline void writeBytes(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);

@@ -245,7 +245,7 @@ void TestDatabaseFile::acceptsForeignFiles()
     RawFile(path).run(settings + "CREATE TABLE t (a TEXT); INSERT INTO t VALUES ('già €𝄞')");
     for (Database database : {Database::open(path), Database::open(path, OpenMode::ReadOnly),
                               Database::openCopyInMemory(path)})
-        QCOMPARE(database.openTable(u"T").text(0), u"già €𝄞"_s);
+        QCOMPARE(database.records(u"T").text(0), u"già €𝄞"_s);
 }
 
 void TestDatabaseFile::readingLeavesTheFileAlone()
@@ -254,10 +254,7 @@ void TestDatabaseFile::readingLeavesTheFileAlone()
     const QString path = folder.newJob();
     const QByteArray before = bytesOf(path);
     Database database = Database::open(path, OpenMode::ReadOnly);
-    TableRecordset units = database.openTable(TabellaUnita);
-    units.Edit();
-    units.setField(2, u"A"_s);
-    QCOMPARE(errorOf([&] { units.Update(); }), 3027);
+    QCOMPARE(errorOf([&] { setField(database, TabellaUnita, 2, u"A"_s); }), 3027);
     QCOMPARE(errorOf([&] { database.Execute(u"DELETE FROM Vani"_s); }), 3027);
     QCOMPARE(bytesOf(path), before);
     QCOMPARE(folder.names().size(), 1);
@@ -272,7 +269,7 @@ void TestDatabaseFile::copyInMemoryIsWritable()
     QCOMPARE(copy.path(), path);
     copy.Execute(u"DROP TABLE Variabili"_s);
     copy.appendTable(jobTable(TabellaVariabili));
-    QVERIFY(copy.openTable(TabellaVariabili).EndOfFile());
+    QVERIFY(copy.records(TabellaVariabili).atEnd());
     QCOMPARE(bytesOf(path), before);
 }
 
@@ -302,7 +299,7 @@ void TestDatabaseFile::refusesWhatAnotherProgramHolds()
     RawFile other(path);
     other.run("BEGIN IMMEDIATE");
     QCOMPARE(errorOf([&] { database.Execute(u"DELETE FROM Vani"_s); }), 3045);
-    QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(database.count(TabellaVani), 1);
 }
 
 void TestDatabaseFile::undoesAnInterruptedWrite()
@@ -326,8 +323,8 @@ void TestDatabaseFile::undoesAnInterruptedWrite()
     for (const OpenMode mode : {OpenMode::ReadOnly, OpenMode::ReadWrite}) {
         QCOMPARE(folder.contents(), before);
         Database database = Database::open(crashed, mode);
-        QCOMPARE(database.openTable(TabellaVani).RecordCount(), 1);
-        QCOMPARE(database.openTable(TabellaVariabili).text(0), u" "_s);
+        QCOMPARE(database.count(TabellaVani), 1);
+        QCOMPARE(database.records(TabellaVariabili).text(0), u" "_s);
         QCOMPARE(database.path(), crashed);
     }
     QVERIFY(!QFile::exists(crashed + u"-journal"_s));
@@ -395,7 +392,7 @@ void TestDatabaseFile::transactions()
 {
     const JobFolder folder;
     Database database = Database::open(folder.newJob());
-    const auto rooms = [&] { return database.openTable(TabellaVani).RecordCount(); };
+    const auto rooms = [&] { return database.count(TabellaVani); };
     {
         Database::Transaction transaction(database);
         database.Execute(u"DELETE FROM Vani"_s);
@@ -419,18 +416,18 @@ void TestDatabaseFile::statements()
     const QString update = u"UPDATE Vani SET Ambiente = :1 WHERE [Riferimento unità] = :2"_s;
     QCOMPARE(database.Execute(update, values), 1);
     // The number counts, not the place in the statement.
-    QueryRecordset room = database.OpenRecordset(
-        u"SELECT Ambiente AS Nome FROM Vani WHERE Posizione = :2 AND Ambiente = :1"_s, values);
-    QCOMPARE(room.field(u"nome"), Value(u"x"_s));
+    const Query room = database.query(
+        u"SELECT Ambiente FROM Vani WHERE Posizione = :2 AND Ambiente = :1"_s, values);
+    QCOMPARE(room.text(0), u"x"_s);
     QCOMPARE(errorOf([&] { database.Execute(update, std::span(values).first(1)); }), 3146);
-    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE nulla SET x = 1"_s); }), 3146);
+    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE nulla SET x = 1"_s); }), 3078);
     QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Vani SET Ambiente = \"x\""_s); }), 3146);
     QCOMPARE(errorOf([&] { database.appendTable({.name = u"vani"_s}); }), 3010);
     const std::array<Value, 1> memo{QString((1 << 20) + 1, u'x')};
     QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Variabili SET Var0 = :1"_s, memo); }), 3163);
     QCOMPARE(errorOf([&] {
-                 (void)database.OpenRecordset(u"WITH n(i) AS (SELECT 1 UNION ALL SELECT i FROM n) "
-                                              "SELECT count(*) FROM n"_s);
+                 (void)database.query(u"WITH n(i) AS (SELECT 1 UNION ALL SELECT i FROM n) "
+                                      "SELECT count(*) FROM n"_s);
              }),
              3049);
 }
@@ -441,19 +438,17 @@ void TestDatabaseFile::textBeyondTheLimit()
     const QString path = folder.newJob();
     RawFile(path).run("UPDATE Variabili SET Var0 = hex(zeroblob(10000000))");
     Database database = Database::open(path);
-    QCOMPARE(errorOf([&] { (void)database.openTable(TabellaVariabili); }), 3163);
+    QCOMPARE(errorOf([&] { (void)database.records(TabellaVariabili); }), 3163);
 }
 
 void TestDatabaseFile::fullDisk()
 {
     const JobFolder folder;
     Database database = Database::open(folder.newJob());
-    (void)database.OpenRecordset(u"PRAGMA max_page_count = 1"_s);
-    TableRecordset groups = database.openTable(TabellaVariabili);
-    groups.Edit();
-    groups.setField(0, QString(100'000, u'x'));
-    QCOMPARE(errorOf([&] { groups.Update(); }), 3026);
-    QCOMPARE(groups.text(0), u" "_s);
+    (void)database.query(u"PRAGMA max_page_count = 1"_s);
+    QCOMPARE(errorOf([&] { setField(database, TabellaVariabili, 0, QString(100'000, u'x')); }),
+             3026);
+    QCOMPARE(database.records(TabellaVariabili).text(0), u" "_s);
 }
 
 ZELTO_TEST(TestDatabaseFile)

@@ -38,8 +38,7 @@ QByteArray stateOf(const QString& path)
         Database job = Database::open(path, OpenMode::ReadOnly);
         QByteArray all;
         for (const QString& table : job.tableNames())
-            for (TableRecordset records = job.openTable(table); !records.EndOfFile();
-                 records.MoveNext())
+            for (Query records = job.records(table); !records.atEnd(); records.next())
                 for (int field = 0; field < records.fieldCount(); ++field)
                     all += records.text(field).toUtf8() + '|';
         return all;

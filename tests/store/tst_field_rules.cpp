@@ -28,14 +28,16 @@ private:
     /// The error of changing the field of the first record.
     [[nodiscard]] int store(QStringView table, QStringView field, const Value& value)
     {
-        TableRecordset record = m_job->openTable(table);
-        record.Edit();
-        record.setField(field, value);
-        return errorOf([&] { record.Update(); });
+        return errorOf([&] { setField(*m_job, table, ordinalOf(table, field), value); });
     }
     [[nodiscard]] Value stored(QStringView table, QStringView field)
     {
-        return m_job->openTable(table).field(field);
+        return m_job->records(table).field(ordinalOf(table, field));
+    }
+    static int ordinalOf(QStringView table, QStringView field)
+    {
+        const auto& fields = jobTable(table).fields;
+        return static_cast<int>(std::ranges::find(fields, field, &FieldDef::name) - fields.begin());
     }
 
     JobFolder m_folder;
@@ -115,10 +117,8 @@ void TestFieldRules::keys_data()
 void TestFieldRules::keys()
 {
     QFETCH(Value, key);
-    TableRecordset units = m_job->openTable(TabellaUnita);
-    units.AddNew();
-    units.setField(0, key);
-    QTEST(errorOf([&] { units.Update(); }), "error");
+    RecordWriter units = m_job->writer(jobTable(TabellaUnita));
+    QTEST(errorOf([&] { units.add({&key, 1}); }), "error");
 }
 
 /// Another program that writes the file is held to the same rules.

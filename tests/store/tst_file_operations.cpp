@@ -153,7 +153,7 @@ void TestFileOperations::compacting()
     QCOMPARE(bytesOf(path).mid(60, 12), before.mid(60, 12)); // user version and application
     QVERIFY(QFile::permissions(path).testFlag(QFileDevice::ReadGroup));
     QVERIFY(!QFile::permissions(path).testFlag(QFileDevice::ReadOther));
-    QCOMPARE(Database::open(path).openTable(TabellaVariabili).RecordCount(), 1);
+    QCOMPARE(Database::open(path).count(TabellaVariabili), 1);
     QCOMPARE(folder.names().size(), 2);
 }
 
@@ -203,7 +203,7 @@ void TestFileOperations::copies()
     other.run("BEGIN IMMEDIATE; DELETE FROM Vani");
     copyDatabase(path, folder.file(u"COPY.ZLT"_s));
     other.run("COMMIT");
-    QCOMPARE(Database::open(folder.file(u"COPY.ZLT"_s)).openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(Database::open(folder.file(u"COPY.ZLT"_s)).count(TabellaVani), 1);
     QCOMPARE(errorOf([&] { copyDatabase(path, folder.file(u"copy.zlt"_s)); }), 3204);
 
     const QString text = folder.file(u"text"_s);
@@ -279,7 +279,7 @@ void TestFileOperations::plainRenames()
     QCOMPARE(folder.names(), names);
     QCOMPARE(bytesOf(folder.file(u"LAVORO.ZLT"_s)), before);
     createJobFile(folder.file(u"B.ZLT"_s));
-    QCOMPARE(Database::open(folder.file(u"B.ZLT"_s)).openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(Database::open(folder.file(u"B.ZLT"_s)).count(TabellaVani), 1);
 
     std::vector<std::unique_ptr<NewFile>> files;
     for (const QString& name : {u"LAVORO.ZLT"_s, u"C.ZLT"_s, u"folder"_s}) {

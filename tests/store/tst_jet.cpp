@@ -22,8 +22,8 @@ QStringList recordsOf(Database& job)
 {
     QStringList records;
     for (const TableDef& table : jobTables()) {
-        QueryRecordset rows = job.OpenRecordset(u"SELECT * FROM "_s + quoted(table.name));
-        for (; !rows.EndOfFile(); rows.MoveNext()) {
+        Query rows = job.query(u"SELECT * FROM "_s + quoted(table.name));
+        for (; !rows.atEnd(); rows.next()) {
             QString record = u"R"_s;
             for (int i = 0; i < rows.fieldCount(); ++i) {
                 const Value value = rows.field(i);
@@ -130,7 +130,7 @@ void TestJet::conversion()
     const QString target = folder.file(u"NUOVO.ZLT"_s);
     bool checked = false;
     const auto report = jet::convertJob(original, target, [&](Database& job) {
-        checked = !job.openTable(TabellaVani).EndOfFile() && !QFile::exists(target);
+        checked = !job.records(TabellaVani).atEnd() && !QFile::exists(target);
     });
     QVERIFY(checked);
     QStringList expected =
@@ -140,8 +140,8 @@ void TestJet::conversion()
     Database job = Database::open(target);
     QCOMPARE(recordsOf(job), expected);
     QCOMPARE(report.remarks, QStringList());
-    QCOMPARE(report.units, job.openTable(TabellaUnita).RecordCount());
-    QCOMPARE(report.rooms, job.openTable(TabellaVani).RecordCount());
+    QCOMPARE(report.units, job.count(TabellaUnita));
+    QCOMPARE(report.rooms, job.count(TabellaVani));
     QCOMPARE(bytesOf(original), before);
     QCOMPARE(folder.names(), QStringList(u"NUOVO.ZLT"_s));
 }
@@ -187,7 +187,7 @@ void TestJet::realFiles()
     const QString target = folder.file(u"NUOVO.ZLT"_s);
     const auto report = jet::convertJob(changedJob(folder, from, to), target, NoCheck);
     Database job = Database::open(target);
-    QTEST(job.OpenRecordset(query).text(0), "result");
+    QTEST(job.query(query).text(0), "result");
     QCOMPARE(report.remarks.isEmpty(), remark.isEmpty());
     QVERIFY2(report.text().section(u'\n', -1).contains(remark), qPrintable(report.text()));
 }
@@ -252,7 +252,7 @@ void TestJet::names()
     QVERIFY(QFile::copy(Jet3, large) && QFile::resize(large, 257 << 20));
     QCOMPARE(errorOf([&] { (void)jet::convertJob(large, job, NoCheck); }), 3049);
     // A check that fails leaves nothing, and a name that is taken is not touched.
-    const auto refuses = [](Database& made) { (void)made.openTable(u"Altro"); };
+    const auto refuses = [](Database& made) { (void)made.records(u"Altro"); };
     QCOMPARE(errorOf([&] { (void)jet::convertJob(Jet3, job, refuses); }), 3078);
     QCOMPARE(folder.names().filter(u"Casa"_s), QStringList());
     QCOMPARE(errorOf([&] { (void)jet::convertJob(Jet3, folder.file(u"lavoro.ZLT"_s), NoCheck); }),

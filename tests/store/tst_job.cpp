@@ -3,6 +3,7 @@
 #include "store/schema_check.h"
 #include "store/user_interface.h"
 #include "store_fixture.h"
+#include "support/dump.h"
 #include "support/runner.h"
 
 #include <QCryptographicHash>
@@ -23,19 +24,6 @@ public:
 
     QStringList messages;
 };
-
-/// The records of a table, Null shown as "-".
-QStringList dump(TableRecordset records)
-{
-    QStringList rows;
-    for (; !records.EndOfFile(); records.MoveNext()) {
-        QStringList row;
-        for (int i = 0; i < records.fieldCount(); ++i)
-            row += records.isNull(i) ? u"-"_s : records.text(i);
-        rows += row.join(u'|');
-    }
-    return rows;
-}
 
 } // namespace
 
@@ -68,19 +56,20 @@ void TestJob::newJob_data()
 {
     QTest::addColumn<QString>("fields");
     QTest::addColumn<QString>("record");
-    QTest::newRow("ZELTO") << u"Versione|Utente"_s << u"2009|-"_s;
+    QTest::newRow("ZELTO") << u"Versione|Utente"_s << u"[2009] -"_s;
     QTest::newRow("Dati Generali")
         << u"Chiave|Descrizione|Descrizionee|Note|Data|Relazione|Tabella 1|Tabella 2|Tabella 3|"
            "Tabella 4|Tabella 5|Tabella 6|Tabella 7|Tabella 8|Tabella 9|Tabella 10|Tabella Codici"_s
-        << u"1"_s + u"|-"_s.repeated(16);
+        << u"[1]"_s + u" -"_s.repeated(16);
     QTest::newRow("Unità immobiliari")
         << u"Chiave|Riferimento unità|Riferimento|Livello|Codice scala|H piano|Flag tabelle"_s
-        << u"    1|1|-|-|-|-|-"_s;
+        << u"[    1] [1] - - - - -"_s;
     QTest::newRow("Vani") << u"Chiave|Riferimento unità|Posizione|Ambiente|Consistenza reale|"
                              "Destinazione|Orientamento|Prospetto|Luminosità|Funzionalità|"
                              "Piano riduttore"_s
-                          << u"    1    1|1|1|-|-|-|-|-|-|-|-"_s;
-    QTest::newRow("Variabili") << u"Var0|Var1|Var2|Var3|Var4|Var5|Var6"_s << u" | | | | | | "_s;
+                          << u"[    1    1] [1] [1] - - - - - - - -"_s;
+    QTest::newRow("Variabili") << u"Var0|Var1|Var2|Var3|Var4|Var5|Var6"_s
+                               << u"[ ] [ ] [ ] [ ] [ ] [ ] [ ]"_s;
 }
 
 void TestJob::newJob()
@@ -90,9 +79,12 @@ void TestJob::newJob()
     Database job = Database::open(m_path);
     QCOMPARE(job.tableNames(), QStringList({u"ZELTO"_s, u"Dati Generali"_s, u"Unità immobiliari"_s,
                                             u"Vani"_s, u"Variabili"_s}));
-    TableRecordset records = job.openTable(QString::fromUtf8(QTest::currentDataTag()));
-    QCOMPARE(records.fieldNames().join(u'|'), fields);
-    QCOMPARE(dump(std::move(records)), QStringList(record));
+    Query records = job.records(QString::fromUtf8(QTest::currentDataTag()));
+    QCOMPARE(dumpOf(records), QStringList(record));
+    QStringList names;
+    for (int i = 0; i < records.fieldCount(); ++i)
+        names << records.fieldName(i);
+    QCOMPARE(names.join(u'|'), fields);
 }
 
 void TestJob::creationIsAllOrNothing()
@@ -173,11 +165,11 @@ void TestJob::version_data()
 {
     QTest::addColumn<QByteArray>("change");
     QTest::addColumn<QString>("record");
-    const QString blanks = u" | | | | | | "_s;
+    const QString blanks = u"[ ] [ ] [ ] [ ] [ ] [ ] [ ]"_s;
     QTest::newRow("no table") << QByteArray("DROP TABLE Variabili") << blanks;
     QTest::newRow("no record") << QByteArray("DELETE FROM Variabili") << blanks;
     QTest::newRow("current") << QByteArray("UPDATE Variabili SET Var0='x', Var1=NULL")
-                             << u"x|-| | | | | "_s;
+                             << u"[x] - [ ] [ ] [ ] [ ] [ ]"_s;
     QTest::newRow("other letter case")
         << QByteArray("ALTER TABLE Variabili RENAME TO v; ALTER TABLE v RENAME TO VARIABILI")
         << blanks;
@@ -190,7 +182,8 @@ void TestJob::version()
     RawFile(m_path).run(change);
     Database job = Database::open(m_path);
     ControllaVersione(job);
-    QCOMPARE(dump(job.openTable(TabellaVariabili)), QStringList(record));
+    Query groups = job.records(TabellaVariabili);
+    QCOMPARE(dumpOf(groups), QStringList(record));
     const QByteArray before = bytesOf(m_path);
     ControllaVersione(job);
     QCOMPARE(bytesOf(m_path), before);

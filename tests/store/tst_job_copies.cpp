@@ -29,7 +29,7 @@ QString states(const JobCopies& copies, const QString& job)
 {
     QStringList states;
     for (const JobCopy& copy : copies.copiesOf(job))
-        states << Database::open(copy.path, OpenMode::ReadOnly).openTable(TabellaZelto).text(1);
+        states << Database::open(copy.path, OpenMode::ReadOnly).records(TabellaZelto).text(1);
     return states.join(u' ');
 }
 
@@ -203,7 +203,7 @@ void TestJobCopies::restoring()
     QVERIFY2(said.contains(u"in [~EARLIER 20"), qPrintable(said));
     QVERIFY(said.contains(u"status: Ripristino copia su ~/di prima.1.ZLT (busy)"));
     QCOMPARE(desk.openJob(), u"~/di prima.1.ZLT"_s);
-    QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaZelto).text(1), u"1"_s);
+    QCOMPARE(desk.jobs.job().JobDatabase().records(TabellaZelto).text(1), u"1"_s);
     QVERIFY(desk.jobs.job().JobDatabase().tableNames().contains(u"Variabili"));
     QCOMPARE(bytesOf(job), today);
 }

@@ -236,7 +236,7 @@ void TestJobFiles::duplicateTakesCompanions()
     desk.user.files = QStringList{u"~/A.ZLT"_s, u"~/NUOVO"_s};
     desk.jobs.DuplicaLavoro();
     QCOMPARE(desk.openJob(), u"~/NUOVO.ZLT"_s);
-    QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaZelto).text(1), u"Rossi"_s);
+    QCOMPARE(desk.jobs.job().JobDatabase().records(TabellaZelto).text(1), u"Rossi"_s);
     QCOMPARE(desk.folder.names().filter(u"NUOVO"_s),
              QStringList({u"NUOVO.bak"_s, u"NUOVO.html"_s, u"NUOVO.ZLT"_s}));
     QCOMPARE(bytesOf(desk.path(u"NUOVO.bak"_s)), "a.bak");
@@ -250,7 +250,7 @@ void TestJobFiles::newJobIsWhole()
     writeBytes(desk.path(u"x.ZLT-journal"_s), QByteArray(5000, 'x'));
     desk.user.files = QStringList{u"~/x"_s};
     desk.jobs.NuovoLavoro();
-    QCOMPARE(desk.jobs.job().JobDatabase().openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(desk.jobs.job().JobDatabase().count(TabellaVani), 1);
     QCOMPARE(desk.jobs.job().JobFolder(), QFileInfo(desk.path(u"x"_s)).path());
     QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
 
@@ -314,8 +314,8 @@ void TestJobFiles::filesAreReopened()
     desk.user.files = QStringList{u"~/A.ZLT"_s};
     desk.jobs.CompattaArchivio();
     desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s);
-    QCOMPARE(Database::open(desk.path(u"A.ZLT"_s)).openTable(TabellaVani).RecordCount(), 0);
-    QCOMPARE(Database::open(desk.path(u"A.BAK"_s)).openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(Database::open(desk.path(u"A.ZLT"_s)).count(TabellaVani), 0);
+    QCOMPARE(Database::open(desk.path(u"A.BAK"_s)).count(TabellaVani), 1);
     QCOMPARE(desk.master.groupDescriptions().size(), 7);
 
     // A job that is beyond repair does not stay open.

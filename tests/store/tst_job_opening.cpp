@@ -64,7 +64,7 @@ void TestJobOpening::opening()
     QTEST(errorOf([&] { desk.jobs.openGiven(desk.path(name.toLower())); }), "error");
     QCOMPARE(desk.openJob(), expected);
     if (error == 0)
-        QVERIFY(!desk.jobs.job().JobDatabase().openTable(TabellaVariabili).EndOfFile());
+        QVERIFY(!desk.jobs.job().JobDatabase().records(TabellaVariabili).atEnd());
 
     desk.open(u"A.ZLT"_s);
     desk.user.files = QStringList{u"~/"_s + name};

@@ -38,9 +38,9 @@ struct Room
 std::set<Room> roomsOf(const QString& path)
 {
     Database job = Database::open(path, OpenMode::ReadOnly);
-    TableRecordset records = job.openTable(TabellaVani);
+    Query records = job.records(TabellaVani);
     std::set<Room> rooms;
-    for (; !records.EndOfFile(); records.MoveNext()) {
+    for (; !records.atEnd(); records.next()) {
         Room room{.key = records.text(0).toUtf8(), .rest = {}};
         for (int field = 3; field < records.fieldCount(); ++field)
             room.rest += records.text(field).toUtf8();
@@ -191,11 +191,11 @@ void TestRepair::formsOfFile()
     QCOMPARE(roomsOf(path).size(), roomsOf(QStringLiteral(EXAMPLE_JOB)).size());
     Database job = Database::open(path);
     Database example = Database::open(QStringLiteral(EXAMPLE_JOB), OpenMode::ReadOnly);
-    QCOMPARE(job.openTable(TabellaDatiGenerali).text(5),
-             example.openTable(TabellaDatiGenerali).text(5));
+    QCOMPARE(job.records(TabellaDatiGenerali).text(5),
+             example.records(TabellaDatiGenerali).text(5));
     for (int group = 0; group < 7; ++group)
-        QCOMPARE(job.openTable(TabellaVariabili).text(group),
-                 example.openTable(TabellaVariabili).text(group));
+        QCOMPARE(job.records(TabellaVariabili).text(group),
+                 example.records(TabellaVariabili).text(group));
 }
 
 /// How much of a file that was cut is missing stands in its header.
@@ -250,13 +250,13 @@ void TestRepair::soundFiles()
     QCOMPARE(!result.damagedOriginal.isEmpty(), damaged);
     QCOMPARE(folder.names().size(), damaged ? 2 : 1);
     Database database = Database::open(path);
-    QCOMPARE(database.openTable(TabellaVani).text(3), room);
+    QCOMPARE(database.records(TabellaVani).text(3), room);
     if (change.contains("appunti"))
-        QCOMPARE(database.OpenRecordset(u"SELECT hex(a) FROM appunti"_s).text(0), u"00"_s);
+        QCOMPARE(database.query(u"SELECT hex(a) FROM appunti"_s).text(0), u"00"_s);
     if (damaged) {
-        QCOMPARE(database.openTable(TabellaZelto).text(0), u"2009"_s);
-        QCOMPARE(database.openTable(TabellaDatiGenerali).RecordCount(), 1);
-        QCOMPARE(database.openTable(TabellaVariabili).text(6), u" "_s);
+        QCOMPARE(database.records(TabellaZelto).text(0), u"2009"_s);
+        QCOMPARE(database.count(TabellaDatiGenerali), 1);
+        QCOMPARE(database.records(TabellaVariabili).text(6), u" "_s);
         QCOMPARE(result.units, 1);
     }
 }
@@ -290,8 +290,7 @@ void TestRepair::lessThanAJob()
     Database job = Database::open(path);
     const auto keys = [&](QStringView table) {
         QStringList found;
-        for (TableRecordset records = job.openTable(table); !records.EndOfFile();
-             records.MoveNext())
+        for (Query records = job.records(table); !records.atEnd(); records.next())
             found += records.text(0);
         return found.join(u',');
     };
@@ -350,7 +349,7 @@ void TestRepair::damagedOriginalsAreKept()
         QVERIFY(!QFile::exists(path + u"-journal"_s));
         bytes[1] = '\1';
     }
-    QCOMPARE(Database::open(path).openTable(TabellaVani).RecordCount(), 1);
+    QCOMPARE(Database::open(path).count(TabellaVani), 1);
 }
 
 /// Nothing in a damaged file is trusted.

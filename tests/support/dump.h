@@ -7,17 +7,28 @@
 
 namespace zelto::test {
 
-/// Every record of every table as a line of its own, Null as "-" and texts in brackets.
+/// The records as lines, Null as "-" and texts in brackets.
+inline QStringList dumpOf(store::Query& records)
+{
+    QStringList lines;
+    for (; !records.atEnd(); records.next()) {
+        QStringList fields;
+        for (int field = 0; field < records.fieldCount(); ++field)
+            fields << (records.isNull(field) ? u"-"_s : u'[' + records.text(field) + u']');
+        lines << fields.join(u' ');
+    }
+    return lines;
+}
+
+/// Every record of every table as a line of its own.
 inline QString dumpOf(store::Database& database)
 {
     QStringList lines;
-    for (const QString& table : database.tableNames())
-        for (auto record = database.openTable(table); !record.EndOfFile(); record.MoveNext()) {
-            QStringList fields;
-            for (int field = 0; field < record.fieldCount(); ++field)
-                fields << (record.isNull(field) ? u"-"_s : u'[' + record.text(field) + u']');
-            lines << table + u": "_s + fields.join(u' ');
-        }
+    for (const QString& table : database.tableNames()) {
+        store::Query records = database.records(table);
+        for (const QString& line : dumpOf(records))
+            lines << table + u": "_s + line;
+    }
     lines.sort();
     return lines.join(u'\n');
 }

@@ -96,7 +96,7 @@ class TestPrintScreens : public QObject
     /// Copies the first unit until the building has as many as wanted.
     void grow(int units)
     {
-        const auto counted = m_office->lavoro().OpenRecordset(
+        const auto counted = m_office->lavoro().query(
             u"SELECT COUNT(*), MIN([Riferimento unità]) FROM [Unità immobiliari]"_s);
         zelto::registro::Register registro(m_office->lavoro());
         registro.DuplicaUI(QList<int>(units - counted.text(0).toInt(), counted.text(1).toInt()));

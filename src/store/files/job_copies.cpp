@@ -82,7 +82,7 @@ void makeFolder(const QString& folder, const QString& job)
     origin.replace();
 }
 
-bool sameRecord(const QueryRecordset& one, const QueryRecordset& other)
+bool sameRecord(const Query& one, const Query& other)
 {
     for (int field = 0; field < one.fieldCount(); ++field)
         if (one.isNull(field) != other.isNull(field) || one.utf8(field) != other.utf8(field))
@@ -93,15 +93,14 @@ bool sameRecord(const QueryRecordset& one, const QueryRecordset& other)
 bool sameTable(Database& one, Database& other, const QString& table)
 {
     // In the order in which the records lie, which copying keeps.
-    const QString all = u"SELECT * FROM "_s + quoted(table);
-    QueryRecordset first = one.OpenRecordset(all);
-    QueryRecordset second = other.OpenRecordset(all);
+    Query first = one.records(table);
+    Query second = other.records(table);
     if (first.fieldCount() != second.fieldCount())
         return false;
-    for (; !first.EndOfFile() && !second.EndOfFile(); first.MoveNext(), second.MoveNext())
+    for (; !first.atEnd() && !second.atEnd(); first.next(), second.next())
         if (!sameRecord(first, second))
             return false;
-    return first.EndOfFile() == second.EndOfFile();
+    return first.atEnd() == second.atEnd();
 }
 
 bool sameContent(const QString& job, const QString& copy)
@@ -173,7 +172,7 @@ QStringList outdated(const QStringList& names, const QDateTime& now)
 std::optional<int> unitsIn(const QString& copy)
 {
     try {
-        return Database::open(copy, OpenMode::ReadOnly).openTable(TabellaUnita).RecordCount();
+        return Database::open(copy, OpenMode::ReadOnly).count(TabellaUnita);
     } catch (const DatabaseError&) {
         return std::nullopt;
     }

@@ -8,7 +8,6 @@
 #include "store/jet/table.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
-#include "store/table_writer.h"
 #include "text/decimal_text.h"
 
 #include <QDate>
@@ -89,9 +88,9 @@ private:
     [[nodiscard]] std::optional<Table> find(QStringView name) const;
     [[nodiscard]] std::vector<std::optional<std::size_t>> placesOf(const TableDef& table,
                                                                    const Table& original);
-    int copyTable(const TableDef& table, const Table& original, TableWriter& writer);
+    int copyTable(const TableDef& table, const Table& original, RecordWriter writer);
     void addRecord(const TableDef& table, int record, std::span<const Value> values,
-                   TableWriter& writer);
+                   RecordWriter& writer);
     void remark(const QString& sentence) { m_report.remarks << sentence; }
 
     QString m_path;
@@ -145,7 +144,7 @@ std::vector<std::optional<std::size_t>> Conversion::placesOf(const TableDef& tab
     return places;
 }
 
-int Conversion::copyTable(const TableDef& table, const Table& original, TableWriter& writer)
+int Conversion::copyTable(const TableDef& table, const Table& original, RecordWriter writer)
 {
     const auto places = placesOf(table, original);
     std::vector<Value> values(table.fields.size());
@@ -178,7 +177,7 @@ int Conversion::copyTable(const TableDef& table, const Table& original, TableWri
 }
 
 void Conversion::addRecord(const TableDef& table, int record, std::span<const Value> values,
-                           TableWriter& writer)
+                           RecordWriter& writer)
 {
     try {
         writer.add(values);
@@ -200,7 +199,7 @@ void Conversion::copyInto(Database& job)
                 ErrorNumber::TableNotFound,
                 u"La tabella «%1» non c'è nel file «%2»."_s.arg(table.name, m_path));
         job.appendTable(table);
-        const int records = copyTable(table, *original, *job.writer(table));
+        const int records = copyTable(table, *original, job.writer(table));
         if (table.name == TabellaUnita)
             m_report.units = records;
         if (table.name == TabellaVani)

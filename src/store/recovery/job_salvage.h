@@ -15,8 +15,6 @@ namespace zelto::store {
 /// The records of a job that can still be read in the bytes of its damaged file.
 struct SalvagedJob
 {
-    using Record = std::vector<Value>;
-
     /// By the table's name, in the order in which they are to be stored: of two with the same key
     /// the first counts.
     std::map<QStringView, std::vector<Record>> records;

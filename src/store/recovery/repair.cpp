@@ -30,10 +30,8 @@ void readEveryField(Database& job)
     for (const TableDef& table : jobTables()) {
         if (!present.contains(table.name, Qt::CaseInsensitive))
             continue;
-        for (TableRecordset records = job.openTable(table.name); !records.EndOfFile();
-             records.MoveNext())
-            for (int field = 0; field < records.fieldCount(); ++field)
-                (void)records.field(field);
+        for (Query records = job.records(table.name); !records.atEnd(); records.next())
+            (void)records.record();
     }
 }
 
@@ -65,7 +63,6 @@ bool isDamage(const DatabaseError& error, const QString& path)
     case ErrorNumber::BadValue:
     case ErrorNumber::Damaged:
     case ErrorNumber::EmptyNotAllowed:
-    case ErrorNumber::IndexNotFound:
     case ErrorNumber::Internal:
     case ErrorNumber::NoCurrentRecord:
     case ErrorNumber::NotADatabase:
@@ -102,8 +99,8 @@ RepairResult writeRepaired(const SalvagedJob& job, Database& database)
     RepairResult result;
     result.leftOut = writeSalvaged(database, job);
     ControllaTabelle(database);
-    result.units = database.openTable(TabellaUnita).RecordCount();
-    result.rooms = database.openTable(TabellaVani).RecordCount();
+    result.units = database.count(TabellaUnita);
+    result.rooms = database.count(TabellaVani);
     return result;
 }
 
@@ -113,32 +110,44 @@ void takePlace(NewFile& repaired, const QString& path, RepairResult& result)
     repaired.replaceKeeping(result.damagedOriginal);
 }
 
-/// The fields in the order of ours, Null for one that the table lacks.
-FoundRecord fieldsOf(const TableRecordset& records, const TableDef& table)
+/// For each field of ours its place in the query's records; none when they lack it.
+std::vector<std::optional<int>> placesOf(const TableDef& table, const Query& records)
 {
-    FoundRecord found;
-    for (const FieldDef& field : table.fields)
-        found.values.push_back(records.fieldNames().contains(field.name, Qt::CaseInsensitive)
-                                   ? records.field(field.name)
-                                   : Value());
-    return found;
+    std::vector<std::optional<int>> places(table.fields.size());
+    for (std::size_t field = 0; field < places.size(); ++field)
+        for (int place = 0; place < records.fieldCount(); ++place)
+            if (records.fieldName(place).compare(table.fields[field].name, Qt::CaseInsensitive) ==
+                0)
+                places[field] = place;
+    return places;
+}
+
+void takeRecords(Query records, const TableDef& table, SalvagedJob& job)
+{
+    const std::vector<std::optional<int>> places = placesOf(table, records);
+    for (; !records.atEnd(); records.next()) {
+        FoundRecord found;
+        for (const std::optional<int> place : places)
+            found.values.push_back(place ? records.field(*place) : Value());
+        if (auto record = recordOfTable(table.name, found))
+            job.records[table.name].push_back(std::move(record->values));
+        else
+            ++job.broken;
+    }
 }
 
 /// Takes the tables of ours out of the database.
 SalvagedJob takeTables(Database& database)
 {
     SalvagedJob job;
-    const QStringList present = database.tableNames();
-    for (const TableDef& table : jobTables()) {
-        if (!present.contains(table.name, Qt::CaseInsensitive))
+    for (const QString& name : database.tableNames()) {
+        const auto table = std::ranges::find_if(jobTables(), [&](const TableDef& ours) {
+            return ours.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+        if (table == jobTables().end())
             continue;
-        for (TableRecordset records = database.openTable(table.name); !records.EndOfFile();
-             records.MoveNext())
-            if (auto record = recordOfTable(table.name, fieldsOf(records, table)))
-                job.records[table.name].push_back(std::move(record->values));
-            else
-                ++job.broken;
-        database.Execute(u"DROP TABLE %1"_s.arg(quoted(table.name)));
+        takeRecords(database.records(name), *table, job);
+        database.Execute(u"DROP TABLE "_s + quoted(name));
     }
     return job;
 }

@@ -13,8 +13,6 @@ namespace zelto::store {
 
 namespace {
 
-using Record = SalvagedJob::Record;
-
 /// Whether the failure is about the value or the key; others concern the file.
 bool isRefusal(ErrorNumber number)
 {
@@ -26,12 +24,8 @@ bool isRefusal(ErrorNumber number)
 
 bool insert(Database& database, const TableDef& table, const Record& record)
 {
-    QStringList places;
-    for (std::size_t field = 1; field <= record.size(); ++field)
-        places += u":%1"_s.arg(field);
     try {
-        database.Execute(
-            u"INSERT INTO %1 VALUES (%2)"_s.arg(quoted(table.name), places.join(u", "_s)), record);
+        database.writer(table).add(record);
         return true;
     } catch (const DatabaseError& error) {
         if (!isRefusal(error.number()))
@@ -44,7 +38,7 @@ bool breaks(Database& database, const RuleCondition& check, const Value& value)
 {
     const QString sql = u"SELECT 1 FROM (SELECT :1 AS %1) WHERE NOT (%2)"_s.arg(
         quoted(check.rule.field), check.condition);
-    return !database.OpenRecordset(sql, std::span(&value, 1)).EndOfFile();
+    return !database.query(sql, std::span(&value, 1)).atEnd();
 }
 
 /// Cuts texts that are too long for any field; returns how many.
@@ -100,12 +94,11 @@ int addRecords(Database& database, const TableDef& table, const std::vector<Reco
 
 void addMissing(Database& database)
 {
-    const auto isEmpty = [&](QStringView table) { return database.openTable(table).EndOfFile(); };
+    const auto isEmpty = [&](QStringView table) { return database.count(table) == 0; };
     if (isEmpty(TabellaZelto))
-        database.Execute(u"INSERT INTO %1 VALUES ('%2', NULL)"_s.arg(
-            quoted(TabellaZelto), QString::number(VersioneFormato)));
+        addMarker(database);
     if (isEmpty(TabellaDatiGenerali))
-        database.Execute(u"INSERT INTO %1 DEFAULT VALUES"_s.arg(quoted(TabellaDatiGenerali)));
+        addGeneralData(database);
     if (isEmpty(TabellaVariabili))
         addBlankGroups(database);
     // Without its unit no screen would show a room.
