@@ -44,7 +44,7 @@ void WholeReport::record()
                                          .engine = m_engine,
                                          .user = nobody};
     m_engine.BeginDocument();
-    reports::StampaMillesimi(context, reports::SezioniStampa{}, reports::OpzioniCalcolo{});
+    reports::stampaDocumento(context, reports::tutteLeSezioni(), reports::OpzioniCalcolo());
     m_engine.EndDocument();
 }
 

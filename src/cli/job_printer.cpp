@@ -53,7 +53,6 @@ bool JobPrinter::print(const QString& lavoro)
         const std::optional<calc::ModelloLavoro> modello = load(lavoro);
         if (!modello)
             return false;
-        checkShares(*modello);
         requireDistinctOutputs();
         // First of all: what is refused leaves nothing behind.
         const std::vector<reports::TableReport> wanted = tables(*modello);
@@ -90,23 +89,6 @@ std::optional<calc::ModelloLavoro> JobPrinter::load(QString path)
     return calc::CaricaLavoro(copy);
 }
 
-void JobPrinter::checkShares(const calc::ModelloLavoro& modello) const
-{
-    if (!m_options.riparto)
-        return;
-    const auto& quote = m_options.riparto->quote;
-    if (const auto* tabella = std::get_if<reports::TabellaSpecifica>(&quote))
-        if (tabella->t > modello.NumTabelle())
-            throw calc::CalcError(u"La tabella %1 non esiste: il lavoro ne ha %2."_s.arg(tabella->t)
-                                      .arg(modello.NumTabelle()));
-    if (const auto* scala = std::get_if<reports::MillesimiScala>(&quote)) {
-        const std::vector<QString> scale = calc::elencoScale(modello);
-        if (std::find(scale.begin(), scale.end(), scala->codice) == scale.end())
-            throw calc::CalcError(
-                u"Nessuna unità appartiene alla scala «%1»."_s.arg(scala->codice));
-    }
-}
-
 /// Of several jobs every one has names of its own in folders.
 void JobPrinter::requireDistinctOutputs() const
 {
@@ -115,7 +97,11 @@ void JobPrinter::requireDistinctOutputs() const
     QStringList earlier;
     for (const QString& name : {reports::ConsistenzaOut, reports::CalcoloOut, reports::ScaleOut})
         earlier << QDir(m_options.uscite).filePath(name);
-    for (const QString& chosen : {m_options.pdf, m_options.xlsx}) {
+    QStringList files{m_options.pdf};
+    for (std::size_t i = 0; i < m_options.formati.size(); ++i)
+        if (!reports::tableFormats()[i].extension.isEmpty())
+            files << m_options.formati[i];
+    for (const QString& chosen : std::as_const(files)) {
         if (chosen.isEmpty())
             continue;
         for (const QString& other : std::as_const(earlier))
@@ -139,10 +125,7 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
                                          .engine = engine,
                                          .user = m_user};
     engine.BeginDocument();
-    if (m_options.riparto)
-        reports::StampaRiparto(context, m_options.sezioni, *m_options.riparto);
-    else
-        reports::StampaMillesimi(context, m_options.sezioni, m_options.calcolo);
+    reports::stampaDocumento(context, m_options.sezioni, m_options.opzioni());
     engine.EndDocument();
     if (m_options.pdf.isEmpty())
         return;
@@ -156,28 +139,36 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
 
 print::PdfInfo JobPrinter::documentInfo(const calc::ModelloLavoro& modello) const
 {
-    const QString& kind = m_options.riparto ? reports::DocumentoRiparto : reports::DocumentoCalcolo;
+    const QString& kind = reports::documento(m_options.opzioni()).title;
     return {.title = reports::documentTitle(kind, modello), .author = print::userFullName()};
 }
 
 std::vector<reports::TableReport> JobPrinter::tables(const calc::ModelloLavoro& modello) const
 {
-    if (!m_options.mostra && m_options.xlsx.isEmpty() && m_options.csv.isEmpty())
+    if (!m_options.mostra && !exportsTables())
         return {};
-    if (m_options.riparto)
-        return reports::tabelleScelte(modello, *m_options.riparto);
-    return reports::tabelleScelte(modello, m_options.calcolo);
+    return reports::tabelleScelte(modello, m_options.opzioni());
+}
+
+bool JobPrinter::exportsTables() const
+{
+    return std::ranges::any_of(m_options.formati,
+                               [](const QString& path) { return !path.isEmpty(); });
 }
 
 void JobPrinter::exportTables(const std::vector<reports::TableReport>& tables,
                               const print::PdfInfo& info, const QString& lavoro) const
 {
-    if (tables.empty() && !(m_options.xlsx.isEmpty() && m_options.csv.isEmpty()))
+    if (tables.empty() && exportsTables())
         throw calc::CalcError(u"Non c'è nessuna tabella da esportare."_s);
-    if (!m_options.xlsx.isEmpty())
-        reports::writeWorkbook(filePath(m_options.xlsx, lavoro, u".xlsx"_s), tables, info);
-    if (!m_options.csv.isEmpty())
-        reports::writeCsv(folderPath(m_options.csv, lavoro), tables);
+    for (std::size_t i = 0; i < m_options.formati.size(); ++i) {
+        const reports::TableFormat& format = reports::tableFormats()[i];
+        const QString& chosen = m_options.formati[i];
+        if (!chosen.isEmpty())
+            format.write(format.extension.isEmpty() ? folderPath(chosen, lavoro)
+                                                    : filePath(chosen, lavoro, format.extension),
+                         tables, info);
+    }
 }
 
 void JobPrinter::showTables(const std::vector<reports::TableReport>& tables,

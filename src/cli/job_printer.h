@@ -25,11 +25,11 @@ public:
 
 private:
     [[nodiscard]] std::optional<calc::ModelloLavoro> load(QString path);
-    void checkShares(const calc::ModelloLavoro& modello) const;
     void requireDistinctOutputs() const;
     void printPages(const calc::ModelloLavoro& modello, const QString& lavoro);
     [[nodiscard]] std::vector<reports::TableReport>
     tables(const calc::ModelloLavoro& modello) const;
+    [[nodiscard]] bool exportsTables() const;
     void exportTables(const std::vector<reports::TableReport>& tables, const print::PdfInfo& info,
                       const QString& lavoro) const;
     void showTables(const std::vector<reports::TableReport>& tables, const QString& lavoro) const;

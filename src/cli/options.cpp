@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <getopt.h>
-#include <map>
 #include <vector>
 
 namespace zelto::cli {
@@ -29,42 +28,51 @@ enum Option : int {
     Riparto,
     Quote,
     Quadratura,
-    Xlsx,
-    Csv,
     Mostra,
     Version,
+    FirstFormat, ///< those of the tables, in their order
 };
 
-constexpr std::array LongOptions{
-    option{"pdf", required_argument, nullptr, Pdf},
-    option{"uscite", required_argument, nullptr, Uscite},
-    option{"sezioni", required_argument, nullptr, Sezioni},
-    option{"calcolo", required_argument, nullptr, Calcolo},
-    option{"formato", required_argument, nullptr, Formato},
-    option{"indice-proporzionale", no_argument, nullptr, IndiceProporzionale},
-    option{"prima-pagina", required_argument, nullptr, PrimaPagina},
-    option{"riparto", required_argument, nullptr, Riparto},
-    option{"quote", required_argument, nullptr, Quote},
-    option{"quadratura", no_argument, nullptr, Quadratura},
-    option{"xlsx", required_argument, nullptr, Xlsx},
-    option{"csv", required_argument, nullptr, Csv},
-    option{"mostra", no_argument, nullptr, Mostra},
-    option{"help", no_argument, nullptr, Help},
-    option{"version", no_argument, nullptr, Version},
-    option{nullptr, 0, nullptr, 0},
-};
-
-/// Sets to true what the comma-separated list names, everything else to false.
-void readList(const QString& list, const QString& option, const std::map<QString, bool*>& choices)
+std::vector<option> longOptions()
 {
-    for (const auto& [name, chosen] : choices)
-        *chosen = false;
+    std::vector<option> all{
+        {"pdf", required_argument, nullptr, Pdf},
+        {"uscite", required_argument, nullptr, Uscite},
+        {"sezioni", required_argument, nullptr, Sezioni},
+        {"calcolo", required_argument, nullptr, Calcolo},
+        {"formato", required_argument, nullptr, Formato},
+        {"indice-proporzionale", no_argument, nullptr, IndiceProporzionale},
+        {"prima-pagina", required_argument, nullptr, PrimaPagina},
+        {"riparto", required_argument, nullptr, Riparto},
+        {"quote", required_argument, nullptr, Quote},
+        {"quadratura", no_argument, nullptr, Quadratura},
+        {"mostra", no_argument, nullptr, Mostra},
+        {"help", no_argument, nullptr, Help},
+        {"version", no_argument, nullptr, Version},
+    };
+    static const QByteArrayList names = [] {
+        QByteArrayList formats;
+        for (const reports::TableFormat& format : reports::tableFormats())
+            formats << format.option.toUtf8();
+        return formats;
+    }();
+    int value = FirstFormat;
+    for (const QByteArray& name : names)
+        all.push_back({name.constData(), required_argument, nullptr, value++});
+    all.push_back({nullptr, 0, nullptr, 0});
+    return all;
+}
+
+/// The words of the comma-separated list, all of them known.
+QStringList readList(const QString& list, const QString& option, const QStringList& known)
+{
+    QStringList chosen;
     for (const QString& name : list.split(u',')) {
-        const auto choice = choices.find(name.trimmed());
-        if (choice == choices.end())
+        if (!known.contains(name.trimmed()))
             throw UsageError(u"%1: «%2» non è una voce dell'elenco"_s.arg(option, name));
-        *choice->second = true;
+        chosen << name.trimmed();
     }
+    return chosen;
 }
 
 reports::FormatoDettaglio readFormato(const QString& text)
@@ -94,22 +102,35 @@ QString readImporto(const QString& text)
     return text;
 }
 
+/// The kinds of shares as one types them.
+QStringList shareWords()
+{
+    QStringList words;
+    for (const reports::TableKind& kind : reports::tableKinds())
+        words << (kind.keyName.isEmpty() ? kind.shareWord : kind.shareWord + u'=' + kind.keyName);
+    return words;
+}
+
 reports::InsiemeQuote readQuote(const QString& text)
 {
     const qsizetype equals = text.indexOf(u'=');
-    const QString kind = text.left(equals);
     const QString value = equals < 0 ? QString() : text.sliced(equals + 1);
-    if (text == u"generali")
-        return reports::MillesimiGenerali{};
-    if (kind == u"tabella") {
-        bool isNumber = false;
-        const int t = value.toInt(&isNumber);
-        if (isNumber && t >= 1 && t <= calc::MaxTabelle)
-            return reports::TabellaSpecifica{t};
+    for (const reports::TableKind& kind : reports::tableKinds()) {
+        if (kind.keyName.isEmpty() && text == kind.shareWord)
+            return {.kind = &kind};
+        if (kind.keyName.isEmpty() || text.left(equals) != kind.shareWord)
+            continue;
+        if (const QString key = kind.readKey(value); !key.isEmpty())
+            return {.kind = &kind, .key = key};
     }
-    if (kind == u"scala" && !value.isEmpty())
-        return reports::MillesimiScala{.codice = value.toUpper()};
-    throw UsageError(u"--quote: «%1» non è generali, tabella=N o scala=CODICE"_s.arg(text));
+    QStringList words = shareWords();
+    const QString last = words.takeLast();
+    throw UsageError(u"--quote: «%1» non è %2 o %3"_s.arg(text, words.join(u", "_s), last));
+}
+
+QStringList calculationWords()
+{
+    return QStringList(u"dettaglio"_s) + reports::tutteLeTabelle();
 }
 
 /// The parts of the command line that only make sense together.
@@ -133,17 +154,11 @@ void apply(Pieces& pieces, int option, const QString& value)
         options.uscite = value;
         break;
     case Sezioni:
-        readList(value, u"--sezioni"_s,
-                 {{u"prima-pagina"_s, &options.sezioni.primaPagina},
-                  {u"relazione"_s, &options.sezioni.relazione},
-                  {u"calcolo"_s, &options.sezioni.calcolo}});
+        options.sezioni = readList(value, u"--sezioni"_s, reports::tutteLeSezioni());
         break;
     case Calcolo:
-        readList(value, u"--calcolo"_s,
-                 {{u"dettaglio"_s, &options.calcolo.dettaglio},
-                  {u"generali"_s, &options.calcolo.generali},
-                  {u"tabelle"_s, &options.calcolo.tabelle},
-                  {u"scale"_s, &options.calcolo.scale}});
+        options.calcolo.tabelle = readList(value, u"--calcolo"_s, calculationWords());
+        options.calcolo.dettaglio = options.calcolo.tabelle.contains(calculationWords().front());
         pieces.calcoloGiven = true;
         break;
     case Formato:
@@ -164,12 +179,6 @@ void apply(Pieces& pieces, int option, const QString& value)
     case Quadratura:
         pieces.quadratura = true;
         break;
-    case Xlsx:
-        options.xlsx = value;
-        break;
-    case Csv:
-        options.csv = value;
-        break;
     case Mostra:
         options.mostra = true;
         break;
@@ -180,6 +189,7 @@ void apply(Pieces& pieces, int option, const QString& value)
         options.action = Options::Action::ShowVersion;
         break;
     default:
+        options.formati[static_cast<std::size_t>(option - FirstFormat)] = value;
         break;
     }
 }
@@ -213,11 +223,10 @@ Options complete(Pieces pieces)
     if (pieces.importo) {
         options.riparto = reports::OpzioniRiparto{
             .importo = *pieces.importo,
-            .quote = pieces.quote.value_or(reports::MillesimiGenerali{}),
+            .quote = pieces.quote.value_or(reports::InsiemeQuote()),
             .arrotondamento = pieces.quadratura ? calc::Arrotondamento::AQuadratura
                                                 : calc::Arrotondamento::PerQuota};
-        if (auto* scala = std::get_if<reports::MillesimiScala>(&options.riparto->quote))
-            scala->indice = options.calcolo.indice;
+        options.riparto->quote.indice = options.calcolo.indice;
     }
     return options;
 }
@@ -252,16 +261,17 @@ Options parseOptions(const QStringList& arguments)
     const int argc = static_cast<int>(argv.size());
     argv.push_back(nullptr);
 
+    const std::vector<option> known = longOptions();
     Pieces pieces;
     optind = 0; // start afresh: getopt keeps its place between calls
     while (true) {
         const int place = optind == 0 ? 1 : optind;
-        const int option = getopt_long(argc, argv.data(), ":o:u:h", LongOptions.data(), nullptr);
-        if (option == -1)
+        const int found = getopt_long(argc, argv.data(), ":o:u:h", known.data(), nullptr);
+        if (found == -1)
             break;
-        if (option == '?' || option == ':')
-            refuse(option, argv[static_cast<std::size_t>(std::max(optind - 1, place))]);
-        apply(pieces, option, QString::fromUtf8(optarg));
+        if (found == '?' || found == ':')
+            refuse(found, argv[static_cast<std::size_t>(std::max(optind - 1, place))]);
+        apply(pieces, found, QString::fromUtf8(optarg));
     }
     for (int i = optind; i < argc; ++i)
         pieces.options.lavori << QString::fromUtf8(argv[static_cast<std::size_t>(i)]);
@@ -270,34 +280,36 @@ Options parseOptions(const QStringList& arguments)
 
 QString helpText()
 {
-    return u"Uso: zelto-stampa [opzioni] LAVORO.ZLT [LAVORO2.ZLT ...]\n"
-           u"Calcola e stampa le tabelle millesimali di uno o più lavori, senza modificarli.\n"
-           u"\n"
-           u"  -o, --pdf FILE            le pagine stampate in un PDF; con più lavori FILE è una\n"
-           u"                            cartella, un PDF per lavoro (senza -o nessun PDF)\n"
-           u"  -u, --uscite CARTELLA     cartella di consistenza.out, calcolo.out e scale.out\n"
-           u"                            (se manca, quella corrente; con più lavori una\n"
-           u"                            sottocartella per lavoro)\n"
-           u"  --sezioni LISTA           di prima-pagina,relazione,calcolo (se manca, tutte)\n"
-           u"  --calcolo LISTA           di dettaglio,generali,tabelle,scale (se manca, tutte)\n"
-           u"  --formato esteso|compatto formato del dettaglio (se manca, compatto)\n"
-           u"  --indice-proporzionale    calcola l'indice di piano in proporzione alla "
-           u"consistenza\n"
-           u"  --prima-pagina N          numero della prima pagina di calcolo (se manca, 1)\n"
-           u"  --riparto IMPORTO         stampa il riparto dell'importo al posto del calcolo\n"
-           u"  --quote generali|tabella=N|scala=CODICE\n"
-           u"                            millesimi del riparto (se manca, generali)\n"
-           u"  --quadratura              quote del riparto che sommano all'importo, al centesimo\n"
-           u"  --xlsx FILE               le tabelle in una cartella di lavoro per fogli di "
-           u"calcolo;\n"
-           u"                            con più lavori FILE è una cartella, un file per lavoro\n"
-           u"  --csv CARTELLA            le tabelle in file CSV, uno per tabella (con più lavori\n"
-           u"                            una sottocartella per lavoro)\n"
-           u"  --mostra                  scrive anche le tabelle come testo allineato\n"
-           u"  -h, --help                questo aiuto\n"
-           u"  --version                 versione del programma\n"
-           u"\n"
-           u"Stato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n"_s;
+    const QString text =
+        u"Uso: zelto-stampa [opzioni] LAVORO.ZLT [LAVORO2.ZLT ...]\n"
+        u"Calcola e stampa le tabelle millesimali di uno o più lavori, senza modificarli.\n"
+        u"\n"
+        u"  -o, --pdf FILE            le pagine stampate in un PDF; con più lavori FILE è una\n"
+        u"                            cartella, un PDF per lavoro (senza -o nessun PDF)\n"
+        u"  -u, --uscite CARTELLA     cartella di consistenza.out, calcolo.out e scale.out\n"
+        u"                            (se manca, quella corrente; con più lavori una\n"
+        u"                            sottocartella per lavoro)\n"
+        u"  --sezioni LISTA           di %1 (se manca, tutte)\n"
+        u"  --calcolo LISTA           di %2 (se manca, tutte)\n"
+        u"  --formato esteso|compatto formato del dettaglio (se manca, compatto)\n"
+        u"  --indice-proporzionale    calcola l'indice di piano in proporzione alla "
+        u"consistenza\n"
+        u"  --prima-pagina N          numero della prima pagina di calcolo (se manca, 1)\n"
+        u"  --riparto IMPORTO         stampa il riparto dell'importo al posto del calcolo\n"
+        u"  --quote %3\n"
+        u"                            millesimi del riparto (se manca, generali)\n"
+        u"  --quadratura              quote del riparto che sommano all'importo, al centesimo\n"
+        u"%4"
+        u"  --mostra                  scrive anche le tabelle come testo allineato\n"
+        u"  -h, --help                questo aiuto\n"
+        u"  --version                 versione del programma\n"
+        u"\n"
+        u"Stato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n"_s;
+    QString formats;
+    for (const reports::TableFormat& format : reports::tableFormats())
+        formats += format.help;
+    return text.arg(reports::tutteLeSezioni().join(u','), calculationWords().join(u','),
+                    shareWords().join(u'|'), formats);
 }
 
 } // namespace zelto::cli

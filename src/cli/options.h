@@ -3,12 +3,14 @@
 #pragma once
 
 #include "reports/print_sequence.h"
+#include "reports/table_export.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <optional>
 #include <stdexcept>
+#include <vector>
 
 namespace zelto::cli {
 
@@ -28,12 +30,17 @@ struct Options
     QStringList lavori;
     QString pdf;             ///< file, or folder for several jobs; empty for none
     QString uscite = u"."_s; ///< folder of the text files, or of the jobs' folders
-    QString xlsx;            ///< file, or folder for several jobs; empty for none
-    QString csv;             ///< folder, or of the jobs' folders; empty for none
-    reports::SezioniStampa sezioni;
+    /// For every format of tables the file or folder, or the folder of the jobs'; empty for none.
+    std::vector<QString> formati = std::vector<QString>(reports::tableFormats().size());
+    QStringList sezioni = reports::tutteLeSezioni();
     reports::OpzioniCalcolo calcolo;
     std::optional<reports::OpzioniRiparto> riparto; ///< in place of the calculation sections
     bool mostra = false;
+
+    [[nodiscard]] reports::OpzioniStampa opzioni() const
+    {
+        return riparto ? reports::OpzioniStampa(*riparto) : calcolo;
+    }
 };
 
 /// Reads the arguments, the program's name first. Throws UsageError.

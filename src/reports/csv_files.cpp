@@ -25,12 +25,12 @@ QString textField(QString text)
     return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
 
-QString field(const TableColumn& column, const QString& cell)
+QString field(const TableColumn& column, const Cell& cell)
 {
-    if (column.decimals < 0)
-        return textField(cell.trimmed());
-    const auto number = column.number(cell);
-    return number ? QString::number(*number, 'f', column.decimals).replace(u'.', u',') : QString();
+    if (column.isText())
+        return textField(cell.text.trimmed());
+    return cell.value ? QString::number(*cell.value, 'f', column.decimals).replace(u'.', u',')
+                      : QString();
 }
 
 QByteArray csvOf(const TableReport& table)
@@ -39,10 +39,10 @@ QByteArray csvOf(const TableReport& table)
     for (const TableColumn& column : table.columns)
         heads << textField(column.head);
     QStringList lines{heads.join(u';')};
-    for (const QStringList& row : table.rows) {
+    for (const TableRow& row : table.rows) {
         QStringList fields;
         for (std::size_t i = 0; i < table.columns.size(); ++i)
-            fields << field(table.columns[i], row.value(static_cast<qsizetype>(i)));
+            fields << field(table.columns[i], row.cells[i]);
         lines << fields.join(u';');
     }
     return "\xEF\xBB\xBF" + (lines.join(u"\r\n"_s) + u"\r\n"_s).toUtf8();
@@ -50,7 +50,8 @@ QByteArray csvOf(const TableReport& table)
 
 } // namespace
 
-void writeCsv(const QString& folder, const std::vector<TableReport>& tables)
+void writeCsv(const QString& folder, const std::vector<TableReport>& tables,
+              const print::PdfInfo& /*info*/)
 {
     print::makeFolder(folder);
     const QStringList names = sheetNames(tables);

@@ -2,92 +2,155 @@
 #include "reports/print_sequence.h"
 
 #include "reports/cover_page.h"
-#include "reports/tables.h"
 #include "reports/technical_report.h"
+#include "reports/text_output.h"
+
+#include <algorithm>
+#include <functional>
 
 namespace zelto::reports {
 
 namespace {
 
-void stampaPezziIniziali(const ReportContext& context, const SezioniStampa& sezioni)
+struct KindTables
 {
-    if (sezioni.primaPagina)
-        StampaPrimaPagina(context);
-    if (sezioni.relazione)
-        StampaRelazione(context);
+    const TableKind& kind;
+    std::vector<TableReport> tables;
+};
+
+std::vector<KindTables> calcolaTabelle(const SizedJob& job, const OpzioniCalcolo& opzioni)
+{
+    std::vector<KindTables> chosen;
+    for (const TableKind& kind : tableKinds()) {
+        if (!opzioni.tabelle.contains(kind.word))
+            continue;
+        chosen.push_back({kind, {}});
+        for (const TableChoice& choice : kind.choices(job.modello))
+            chosen.back().tables.push_back(kind.table(job, choice, opzioni.indice));
+    }
+    return chosen;
 }
 
-/// Throws CalcError when a figure cannot be printed whole.
-void controllaCalcolo(const calc::ModelloLavoro& modello, const OpzioniCalcolo& opzioni)
+void writeOutput(const ReportContext& context, const KindTables& chosen)
 {
-    if (opzioni.dettaglio)
-        controllaProspetto(modello);
-    (void)tabelleScelte(modello, opzioni);
+    TextOutput output(context.outputFolder, chosen.kind.outputFile);
+    for (const TableReport& table : chosen.tables) {
+        if (!table.plainTitle.isEmpty())
+            output.writeLine({table.plainTitle});
+        for (const TableRow& row : table.rows)
+            if (!row.plain.isEmpty())
+                output.writeLine(row.plain);
+    }
+    output.commit();
 }
 
-void stampaCalcolo(const ReportContext& context, const OpzioniCalcolo& opzioni)
+/// Draws a calculation section that is computed already.
+using Drawing = std::function<void(const ReportContext& context)>;
+
+Drawing prepare(const calc::ModelloLavoro& modello, const OpzioniCalcolo& opzioni)
 {
-    context.user.SetStatus(u"Stampa prospetto dei calcoli"_s, true);
-    ReportPage page(context, opzioni.primaPagina);
+    const SizedJob job(modello);
     if (opzioni.dettaglio)
-        StampaProspetto(page, context, opzioni.formato);
-    if (opzioni.generali)
-        StampaMillesimiGenerali(page, context);
-    if (opzioni.tabelle)
-        StampaTabelle(page, context);
-    if (opzioni.scale)
-        StampaScale(page, context, opzioni.indice);
+        controllaProspetto(job);
+    return [opzioni, job, chosen = calcolaTabelle(job, opzioni)](const ReportContext& context) {
+        ReportPage page(context, opzioni.primaPagina);
+        if (opzioni.dettaglio)
+            StampaProspetto(page, context, job, opzioni.formato);
+        for (const KindTables& kind : chosen) {
+            for (const TableReport& table : kind.tables)
+                printTable(page, table, Paging::FullPage);
+            if (!kind.kind.outputFile.isEmpty())
+                writeOutput(context, kind);
+        }
+    };
+}
+
+Drawing prepare(const calc::ModelloLavoro& modello, const OpzioniRiparto& opzioni)
+{
+    return [table = tabellaRiparto(SizedJob(modello), opzioni)](const ReportContext& context) {
+        ReportPage page(context, 1);
+        printTable(page, table, Paging::FortyFiveUnits);
+    };
+}
+
+std::vector<TableReport> tables(const SizedJob& job, const OpzioniCalcolo& opzioni)
+{
+    std::vector<TableReport> all;
+    for (KindTables& chosen : calcolaTabelle(job, opzioni))
+        std::ranges::move(chosen.tables, std::back_inserter(all));
+    return all;
+}
+
+std::vector<TableReport> tables(const SizedJob& job, const OpzioniRiparto& opzioni)
+{
+    return {tabellaRiparto(job, opzioni)};
+}
+
+template <typename Items>
+QStringList wordsOf(const Items& items)
+{
+    QStringList words;
+    for (const auto& item : items)
+        words << item.word;
+    return words;
 }
 
 } // namespace
 
-std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
-                                       const OpzioniCalcolo& opzioni)
+const std::vector<SezioneStampa>& sezioniStampa()
 {
-    std::vector<TableReport> tables;
-    if (modello.unita.empty())
-        return tables;
-    if (opzioni.generali)
-        tables.push_back(tabellaGenerale(modello));
-    for (int t = 1; opzioni.tabelle && t <= modello.NumTabelle(); ++t)
-        tables.push_back(tabellaSpeciale(modello, t));
-    if (opzioni.scale) {
-        const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
-        for (const QString& codice : calc::elencoScale(modello))
-            tables.push_back(tabellaScala(
-                modello, calc::calcolaScala(modello, consistenze, codice, opzioni.indice)));
-    }
-    return tables;
+    static const std::vector<SezioneStampa> sections{
+        {u"prima-pagina"_s, u" Prima pagina"_s, StampaPrimaPagina},
+        {u"relazione"_s, u" Relazione"_s, StampaRelazione},
+        {SezioneCalcolo, u" Calcolo"_s, nullptr},
+    };
+    return sections;
+}
+
+QStringList tutteLeSezioni()
+{
+    return wordsOf(sezioniStampa());
+}
+
+QStringList tutteLeTabelle()
+{
+    return wordsOf(tableKinds());
+}
+
+const Documento& documento(const OpzioniStampa& opzioni)
+{
+    static const std::array documents{
+        Documento{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s},
+        Documento{u"Riparto importo"_s, u"Stampa riparto importo"_s, u" - riparto"_s}};
+    return documents.at(opzioni.index());
 }
 
 std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
-                                       const OpzioniRiparto& opzioni)
+                                       const OpzioniStampa& opzioni)
 {
     if (modello.unita.empty())
         return {};
-    return {tabellaRiparto(modello, opzioni)};
+    return std::visit([&](const auto& one) { return tables(SizedJob(modello), one); }, opzioni);
 }
 
-// What is refused is so first of all, and leaves nothing on paper and in files.
-
-void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
-                     const OpzioniCalcolo& opzioni)
+void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
+                     const OpzioniStampa& opzioni)
 {
-    if (sezioni.calcolo)
-        controllaCalcolo(context.modello, opzioni);
-    stampaPezziIniziali(context, sezioni);
-    if (sezioni.calcolo)
-        stampaCalcolo(context, opzioni);
-}
-
-void StampaRiparto(const ReportContext& context, const SezioniStampa& sezioni,
-                   const OpzioniRiparto& opzioni)
-{
-    const TableReport tabella =
-        sezioni.calcolo ? tabellaRiparto(context.modello, opzioni) : TableReport();
-    stampaPezziIniziali(context, sezioni);
-    if (sezioni.calcolo)
-        StampaSezioneRiparto(context, tabella);
+    // What is refused is so first of all, and leaves nothing on paper and in files.
+    Drawing calculation;
+    if (sezioni.contains(SezioneCalcolo))
+        calculation =
+            std::visit([&](const auto& one) { return prepare(context.modello, one); }, opzioni);
+    for (const SezioneStampa& section : sezioniStampa()) {
+        if (!sezioni.contains(section.word))
+            continue;
+        if (section.draw != nullptr) {
+            section.draw(context);
+            continue;
+        }
+        context.user.SetStatus(documento(opzioni).printTitle, true);
+        calculation(context);
+    }
 }
 
 } // namespace zelto::reports

@@ -2,54 +2,69 @@
 // What one press of a print button draws, in its order.
 #pragma once
 
-#include "reports/allocation_section.h"
+#include "reports/allocation_table.h"
 #include "reports/prospectus.h"
 #include "reports/report_context.h"
-#include "reports/table_report.h"
+#include "reports/table_kinds.h"
 
+#include <QString>
+#include <QStringList>
+
+#include <span>
+#include <variant>
 #include <vector>
 
 namespace zelto::reports {
 
-// What the two documents are called.
-inline const QString DocumentoCalcolo = u"Tabelle millesimali"_s;
-inline const QString DocumentoRiparto = u"Riparto importo"_s;
-
-/// The sections of a print, in the order in which they are drawn.
-struct SezioniStampa
+/// A section of a print, as the command and the boxes of the screens name it.
+struct SezioneStampa
 {
-    bool primaPagina = true;
-    bool relazione = true;
-    bool calcolo = true;
+    QString word;
+    QString caption;
+    /// Draws it; none for the calculation, which is another in every document.
+    void (*draw)(const ReportContext& context);
 };
 
-/// What belongs to the calculation sections.
+/// The sections in the order in which they are drawn.
+const std::vector<SezioneStampa>& sezioniStampa();
+
+/// The section of the calculation.
+inline const QString SezioneCalcolo = u"calcolo"_s;
+
+/// The words of all sections, and of all kinds of tables.
+QStringList tutteLeSezioni();
+QStringList tutteLeTabelle();
+
+/// The calculation section of the tables of shares.
 struct OpzioniCalcolo
 {
     bool dettaglio = true;
-    bool generali = true;
-    bool tabelle = true;
-    bool scale = true;
+    QStringList tabelle = tutteLeTabelle(); ///< the kinds, by their words
     FormatoDettaglio formato = FormatoDettaglio::Compatto;
     calc::IndicePiano indice = calc::IndicePiano::PerConsistenza;
     int primaPagina = 1; ///< number of the first calculation page
 };
 
-/// The tables among the calculation sections, in the order of printing.
+/// A document is the one or the other.
+using OpzioniStampa = std::variant<OpzioniCalcolo, OpzioniRiparto>;
+
+/// What a document is called.
+struct Documento
+{
+    QString title;
+    QString printTitle;      ///< of the print job
+    QString nameSuffix = {}; ///< behind the job's name in the files that are proposed
+};
+const Documento& documento(const OpzioniStampa& opzioni);
+
+/// The tables of a document in the order of printing; none without units. Throws CalcError when a
+/// figure does not fit its column.
 std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
-                                       const OpzioniCalcolo& opzioni);
+                                       const OpzioniStampa& opzioni);
 
-/// The table of the allocation; none without units.
-std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
-                                       const OpzioniRiparto& opzioni);
-
-/// Cover page, technical report and calculation sections, with their text files. Throws CalcError,
-/// and then has drawn and written nothing, when a figure does not fit its column.
-void StampaMillesimi(const ReportContext& context, const SezioniStampa& sezioni,
-                     const OpzioniCalcolo& opzioni);
-
-/// Cover page, technical report and the allocation of an amount. Throws CalcError likewise.
-void StampaRiparto(const ReportContext& context, const SezioniStampa& sezioni,
-                   const OpzioniRiparto& opzioni);
+/// Draws the sections, given by their words, with their text files. Throws CalcError, and then has
+/// drawn and written nothing, when a figure does not fit its column.
+void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
+                     const OpzioniStampa& opzioni);
 
 } // namespace zelto::reports

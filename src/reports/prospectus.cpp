@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/prospectus.h"
 
-#include "calc/shares.h"
 #include "reports/figures.h"
 #include "reports/text_output.h"
 #include "text/format_mask.h"
@@ -150,29 +149,28 @@ bool fits(const ReportPage& page, const UnitaImmobiliare& unita)
 
 } // namespace
 
-void controllaProspetto(const calc::ModelloLavoro& modello)
+void controllaProspetto(const SizedJob& job)
 {
-    const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
-    for (std::size_t u = 0; u < modello.unita.size(); ++u)
-        controllaUnita(modello.unita[u], consistenze.CTUI[u]);
+    for (std::size_t u = 0; u < job.modello.unita.size(); ++u)
+        controllaUnita(job.modello.unita[u], job.consistenze.CTUI[u]);
 }
 
-void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato)
+void StampaProspetto(ReportPage& page, const ReportContext& context, const SizedJob& job,
+                     FormatoDettaglio formato)
 {
-    const calc::Consistenze consistenze = calc::calcolaConsistenze(context.modello);
     TextOutput output(context.outputFolder, ConsistenzaOut);
-    for (std::size_t u = 0; u < context.modello.unita.size(); ++u) {
-        const UnitaImmobiliare& unita = context.modello.unita[u];
+    for (std::size_t u = 0; u < job.modello.unita.size(); ++u) {
+        const UnitaImmobiliare& unita = job.modello.unita[u];
         if (u == 0 || !fits(page, unita)) {
             if (u > 0)
                 page.finish();
             printPageHead(page);
         }
-        printUnit(page, output, unita, consistenze.CTUI[u]);
+        printUnit(page, output, unita, job.consistenze.CTUI[u]);
         if (formato == FormatoDettaglio::Esteso)
             page.fill();
     }
-    if (!context.modello.unita.empty())
+    if (!job.modello.unita.empty())
         page.finish();
     output.commit();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "reports/report_page.h"
+#include "reports/table_kinds.h"
 
 namespace zelto::reports {
 
@@ -12,10 +13,11 @@ enum class FormatoDettaglio {
 
 /// The calculation prospectus: every unit with its rooms, their sizes and coefficients. Also writes
 /// "consistenza.out", one line per room. A building without units prints nothing.
-void StampaProspetto(ReportPage& page, const ReportContext& context, FormatoDettaglio formato);
+void StampaProspetto(ReportPage& page, const ReportContext& context, const SizedJob& job,
+                     FormatoDettaglio formato);
 
 /// Throws CalcError, naming unit, room and column, when a figure of the prospectus does not fit its
 /// column.
-void controllaProspetto(const calc::ModelloLavoro& modello);
+void controllaProspetto(const SizedJob& job);
 
 } // namespace zelto::reports

@@ -10,27 +10,27 @@ namespace {
 constexpr std::size_t UnitsPerPage = 45;
 /// Rows that a unit needs below it for the closing rule and the totals.
 constexpr float ClosingRows = 4;
+constexpr float TitleWidth = 120;
 constexpr float NoteColumn = 8;
 
-void printCells(ReportPage& page, const TableReport& table, const QStringList& cells)
+void printCells(ReportPage& page, const TableReport& table, const std::vector<Cell>& cells)
 {
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        const QString cell = cells.value(static_cast<qsizetype>(i));
         const TableColumn& column = table.columns[i];
-        if (cell.isEmpty())
+        if (cells[i].text.isEmpty())
             continue;
-        if (column.side == Side::Left)
-            page.left(column.position, cell, column.width);
+        if (column.isText())
+            page.left(column.position, cells[i].text, column.width);
         else
-            page.right(column.position, cell);
+            page.right(column.position, cells[i].text);
     }
 }
 
-QStringList heads(const TableReport& table)
+std::vector<Cell> heads(const TableReport& table)
 {
-    QStringList cells;
+    std::vector<Cell> cells;
     for (const TableColumn& column : table.columns)
-        cells << column.head;
+        cells.push_back({column.head});
     return cells;
 }
 
@@ -39,7 +39,7 @@ void printPageHead(ReportPage& page, const TableReport& table)
     page.header();
     page.nextRow();
     page.nextRow();
-    page.title(table.title, table.titleWidth);
+    page.title(table.title, TitleWidth);
     page.nextRow();
     if (!table.note.isEmpty())
         page.left(NoteColumn, table.note);
@@ -62,23 +62,23 @@ bool startsPage(const ReportPage& page, Paging paging, std::size_t unit)
 std::vector<qsizetype> columnWidths(const TableReport& table)
 {
     std::vector<qsizetype> widths;
-    for (qsizetype i = 0; i < static_cast<qsizetype>(table.columns.size()); ++i) {
-        qsizetype width = table.columns[static_cast<std::size_t>(i)].head.size();
-        for (const QStringList& row : table.rows)
-            width = std::max(width, row.value(i).trimmed().size());
-        widths.push_back(std::max(width, table.totals.value(i).size()));
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        qsizetype width = table.columns[i].head.size();
+        for (const TableRow& row : table.rows)
+            width = std::max(width, row.cells[i].text.trimmed().size());
+        widths.push_back(std::max(width, table.totals[i].text.size()));
     }
     return widths;
 }
 
 QString textLine(const TableReport& table, const std::vector<qsizetype>& widths,
-                 const QStringList& cells)
+                 const std::vector<Cell>& cells)
 {
     QString line;
     for (std::size_t i = 0; i < widths.size(); ++i) {
-        const QString cell = cells.value(static_cast<qsizetype>(i)).trimmed();
-        line += table.columns[i].side == Side::Left ? cell.leftJustified(widths[i])
-                                                    : cell.rightJustified(widths[i]);
+        const QString cell = cells[i].text.trimmed();
+        line += table.columns[i].isText() ? cell.leftJustified(widths[i])
+                                          : cell.rightJustified(widths[i]);
         line += u"  "_s;
     }
     while (line.endsWith(u' '))
@@ -87,16 +87,6 @@ QString textLine(const TableReport& table, const std::vector<qsizetype>& widths,
 }
 
 } // namespace
-
-std::optional<double> TableColumn::number(const QString& cell) const
-{
-    if (decimals < 0)
-        return std::nullopt;
-    const QString digits = QString(cell).remove(u' ').replace(u',', u'.');
-    bool isNumber = false;
-    const double value = digits.toDouble(&isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
-}
 
 void printTable(ReportPage& page, const TableReport& table, Paging paging)
 {
@@ -111,7 +101,7 @@ void printTable(ReportPage& page, const TableReport& table, Paging paging)
             printPageHead(page, table);
         }
         page.nextRow();
-        printCells(page, table, table.rows[unit]);
+        printCells(page, table, table.rows[unit].cells);
     }
     page.rule();
     page.nextRow();
@@ -127,8 +117,8 @@ QString tableAsText(const TableReport& table)
     QString text = table.title.trimmed() + u'\n' +
                    (table.note.isEmpty() ? QString() : table.note + u'\n') + ruleLine + headLine +
                    ruleLine;
-    for (const QStringList& row : table.rows)
-        text += textLine(table, widths, row);
+    for (const TableRow& row : table.rows)
+        text += textLine(table, widths, row.cells);
     return text + ruleLine + textLine(table, widths, table.totals);
 }
 

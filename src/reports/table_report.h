@@ -2,7 +2,9 @@
 // A table of units as data, and how it is laid out on paper or on a terminal.
 #pragma once
 
+#include "calc/millesimi.h"
 #include "reports/report_page.h"
+#include "text/format_mask.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,32 +14,44 @@
 
 namespace zelto::reports {
 
-enum class Side { Left, Right };
-
-/// One column: its heading, where it begins or ends, how wide a left-aligned text may grow before
-/// it would run into its neighbour, and the places of the numbers in it.
+/// One column: its heading and where it stands. Texts begin at the position, figures end there.
 struct TableColumn
 {
     QString head;
     float position = 0;
-    Side side = Side::Right;
-    float width = 0;
-    int decimals = -1; ///< -1 for texts
+    float width = 0;   ///< how wide a text may grow before it would run into its neighbour
+    int decimals = -1; ///< places of the figures; -1 for texts
+    const text::NumberMask* mask = nullptr; ///< of the figures; none where they are laid out apart
+    bool isShare = false;                   ///< all shares together are what the total says
 
-    /// The number that the cell prints; none in a text, an empty cell and one that does not apply.
-    [[nodiscard]] std::optional<double> number(const QString& cell) const;
+    [[nodiscard]] bool isText() const { return decimals < 0; }
 };
 
-/// A table with one row of cells for every unit and a row of totals; empty cells print nothing.
+/// What stands in a column: the text on paper, and the figure that it says.
+struct Cell
+{
+    QString text = {};
+    std::optional<double> value = {};
+};
+
+/// What the table says of one unit.
+struct TableRow
+{
+    std::vector<Cell> cells; ///< one for every column
+    QStringList plain = {};  ///< its line in a text file; none when the table is not about the unit
+};
+
+/// A table with one row for every unit and a row of totals; empty cells print nothing.
 struct TableReport
 {
     QString name; ///< short, for a sheet or a file of its own
     QString title;
-    QString note = {}; ///< a line below the title
-    float titleWidth = 0;
+    QString note = {};       ///< a line below the title
+    QString plainTitle = {}; ///< a line above those of its rows in a text file
     std::vector<TableColumn> columns;
-    std::vector<QStringList> rows;
-    QStringList totals;
+    std::vector<TableRow> rows = {};
+    std::vector<Cell> totals = {};
+    std::vector<calc::Millesimi> shares = {}; ///< of the units, to divide an amount by
 };
 
 /// When a table goes on to the next page.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/complete_file.h"
 #include "print/print_error.h"
-#include "reports/figures.h"
 #include "reports/table_export.h"
 #include "store/files/passing_folder.h"
 #include "text/system_reason.h"
@@ -43,13 +42,13 @@ print::PrintError notWritten(const QString& path, int error)
 qint64 mostBytes(const std::vector<TableReport>& tables)
 {
     constexpr qint64 FixedParts = 65'536;
-    constexpr qint64 Cell = 128;
+    constexpr qint64 Field = 128;
     constexpr qint64 Character = 6; // "&quot;"
     qint64 bytes = FixedParts;
     for (const TableReport& table : tables)
-        for (const QStringList& row : table.rows)
-            for (const QString& cell : row)
-                bytes += Cell + Character * cell.size();
+        for (const TableRow& row : table.rows)
+            for (const Cell& cell : row.cells)
+                bytes += Field + Character * cell.text.size();
     return bytes;
 }
 
@@ -159,7 +158,7 @@ private:
     void writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, const QString& text,
                    const Look& look);
     void writeCell(lxw_worksheet* sheet, lxw_row_t row, const TableReport& table,
-                   std::size_t column, const QString& cell);
+                   std::size_t column, const Cell& cell);
     void writeTotals(lxw_worksheet* sheet, const TableReport& table);
     void layOut(lxw_worksheet* sheet, const TableReport& table);
 
@@ -199,15 +198,15 @@ void Workbook::writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, 
 }
 
 void Workbook::writeCell(lxw_worksheet* sheet, lxw_row_t row, const TableReport& table,
-                         std::size_t column, const QString& cell)
+                         std::size_t column, const Cell& cell)
 {
     const TableColumn& definition = table.columns[column];
-    if (const auto number = definition.number(cell))
-        worksheet_write_number(sheet, row, columnNumber(column), *number,
+    if (cell.value)
+        worksheet_write_number(sheet, row, columnNumber(column), *cell.value,
                                format({.decimals = definition.decimals}));
-    else if (!cell.trimmed().isEmpty())
-        writeText(sheet, row, columnNumber(column), cell.trimmed(),
-                  {.right = definition.side == Side::Right});
+    else if (!cell.text.trimmed().isEmpty())
+        writeText(sheet, row, columnNumber(column), cell.text.trimmed(),
+                  {.right = !definition.isText()});
 }
 
 /// Shares are summed by the sheet. The total of an allocation is the amount itself, which parts
@@ -218,20 +217,20 @@ void Workbook::writeTotals(lxw_worksheet* sheet, const TableReport& table)
     const lxw_row_t totals = first + static_cast<lxw_row_t>(table.rows.size());
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         const TableColumn& definition = table.columns[i];
-        const QString total = table.totals.value(static_cast<qsizetype>(i));
         const Look look{.decimals = definition.decimals, .total = true};
-        if (total == TotaleMillesimi) {
+        if (definition.isShare) {
             double sum = 0;
-            for (const QStringList& row : table.rows)
-                sum += definition.number(row.value(static_cast<qsizetype>(i))).value_or(0);
+            for (const TableRow& row : table.rows)
+                sum += row.cells[i].value.value_or(0);
             std::array<char, LXW_MAX_CELL_RANGE_LENGTH> range = {};
             lxw_rowcol_to_range(range.data(), first, columnNumber(i), totals - 1, columnNumber(i));
             worksheet_write_formula_num(
                 sheet, totals, columnNumber(i),
                 QByteArray("=SUM(").append(range.data()).append(")").constData(), format(look),
                 sum);
-        } else if (const auto number = definition.number(total))
-            worksheet_write_number(sheet, totals, columnNumber(i), *number, format(look));
+        } else if (table.totals[i].value)
+            worksheet_write_number(sheet, totals, columnNumber(i), *table.totals[i].value,
+                                   format(look));
         else
             worksheet_write_blank(sheet, totals, columnNumber(i), format(look));
     }
@@ -243,8 +242,8 @@ void Workbook::layOut(lxw_worksheet* sheet, const TableReport& table)
     constexpr qsizetype Margin = 2;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         qsizetype width = std::max(LeastWidth, table.columns[i].head.size());
-        for (const QStringList& row : table.rows)
-            width = std::max(width, row.value(static_cast<qsizetype>(i)).trimmed().size());
+        for (const TableRow& row : table.rows)
+            width = std::max(width, row.cells[i].text.trimmed().size());
         worksheet_set_column(sheet, columnNumber(i), columnNumber(i),
                              static_cast<double>(width + Margin), nullptr);
     }
@@ -266,39 +265,18 @@ void Workbook::addSheet(const QString& name, const TableReport& table)
         writeText(sheet, NoteRow, 0, table.note, {});
     for (std::size_t i = 0; i < table.columns.size(); ++i)
         writeText(sheet, HeadRow, columnNumber(i), table.columns[i].head,
-                  {.bold = true, .right = table.columns[i].side == Side::Right});
+                  {.bold = true, .right = !table.columns[i].isText()});
     lxw_row_t row = HeadRow;
-    for (const QStringList& cells : table.rows) {
+    for (const TableRow& unit : table.rows) {
         ++row;
         for (std::size_t i = 0; i < table.columns.size(); ++i)
-            writeCell(sheet, row, table, i, cells.value(static_cast<qsizetype>(i)));
+            writeCell(sheet, row, table, i, unit.cells[i]);
     }
     writeTotals(sheet, table);
     layOut(sheet, table);
 }
 
 } // namespace
-
-QStringList sheetNames(const std::vector<TableReport>& tables)
-{
-    constexpr qsizetype LongestName = 31;
-    QStringList names;
-    for (const TableReport& table : tables) {
-        QString base;
-        for (const QChar c : table.name)
-            base += u"[]:*?/\\'"_s.contains(c) || !c.isPrint() ? QChar{u' '} : c;
-        base = base.simplified();
-        if (base.isEmpty() || base.startsWith(u'.'))
-            base.prepend(u"Tabella"_s);
-        QString name = base.left(LongestName);
-        for (int copy = 2; names.contains(name, Qt::CaseInsensitive); ++copy) {
-            const QString number = u" (%1)"_s.arg(copy);
-            name = base.left(LongestName - number.size()) + number;
-        }
-        names << name;
-    }
-    return names;
-}
 
 void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
                    const print::PdfInfo& info)

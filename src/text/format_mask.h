@@ -49,6 +49,10 @@ public:
     void format(double number, std::string& out) const;
     void format(float number, std::string& out) const;
 
+    /// The number that format() shows, where it fits.
+    [[nodiscard]] double shown(double number) const;
+    [[nodiscard]] double shown(float number) const;
+
     /// Whether format() shows the whole number: finite, and neither a digit nor the sign is lost.
     [[nodiscard]] bool fits(double number) const;
     [[nodiscard]] bool fits(float number) const;
@@ -78,6 +82,8 @@ private:
     }
     template <typename Real>
     void formatReal(Real number, std::string& out) const;
+    template <typename Real>
+    [[nodiscard]] double shownReal(Real number) const;
     template <typename Real>
     [[nodiscard]] bool fitsReal(Real number) const;
     class BackWriter;

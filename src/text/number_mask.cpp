@@ -184,6 +184,16 @@ void NumberMask::formatReal(Real number, std::string& out) const
 }
 
 template <typename Real>
+double NumberMask::shownReal(Real number) const
+{
+    const RoundedDigits rounded = roundDigits(std::abs(number), m_places);
+    double whole = 0;
+    for (std::size_t i = 0; i < rounded.size; ++i)
+        whole = whole * 10 + (rounded.digits[i] - '0');
+    return std::copysign(whole / std::pow(10.0, m_places), double{number});
+}
+
+template <typename Real>
 bool NumberMask::fitsReal(Real number) const
 {
     if (!std::isfinite(number))
@@ -191,6 +201,16 @@ bool NumberMask::fitsReal(Real number) const
     const std::size_t digits = std::max(roundDigits(std::abs(number), m_places).integerDigits,
                                         static_cast<std::size_t>(m_minInteger));
     return digits + (number < 0 ? 1 : 0) <= m_point;
+}
+
+double NumberMask::shown(double number) const
+{
+    return shownReal(number);
+}
+
+double NumberMask::shown(float number) const
+{
+    return shownReal(number);
 }
 
 bool NumberMask::fits(double number) const

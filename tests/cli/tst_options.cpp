@@ -22,23 +22,22 @@ QString summary(const Options& o)
         if (chosen)
             parts << QString::fromLatin1(name);
     };
-    add(o.sezioni.primaPagina, "prima");
-    add(o.sezioni.relazione, "relazione");
-    add(o.sezioni.calcolo, "calcolo");
+    parts << o.sezioni;
     add(o.calcolo.dettaglio, "dettaglio");
-    add(o.calcolo.generali, "generali");
-    add(o.calcolo.tabelle, "tabelle");
-    add(o.calcolo.scale, "scale");
+    for (const QString& kind : zelto::reports::tutteLeTabelle())
+        if (o.calcolo.tabelle.contains(kind))
+            parts << kind;
     add(o.calcolo.formato == zelto::reports::FormatoDettaglio::Esteso, "esteso");
     add(o.calcolo.indice == zelto::calc::IndicePiano::Proporzionale, "proporzionale");
     add(o.mostra, "mostra");
     add(o.riparto && o.riparto->arrotondamento == zelto::calc::Arrotondamento::AQuadratura,
         "quadratura");
     parts << u"p%1"_s.arg(o.calcolo.primaPagina) << o.pdf << o.uscite;
-    if (!o.xlsx.isEmpty() || !o.csv.isEmpty())
-        parts << o.xlsx << o.csv;
+    for (const QString& path : o.formati)
+        if (!path.isEmpty())
+            parts << path;
     if (o.riparto)
-        parts << o.riparto->importo + u'/' + QString::number(o.riparto->quote.index());
+        parts << o.riparto->importo + u'/' + o.riparto->quote.kind->word + o.riparto->quote.key;
     return parts.join(u' ');
 }
 
@@ -53,7 +52,7 @@ private slots:
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("choices");
-        const QString all = u"prima relazione calcolo dettaglio generali tabelle scale"_s;
+        const QString all = u"prima-pagina relazione calcolo dettaglio generali tabelle scale"_s;
         QTest::addRow("defaults") << u"A.ZLT"_s << u"A.ZLT "_s + all + u" p1  ."_s;
         QTest::addRow("outputs") << u"-o a.pdf A.ZLT --uscite=u B.ZLT"_s
                                  << u"A.ZLT+B.ZLT "_s + all + u" p1 a.pdf u"_s;
@@ -63,11 +62,11 @@ private slots:
             << u"--formato esteso --indice-proporzionale --prima-pagina 12 --mostra A.ZLT"_s
             << u"A.ZLT "_s + all + u" esteso proporzionale mostra p12  ."_s;
         QTest::addRow("allocation")
-            << u"--riparto 1000,50 A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . 1000,50/0"_s;
-        QTest::addRow("allocation by table")
-            << u"--riparto 5 --quote tabella=3 A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . 5/1"_s;
+            << u"--riparto 1000,50 A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . 1000,50/generali"_s;
+        QTest::addRow("allocation by table") << u"--riparto 5 --quote tabella=3 A.ZLT"_s
+                                             << u"A.ZLT "_s + all + u" p1  . 5/tabelle3"_s;
         QTest::addRow("closed allocation") << u"--riparto 5 --quadratura A.ZLT"_s
-                                           << u"A.ZLT "_s + all + u" quadratura p1  . 5/0"_s;
+                                           << u"A.ZLT "_s + all + u" quadratura p1  . 5/generali"_s;
         QTest::addRow("spreadsheets")
             << u"--xlsx t.xlsx --csv t A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . t.xlsx t"_s;
         QTest::addRow("job that looks like an option")
@@ -84,9 +83,8 @@ private slots:
     {
         const Options options =
             parse(u"--indice-proporzionale --riparto 5 --quote scala=b A.ZLT"_s);
-        const auto& scala = std::get<zelto::reports::MillesimiScala>(options.riparto->quote);
-        QCOMPARE(scala.codice, u"B"_s);
-        QCOMPARE(scala.indice, zelto::calc::IndicePiano::Proporzionale);
+        QCOMPARE(options.riparto->quote.key, u"B"_s);
+        QCOMPARE(options.riparto->quote.indice, zelto::calc::IndicePiano::Proporzionale);
     }
 
     void refused_data()

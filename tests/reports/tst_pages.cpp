@@ -19,7 +19,7 @@ using zelto::test::UnitData;
 
 namespace {
 
-constexpr SezioniStampa onlyCalculation{.primaPagina = false, .relazione = false};
+const QStringList onlyCalculation{SezioneCalcolo};
 constexpr double bodyRow = 200;
 constexpr double bodyColumn = 84;
 
@@ -146,7 +146,7 @@ private slots:
             return QString();
         };
         const QString printed =
-            refusal([&] { StampaMillesimi(printer.context, {}, OpzioniCalcolo{}); });
+            refusal([&] { stampaDocumento(printer.context, tutteLeSezioni(), OpzioniCalcolo()); });
         QVERIFY2(printed.contains(named), qPrintable(printed));
         QCOMPARE(printed.isEmpty(), named.isEmpty());
         QCOMPARE(printer.surface.texts.empty(), !named.isEmpty());
@@ -162,10 +162,9 @@ private slots:
         modello.unita[0].vani[0].Ambiente = u"Soggiorno con angolo cottura"_s;
         modello.unita[1].vani.clear();
         Printer printer(modello);
-        const OpzioniCalcolo options{
-            .generali = false, .tabelle = false, .scale = false, .primaPagina = 5};
+        const OpzioniCalcolo options{.tabelle = {}, .primaPagina = 5};
         QCOMPARE(printer.record(
-                     [&](auto& context) { StampaMillesimi(context, onlyCalculation, options); }),
+                     [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
                  1);
 
         QCOMPARE(printer.surface.find(u"PAG. N. 5").size(), 1U);
@@ -205,12 +204,10 @@ private slots:
         for (auto& unita : modello.unita)
             unita.vani.assign(static_cast<std::size_t>(rooms), zelto::test::room(20));
         Printer printer(modello);
-        const OpzioniCalcolo options{.generali = false,
-                                     .tabelle = false,
-                                     .scale = false,
+        const OpzioniCalcolo options{.tabelle = {},
                                      .formato = static_cast<FormatoDettaglio>(formato)};
         QTEST(printer.record(
-                  [&](auto& context) { StampaMillesimi(context, onlyCalculation, options); }),
+                  [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
               "pages");
     }
 
@@ -221,7 +218,8 @@ private slots:
         modello.unita[2].CodScala = u"B"_s;
         modello.unita[1].Riferimento = u"Int.\t2"_s;
         Printer printer(modello);
-        const int pages = printer.record([](auto& context) { StampaMillesimi(context, {}, {}); });
+        const int pages = printer.record(
+            [](auto& context) { stampaDocumento(context, tutteLeSezioni(), OpzioniCalcolo()); });
         QCOMPARE(pages, 1 + 1 + 1 + 2 + 2); // cover, prospectus, general, tables, staircases
         QCOMPARE(printer.surface.find(u"PAG. N. 6").size(), 1U);
         QCOMPARE(printer.outputLines(u"calcolo.out"_s),
@@ -235,12 +233,14 @@ private slots:
     void sectionsWithoutContentLeaveNoPage()
     {
         Printer printer(building({{.size = 1}}));
-        const OpzioniCalcolo options{.dettaglio = false, .generali = false};
+        const OpzioniCalcolo options{.dettaglio = false, .tabelle = {u"tabelle"_s, u"scale"_s}};
         QCOMPARE(printer.record(
-                     [&](auto& context) { StampaMillesimi(context, onlyCalculation, options); }),
+                     [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
                  0);
         Printer empty(building({}));
-        QCOMPARE(empty.record([](auto& context) { StampaMillesimi(context, onlyCalculation, {}); }),
+        QCOMPARE(empty.record([](auto& context) {
+            stampaDocumento(context, onlyCalculation, OpzioniCalcolo());
+        }),
                  0);
         QCOMPARE(empty.outputLines(u"calcolo.out"_s), QStringList{QString()});
     }
@@ -260,9 +260,9 @@ private slots:
         QFETCH(int, pages);
         Printer printer(units(count));
         const OpzioniRiparto options{.importo = u"1000"_s,
-                                     .quote = MillesimiScala{.codice = u"A"_s}};
+                                     .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
         QCOMPARE(printer.record(
-                     [&](auto& context) { StampaRiparto(context, onlyCalculation, options); }),
+                     [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
                  pages);
         QCOMPARE(printer.surface.find(u"PAG. N. ").size(), static_cast<std::size_t>(pages));
         const auto total = printer.surface.find(u"1 000,00");
@@ -287,10 +287,11 @@ private slots:
             unita.vani.assign(50, zelto::test::room(199.99F, QString(15, u'W')));
         }
         Printer printer(modello);
-        printer.record([](auto& context) { StampaMillesimi(context, {}, {}); });
+        printer.record(
+            [](auto& context) { stampaDocumento(context, tutteLeSezioni(), OpzioniCalcolo()); });
         const OpzioniRiparto options{.importo = u"999999.99"_s,
-                                     .quote = MillesimiScala{.codice = u"A"_s}};
-        printer.record([&](auto& context) { StampaRiparto(context, onlyCalculation, options); });
+                                     .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
+        printer.record([&](auto& context) { stampaDocumento(context, onlyCalculation, options); });
 
         const zelto::test::PlacedText* previous = nullptr;
         for (const auto& text : printer.surface.texts) {

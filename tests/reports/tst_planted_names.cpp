@@ -100,7 +100,7 @@ std::vector<Case> outputs()
              output.commit();
          }},
         {u"Millesimi generali.csv"_s, folderOnly,
-         [](const QString& folder) { reports::writeCsv(folder, tables()); }},
+         [](const QString& folder) { reports::writeCsv(folder, tables(), {}); }},
         {u"A.xlsx"_s, folderOnly,
          [](const QString& folder) {
              reports::writeWorkbook(folder + u"/A.xlsx"_s, tables(), {});

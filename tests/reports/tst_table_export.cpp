@@ -54,7 +54,7 @@ private slots:
         ModelloLavoro modello = job({u"Scale"_s});
         modello.unita[0].Riferimento = u"Int. 1; \"nord\""_s;
         modello.unita[1].Riferimento = u"=1+2"_s;
-        writeCsv(m_folder.filePath(u"csv"_s), tabelleScelte(modello, OpzioniCalcolo()));
+        writeCsv(m_folder.filePath(u"csv"_s), tabelleScelte(modello, OpzioniCalcolo()), {});
         QCOMPARE(contents(u"csv/Millesimi generali.csv"_s),
                  "\xEF\xBB\xBFRIFERIMENTO;LIVELLO;CONS.TOT.;MILLESIMI\r\n"
                  "\"Int. 1; \"\"nord\"\"\";Piano 1;1,0000;333,333\r\n"
@@ -64,20 +64,21 @@ private slots:
 
     void theChosenTables_data()
     {
-        QTest::addColumn<bool>("generali");
-        QTest::addColumn<bool>("tabelle");
-        QTest::addColumn<int>("count");
-        QTest::addRow("all") << true << true << 2;
-        QTest::addRow("special") << false << true << 1;
-        QTest::addRow("none") << false << false << 0;
+        QTest::addColumn<QStringList>("kinds");
+        QTest::addColumn<QString>("names");
+        QTest::addRow("all") << tutteLeTabelle() << u"Millesimi generali,Scale"_s;
+        QTest::addRow("special") << QStringList(u"tabelle"_s) << u"Scale"_s;
+        QTest::addRow("none") << QStringList() << QString();
     }
 
     void theChosenTables()
     {
-        QFETCH(bool, generali);
-        QFETCH(bool, tabelle);
-        const OpzioniCalcolo options{.generali = generali, .tabelle = tabelle};
-        QTEST(static_cast<int>(tabelleScelte(job({u"Scale"_s}), options).size()), "count");
+        QFETCH(QStringList, kinds);
+        const OpzioniCalcolo options{.tabelle = kinds};
+        QStringList names;
+        for (const TableReport& table : tabelleScelte(job({u"Scale"_s}), options))
+            names << table.name;
+        QTEST(names.join(u','), "names");
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniCalcolo()).empty());
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniRiparto()).empty());
     }
@@ -111,16 +112,16 @@ private slots:
         QFile file(m_folder.filePath(u"file"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
         QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
-                                 writeCsv(m_folder.filePath(u"file/csv"_s), tables));
+                                 writeCsv(m_folder.filePath(u"file/csv"_s), tables, {}));
         // One file that cannot be replaced keeps the others as they are.
         const QString folder = m_folder.filePath(u"metà"_s);
         QVERIFY(QDir().mkpath(folder + u"/Scale.csv"_s));
         const auto writeBoth = [&] {
-            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo()));
+            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo()), {});
         };
         QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
         QVERIFY(!QFile::exists(folder + u"/Millesimi generali.csv"_s));
-        writeCsv(folder, tables);
+        writeCsv(folder, tables, {});
         QVERIFY(QFile::rename(folder + u"/Millesimi generali.csv"_s, folder + u"/prima"_s));
         QVERIFY(QFile::link(folder + u"/prima"_s, folder + u"/Millesimi generali.csv"_s));
         QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());

@@ -15,7 +15,7 @@ namespace zelto::reports {
 using widgets::TypedLine;
 
 Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
-    : PrintScreen(u"Millesimi"_s, u"Calcolo millesimi"_s, {DocumentoCalcolo}, context, parent),
+    : PrintScreen(u"Millesimi"_s, u"Calcolo millesimi"_s, context, parent),
       m_primaPagina(new TypedLine(u"IOL"_s, 3)), m_esteso(new QRadioButton(u"Esteso"_s)),
       m_compatto(new QRadioButton(u"Compatto"_s))
 {
@@ -49,25 +49,33 @@ QWidget* Millesimi::buildContents()
     return contents;
 }
 
+QCheckBox* Millesimi::addBox(QBoxLayout& layout, const QString& caption, int indent)
+{
+    auto* box = new QCheckBox(caption);
+    box->setObjectName(u"TabSel%1"_s.arg(layout.count()));
+    auto* row = new QHBoxLayout;
+    row->addSpacing(indent);
+    row->addWidget(box);
+    layout.addLayout(row);
+    return box;
+}
+
 QWidget* Millesimi::buildSelection()
 {
-    const std::array captions{u"Dettaglio U.I."_s, u"Millesimi generali"_s, u"Tabelle"_s,
-                              u"Scale"_s, u"Calc. indice prop. cons."_s};
     constexpr int Indent = 24;
     auto* frame = new QGroupBox(u"Sezioni del calcolo"_s);
     auto* layout = new QVBoxLayout(frame);
-    for (std::size_t i = 0; i < m_tabSel.size(); ++i) {
-        m_tabSel[i] = new QCheckBox(captions[i]);
-        m_tabSel[i]->setObjectName(u"TabSel%1"_s.arg(i));
-        m_tabSel[i]->setChecked(i != Indice);
-        auto* row = new QHBoxLayout;
-        if (i == Indice)
-            row->addSpacing(Indent); // an option of the box above it
-        row->addWidget(m_tabSel[i]);
-        layout->addLayout(row);
+    m_dettaglio = addBox(*layout, u"Dettaglio U.I."_s);
+    m_dettaglio->setChecked(true);
+    for (const TableKind& kind : tableKinds()) {
+        m_tabelle.push_back(addBox(*layout, kind.caption));
+        m_tabelle.back()->setChecked(true);
+        if (!kind.hasIndex)
+            continue;
+        m_indice = addBox(*layout, u"Calc. indice prop. cons."_s, Indent);
+        widgets::keepRoomWhenHidden(*m_indice);
+        connect(m_tabelle.back(), &QCheckBox::toggled, m_indice, &QWidget::setVisible);
     }
-    widgets::keepRoomWhenHidden(*m_tabSel[Indice]);
-    connect(m_tabSel[Scale], &QCheckBox::toggled, m_tabSel[Indice], &QWidget::setVisible);
     return frame;
 }
 
@@ -80,44 +88,29 @@ QWidget* Millesimi::buildFormat()
     m_compatto->setChecked(true);
     layout->addWidget(m_esteso);
     layout->addWidget(m_compatto);
-    connect(m_tabSel[Dettaglio], &QCheckBox::toggled, frame, &QWidget::setEnabled);
+    connect(m_dettaglio, &QCheckBox::toggled, frame, &QWidget::setEnabled);
     return frame;
 }
 
-OpzioniCalcolo Millesimi::opzioni() const
+OpzioniStampa Millesimi::opzioni() const
 {
-    const auto isChosen = [this](Tab tab) { return m_tabSel[tab]->isChecked(); };
+    QStringList tabelle;
+    for (std::size_t i = 0; i < m_tabelle.size(); ++i)
+        if (m_tabelle[i]->isChecked())
+            tabelle << tableKinds()[i].word;
     const bool hasNumber = !m_primaPagina->text().isEmpty();
-    return {.dettaglio = isChosen(Dettaglio),
-            .generali = isChosen(Generali),
-            .tabelle = isChosen(Tabelle),
-            .scale = isChosen(Scale),
-            .formato =
-                m_esteso->isChecked() ? FormatoDettaglio::Esteso : FormatoDettaglio::Compatto,
-            .indice = isChosen(Indice) ? calc::IndicePiano::Proporzionale
-                                       : calc::IndicePiano::PerConsistenza,
-            .primaPagina = hasNumber ? m_primaPagina->text().toInt() : 1};
+    return OpzioniCalcolo{.dettaglio = m_dettaglio->isChecked(),
+                          .tabelle = tabelle,
+                          .formato = m_esteso->isChecked() ? FormatoDettaglio::Esteso
+                                                           : FormatoDettaglio::Compatto,
+                          .indice = m_indice->isChecked() ? calc::IndicePiano::Proporzionale
+                                                          : calc::IndicePiano::PerConsistenza,
+                          .primaPagina = hasNumber ? m_primaPagina->text().toInt() : 1};
 }
 
 bool Millesimi::isReady()
 {
-    const SezioniStampa chosen = sezioni();
-    return chosen.primaPagina || chosen.relazione || chosen.calcolo;
-}
-
-void Millesimi::print(const ReportContext& context)
-{
-    StampaMillesimi(context, sezioni(), opzioni());
-}
-
-std::vector<TableReport> Millesimi::tables() const
-{
-    return tabelleScelte(modello(), opzioni());
-}
-
-QString Millesimi::printTitle() const
-{
-    return u"Stampa prospetto dei calcoli"_s;
+    return !sezioni().isEmpty();
 }
 
 } // namespace zelto::reports

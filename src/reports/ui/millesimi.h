@@ -3,6 +3,7 @@
 
 #include "reports/ui/print_screen.h"
 
+class QBoxLayout;
 class QRadioButton;
 
 namespace zelto::widgets {
@@ -21,21 +22,19 @@ public:
 
 protected:
     bool isReady() override;
-    void print(const ReportContext& context) override;
-    [[nodiscard]] std::vector<TableReport> tables() const override;
-    [[nodiscard]] QString printTitle() const override;
+    [[nodiscard]] OpzioniStampa opzioni() const override;
 
 private:
-    /// The calculation sections and the option of the last one.
-    enum Tab { Dettaglio, Generali, Tabelle, Scale, Indice };
-
     QWidget* buildContents();
     QWidget* buildSelection();
+    /// A box below the ones before it, further in for an option of the last.
+    QCheckBox* addBox(QBoxLayout& layout, const QString& caption, int indent = 0);
     QWidget* buildFormat();
-    [[nodiscard]] OpzioniCalcolo opzioni() const;
 
     widgets::TypedLine* m_primaPagina;
-    std::array<QCheckBox*, 5> m_tabSel{};
+    QCheckBox* m_dettaglio = nullptr;
+    std::vector<QCheckBox*> m_tabelle; ///< of the kinds of tables
+    QCheckBox* m_indice = nullptr;
     QRadioButton* m_esteso;
     QRadioButton* m_compatto;
 };

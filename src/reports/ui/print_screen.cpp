@@ -22,19 +22,26 @@ namespace zelto::reports {
 
 namespace {
 
-/// The folder of the CSV files beside the workbook.
-QString csvFolder(const QString& workbook)
+/// The folder or file of a format beside the chosen file.
+QString pathBeside(const QString& chosen, const TableFormat& format)
 {
-    const QFileInfo file(workbook);
-    return file.dir().filePath(file.completeBaseName() + u" CSV"_s);
+    const QFileInfo file(chosen);
+    return file.dir().filePath(file.completeBaseName() + (format.extension.isEmpty()
+                                                              ? u' ' + format.option.toUpper()
+                                                              : format.extension));
+}
+
+bool isFolderThere(const QString& path, const TableFormat& format)
+{
+    return format.extension.isEmpty() && QFileInfo::exists(path);
 }
 
 } // namespace
 
-PrintScreen::PrintScreen(const QString& name, const QString& caption, Documento documento,
-                         const StampaContext& context, QWidget* parent)
-    : QDialog(parent), m_context(context), m_documento(std::move(documento)),
-      m_modello(calc::CaricaLavoro(context.lavoro)), m_layout(new QVBoxLayout(this))
+PrintScreen::PrintScreen(const QString& name, const QString& caption, const StampaContext& context,
+                         QWidget* parent)
+    : QDialog(parent), m_context(context), m_modello(calc::CaricaLavoro(context.lavoro)),
+      m_layout(new QVBoxLayout(this))
 {
     setObjectName(name);
     setWindowTitle(caption);
@@ -45,7 +52,7 @@ void PrintScreen::setContents(QWidget* contents)
 {
     m_layout->addWidget(contents);
     m_layout->addWidget(buildSections());
-    setSezioni({});
+    setSezioni(tutteLeSezioni());
     m_layout->addStretch(1);
     m_layout->addLayout(buildButtons());
 }
@@ -54,11 +61,11 @@ QWidget* PrintScreen::buildSections()
 {
     auto* frame = new QGroupBox(u"Opzioni di stampa"_s);
     auto* row = new QHBoxLayout(frame);
-    const std::array captions{u" Prima pagina"_s, u" Relazione"_s, u" Calcolo"_s};
-    for (std::size_t i = 0; i < m_sezioni.size(); ++i) {
-        m_sezioni[i] = new QCheckBox(captions[i]);
-        m_sezioni[i]->setObjectName(u"Sezione%1"_s.arg(i));
-        row->addWidget(m_sezioni[i]);
+    for (const SezioneStampa& section : sezioniStampa()) {
+        auto* box = new QCheckBox(section.caption);
+        box->setObjectName(u"Sezione%1"_s.arg(m_sezioni.size()));
+        row->addWidget(box);
+        m_sezioni.push_back(box);
     }
     row->addStretch(1);
     return frame;
@@ -85,41 +92,44 @@ QPushButton* PrintScreen::addButton(QHBoxLayout& row, const QString& name, const
     return button;
 }
 
-SezioniStampa PrintScreen::sezioni() const
+QStringList PrintScreen::sezioni() const
 {
-    return {.primaPagina = m_sezioni[0]->isChecked(),
-            .relazione = m_sezioni[1]->isChecked(),
-            .calcolo = m_sezioni[2]->isChecked()};
+    QStringList chosen;
+    for (std::size_t i = 0; i < m_sezioni.size(); ++i)
+        if (m_sezioni[i]->isChecked())
+            chosen << sezioniStampa()[i].word;
+    return chosen;
 }
 
-void PrintScreen::setSezioni(const SezioniStampa& sezioni)
+void PrintScreen::setSezioni(const QStringList& sezioni)
 {
-    m_sezioni[0]->setChecked(sezioni.primaPagina);
-    m_sezioni[1]->setChecked(sezioni.relazione);
-    m_sezioni[2]->setChecked(sezioni.calcolo);
+    for (std::size_t i = 0; i < m_sezioni.size(); ++i)
+        m_sezioni[i]->setChecked(sezioni.contains(sezioniStampa()[i].word));
 }
 
 QString PrintScreen::proposedPath(const QString& extension) const
 {
     const QFileInfo job(m_context.jobPath);
-    return job.dir().filePath(job.completeBaseName() + m_documento.nameSuffix + extension);
+    return job.dir().filePath(job.completeBaseName() + documento(opzioni()).nameSuffix + extension);
 }
 
 print::DocumentData PrintScreen::documentData() const
 {
-    return {.printTitle = printTitle(),
-            .info = {.title = documentTitle(m_documento.kind, m_modello),
+    const Documento& document = documento(opzioni());
+    return {.printTitle = document.printTitle,
+            .info = {.title = documentTitle(document.title, m_modello),
                      .author = print::userFullName()},
             .pdfPath = proposedPath(u".pdf"_s)};
 }
 
 void PrintScreen::draw()
 {
-    print({.modello = m_modello,
-           .jobPath = m_context.jobPath,
-           .outputFolder = m_context.outputFolder,
-           .engine = m_context.print.engine,
-           .user = m_context.print.window});
+    stampaDocumento({.modello = m_modello,
+                     .jobPath = m_context.jobPath,
+                     .outputFolder = m_context.outputFolder,
+                     .engine = m_context.print.engine,
+                     .user = m_context.print.window},
+                    sezioni(), opzioni());
     m_context.print.engine.EndDocument();
 }
 
@@ -162,7 +172,7 @@ void PrintScreen::stampa()
     if (print::PrinterDesk::isInstalled()) {
         reporting([&] {
             rehearse();
-            print::drawOnPrinter(m_context.print, printTitle(), drawing);
+            print::drawOnPrinter(m_context.print, documentData().printTitle, drawing);
         });
         return;
     }
@@ -183,33 +193,42 @@ void PrintScreen::esportaTabelle()
 {
     if (!isReady())
         return;
-    const QString path =
-        print::chooseOutputPath(m_context.print.window, u"Esporta tabelle"_s,
-                                u"Cartelle di lavoro (*.XLSX)|*.xlsx"_s, proposedPath(u".xlsx"_s));
+    store::MainWindowServices& window = m_context.print.window;
+    QString path = print::chooseOutputPath(window, u"Esporta tabelle"_s,
+                                           u"Cartelle di lavoro (*.XLSX)|*.xlsx"_s,
+                                           proposedPath(tableFormats().front().extension));
     if (path.isEmpty())
         return;
-    const QString folder = csvFolder(path);
-    const bool isFree = !QFileInfo::exists(folder) ||
-                        m_context.print.window.confirmLoss(
-                            u"La cartella «%1» esiste già.\n\nSostituire i suoi file CSV?"_s.arg(
-                                QFileInfo(folder).fileName()));
-    if (!isFree)
-        return;
-    const bool written = reporting([&] { writeTables(path); });
-    if (written)
-        m_context.print.window.showMessage(
-            u"Le tabelle sono state scritte nella cartella di lavoro\n«%1»\n\ne, in "
-            u"formato CSV, nella cartella\n«%2»."_s.arg(path, folder));
+    QStringList paths;
+    QStringList places;
+    for (const TableFormat& format : tableFormats()) {
+        if (!paths.isEmpty())
+            path = pathBeside(paths.front(), format);
+        if (isFolderThere(path, format) &&
+            !window.confirmLoss(u"La cartella «%1» esiste già.\n\nSostituire i suoi file %2?"_s.arg(
+                QFileInfo(path).fileName(), format.option.toUpper())))
+            return;
+        paths << path;
+        places << u"%1\n«%2»"_s.arg(format.where, path);
+    }
+    if (reporting([&] { writeTables(paths); }))
+        window.showMessage(u"Le tabelle sono state scritte %1."_s.arg(places.join(u"\n\ne, "_s)));
 }
 
-void PrintScreen::writeTables(const QString& path)
+void PrintScreen::writeTables(const QStringList& paths)
 {
-    const std::vector<TableReport> chosen = tables();
+    const std::vector<TableReport> chosen = tabelleScelte(m_modello, opzioni());
     if (chosen.empty())
         throw calc::CalcError(u"Non c'è nessuna tabella da esportare tra quelle scelte."_s);
-    print::makeOwnFolder(csvFolder(path));
-    writeWorkbook(print::chosenPath(path), chosen, documentData().info);
-    writeCsv(csvFolder(path), chosen);
+    // Folders first: one that cannot be made leaves nothing behind.
+    for (qsizetype i = 0; i < paths.size(); ++i)
+        if (tableFormats()[static_cast<std::size_t>(i)].extension.isEmpty())
+            print::makeOwnFolder(paths[i]);
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        const TableFormat& format = tableFormats()[static_cast<std::size_t>(i)];
+        format.write(format.extension.isEmpty() ? paths[i] : print::chosenPath(paths[i]), chosen,
+                     documentData().info);
+    }
 }
 
 bool PrintScreen::reporting(const std::function<void()>& action)
@@ -217,7 +236,7 @@ bool PrintScreen::reporting(const std::function<void()>& action)
     store::MainWindowServices& window = m_context.print.window;
     QString remark;
     try {
-        const store::StatusScope busy(window, m_documento.kind);
+        const store::StatusScope busy(window, documento(opzioni()).title);
         action();
         return true;
     } catch (const calc::CalcError& error) {

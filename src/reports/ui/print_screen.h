@@ -7,7 +7,7 @@
 
 #include <QDialog>
 
-#include <array>
+#include <vector>
 
 class QCheckBox;
 class QHBoxLayout;
@@ -46,30 +46,22 @@ public:
     void esportaTabelle();
 
 protected:
-    struct Documento
-    {
-        QString kind;            ///< in its title
-        QString nameSuffix = {}; ///< behind the job's name in the files that are proposed
-    };
-
     /// Throws CalcError and DatabaseError when the job cannot be loaded.
-    PrintScreen(const QString& name, const QString& caption, Documento documento,
-                const StampaContext& context, QWidget* parent);
+    PrintScreen(const QString& name, const QString& caption, const StampaContext& context,
+                QWidget* parent);
 
     /// Puts the screen's own part over the sections and the buttons; once, at the end of
     /// construction.
     void setContents(QWidget* contents);
 
     [[nodiscard]] const calc::ModelloLavoro& modello() const { return m_modello; }
-    [[nodiscard]] SezioniStampa sezioni() const;
-    void setSezioni(const SezioniStampa& sezioni);
+    /// The words of the chosen sections.
+    [[nodiscard]] QStringList sezioni() const;
+    void setSezioni(const QStringList& sezioni);
 
     /// Whether there is something to do; takes over what is still being typed.
-    virtual bool isReady() = 0;
-    virtual void print(const ReportContext& context) = 0;
-    [[nodiscard]] virtual std::vector<TableReport> tables() const = 0;
-    /// The name of the print job.
-    [[nodiscard]] virtual QString printTitle() const = 0;
+    virtual bool isReady() { return true; }
+    [[nodiscard]] virtual OpzioniStampa opzioni() const = 0;
 
 private:
     QWidget* buildSections();
@@ -83,15 +75,14 @@ private:
     void draw();
     void rehearse();
     void record();
-    void writeTables(const QString& path);
+    void writeTables(const QStringList& paths);
 
     /// With the hourglass; what goes wrong is told to the user and gives false.
     bool reporting(const std::function<void()>& action);
 
     StampaContext m_context;
-    Documento m_documento;
     calc::ModelloLavoro m_modello;
-    std::array<QCheckBox*, 3> m_sezioni{};
+    std::vector<QCheckBox*> m_sezioni;
     QVBoxLayout* m_layout;
 };
 

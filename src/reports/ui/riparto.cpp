@@ -11,23 +11,23 @@
 #include <QLabel>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace zelto::reports {
 
 using widgets::TypedLine;
 
 Riparto::Riparto(const StampaContext& context, QWidget* parent)
-    : PrintScreen(u"Riparto"_s, u"Riparto importo"_s, {DocumentoRiparto, u" - riparto"_s}, context,
-                  parent),
+    : PrintScreen(u"Riparto"_s, u"Riparto importo"_s, context, parent),
       m_importo(new TypedLine(u"EOL"_s, 12)),
       m_indice(new QCheckBox(u"Calc. indice proporz. alla consist."_s)),
       m_quadratura(new QCheckBox(u"Quadratura al centesimo"_s))
 {
     setContents(buildContents());
-    setSezioni({.primaPagina = false, .relazione = false, .calcolo = true});
-    fillLists();
-    for (QRadioButton* option : m_tabSel)
-        connect(option, &QRadioButton::toggled, this, &Riparto::TabSel_Click);
-    m_tabSel[Generali]->setChecked(true);
+    setSezioni({SezioneCalcolo});
+    for (const Shares& shares : m_tabSel)
+        connect(shares.button, &QRadioButton::toggled, this, &Riparto::TabSel_Click);
+    m_tabSel.front().button->setChecked(true);
     m_importo->setFocus();
 }
 
@@ -60,85 +60,62 @@ QWidget* Riparto::buildShares()
 {
     auto* frame = new QGroupBox(u"Millesimi"_s);
     auto* layout = new QGridLayout(frame);
-    addOption(*layout, Generali, u"Millesimi generali"_s);
-    addOption(*layout, Specifica, u"Tabella specifica"_s);
-    addOption(*layout, Scala, u"Millesimi scala"_s);
-    m_tabella = addList(*layout, Specifica, u"Tabella"_s, u"Tabella specifica"_s);
-    m_scala = addList(*layout, Scala, u"Scala"_s, u"Scala"_s);
+    int row = 0;
+    for (const TableKind& kind : tableKinds()) {
+        m_tabSel.push_back(addShares(kind, *layout, row++));
+        if (kind.hasIndex)
+            layout->addWidget(m_indice, row++, 1);
+    }
     m_indice->setObjectName(u"Sezione3"_s);
     widgets::keepRoomWhenHidden(*m_indice);
-    layout->addWidget(m_indice, Scala + 1, 1);
     layout->setColumnStretch(1, 1);
     return frame;
 }
 
-void Riparto::addOption(QGridLayout& layout, Tab tab, const QString& caption)
+Riparto::Shares Riparto::addShares(const TableKind& kind, QGridLayout& layout, int row)
 {
-    auto* option = new QRadioButton(caption);
-    option->setObjectName(u"TabSel%1"_s.arg(static_cast<int>(tab)));
-    widgets::keepRoomWhenHidden(*option);
-    layout.addWidget(option, tab, 0);
-    m_tabSel[tab] = option;
-}
-
-QComboBox* Riparto::addList(QGridLayout& layout, Tab tab, const QString& name,
-                            const QString& caption)
-{
+    auto* button = new QRadioButton(kind.shareCaption);
+    button->setObjectName(u"TabSel%1"_s.arg(m_tabSel.size()));
+    widgets::keepRoomWhenHidden(*button);
+    layout.addWidget(button, row, 0);
+    if (kind.listName.isEmpty())
+        return {button, nullptr};
     auto* list = new QComboBox;
-    list->setObjectName(name);
-    list->setAccessibleName(caption);
+    list->setObjectName(kind.listName);
+    list->setAccessibleName(kind.shareCaption);
     widgets::keepRoomWhenHidden(*list);
-    layout.addWidget(list, tab, 1);
-    return list;
-}
-
-void Riparto::fillLists()
-{
-    for (const QString& name : modello().NomeTabella)
-        m_tabella->addItem(name);
-    for (const QString& code : calc::elencoScale(modello()))
-        m_scala->addItem(code);
-    m_tabSel[Specifica]->setVisible(m_tabella->count() > 0);
-    m_tabSel[Scala]->setVisible(m_scala->count() > 0);
+    layout.addWidget(list, row, 1);
+    for (const TableChoice& choice : kind.choices(modello()))
+        list->addItem(choice.label, choice.key);
+    button->setVisible(list->count() > 0);
+    return {button, list};
 }
 
 void Riparto::TabSel_Click()
 {
-    m_tabella->setVisible(m_tabSel[Specifica]->isChecked());
-    m_scala->setVisible(m_tabSel[Scala]->isChecked());
-    m_indice->setVisible(m_tabSel[Scala]->isChecked());
+    for (std::size_t i = 0; i < m_tabSel.size(); ++i) {
+        const auto& [button, list] = m_tabSel[i];
+        if (list != nullptr)
+            list->setVisible(button->isChecked());
+        if (tableKinds()[i].hasIndex)
+            m_indice->setVisible(button->isChecked());
+    }
 }
 
-OpzioniRiparto Riparto::opzioni() const
+OpzioniStampa Riparto::opzioni() const
 {
-    OpzioniRiparto opzioni{.importo = m_importo->text(),
-                           .quote = MillesimiGenerali{},
-                           .arrotondamento = m_quadratura->isChecked()
-                                                 ? calc::Arrotondamento::AQuadratura
-                                                 : calc::Arrotondamento::PerQuota};
-    if (m_tabSel[Specifica]->isChecked())
-        opzioni.quote = TabellaSpecifica{m_tabella->currentIndex() + 1};
-    if (m_tabSel[Scala]->isChecked())
-        opzioni.quote =
-            MillesimiScala{.codice = m_scala->currentText(),
-                           .indice = m_indice->isChecked() ? calc::IndicePiano::Proporzionale
-                                                           : calc::IndicePiano::PerConsistenza};
-    return opzioni;
-}
-
-void Riparto::print(const ReportContext& context)
-{
-    StampaRiparto(context, sezioni(), opzioni());
-}
-
-std::vector<TableReport> Riparto::tables() const
-{
-    return tabelleScelte(modello(), opzioni());
-}
-
-QString Riparto::printTitle() const
-{
-    return u"Stampa riparto importo"_s;
+    const auto chosen = std::ranges::find_if(
+        m_tabSel, [](const Shares& shares) { return shares.button->isChecked(); });
+    const auto kind = static_cast<std::size_t>(chosen - m_tabSel.begin());
+    return OpzioniRiparto{
+        .importo = m_importo->text(),
+        .quote = {.kind = &tableKinds()[kind],
+                  .key =
+                      chosen->list == nullptr ? QString() : chosen->list->currentData().toString(),
+                  .indice = m_indice->isChecked() ? calc::IndicePiano::Proporzionale
+                                                  : calc::IndicePiano::PerConsistenza},
+        .arrotondamento = m_quadratura->isChecked() ? calc::Arrotondamento::AQuadratura
+                                                    : calc::Arrotondamento::PerQuota};
 }
 
 } // namespace zelto::reports

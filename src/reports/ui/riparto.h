@@ -22,26 +22,24 @@ public:
     Riparto(const StampaContext& context, QWidget* parent = nullptr);
 
 protected:
-    bool isReady() override { return true; }
-    void print(const ReportContext& context) override;
-    [[nodiscard]] std::vector<TableReport> tables() const override;
-    [[nodiscard]] QString printTitle() const override;
+    [[nodiscard]] OpzioniStampa opzioni() const override;
 
 private:
-    enum Tab { Generali, Specifica, Scala };
+    /// The button of a kind of tables, and the list of those that there are; none when there is
+    /// only one.
+    struct Shares
+    {
+        QRadioButton* button = nullptr;
+        QComboBox* list = nullptr;
+    };
 
     QWidget* buildContents();
     QWidget* buildShares();
-    void addOption(QGridLayout& layout, Tab tab, const QString& caption);
-    QComboBox* addList(QGridLayout& layout, Tab tab, const QString& name, const QString& caption);
-    void fillLists();
+    Shares addShares(const TableKind& kind, QGridLayout& layout, int row);
     void TabSel_Click();
-    [[nodiscard]] OpzioniRiparto opzioni() const;
 
     widgets::TypedLine* m_importo;
-    std::array<QRadioButton*, 3> m_tabSel{};
-    QComboBox* m_tabella = nullptr;
-    QComboBox* m_scala = nullptr;
+    std::vector<Shares> m_tabSel; ///< of the kinds of tables
     QCheckBox* m_indice;
     QCheckBox* m_quadratura;
 };
