@@ -6,7 +6,6 @@
 #include "bench/large_job.h"
 #include "register/ui/navig.h"
 #include "register/ui/parametri.h"
-#include "shell/job_figures.h"
 #include "store/files/job_copies.h"
 #include "store/schema.h"
 #include "store/settings.h"
@@ -40,8 +39,7 @@ public:
     [[nodiscard]] std::unique_ptr<registro::Parametri> screen()
     {
         return std::make_unique<registro::Parametri>(
-            registro::ParametriContext{job, settings, user, menu},
-            std::make_unique<shell::JobFigures>(job));
+            registro::ParametriContext{job, settings, user, menu});
     }
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register.h"
 
+#include "register/register_lists.h"
 #include "register/register_writer.h"
 #include "store/job_queries.h"
 #include "store/schema.h"
@@ -46,6 +47,15 @@ struct Missing
 {};
 
 } // namespace
+
+QString withFlag(const QString& flags, int table, bool on)
+{
+    QString all = flags.left(NumTables).leftJustified(NumTables).toUpper();
+    for (QChar& flag : all)
+        flag = flag == u'X' ? u'X' : u' ';
+    all[table - 1] = on ? u'X' : u' ';
+    return all;
+}
 
 Record Register::foundUnit(const Writer& writer, int unit)
 {
@@ -219,27 +229,36 @@ RegisterChange Register::ScambiaVani(int unit, const QList<std::pair<int, int>>&
     });
 }
 
-RegisterChange Register::MemorizzaUI(const QList<UnitEdit>& edits, const QList<NewTexts>& added)
+RegisterChange Register::MemorizzaUI(const QList<FieldEdit>& edits, const QList<NewTexts>& added)
 {
     return perform(Deed::Changes, [&](Writer& writer) {
-        for (const UnitEdit& edit : edits)
-            writer.change(Table::Units, foundUnit(writer, edit.unit), edit.ordinal, edit.text);
+        for (const FieldEdit& edit : edits)
+            writer.change(Table::Units, foundUnit(writer, edit.number), edit.ordinal, edit.text);
         for (const NewTexts& texts : added)
             addUnit(writer, texts);
     });
 }
 
-RegisterChange Register::MemorizzaVano(int unit, const QList<RoomEdit>& edits,
+RegisterChange Register::MemorizzaVano(int unit, const QList<FieldEdit>& edits,
                                        const QList<NewTexts>& added)
 {
     return perform(Deed::Changes, [&](Writer& writer) {
         if (!added.isEmpty())
             writer.requireUnit(unit);
-        for (const RoomEdit& edit : edits)
-            writer.change(Table::Rooms, foundRoom(writer, unit, edit.position), edit.ordinal,
+        for (const FieldEdit& edit : edits)
+            writer.change(Table::Rooms, foundRoom(writer, unit, edit.number), edit.ordinal,
                           edit.text);
         for (const NewTexts& texts : added)
             addRoom(writer, unit, texts);
+    });
+}
+
+RegisterChange Register::MemorizzaFlag(int unit, int table, bool on)
+{
+    return perform(Deed::Changes, [&](Writer& writer) {
+        const Record record = foundUnit(writer, unit);
+        writer.change(Table::Units, record, UnitFlags,
+                      withFlag(textOf(record, UnitFlags), table, on));
     });
 }
 

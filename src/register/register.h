@@ -18,24 +18,20 @@ class Database;
 
 namespace zelto::registro {
 
-/// A new text for one field of a unit; the ordinals are those of the table, 2 and up.
-struct UnitEdit
+/// A new text for one field of a unit, by its number, or of a room, by its position. The ordinals
+/// are those of the table, from the first text on.
+struct FieldEdit
 {
-    int unit = 0;
-    int ordinal = 0;
-    QString text; ///< empty for Null
-};
-
-/// A new text for one field of a room; ordinals 3 and up.
-struct RoomEdit
-{
-    int position = 0;
+    int number = 0;
     int ordinal = 0;
     QString text; ///< empty for Null
 };
 
 /// A unit or room that is yet to be: texts by the ordinals of their fields.
 using NewTexts = QMap<int, QString>;
+
+/// A unit's flags with that of special table 1 to 10 on or off: ten characters, only "X" is one.
+[[nodiscard]] QString withFlag(const QString& flags, int table, bool on);
 
 /// The building register of a job: adds, deletes, copies and changes units and rooms, and takes
 /// every change back. Each call is stored wholly or not at all, and says which records it changed;
@@ -78,9 +74,12 @@ public:
 
     /// Stores the texts in the fields of units, or of one unit's rooms, and adds others behind the
     /// last one.
-    RegisterChange MemorizzaUI(const QList<UnitEdit>& edits, const QList<NewTexts>& added = {});
-    RegisterChange MemorizzaVano(int unit, const QList<RoomEdit>& edits,
+    RegisterChange MemorizzaUI(const QList<FieldEdit>& edits, const QList<NewTexts>& added = {});
+    RegisterChange MemorizzaVano(int unit, const QList<FieldEdit>& edits,
                                  const QList<NewTexts>& added = {});
+
+    /// Turns the flag of special table 1 to 10 on or off, however many of them are stored.
+    RegisterChange MemorizzaFlag(int unit, int table, bool on);
 
     /// What undo() and redo() would do; empty when there is nothing.
     [[nodiscard]] QString undoCaption() const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/prospectus.h"
 
-#include "reports/figures.h"
+#include "calc/figures.h"
 #include "reports/text_output.h"
 #include "text/format_mask.h"
 
@@ -11,6 +11,11 @@ namespace zelto::reports {
 
 namespace {
 
+using calc::MascheraCoefficiente;
+using calc::MascheraNumero;
+using calc::MascheraSuperficie;
+using calc::MascheraTotaleUnita;
+using calc::richiediIntera;
 using calc::UnitaImmobiliare;
 using calc::Vano;
 

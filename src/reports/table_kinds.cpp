@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/table_kinds.h"
 
-#include "reports/figures.h"
+#include "calc/figures.h"
 #include "reports/text_output.h"
 
 #include <functional>
@@ -10,10 +10,19 @@ namespace zelto::reports {
 
 namespace {
 
+using calc::cifra;
 using calc::IndicePiano;
+using calc::MascheraConsistenza;
+using calc::MascheraMillesimi;
 using calc::Millesimi;
 using calc::ModelloLavoro;
 using calc::UnitaImmobiliare;
+
+/// Stands in a column that does not apply to a unit.
+const QString NonApplicabile = u" ------     "_s;
+
+/// What every complete set of shares adds up to, as total rows print it.
+const QString TotaleMillesimi = u"1000.000"_s;
 
 TableColumn textColumn(const char16_t* head, float position, float width)
 {

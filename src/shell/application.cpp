@@ -10,7 +10,6 @@
 #include "shell/dialogs.h"
 #include "shell/file_menu.h"
 #include "shell/guide_chapters.h"
-#include "shell/job_figures.h"
 #include "shell/program_launcher.h"
 #include "store/application_folder.h"
 
@@ -182,9 +181,10 @@ void Application::showParametri(store::Database& lavoro)
         m_window.activateDocumentWindow(*m_parametri);
         return;
     }
-    m_parametri = new registro::Parametri(
-        {.lavoro = lavoro, .settings = m_settings, .user = m_window, .menu = m_window.mnuDxMouse()},
-        std::make_unique<JobFigures>(lavoro));
+    m_parametri = new registro::Parametri({.lavoro = lavoro,
+                                           .settings = m_settings,
+                                           .user = m_window,
+                                           .menu = m_window.mnuDxMouse()});
     connectParametri(lavoro);
     m_window.addDocumentWindow(m_parametri).showMaximized();
 }

@@ -5,7 +5,6 @@
 #include "register/ui/parametri.h"
 #include "register/ui/room_list.h"
 #include "register_fixture.h"
-#include "shell/job_figures.h"
 #include "store/settings.h"
 #include "support/dump.h"
 #include "support/scripted_user.h"
@@ -84,8 +83,7 @@ public:
 
     void open()
     {
-        screen = std::make_unique<Parametri>(ParametriContext{job, settings, user, menu},
-                                             std::make_unique<shell::JobFigures>(job));
+        screen = std::make_unique<Parametri>(ParametriContext{job, settings, user, menu});
         screen->resize(1100, 700);
         screen->show();
         if (!QTest::qWaitForWindowActive(screen.get()))

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/figures.h"
 #include "parametri_desk.h"
-#include "reports/figures.h"
 #include "support/accessible_names.h"
 #include "support/runner.h"
 #include "widgets/typed_line.h"
@@ -42,8 +42,8 @@ private slots:
         const calc::Consistenze sizes = calc::calcolaConsistenze(modello);
         QCOMPARE(desk.status(),
                  u"Consistenza %1 - Millesimi %2"_s.arg(
-                     reports::MascheraTotaleUnita.format(sizes.CTUI[6]).trimmed(),
-                     reports::MascheraMillesimi.format(calc::calcolaMillGen(sizes)[6].toDouble())
+                     calc::MascheraTotaleUnita.format(sizes.CTUI[6]).trimmed(),
+                     calc::MascheraMillesimi.format(calc::calcolaMillGen(sizes)[6].toDouble())
                          .trimmed()));
         QCOMPARE(desk.dump(), stored);
     }

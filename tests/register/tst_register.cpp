@@ -167,8 +167,8 @@ private slots:
     {
         run(*m_register, u"V 1"_s);
         const QString before = dumpOf(*m_job);
-        const QList<RoomEdit> edits{{1, RoomAmbiente, u"Sala"_s},
-                                    {2, RoomAmbiente, QString(16, u'x')}};
+        const QList<FieldEdit> edits{{1, RoomAmbiente, u"Sala"_s},
+                                     {2, RoomAmbiente, QString(16, u'x')}};
         try {
             m_register->MemorizzaVano(1, edits);
             QFAIL("stored");

@@ -8,7 +8,7 @@
 #include "text/table_text.h"
 #include "widgets/column_widths.h"
 #include "widgets/grid.h"
-#include "widgets/tab_keys.h"
+#include "widgets/keys.h"
 #include "widgets/typed_line.h"
 #include "widgets/typed_text.h"
 

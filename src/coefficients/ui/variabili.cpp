@@ -9,7 +9,7 @@
 #include "text/table_text.h"
 #include "widgets/column_widths.h"
 #include "widgets/grid.h"
-#include "widgets/tab_keys.h"
+#include "widgets/keys.h"
 
 #include <QPlainTextEdit>
 #include <QTabBar>

@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/parametri.h"
 
-#include "register/ui/navig.h"
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
-#include "register/unit_figures.h"
 #include "store/settings.h"
 #include "store/user_interface.h"
 #include "widgets/column_widths.h"
-#include "widgets/grid.h"
-#include "widgets/tab_keys.h"
+#include "widgets/keys.h"
 #include "widgets/typed_line.h"
 
 #include <QAction>
@@ -18,7 +15,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QScopedValueRollback>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabBar>
@@ -29,6 +25,7 @@
 
 namespace zelto::registro {
 
+using widgets::addKey;
 using widgets::Grid;
 
 namespace {
@@ -37,34 +34,28 @@ const QString Section = u"Parametri"_s;
 const QString UnitWidths = u"TabUI"_s;
 const QString RoomWidths = u"TabFlex"_s;
 
-void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>& command,
-            Qt::ShortcutContext context = Qt::WidgetWithChildrenShortcut)
-{
-    auto* shortcut = new QShortcut(key, &where);
-    shortcut->setContext(context);
-    QObject::connect(shortcut, &QShortcut::activated, &where, command);
-}
-
 } // namespace
 
-Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigures> figures,
-                     QWidget* parent)
-    : QWidget(parent), m_context(context), m_calculation(std::move(figures)),
-      m_model(context.lavoro), m_toolbar(new QToolBar(this)), m_splitter(new QSplitter(this)),
-      m_navig(new Navig(this)), m_tabs(new QTabWidget(this)), m_elenco(new UnitList(m_model)),
-      m_dettaglio(new UnitDetail), m_vani(new RoomList(m_model)), m_status(new QStatusBar(this)),
-      m_figures(new QLabel(this))
+Parametri::Parametri(const ParametriContext& context, QWidget* parent)
+    : QWidget(parent), m_context(context), m_model(context.lavoro), m_calculation(context.lavoro),
+      m_toolbar(new QToolBar(this)), m_navig(new Navig(this)), m_tabs(new QTabWidget(this)),
+      m_status(new QStatusBar(this)), m_figures(new QLabel(this))
 {
     setObjectName(Section);
     setWindowTitle(u"Parametri per millesimi"_s);
+    const RegisterGridContext lists{
+        .model = m_model,
+        .menu = context.menu,
+        .perform = [this](const Operation& operation) { return perform(operation); },
+        .say = [this](const QString& remark) { say(remark); }};
+    m_elenco = new UnitList(lists);
+    m_dettaglio = new UnitDetail;
+    m_vani = new RoomList(lists);
     buildToolbar();
     buildPanels();
-    buildStatusBar();
-    connectModel();
+    followModel();
     m_model.reload();
-    connectNavigation();
-    connectUnits();
-    connectRooms();
+    followUser();
     addKeys();
     m_elenco->grid().setFocus();
     // The window comes first: loading a big job for the figures takes longer than all the rest.
@@ -82,7 +73,7 @@ Parametri::Parametri(const ParametriContext& context, std::unique_ptr<UnitFigure
 Parametri::~Parametri()
 {
     for (const Grid* grid : findChildren<Grid*>())
-        disconnect(grid, nullptr, this, nullptr);
+        disconnect(grid, &Grid::cellsChanged, nullptr, nullptr);
 }
 
 QAction* Parametri::addButton(const QString& key, const QString& iconName, const QString& caption,
@@ -107,6 +98,19 @@ void Parametri::addScreen(const QString& key, const QString& iconName, const QSt
     });
 }
 
+QAction* Parametri::addHistory(const QString& key, const QString& iconName, const QString& caption,
+                               const QList<QKeySequence>& keys,
+                               RegisterChange (Register::*replayed)())
+{
+    QAction* button = addButton(key, iconName, caption, {});
+    button->setShortcuts(keys);
+    button->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(button);
+    connect(button, &QAction::triggered, this,
+            [this, button, replayed] { replay(*button, replayed); });
+    return button;
+}
+
 void Parametri::buildToolbar()
 {
     m_toolbar->setObjectName(u"Toolbar1"_s);
@@ -119,16 +123,11 @@ void Parametri::buildToolbar()
     addScreen(u"Rip"_s, u"riparto"_s, u"Riparto"_s, u"Riparto importo"_s, u"Ctrl+R"_s,
               &Parametri::ripartoRequested);
     m_toolbar->addSeparator();
-    m_undo = addButton(u"Annulla"_s, u"annulla"_s, u"Annulla"_s, {});
-    m_undo->setShortcuts(QKeySequence::Undo);
-    connect(m_undo, &QAction::triggered, this, &Parametri::undo);
-    m_redo = addButton(u"Ripeti"_s, u"ripeti"_s, u"Ripeti"_s, {});
-    m_redo->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
-    connect(m_redo, &QAction::triggered, this, &Parametri::redo);
-    for (QAction* action : {m_undo, m_redo})
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addActions({m_undo, m_redo});
-    updateUndo();
+    m_undo = addHistory(u"Annulla"_s, u"annulla"_s, u"Annulla"_s,
+                        QKeySequence::keyBindings(QKeySequence::Undo), &Register::undo);
+    m_redo = addHistory(u"Ripeti"_s, u"ripeti"_s, u"Ripeti"_s,
+                        {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z}, &Register::redo);
+    updateHistory();
 }
 
 void Parametri::buildPanels()
@@ -138,123 +137,30 @@ void Parametri::buildPanels()
     m_tabs->addTab(m_elenco, u"Elenco"_s);
     m_tabs->addTab(m_dettaglio, u"Dettaglio"_s);
     m_tabs->addTab(m_vani, u"Vani"_s);
-    widgets::addTabKeys(*this, *m_tabs->tabBar());
-    m_splitter->setObjectName(u"FR"_s);
-    m_splitter->setChildrenCollapsible(false);
-    m_splitter->addWidget(m_navig);
-    m_splitter->addWidget(m_tabs);
-    m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes({200, 800});
+    auto* splitter = new QSplitter(this);
+    splitter->setObjectName(u"FR"_s);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(m_navig);
+    splitter->addWidget(m_tabs);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({200, 800});
     widgets::restoreColumnWidths(m_elenco->grid(), m_context.settings, Section, UnitWidths);
     widgets::restoreColumnWidths(m_vani->grid(), m_context.settings, Section, RoomWidths);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    layout->addWidget(m_toolbar);
-    layout->addWidget(m_splitter, 1);
-}
-
-void Parametri::buildStatusBar()
-{
     m_status->setObjectName(u"StatusBar"_s);
     m_status->setSizeGripEnabled(false);
     m_figures->setObjectName(u"Stato"_s);
     m_status->addWidget(m_figures, 1);
-    layout()->addWidget(m_status);
-}
-
-void Parametri::connectModel()
-{
-    // Whatever a view reports while it follows the model was not done by the user.
-    const auto follow = [this](const std::function<void()>& views) {
-        const QScopedValueRollback following(m_following, true);
-        views();
-    };
-    connect(&m_model, &RegisterModel::listsRead, this, [this, follow] {
-        follow([this] {
-            m_elenco->showLists();
-            m_dettaglio->showLists(m_model.lists());
-            m_elenco->grid().cells().remarksChanged();
-            m_vani->grid().cells().remarksChanged();
-        });
-    });
-    connect(&m_model, &RegisterModel::unitsListed, this,
-            [this, follow] { follow([this] { m_elenco->showUnits(); }); });
-    connect(&m_model, &RegisterModel::unitChanged, m_navig,
-            [this](const UnitRow& unit, const std::vector<RoomRow>& rooms) {
-                m_navig->showUnit(unit, rooms, m_names);
-            });
-    connect(&m_model, &RegisterModel::unitRemoved, m_navig, &Navig::removeUnit);
-    connect(&m_model, &RegisterModel::unitsChanged, this, [this](const QList<int>& units) {
-        m_calculation->unitsChanged(units);
-        showFigures();
-    });
-    connect(&m_model, &RegisterModel::reloaded, this, [this](const std::vector<TreeScala>& tree) {
-        m_navig->build(tree);
-        m_calculation->reload();
-    });
-    connect(&m_model, &RegisterModel::unitShown, this,
-            [this, follow] { follow([this] { showUnit(); }); });
-}
-
-/// Changing the current row is going to its unit, and so is a click on it when it is current
-/// already.
-void Parametri::connectNavigation()
-{
-    Grid& grid = m_elenco->grid();
-    const auto goToRow = [this](const QModelIndex& cell) {
-        if (!m_following && cell.isValid())
-            goToUnit(m_elenco->unitIn(cell.row()));
-    };
-    connect(grid.selectionModel(), &QItemSelectionModel::currentRowChanged, this, goToRow);
-    connect(&grid, &Grid::clicked, this, goToRow);
-    connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
-    connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
-    connect(m_elenco, &UnitList::unitFound, this, &Parametri::goToUnit);
-    connect(m_elenco, &UnitList::nothingFound, this, [this](const QString& wanted) {
-        say(u"Nessuna unità dell'elenco ha «%1» nel riferimento."_s.arg(wanted));
-    });
-    connect(m_elenco, &UnitList::filterChanged, this,
-            [this] { reading([this] { m_model.ElencoUI(m_elenco->filter()); }); });
-}
-
-void Parametri::connectUnits()
-{
-    Grid& grid = m_elenco->grid();
-    connect(&grid, &Grid::cellsChanged, this, &Parametri::storeUnitCells);
-    connect(m_elenco, &UnitList::scalaChosen, this, [this](int row, const QString& code) {
-        storeUnitText(m_elenco->unitIn(row), ColumnScala, code);
-    });
-    connect(m_elenco, &UnitList::flagToggled, this, [this](int row, int table) {
-        if (m_dettaglio->hasTable(table))
-            storeFlag(m_elenco->unitIn(row), table,
-                      m_elenco->grid().cells().text(row, ColumnFirstTable + table - 1) != u"X");
-    });
-    connect(m_dettaglio, &UnitDetail::fieldChanged, this, [this](int field, const QString& text) {
-        storeUnitText(m_model.unit().number, field, text);
-    });
-    connect(m_dettaglio, &UnitDetail::scalaChosen, this, [this](const QString& code) {
-        storeUnitText(m_model.unit().number, ColumnScala, code);
-    });
-    connect(m_dettaglio, &UnitDetail::tableToggled, this,
-            [this](int table, bool on) { storeFlag(m_model.unit().number, table, on); });
-}
-
-void Parametri::connectRooms()
-{
-    connect(&m_vani->grid(), &Grid::cellsChanged, this, &Parametri::storeRoomCells);
-    connect(m_vani, &RoomList::coefficientChosen, this,
-            [this](int row, int column, const QString& text) {
-                storeRoomCells({{.row = row, .column = column, .before = {}, .after = text}});
-            });
-    connect(m_vani, &RoomList::listEmpty, this, [this](const QString& coefficient) {
-        say(u"L'elenco «%1» è vuoto: si compila nella finestra «Variabili» (Ctrl+2)."_s.arg(
-            coefficient));
-    });
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(m_toolbar);
+    layout->addWidget(splitter, 1);
+    layout->addWidget(m_status);
 }
 
 void Parametri::addKeys()
 {
+    widgets::addTabKeys(*this, *m_tabs->tabBar());
     for (QWidget* panel : {static_cast<QWidget*>(m_dettaglio), static_cast<QWidget*>(m_vani)}) {
         addKey(*panel, Qt::ALT | Qt::Key_Up, [this] { goToNeighbour(-1); });
         addKey(*panel, Qt::ALT | Qt::Key_Down, [this] { goToNeighbour(1); });
@@ -265,28 +171,70 @@ void Parametri::addKeys()
     });
     addKey(*this, Qt::Key_F3, [this] { m_elenco->searchOn(true); });
     addKey(*this, Qt::SHIFT | Qt::Key_F3, [this] { m_elenco->searchOn(false); });
-    for (const Tab tab : {Elenco, Vani})
-        addGridKeys(tab);
 }
 
-void Parametri::addGridKeys(Tab tab)
+/// Whatever a view reports while it follows the model was not done by the user.
+void Parametri::followModel()
 {
-    Grid& grid = gridOf(tab);
-    connect(&grid, &Grid::pasteRefused, this,
-            [this](const QString& why) { m_context.user.showMessage(why); });
-    connect(&grid, &Grid::customContextMenuRequested, this, [this, tab] { showMenu(tab); });
-    addKey(grid, Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this, tab] { move(tab, -1); });
-    addKey(grid, Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this, tab] { move(tab, 1); });
-    // The in-grid editor keeps these.
-    constexpr auto GridAlone = Qt::WidgetShortcut;
-    addKey(
-        grid, Qt::SHIFT | Qt::Key_F10, [this, tab] { showMenu(tab); }, GridAlone);
-    addKey(
-        grid, Qt::Key_Insert, [this, tab] { add(tab); }, GridAlone);
-    addKey(
-        grid, Qt::CTRL | Qt::Key_D, [this, tab] { duplicate(tab); }, GridAlone);
-    addKey(
-        grid, Qt::CTRL | Qt::Key_Delete, [this, tab] { remove(tab); }, GridAlone);
+    const auto follow = [this](const std::function<void()>& views) {
+        return [this, views] {
+            const QScopedValueRollback following(m_following, true);
+            views();
+        };
+    };
+    connect(&m_model, &RegisterModel::listsRead, this, follow([this] {
+        m_elenco->showLists();
+        m_dettaglio->showLists(m_model.lists());
+        m_elenco->grid().cells().remarksChanged();
+        m_vani->grid().cells().remarksChanged();
+    }));
+    connect(&m_model, &RegisterModel::unitsListed, this, follow([this] { m_elenco->showRows(); }));
+    connect(&m_model, &RegisterModel::unitShown, this, follow([this] { showUnit(); }));
+    connect(&m_model, &RegisterModel::unitChanged, m_navig,
+            [this](const UnitRow& unit, const std::vector<RoomRow>& rooms) {
+                m_navig->showUnit(unit, rooms, m_names);
+            });
+    connect(&m_model, &RegisterModel::unitRemoved, m_navig, &Navig::removeUnit);
+    connect(&m_model, &RegisterModel::unitsChanged, this, [this](const QList<int>& units) {
+        m_calculation.unitsChanged(units);
+        showFigures();
+    });
+    connect(&m_model, &RegisterModel::reloaded, this, [this](const std::vector<TreeScala>& tree) {
+        m_navig->build(tree);
+        m_calculation.reload();
+    });
+}
+
+/// Changing the current row is going to its unit, and so is a click on it when it is current
+/// already.
+void Parametri::followUser()
+{
+    Grid& units = m_elenco->grid();
+    const auto goToRow = [this](const QModelIndex& cell) {
+        if (!m_following && cell.isValid())
+            goToUnit(m_elenco->numberIn(cell.row()));
+    };
+    connect(units.selectionModel(), &QItemSelectionModel::currentRowChanged, this, goToRow);
+    connect(&units, &Grid::clicked, this, goToRow);
+    connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
+    connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
+    connect(m_elenco, &UnitList::unitFound, this, &Parametri::goToUnit);
+    connect(m_elenco, &UnitList::added, this, &Parametri::goToUnit);
+    connect(m_elenco, &UnitList::filterChanged, this,
+            [this] { reading([this] { m_model.ElencoUI(m_elenco->filter()); }); });
+    for (const Grid* grid : {&units, &m_vani->grid()})
+        connect(grid, &Grid::pasteRefused, this,
+                [this](const QString& why) { m_context.user.showMessage(why); });
+    connect(m_dettaglio, &UnitDetail::fieldChanged, this, [this](int field, const QString& text) {
+        perform([&](Register& registro) {
+            return registro.MemorizzaUI({{m_model.unit().number, field + UnitRiferimento, text}});
+        });
+    });
+    connect(m_dettaglio, &UnitDetail::tableToggled, this, [this](int table, bool on) {
+        perform([&](Register& registro) {
+            return registro.MemorizzaFlag(m_model.unit().number, table, on);
+        });
+    });
 }
 
 bool Parametri::finishTyping()

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "register/job_figures.h"
 #include "register/register_model.h"
 #include "register/ui/navig.h"
 
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 
 class QAction;
 class QLabel;
-class QSplitter;
 class QStatusBar;
 class QTabWidget;
 class QToolBar;
@@ -23,17 +22,13 @@ class UserInterface;
 
 namespace zelto::widgets {
 class ContextMenu;
-class Grid;
-struct CellChange;
 } // namespace zelto::widgets
 
 namespace zelto::registro {
 
 class RoomList;
 class UnitDetail;
-class UnitFigures;
 class UnitList;
-enum class RangeCommand;
 
 /// What the parameters screen works with; all of it outlives the screen.
 struct ParametriContext
@@ -53,8 +48,7 @@ class Parametri : public QWidget
 
 public:
     /// Throws DatabaseError when the job cannot be read.
-    Parametri(const ParametriContext& context, std::unique_ptr<UnitFigures> figures,
-              QWidget* parent = nullptr);
+    explicit Parametri(const ParametriContext& context, QWidget* parent = nullptr);
     ~Parametri() override;
 
     /// Stores what is still being typed; false, with the focus on the field, when a text must not
@@ -84,20 +78,18 @@ private:
                    const QString& hint, const QString& shortcut, void (Parametri::*request)());
     QAction* addButton(const QString& key, const QString& iconName, const QString& caption,
                        const QString& hint);
+    QAction* addHistory(const QString& key, const QString& iconName, const QString& caption,
+                        const QList<QKeySequence>& keys, RegisterChange (Register::*replayed)());
     void buildPanels();
-    void buildStatusBar();
     void addKeys();
-    void addGridKeys(Tab tab);
-    void connectModel();
-    void connectNavigation();
-    void connectUnits();
-    void connectRooms();
+    void followModel();
+    void followUser();
 
     // Showing what the model says
     void showUnit();
     void showPlace();
     void showFigures();
-    void updateUndo();
+    void updateHistory();
     void say(const QString& text);
 
     // Where the user goes
@@ -107,45 +99,24 @@ private:
     void goToRoom(int unit, int position);
     void goToNeighbour(int places);
     void goTo(const Place& place);
-    [[nodiscard]] widgets::Grid& gridOf(Tab tab) const;
     [[nodiscard]] Tab tab() const;
-    void focusTab();
 
     // Storing what the user does
     using Operation = std::function<RegisterChange(Register&)>;
     /// Stores and shows; what the job refuses is reported, and the screen shows what is stored. The
     /// change is empty when nothing was stored.
     RegisterChange perform(const Operation& operation);
-    bool isIntoNothing(const QList<widgets::CellChange>& changes, Tab tab);
-    void storeUnitCells(const QList<widgets::CellChange>& changes);
-    void storeRoomCells(const QList<widgets::CellChange>& changes);
-    void storeUnitText(int unit, int field, const QString& text);
-    void storeFlag(int unit, int table, bool on);
-    void undo();
-    void redo();
-    void replay(const QString& verb, const QString& caption, const Operation& operation);
-
-    // The commands of the two grids; on the other tabs than theirs they do nothing
-    void showMenu(Tab tab);
-    void carryOut(RangeCommand command, Tab tab);
-    void add(Tab tab);
-    void remove(Tab tab);
-    void duplicate(Tab tab);
-    void move(Tab tab, int places);
-    void showAdded(const RegisterChange& change, Tab tab);
-    /// The numbers of the selected units, or the positions of the selected rooms.
-    [[nodiscard]] QList<int> selected(Tab tab) const;
+    void replay(const QAction& button, RegisterChange (Register::*replayed)());
 
     ParametriContext m_context;
-    std::unique_ptr<UnitFigures> m_calculation;
     RegisterModel m_model;
+    JobFigures m_calculation;
     bool m_loaded = false;    ///< the figures may be shown
     bool m_following = false; ///< views follow the model: what they report is no wish of the user
     Navig::EmptyNames m_names = Navig::EmptyNames::Dash;
     QToolBar* m_toolbar;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
-    QSplitter* m_splitter;
     Navig* m_navig;
     QTabWidget* m_tabs;
     UnitList* m_elenco;

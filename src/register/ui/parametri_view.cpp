@@ -1,25 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The part of the parameters screen that follows the model and goes where the user wants.
+// The part of the parameters screen that shows, goes and stores.
 #include "register/ui/parametri.h"
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
-#include "register/unit_figures.h"
 #include "store/database_error.h"
 #include "store/user_interface.h"
-#include "widgets/grid.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QTabWidget>
 
-#include <algorithm>
-
 namespace zelto::registro {
-
-using widgets::Grid;
 
 // Showing what the model says
 
@@ -27,7 +22,7 @@ void Parametri::showUnit()
 {
     showPlace();
     m_dettaglio->showUnit(m_model.unit());
-    m_vani->showRooms();
+    m_vani->showRows();
     showFigures();
 }
 
@@ -44,7 +39,7 @@ void Parametri::showFigures()
     if (!m_loaded)
         return;
     try {
-        m_figures->setText(m_calculation->describe(m_model.unit().number));
+        m_figures->setText(m_calculation.describe(m_model.unit().number));
     } catch (const store::DatabaseError& error) {
         m_figures->setText(error.description());
     }
@@ -104,9 +99,7 @@ void Parametri::goToRoom(int unit, int position)
 {
     goToUnit(unit);
     m_tabs->setCurrentIndex(Vani);
-    if (const int row = gridOf(Vani).cells().rowOf(position); row >= 0)
-        gridOf(Vani).setCurrentCell(row, 0);
-    focusTab();
+    m_vani->goTo(position, RoomAmbiente);
 }
 
 void Parametri::goToNeighbour(int places)
@@ -120,27 +113,17 @@ void Parametri::goTo(const Place& place)
 {
     if (!place.gone)
         goToUnit(place.unit);
-    const bool listed = m_elenco->rowOf(m_model.unit().number) >= 0;
+    const bool listed = m_elenco->grid().cells().rowOf(m_model.unit().number) >= 0;
     if (place.position > 0)
         m_tabs->setCurrentIndex(Vani);
     else if (tab() != Dettaglio)
         m_tabs->setCurrentIndex(listed ? Elenco : Dettaglio);
-    if (tab() == Dettaglio) {
+    if (tab() == Dettaglio)
         m_dettaglio->goToField(place.field - UnitRiferimento);
-        return;
-    }
-    Grid& grid = gridOf(tab());
-    const int column = place.field - (tab() == Vani ? static_cast<int>(RoomAmbiente)
-                                                    : static_cast<int>(UnitRiferimento));
-    const int row = grid.cells().rowOf(tab() == Vani ? place.position : place.unit);
-    if (row >= 0)
-        grid.setCurrentCell(row, std::max(column, 0));
-    focusTab();
-}
-
-widgets::Grid& Parametri::gridOf(Tab tab) const
-{
-    return tab == Vani ? m_vani->grid() : m_elenco->grid();
+    else if (tab() == Vani)
+        m_vani->goTo(place.position, place.field);
+    else
+        m_elenco->goTo(place.unit, place.field);
 }
 
 Parametri::Tab Parametri::tab() const
@@ -148,10 +131,54 @@ Parametri::Tab Parametri::tab() const
     return static_cast<Tab>(m_tabs->currentIndex());
 }
 
-void Parametri::focusTab()
+// Storing what the user does
+
+RegisterChange Parametri::perform(const Operation& operation)
 {
-    if (tab() != Dettaglio)
-        gridOf(tab()).setFocus();
+    RegisterChange change;
+    m_status->clearMessage();
+    try {
+        change = m_model.perform(operation);
+    } catch (const store::DatabaseError& error) {
+        m_context.user.ReportError(error);
+        try {
+            m_model.reload();
+        } catch (const store::DatabaseError&) {
+            // What went wrong has been said; the screen shows the last that could be read.
+        }
+    }
+    updateHistory();
+    if (change.missing)
+        m_context.user.showMessage(
+            u"Un altro programma ha cambiato o eliminato ciò che si voleva cambiare. Nulla è stato "
+            "memorizzato: la finestra mostra ora quello che c'è, e si può ripetere."_s);
+    return change;
+}
+
+/// Goes to what is changed, and says what it was.
+void Parametri::replay(const QAction& button, RegisterChange (Register::*replayed)())
+{
+    if (!finishTyping())
+        return;
+    const QScopedValueRollback names(m_names, Navig::EmptyNames::Number);
+    const RegisterChange change =
+        perform([replayed](Register& registro) { return (registro.*replayed)(); });
+    if (change.isEmpty())
+        return;
+    goTo(placeOf(change));
+    say(u"%1: %2"_s.arg(button.text(), change.caption));
+}
+
+void Parametri::updateHistory()
+{
+    const auto show = [](QAction& action, const QString& caption) {
+        action.setEnabled(!caption.isEmpty());
+        action.setToolTip(caption.isEmpty() ? action.text()
+                                            : u"%1: %2"_s.arg(action.text(), caption));
+        action.setStatusTip(action.toolTip());
+    };
+    show(*m_undo, m_model.changes().undoCaption());
+    show(*m_redo, m_model.changes().redoCaption());
 }
 
 } // namespace zelto::registro

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/room_list.h"
 
-#include "register/register_model.h"
-#include "widgets/grid.h"
+#include "register/ui/register_columns.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -11,34 +11,29 @@
 
 namespace zelto::registro {
 
-using widgets::CellPicker;
 using widgets::Grid;
 
-RoomList::RoomList(RegisterModel& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_title(new QLabel(this)),
-      m_grid(new Grid({}, roomColumns(model.coefficients()), Grid::AtEnd::Stays, this)),
-      m_picker(new CellPicker(this))
+RoomList::RoomList(const RegisterGridContext& context, QWidget* parent)
+    : RegisterGrid(context, {u"Aggiungi vano"_s, u"vano"_s, u"vani"_s},
+                   roomColumns(context.model.coefficients()), parent),
+      m_title(new QLabel(this))
 {
     m_title->setObjectName(u"TitoloVani"_s);
     m_title->setTextFormat(Qt::PlainText);
-    m_grid->setObjectName(u"TabFlex"_s);
-    m_grid->setAccessibleName(u"Vani"_s);
-    m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_grid->setMostRows([] { return calc::MaxVani; });
-    m_picker->setObjectName(u"Coeff"_s);
-    m_picker->setAccessibleName(u"Coefficienti"_s);
+    grid().setObjectName(u"TabFlex"_s);
+    grid().setAccessibleName(u"Vani"_s);
+    grid().setMostRows([] { return calc::MaxVani; });
+    picker().setObjectName(u"Coeff"_s);
+    picker().setAccessibleName(u"Coefficienti"_s);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_title);
-    layout->addWidget(m_grid);
-
-    connect(m_grid, &Grid::cellRequested, this, &RoomList::openEntries);
-    connect(m_picker, &CellPicker::chosen, this, &RoomList::choose);
-    connect(m_picker, &CellPicker::dismissed, m_grid, [this] { m_grid->setFocus(); });
+    layout->addWidget(&grid());
+    connect(&grid(), &Grid::cellRequested, this, &RoomList::openEntries);
 }
 
 QString RoomList::title() const
 {
-    const UnitRow& unit = m_model.unit();
+    const UnitRow& unit = model().unit();
     if (unit.number == 0)
         return u"Nessuna unità"_s;
     const QString& name = unit.texts.at(UnitTextRiferimento);
@@ -47,41 +42,36 @@ QString RoomList::title() const
                                  level.trimmed().isEmpty() ? QString() : u", "_s + level);
 }
 
-void RoomList::showRooms()
+void RoomList::showRows()
 {
     std::vector<widgets::GridRow> rows;
-    for (const RoomRow& room : m_model.rooms())
+    for (const RoomRow& room : model().rooms())
         rows.push_back({.number = QString::number(room.position),
                         .cells = QStringList(room.texts.begin(), room.texts.end())});
     m_title->setText(title());
-    const bool another = std::exchange(m_unit, m_model.unit().number) != m_unit;
-    const int row = another ? 0 : m_grid->currentRow();
-    const int column = another ? 0 : m_grid->currentColumn();
-    m_grid->cells().followRows(std::move(rows));
-    const int last = m_grid->cells().rowCount() - 1;
+    const bool another = std::exchange(m_shown, unit()) != m_shown;
+    const int row = another ? 0 : grid().currentRow();
+    const int column = another ? 0 : grid().currentColumn();
+    grid().cells().followRows(std::move(rows));
+    const int last = grid().cells().rowCount() - 1;
     // Where a row was taken away, nothing may be selected any more.
-    if (another || !m_grid->currentIndex().isValid() ||
-        !m_grid->selectionModel()->isSelected(m_grid->currentIndex()))
-        m_grid->setCurrentCell(std::clamp(row, 0, last), std::max(column, 0));
-}
-
-int RoomList::positionIn(int row) const
-{
-    return row < 0 || row >= m_grid->cells().rowCount() ? 0 : m_grid->cells().number(row).toInt();
+    if (another || !grid().currentIndex().isValid() ||
+        !grid().selectionModel()->isSelected(grid().currentIndex()))
+        grid().setCurrentCell(std::clamp(row, 0, last), std::max(column, 0));
 }
 
 const std::vector<CoefficientEntry>& RoomList::entriesOf(int column) const
 {
-    return m_model.lists().coefficienti.at(
+    return model().lists().coefficienti.at(
         static_cast<std::size_t>(column - ColumnFirstCoefficient));
 }
 
 /// In the order of the list, the blank entry behind.
 void RoomList::openEntries(int row, int column, int keyCode)
 {
-    if (positionIn(row) == 0)
+    if (numberIn(row) == 0)
         return;
-    const QString& text = m_grid->cells().text(row, column);
+    const QString& text = grid().cells().text(row, column);
     std::vector<widgets::PickerEntry> entries;
     int current = -1;
     for (const CoefficientEntry& entry : entriesOf(column)) {
@@ -91,30 +81,75 @@ void RoomList::openEntries(int row, int column, int keyCode)
             {.code = entry.code, .value = entry.value, .description = entry.description});
     }
     if (entries.empty()) {
-        emit listEmpty(m_grid->cells().column(column).header);
+        context().say(
+            u"L'elenco «%1» è vuoto: si compila nella finestra «Variabili» (Ctrl+2)."_s.arg(
+                grid().cells().column(column).header));
         return;
     }
     entries.emplace_back();
-    m_picked = m_grid->cells().index(row, column);
-    const QRect inside = m_grid->visualRect(m_picked);
-    const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
-    m_picker->open(entries, std::max(current, 0), place, keyCode);
+    openPicker(row, column, entries, std::max(current, 0), keyCode);
 }
 
-void RoomList::choose(int entry, CellPicker::Then then)
+void RoomList::choose(int row, int column, int entry)
 {
-    m_grid->setFocus();
-    if (!m_picked.isValid())
-        return;
-    const auto& entries = entriesOf(m_picked.column());
+    const auto& entries = entriesOf(column);
     const auto index = static_cast<std::size_t>(entry);
-    const QString& before = m_grid->cells().text(m_picked.row(), m_picked.column());
+    const QString& before = grid().cells().text(row, column);
     const QString after =
         index < entries.size() ? chosenCoefficient(entries[index].text(), before) : QString();
     if (after != before)
-        emit coefficientChosen(m_picked.row(), m_picked.column(), after);
-    if (then != CellPicker::Then::Stays)
-        m_grid->step(then == CellPicker::Then::Next);
+        context().perform([&](Register& registro) {
+            return store(registro, {{numberIn(row), fieldOf(column), after}}, {});
+        });
+}
+
+bool RoomList::concerns(const RecordChange& change) const
+{
+    return change.table == RecordChange::Table::Rooms;
+}
+
+int RoomList::numberOf(const RecordChange& change) const
+{
+    return registro::numberOf(change.record(), RoomPosition);
+}
+
+int RoomList::fieldOf(int column) const
+{
+    return column + RoomAmbiente;
+}
+
+bool RoomList::canAdd() const
+{
+    return unit() > 0;
+}
+
+RegisterChange RoomList::store(Register& registro, const QList<FieldEdit>& edits,
+                               const QList<NewTexts>& added)
+{
+    RegisterChange change = registro.MemorizzaVano(unit(), edits, added);
+    if (change.missing)
+        QApplication::beep();
+    return change;
+}
+
+RegisterChange RoomList::add(Register& registro)
+{
+    return registro.AggiungiVano(unit());
+}
+
+RegisterChange RoomList::remove(Register& registro, const QList<int>& numbers)
+{
+    return registro.EliminaVano(unit(), numbers);
+}
+
+RegisterChange RoomList::duplicate(Register& registro, const QList<int>& numbers)
+{
+    return registro.DuplicaVano(unit(), numbers);
+}
+
+RegisterChange RoomList::exchange(Register& registro, const QList<std::pair<int, int>>& pairs)
+{
+    return registro.ScambiaVani(unit(), pairs);
 }
 
 } // namespace zelto::registro

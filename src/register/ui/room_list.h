@@ -1,55 +1,44 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "register/ui/register_columns.h"
-
-#include <QWidget>
+#include "register/ui/register_grid.h"
 
 class QLabel;
 
-namespace zelto::widgets {
-class Grid;
-} // namespace zelto::widgets
-
 namespace zelto::registro {
 
-class RegisterModel;
-
 /// The panel "Vani": whose rooms they are, and the grid with them.
-class RoomList : public QWidget
+class RoomList : public RegisterGrid
 {
     Q_OBJECT
 
 public:
-    /// The model outlives it.
-    explicit RoomList(RegisterModel& model, QWidget* parent = nullptr);
-
-    [[nodiscard]] widgets::Grid& grid() { return *m_grid; }
+    explicit RoomList(const RegisterGridContext& context, QWidget* parent = nullptr);
 
     /// Shows the rooms of the model's unit: of another one from the first on.
-    void showRooms();
+    void showRows() override;
 
-    /// The position of the room in the row; 0 for the empty row of a unit without rooms.
-    [[nodiscard]] int positionIn(int row) const;
-
-signals:
-    /// The user chose an entry for the cell; the text is what goes into it.
-    void coefficientChosen(int row, int column, const QString& text);
-    /// There is nothing to choose from.
-    void listEmpty(const QString& coefficient);
+protected:
+    void choose(int row, int column, int entry) override;
+    [[nodiscard]] bool concerns(const RecordChange& change) const override;
+    [[nodiscard]] int numberOf(const RecordChange& change) const override;
+    [[nodiscard]] int fieldOf(int column) const override;
+    [[nodiscard]] bool canAdd() const override;
+    RegisterChange store(Register& registro, const QList<FieldEdit>& edits,
+                         const QList<NewTexts>& added) override;
+    RegisterChange add(Register& registro) override;
+    RegisterChange remove(Register& registro, const QList<int>& numbers) override;
+    RegisterChange duplicate(Register& registro, const QList<int>& numbers) override;
+    RegisterChange exchange(Register& registro, const QList<std::pair<int, int>>& pairs) override;
 
 private:
+    [[nodiscard]] int unit() const { return model().unit().number; }
     [[nodiscard]] QString title() const;
     [[nodiscard]] const std::vector<CoefficientEntry>& entriesOf(int column) const;
     void openEntries(int row, int column, int keyCode);
-    void choose(int entry, widgets::CellPicker::Then then);
 
-    RegisterModel& m_model;
     QLabel* m_title;
-    widgets::Grid* m_grid;
-    widgets::CellPicker* m_picker;
-    int m_unit = 0; ///< whose rooms are shown
-    QPersistentModelIndex m_picked;
+    int m_shown = 0; ///< the unit whose rooms are shown
 };
 
 } // namespace zelto::registro

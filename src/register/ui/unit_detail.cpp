@@ -59,10 +59,10 @@ UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPick
     connect(m_combo1, &CellPicker::chosen, this, [this](int entry) {
         const QString code = m_scale.value(entry - 1).trimmed();
         scala().setText(code);
-        emit scalaChosen(code);
-        closeScale();
+        emit fieldChanged(ColumnScala, code);
+        scala().setFocus();
     });
-    connect(m_combo1, &CellPicker::dismissed, this, &UnitDetail::closeScale);
+    connect(m_combo1, &CellPicker::dismissed, this, [this] { scala().setFocus(); });
 }
 
 void UnitDetail::addFields(QFormLayout& form)
@@ -117,11 +117,6 @@ void UnitDetail::showLists(const RegisterLists& lists)
     }
 }
 
-bool UnitDetail::hasTable(int table) const
-{
-    return !m_check1.at(static_cast<std::size_t>(table - 1))->text().isEmpty();
-}
-
 void UnitDetail::showUnit(const UnitRow& unit)
 {
     setEnabled(unit.number > 0);
@@ -156,11 +151,6 @@ void UnitDetail::openScale()
 {
     m_combo1->open(scalaEntries(m_scale), scalaEntry(m_scale, scala().text()), scala().geometry(),
                    widgets::Grid::F2Code);
-}
-
-void UnitDetail::closeScale()
-{
-    scala().setFocus();
 }
 
 } // namespace zelto::registro

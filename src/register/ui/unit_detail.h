@@ -31,9 +31,6 @@ public:
     /// hidden.
     void showLists(const RegisterLists& lists);
 
-    /// Whether special table 1 to 10 has a name.
-    [[nodiscard]] bool hasTable(int table) const;
-
     /// Number 0 shows that there is no unit to be edited.
     void showUnit(const UnitRow& unit);
 
@@ -41,10 +38,8 @@ public:
     void goToField(int field);
 
 signals:
-    /// The user left a field with another text.
+    /// The user left a field with another text, or chose another staircase.
     void fieldChanged(int field, const QString& text);
-    /// Empty for none.
-    void scalaChosen(const QString& code);
     void tableToggled(int table, bool on);
 
 protected:
@@ -55,7 +50,6 @@ private:
     void addTables(QFormLayout& form);
     [[nodiscard]] widgets::TypedLine& scala() const;
     void openScale();
-    void closeScale();
 
     std::array<widgets::TypedLine*, NumFields> m_dati{};
     std::array<QCheckBox*, NumTables> m_check1{};

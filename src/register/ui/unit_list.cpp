@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/unit_list.h"
 
-#include "register/register_model.h"
-#include "widgets/grid.h"
+#include "register/ui/register_columns.h"
 #include "widgets/marks.h"
 
 #include <QComboBox>
@@ -17,7 +16,6 @@
 
 namespace zelto::registro {
 
-using widgets::CellPicker;
 using widgets::Grid;
 
 namespace {
@@ -51,32 +49,29 @@ widgets::GridRow rowFor(const UnitRow& unit)
 
 } // namespace
 
-UnitList::UnitList(RegisterModel& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_livello(addFilter(u"Livello"_s)),
-      m_scala(addFilter(u"CodScala"_s)), m_search(new QLineEdit(this)),
-      m_grid(new Grid({}, unitColumns(model.lists()), Grid::AtEnd::Stays, this)),
-      m_picker(new CellPicker(this))
+UnitList::UnitList(const RegisterGridContext& context, QWidget* parent)
+    : RegisterGrid(context, {u"Aggiungi singola U.I."_s, u"U.I."_s, u"U.I."_s},
+                   unitColumns(context.model.lists()), parent),
+      m_livello(addFilter(u"Livello"_s)), m_scala(addFilter(u"CodScala"_s)),
+      m_search(new QLineEdit(this))
 {
-    m_grid->setObjectName(u"UI"_s);
-    m_grid->setAccessibleName(u"Unità immobiliari"_s);
-    m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_grid->setMostRows(
-        [this] { return static_cast<int>(m_model.listed().size()) + m_model.freeUnits(); });
-    m_picker->setObjectName(u"Combo2"_s);
-    m_picker->setAccessibleName(u"Codici scala"_s);
+    grid().setObjectName(u"UI"_s);
+    grid().setAccessibleName(u"Unità immobiliari"_s);
+    grid().setMostRows(
+        [this] { return static_cast<int>(model().listed().size()) + model().freeUnits(); });
+    picker().setObjectName(u"Combo2"_s);
+    picker().setAccessibleName(u"Codici scala"_s);
     m_search->setObjectName(u"Cerca"_s);
     m_search->setClearButtonEnabled(true);
     m_search->setToolTip(u"Una parte del riferimento (Ctrl+F); F3 va alla seguente"_s);
     m_search->installEventFilter(this);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(filterRow());
-    layout->addWidget(m_grid);
+    layout->addWidget(&grid());
 
     connect(m_search, &QLineEdit::textEdited, this,
-            [this] { search(std::max(m_grid->currentRow(), 0), 1); });
-    connect(m_grid, &Grid::cellRequested, this, &UnitList::openCell);
-    connect(m_picker, &CellPicker::chosen, this, &UnitList::chooseScala);
-    connect(m_picker, &CellPicker::dismissed, m_grid, [this] { m_grid->setFocus(); });
+            [this] { search(std::max(grid().currentRow(), 0), 1); });
+    connect(&grid(), &Grid::cellRequested, this, &UnitList::openCell);
 }
 
 QComboBox* UnitList::addFilter(const QString& name)
@@ -107,52 +102,42 @@ QLayout* UnitList::filterRow()
 
 void UnitList::showLists()
 {
-    refill(*m_scala, m_model.lists().scale);
-    refill(*m_livello, m_model.lists().livelli);
+    refill(*m_scala, model().lists().scale);
+    refill(*m_livello, model().lists().livelli);
     for (int table = 0; table < NumTables; ++table) {
-        const QString& name = m_model.lists().tabelle.at(static_cast<std::size_t>(table));
-        m_grid->setHint(ColumnFirstTable + table, name, name.isEmpty());
+        const QString& name = model().lists().tabelle.at(static_cast<std::size_t>(table));
+        grid().setHint(ColumnFirstTable + table, name, name.isEmpty());
     }
 }
 
-void UnitList::showUnits()
+void UnitList::showRows()
 {
     std::vector<widgets::GridRow> rows;
-    rows.reserve(m_model.listed().size());
-    std::transform(m_model.listed().begin(), m_model.listed().end(), std::back_inserter(rows),
+    rows.reserve(model().listed().size());
+    std::transform(model().listed().begin(), model().listed().end(), std::back_inserter(rows),
                    rowFor);
-    m_grid->cells().followRows(std::move(rows));
+    grid().cells().followRows(std::move(rows));
     showCurrent();
     // Where a row was taken away, nothing may be selected any more.
-    const QModelIndex current = m_grid->currentIndex();
-    if (current.isValid() && !m_grid->selectionModel()->isSelected(current))
-        m_grid->setCurrentCell(current.row(), current.column());
+    const QModelIndex current = grid().currentIndex();
+    if (current.isValid() && !grid().selectionModel()->isSelected(current))
+        grid().setCurrentCell(current.row(), current.column());
 }
 
 /// Where the current unit is not listed, no row is current. The empty row is, if there is no unit.
 void UnitList::showCurrent()
 {
-    const int unit = m_model.unit().number;
-    const int row = unit == 0 && m_model.listed().empty() ? 0 : rowOf(unit);
+    const int unit = model().unit().number;
+    const int row = unit == 0 && model().listed().empty() ? 0 : grid().cells().rowOf(unit);
     if (row < 0)
-        m_grid->leaveCells();
-    else if (row != m_grid->currentRow())
-        m_grid->setCurrentCell(row, std::max(0, m_grid->currentColumn()));
+        grid().leaveCells();
+    else if (row != grid().currentRow())
+        grid().setCurrentCell(row, std::max(0, grid().currentColumn()));
 }
 
 UnitFilter UnitList::filter() const
 {
     return {.scala = chosen(*m_scala), .livello = chosen(*m_livello)};
-}
-
-int UnitList::rowOf(int unit) const
-{
-    return m_grid->cells().rowOf(unit);
-}
-
-int UnitList::unitIn(int row) const
-{
-    return row < 0 || row >= m_grid->cells().rowCount() ? 0 : m_grid->cells().number(row).toInt();
 }
 
 void UnitList::beginSearch()
@@ -164,25 +149,25 @@ void UnitList::beginSearch()
 void UnitList::searchOn(bool forward)
 {
     const int step = forward ? 1 : -1;
-    search(m_grid->currentRow() + step, step);
+    search(grid().currentRow() + step, step);
 }
 
 /// From a row on, round the end of the list.
 void UnitList::search(int from, int step)
 {
-    const int rows = static_cast<int>(m_model.listed().size());
+    const int rows = static_cast<int>(model().listed().size());
     const QString wanted = m_search->text().trimmed();
     if (wanted.isEmpty())
         return;
     for (int tried = 0; tried < rows; ++tried) {
         const int row = ((from + tried * step) % rows + rows) % rows;
-        if (m_grid->cells().text(row, ColumnRiferimento).contains(wanted, Qt::CaseInsensitive)) {
-            emit unitFound(unitIn(row));
+        if (grid().cells().text(row, ColumnRiferimento).contains(wanted, Qt::CaseInsensitive)) {
+            emit unitFound(numberIn(row));
             return;
         }
     }
     widgets::refuse(*m_search);
-    emit nothingFound(wanted);
+    context().say(u"Nessuna unità dell'elenco ha «%1» nel riferimento."_s.arg(wanted));
 }
 
 /// From the search field, Enter goes on searching; Esc and Down go to the list.
@@ -193,7 +178,7 @@ bool UnitList::eventFilter(QObject* watched, QEvent* event)
     if (key == Qt::Key_Return || key == Qt::Key_Enter)
         searchOn(true);
     else if (key == Qt::Key_Escape || key == Qt::Key_Down)
-        m_grid->setFocus();
+        grid().setFocus();
     else
         return QWidget::eventFilter(watched, event);
     return true;
@@ -201,32 +186,88 @@ bool UnitList::eventFilter(QObject* watched, QEvent* event)
 
 void UnitList::openCell(int row, int column, int keyCode)
 {
-    if (unitIn(row) == 0)
+    if (numberIn(row) == 0)
         return;
+    const QStringList& scale = model().lists().scale;
     if (column == ColumnScala)
-        openScale(row, keyCode);
+        openPicker(row, column, scalaEntries(scale),
+                   scalaEntry(scale, grid().cells().text(row, column)), keyCode);
     else
-        emit flagToggled(row, column - ColumnFirstTable + 1);
+        turnFlag(row, column - ColumnFirstTable + 1);
 }
 
-void UnitList::openScale(int row, int keyCode)
+/// A table without a name has no members.
+void UnitList::turnFlag(int row, int table)
 {
-    m_picked = m_grid->cells().index(row, ColumnScala);
-    const QRect inside = m_grid->visualRect(m_picked);
-    const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
-    const QStringList& scale = m_model.lists().scale;
-    m_picker->open(scalaEntries(scale), scalaEntry(scale, m_grid->cells().text(row, ColumnScala)),
-                   place, keyCode);
-}
-
-void UnitList::chooseScala(int entry, CellPicker::Then then)
-{
-    m_grid->setFocus();
-    if (!m_picked.isValid())
+    if (model().lists().tabelle.at(static_cast<std::size_t>(table - 1)).isEmpty())
         return;
-    emit scalaChosen(m_picked.row(), m_model.lists().scale.value(entry - 1).trimmed());
-    if (then != CellPicker::Then::Stays)
-        m_grid->step(then == CellPicker::Then::Next);
+    const bool on = grid().cells().text(row, ColumnFirstTable + table - 1) != u"X";
+    context().perform([unit = numberIn(row), table, on](Register& registro) {
+        return registro.MemorizzaFlag(unit, table, on);
+    });
+}
+
+void UnitList::choose(int row, int column, int entry)
+{
+    const QString code = model().lists().scale.value(entry - 1).trimmed();
+    context().perform([edit = FieldEdit{numberIn(row), fieldOf(column), code}](Register& registro) {
+        return registro.MemorizzaUI({edit});
+    });
+}
+
+bool UnitList::concerns(const RecordChange& change) const
+{
+    return change.table == RecordChange::Table::Units;
+}
+
+int UnitList::numberOf(const RecordChange& change) const
+{
+    return change.unit();
+}
+
+int UnitList::fieldOf(int column) const
+{
+    return std::min(column + UnitRiferimento, static_cast<int>(UnitFlags));
+}
+
+/// Flags are one field.
+QString UnitList::textOf(const widgets::CellChange& change, const QString& soFar) const
+{
+    if (change.column < ColumnFirstTable)
+        return change.after;
+    if (numberIn(change.row) == 0)
+        return withFlag(soFar, change.column - ColumnFirstTable + 1, change.after == u"X");
+    QString flags;
+    for (int table = 1; table <= NumTables; ++table)
+        flags = withFlag(flags, table,
+                         grid().cells().text(change.row, ColumnFirstTable + table - 1) == u"X");
+    return flags;
+}
+
+RegisterChange UnitList::store(Register& registro, const QList<FieldEdit>& edits,
+                               const QList<NewTexts>& added)
+{
+    return registro.MemorizzaUI(edits, added);
+}
+
+RegisterChange UnitList::add(Register& registro)
+{
+    return registro.AggiungiUI();
+}
+
+RegisterChange UnitList::remove(Register& registro, const QList<int>& numbers)
+{
+    return registro.EliminaUI(numbers);
+}
+
+RegisterChange UnitList::duplicate(Register& registro, const QList<int>& numbers)
+{
+    return registro.DuplicaUI(numbers);
+}
+
+RegisterChange UnitList::exchange(Register& registro, const QList<std::pair<int, int>>& pairs)
+{
+    return registro.ScambiaUI(pairs);
 }
 
 } // namespace zelto::registro

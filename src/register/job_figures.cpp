@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/job_figures.h"
+#include "register/job_figures.h"
 
-#include "reports/figures.h"
+#include "calc/figures.h"
 
 #include <algorithm>
 
-namespace zelto::shell {
+namespace zelto::registro {
 
 namespace {
 
@@ -68,11 +68,11 @@ QString JobFigures::describe(int unit)
     const double CTUI = m_consistenze.CTUI[place];
     try {
         return u"Consistenza %1 - Millesimi %2"_s.arg(
-            reports::cifra(reports::MascheraTotaleUnita, CTUI, u"CONS.TOT.", {*found}).trimmed(),
-            reports::cifra(m_millesimi[place], u"MILLESIMI", {*found}).trimmed());
+            calc::cifra(calc::MascheraTotaleUnita, CTUI, u"CONS.TOT.", {*found}).trimmed(),
+            calc::cifra(m_millesimi[place], u"MILLESIMI", {*found}).trimmed());
     } catch (const calc::CalcError& error) {
         return error.description();
     }
 }
 
-} // namespace zelto::shell
+} // namespace zelto::registro

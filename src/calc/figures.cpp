@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "reports/figures.h"
+#include "calc/figures.h"
 
-namespace zelto::reports {
+namespace zelto::calc {
 
 namespace {
 
@@ -10,10 +10,9 @@ void richiedi(const text::NumberMask& mask, Real figure, QStringView column, con
 {
     if (mask.fits(figure))
         return;
-    throw calc::CalcError(
-        u"La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
-        u"consistenze, coefficienti e altezze."_s.arg(column, di.nome(),
-                                                      QString::number(double{figure}, 'g', 12)));
+    throw CalcError(u"La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
+                    u"consistenze, coefficienti e altezze."_s.arg(
+                        column, di.nome(), QString::number(double{figure}, 'g', 12)));
 }
 
 } // namespace
@@ -37,4 +36,4 @@ void richiediIntera(const text::NumberMask& mask, float figure, QStringView colu
     richiedi(mask, figure, column, di);
 }
 
-} // namespace zelto::reports
+} // namespace zelto::calc

@@ -9,7 +9,7 @@
 
 #include <QString>
 
-namespace zelto::reports {
+namespace zelto::calc {
 
 inline constexpr text::NumberMask MascheraNumero{"##"};
 inline constexpr text::NumberMask MascheraSuperficie{"####0.00"};
@@ -18,16 +18,10 @@ inline constexpr text::NumberMask MascheraTotaleUnita{"#####0.00"};
 inline constexpr text::NumberMask MascheraConsistenza{"####0.0000"};
 inline constexpr text::NumberMask MascheraMillesimi{"####0.000"};
 
-/// Stands in a column that does not apply to a unit.
-inline const QString NonApplicabile = u" ------     "_s;
-
-/// What every complete set of shares adds up to, as total rows print it.
-inline const QString TotaleMillesimi = u"1000.000"_s;
-
 /// Whose figure is printed, for the message when it does not fit.
 struct Intestatario
 {
-    const calc::UnitaImmobiliare& unita;
+    const UnitaImmobiliare& unita;
     int vano = 0; ///< number of the room, 0 for the unit itself
 
     [[nodiscard]] QString nome() const;
@@ -47,9 +41,9 @@ QString cifra(const text::NumberMask& mask, Real figure, QStringView column, con
     return mask.format(figure);
 }
 
-inline QString cifra(calc::Millesimi share, QStringView column, const Intestatario& di)
+inline QString cifra(Millesimi share, QStringView column, const Intestatario& di)
 {
     return cifra(MascheraMillesimi, share.toDouble(), column, di);
 }
 
-} // namespace zelto::reports
+} // namespace zelto::calc

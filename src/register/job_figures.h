@@ -5,23 +5,31 @@
 #include "calc/millesimi.h"
 #include "calc/modello_lavoro.h"
 #include "calc/shares.h"
-#include "register/unit_figures.h"
+
+#include <QList>
+#include <QString>
 
 #include <optional>
 #include <vector>
 
-namespace zelto::shell {
+namespace zelto::registro {
 
-/// The open job loaded and calculated, one changed unit at a time.
-class JobFigures : public registro::UnitFigures
+/// What the calculation makes of the open job while it is edited, one changed unit at a time.
+class JobFigures
 {
 public:
     /// The job outlives it.
     explicit JobFigures(store::Database& lavoro) : m_lavoro(lavoro) {}
 
-    [[nodiscard]] QString describe(int unit) override;
-    void unitsChanged(const QList<int>& units) override;
-    void reload() override;
+    /// Total size and general share of the unit as they would be printed now, or why there are
+    /// none; empty for a unit that does not exist. Throws DatabaseError.
+    [[nodiscard]] QString describe(int unit);
+
+    /// These units were changed, added or deleted in the job. Throws DatabaseError.
+    void unitsChanged(const QList<int>& units);
+
+    /// Anything may have changed.
+    void reload();
 
 private:
     void calculate();
@@ -34,4 +42,4 @@ private:
     QString m_refusal; ///< why the job cannot be calculated
 };
 
-} // namespace zelto::shell
+} // namespace zelto::registro
