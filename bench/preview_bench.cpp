@@ -6,7 +6,6 @@
 #include "bench/whole_report.h"
 #include "print/ui/frm_preview.h"
 #include "print/ui/page_view.h"
-#include "support/scripted_dialogs.h"
 #include "support/scripted_user.h"
 
 #include <QApplication>
@@ -23,13 +22,12 @@ namespace {
 /// Someone at a screen without a printer.
 struct Desk
 {
-    test::ScriptedUser user{QString()};
-    test::ScriptedDialogs dialogs;
-    print::PrinterDesk printers{dialogs};
+    test::ScriptedUser user;
+    print::PrinterDesk printers;
 
     [[nodiscard]] print::PrintServices services(print::PrintEngine& engine)
     {
-        return {.engine = engine, .printers = printers, .window = user};
+        return {.engine = engine, .printers = printers, .window = user, .dialogs = user};
     }
 };
 

@@ -12,12 +12,10 @@ namespace zelto::bench {
 
 namespace {
 
-class Nobody : public store::UserInterface
+class Nobody : public store::StatusLine
 {
 public:
     void SetStatus(const QString& /*text*/, bool /*busy*/) override {}
-    void showMessage(const QString& /*text*/) override {}
-    void ReportError(const std::exception& /*error*/) override {}
 };
 
 calc::ModelloLavoro load(const QString& jobPath)
@@ -42,7 +40,7 @@ void WholeReport::record()
                                          .jobPath = m_jobPath,
                                          .outputFolder = m_folder,
                                          .engine = m_engine,
-                                         .user = nobody};
+                                         .status = nobody};
     m_engine.BeginDocument();
     reports::stampaDocumento(context, reports::tutteLeSezioni(), reports::OpzioniCalcolo());
     m_engine.EndDocument();

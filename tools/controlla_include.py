@@ -9,9 +9,9 @@ import sys
 ORDER = [
     "text",
     "store",
-    "print",
     "calc",
     "widgets",
+    "print",
     "coefficients",
     "register",
     "reports",
@@ -50,7 +50,7 @@ def faults(root: pathlib.Path, path: pathlib.Path):
             yield f"{where}: own headers are named from src/"
         elif ORDER.index(target[0]) > ORDER.index(folder):
             yield f"{where}: {folder} must not include {target[0]}"
-        elif "ui" in target[1:-1] and not in_windows:
+        elif (target[0] in WINDOW_FOLDERS or "ui" in target[1:-1]) and not in_windows:
             yield f"{where}: only windows may include windows"
 
 

@@ -11,7 +11,7 @@ namespace zelto::cli {
 
 /// The user at a terminal: messages about the job in hand go to standard error, progress to
 /// nowhere.
-class Console : public store::UserInterface
+class Console : public store::Messages, public store::StatusLine
 {
 public:
     /// Messages begin with the program's name.

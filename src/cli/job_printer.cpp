@@ -43,9 +43,7 @@ void requireFolder(const store::PassingFolder& folder)
 
 } // namespace
 
-JobPrinter::JobPrinter(const Options& options, store::UserInterface& user)
-    : m_options(options), m_user(user)
-{}
+JobPrinter::JobPrinter(const Options& options, Console& user) : m_options(options), m_user(user) {}
 
 bool JobPrinter::print(const QString& lavoro)
 {
@@ -123,7 +121,7 @@ void JobPrinter::printPages(const calc::ModelloLavoro& modello, const QString& l
                                          .jobPath = QFileInfo(lavoro).absoluteFilePath(),
                                          .outputFolder = folderPath(m_options.uscite, lavoro),
                                          .engine = engine,
-                                         .user = m_user};
+                                         .status = m_user};
     engine.BeginDocument();
     reports::stampaDocumento(context, m_options.sezioni, m_options.opzioni());
     engine.EndDocument();

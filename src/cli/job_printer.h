@@ -2,10 +2,10 @@
 #pragma once
 
 #include "calc/modello_lavoro.h"
+#include "cli/console.h"
 #include "cli/options.h"
 #include "print/pdf_info.h"
 #include "reports/table_report.h"
-#include "store/user_interface.h"
 
 #include <QString>
 
@@ -18,7 +18,7 @@ namespace zelto::cli {
 class JobPrinter
 {
 public:
-    JobPrinter(const Options& options, store::UserInterface& user);
+    JobPrinter(const Options& options, Console& user);
 
     /// Prints the job; what cannot be read or printed is reported to the user and gives false.
     bool print(const QString& lavoro);
@@ -43,7 +43,7 @@ private:
     [[nodiscard]] QString folderPath(const QString& folder, const QString& lavoro) const;
 
     const Options& m_options;
-    store::UserInterface& m_user;
+    Console& m_user;
 };
 
 } // namespace zelto::cli

@@ -48,7 +48,7 @@ void drawNotes(const ReportContext& context)
 
 void StampaPrimaPagina(const ReportContext& context)
 {
-    context.user.SetStatus(u"Stampa prima pagina"_s, true);
+    context.status.SetStatus(u"Stampa prima pagina"_s, true);
     context.engine.setLineHeight(240);
     context.engine.setCharWidth(144);
     context.engine.SetFontName(u"Arial"_s);

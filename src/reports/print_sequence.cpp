@@ -148,7 +148,7 @@ void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
             section.draw(context);
             continue;
         }
-        context.user.SetStatus(documento(opzioni).printTitle, true);
+        context.status.SetStatus(documento(opzioni).printTitle, true);
         calculation(context);
     }
 }

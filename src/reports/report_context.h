@@ -16,7 +16,7 @@ struct ReportContext
     QString jobPath;      ///< full path of the job file
     QString outputFolder; ///< where the text files go
     print::PrintEngine& engine;
-    store::UserInterface& user;
+    store::StatusLine& status;
 
     /// The job code as "Rif. - " lines show it: the file's name without extension, in upper case.
     [[nodiscard]] QString jobReference() const;

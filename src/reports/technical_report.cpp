@@ -58,7 +58,7 @@ void drawPage(const ReportContext& context, int page, QString& text)
 
 void StampaRelazione(const ReportContext& context)
 {
-    context.user.SetStatus(u"Stampa relazione tecnica"_s, true);
+    context.status.SetStatus(u"Stampa relazione tecnica"_s, true);
     if (context.modello.Relazione.isEmpty())
         return;
     setGrid(context.engine);

@@ -7,11 +7,11 @@
 #include "register/ui/parametri.h"
 #include "reports/ui/millesimi.h"
 #include "reports/ui/riparto.h"
-#include "shell/dialogs.h"
 #include "shell/file_menu.h"
 #include "shell/guide_chapters.h"
 #include "shell/program_launcher.h"
 #include "store/application_folder.h"
+#include "widgets/dialogs.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -20,13 +20,12 @@
 
 namespace zelto::shell {
 
-Application::Application(const store::ApplicationFolder& folder, Dialogs& dialogs)
+Application::Application(const store::ApplicationFolder& folder, widgets::Dialogs& dialogs)
     : m_settings(folder.settingsPath()), m_master(folder.masterPath()), m_dialogs(dialogs),
-      m_window(m_recentJobs, dialogs), m_copies(folder.copiesFolder()),
-      m_jobFiles(m_window, m_recentJobs, m_master, m_copies,
+      m_window(m_recentJobs), m_copies(folder.copiesFolder()),
+      m_jobFiles(m_window, dialogs, m_recentJobs, m_master, m_copies,
                  [](store::Database& lavoro) { (void)calc::CaricaLavoro(lavoro); }),
-      m_outputFolder(folder.path()), m_engine(print::TempFolder(folder.path()), m_separators),
-      m_printers(dialogs)
+      m_outputFolder(folder.path()), m_engine(print::TempFolder(folder.path()), m_separators)
 {
     m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
     m_recentJobs.load(m_settings);
@@ -35,18 +34,19 @@ Application::Application(const store::ApplicationFolder& folder, Dialogs& dialog
 }
 
 std::unique_ptr<Application> Application::start(const QString& programFolder,
-                                                const QString& userFolder, Dialogs& dialogs)
+                                                const QString& userFolder,
+                                                widgets::Dialogs& dialogs)
 {
     try {
         store::ApplicationFolder folder(programFolder, userFolder);
         folder.provideMaster();
         auto application = std::make_unique<Application>(folder, dialogs);
         if (!folder.remarks().isEmpty())
-            dialogs.showMessage(nullptr, folder.remarks());
+            dialogs.showMessage(folder.remarks());
         return application;
     } catch (const std::exception& error) {
         dialogs.showError(
-            nullptr, u"Zelto non può essere avviato.\n\n%1"_s.arg(QString::fromUtf8(error.what())));
+            u"Zelto non può essere avviato.\n\n%1"_s.arg(QString::fromUtf8(error.what())));
         return nullptr;
     }
 }
@@ -59,8 +59,7 @@ void Application::connectWindow()
     connect(&m_window, &MainWindow::jobDropped, this, &Application::open, Qt::QueuedConnection);
     connect(&m_window, &MainWindow::screenRequested, this,
             [this](const QString& key) { reportingErrors([this, &key] { showScreen(key); }); });
-    connect(&m_window, &MainWindow::aboutRequested, this,
-            [this] { m_dialogs.showAbout(&m_window); });
+    connect(&m_window, &MainWindow::aboutRequested, this, [this] { m_dialogs.showAbout(); });
     connect(&m_window, &MainWindow::guideRequested, this,
             [this] { showGuide(QApplication::focusWidget()); });
     QCoreApplication::instance()->installEventFilter(this);
@@ -150,16 +149,16 @@ void Application::leggiRecent(int entry)
 
 void Application::showScreen(const QString& key)
 {
-    store::OpenJob& job = m_jobFiles.job();
+    shell::OpenJob& job = m_jobFiles.job();
     if (!job.isOpen())
         m_jobFiles.ApriLavoro();
     if (!job.isOpen())
         return;
     store::Database& lavoro = job.JobDatabase();
     if (key == u"Variabili")
-        showModal(coefficients::Variabili(lavoro, m_master, m_window, m_settings, &m_window));
+        showModal(coefficients::Variabili(lavoro, m_master, m_dialogs, m_settings, &m_window));
     else if (key == u"DatiGenerali")
-        showModal(coefficients::DatiGenerali(lavoro, m_window, m_settings, &m_window));
+        showModal(coefficients::DatiGenerali(lavoro, m_dialogs, m_settings, &m_window));
     else
         showParametri(lavoro);
 }
@@ -183,7 +182,7 @@ void Application::showParametri(store::Database& lavoro)
     }
     m_parametri = new registro::Parametri({.lavoro = lavoro,
                                            .settings = m_settings,
-                                           .user = m_window,
+                                           .user = m_dialogs,
                                            .menu = m_window.mnuDxMouse()});
     connectParametri(lavoro);
     m_window.addDocumentWindow(m_parametri).showMaximized();
@@ -208,7 +207,10 @@ void Application::showPrintScreen(store::Database& lavoro)
     Screen({.lavoro = lavoro,
             .jobPath = m_jobFiles.JobPath(),
             .outputFolder = m_outputFolder,
-            .print = {.engine = m_engine, .printers = m_printers, .window = m_window}},
+            .print = {.engine = m_engine,
+                      .printers = m_printers,
+                      .window = m_window,
+                      .dialogs = m_dialogs}},
            &m_window)
         .exec();
 }
@@ -216,9 +218,9 @@ void Application::showPrintScreen(store::Database& lavoro)
 void Application::setUpPrinter()
 {
     if (print::PrinterDesk::isInstalled())
-        m_printers.setUp(&m_window);
+        m_dialogs.setUpPrinter(m_printers.printer());
     else
-        m_window.showMessage(u"Nessuna stampante installata"_s);
+        m_dialogs.showMessage(u"Nessuna stampante installata"_s);
 }
 
 bool Application::refusedByDocuments()
@@ -227,7 +229,7 @@ bool Application::refusedByDocuments()
     const bool refused =
         m_window.HasDocumentWindows() || QApplication::activeModalWidget() != nullptr;
     if (refused)
-        m_window.showMessage(u"Chiudere finestre aperte prima di selezionale un altro lavoro"_s);
+        m_dialogs.showMessage(u"Chiudere finestre aperte prima di selezionale un altro lavoro"_s);
     return refused;
 }
 
@@ -238,7 +240,7 @@ void Application::reportingErrors(const std::function<void()>& action)
         action();
     } catch (const std::exception& error) {
         m_window.SetStatus({}, false);
-        m_window.ReportError(error);
+        m_dialogs.ReportError(error);
     }
 }
 

@@ -4,11 +4,11 @@
 #include "print/print_engine.h"
 #include "print/ui/print_output.h"
 #include "shell/guide_window.h"
+#include "shell/job_files.h"
 #include "shell/main_window.h"
+#include "shell/recent_jobs.h"
 #include "store/files/job_copies.h"
-#include "store/job_files.h"
 #include "store/master_database.h"
-#include "store/recent_jobs.h"
 #include "store/settings.h"
 #include "text/decimal_text.h"
 
@@ -27,6 +27,7 @@ class Parametri;
 } // namespace zelto::registro
 
 namespace zelto::widgets {
+class Dialogs;
 class EditDialog;
 } // namespace zelto::widgets
 
@@ -40,12 +41,12 @@ class Application : public QObject
 
 public:
     /// Throws DatabaseError when the master database cannot be opened. The dialogs outlive it.
-    Application(const store::ApplicationFolder& folder, Dialogs& dialogs);
+    Application(const store::ApplicationFolder& folder, widgets::Dialogs& dialogs);
 
     /// Starts the program with the window not yet shown; shows why and gives nothing when the
     /// master database is missing or cannot be read.
     [[nodiscard]] static std::unique_ptr<Application>
-    start(const QString& programFolder, const QString& userFolder, Dialogs& dialogs);
+    start(const QString& programFolder, const QString& userFolder, widgets::Dialogs& dialogs);
 
     /// Shows the window where the user left it.
     void show();
@@ -54,10 +55,9 @@ public:
     void open(const QString& path);
 
     [[nodiscard]] MainWindow& window() { return m_window; }
-    [[nodiscard]] store::JobFiles& jobFiles() { return m_jobFiles; }
+    [[nodiscard]] JobFiles& jobFiles() { return m_jobFiles; }
 
     /// How numbers are written on this machine.
-    [[nodiscard]] const text::DecimalSeparators& decimalSeparators() const { return m_separators; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -79,12 +79,12 @@ private:
     void shutDown();
 
     store::Settings m_settings;
-    store::RecentJobs m_recentJobs;
+    RecentJobs m_recentJobs;
     store::MasterDatabase m_master;
-    Dialogs& m_dialogs;
+    widgets::Dialogs& m_dialogs;
     MainWindow m_window;
     store::JobCopies m_copies;
-    store::JobFiles m_jobFiles;
+    JobFiles m_jobFiles;
     text::DecimalSeparators m_separators = text::DecimalSeparators::detect();
     QString m_outputFolder;
     print::PrintEngine m_engine;

@@ -14,7 +14,7 @@
 
 namespace zelto::shell {
 
-using store::FileDialogRequest;
+using widgets::FileDialogRequest;
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/main_window_services.h"
+#include "widgets/dialogs.h"
 
 #include <QFileDialog>
 #include <QStringList>
@@ -48,7 +48,7 @@ private:
 /// A dialog for the request that never asks about overwriting: operations refuse an existing name
 /// themselves. fallbackFolder is shown when the request names none, or one that is gone.
 [[nodiscard]] std::unique_ptr<FileDialog> makeFileDialog(QWidget* parent,
-                                                         const store::FileDialogRequest& request,
+                                                         const widgets::FileDialogRequest& request,
                                                          const QString& fallbackFolder);
 
 } // namespace zelto::shell

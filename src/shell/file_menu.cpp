@@ -2,7 +2,7 @@
 #include "shell/file_menu.h"
 
 #include "shell/icons.h"
-#include "store/recent_jobs.h"
+#include "shell/recent_jobs.h"
 
 #include <QKeySequence>
 
@@ -77,7 +77,7 @@ void FileMenu::addAt(int index, QAction* action)
     connect(action, &QAction::triggered, this, [this, index] { emit chosen(index); });
 }
 
-void FileMenu::showRecentJobs(const store::RecentJobs& jobs)
+void FileMenu::showRecentJobs(const shell::RecentJobs& jobs)
 {
     for (int k = First; k <= Last; ++k) {
         // The first "&" marks the digit to press, any other belongs to the path.

@@ -5,11 +5,9 @@
 
 #include <map>
 
-namespace zelto::store {
-class RecentJobs;
-} // namespace zelto::store
-
 namespace zelto::shell {
+
+class RecentJobs;
 
 /// Indexes of the entries of the File menu; the recent jobs are 13 to 16.
 enum class FileEntry : int {
@@ -39,7 +37,7 @@ public:
     [[nodiscard]] QAction& VoceFile(int index) { return *m_entries.at(index); }
 
     /// Shows the recent jobs that there are.
-    void showRecentJobs(const store::RecentJobs& jobs);
+    void showRecentJobs(const shell::RecentJobs& jobs);
 
 signals:
     /// The user chose the entry.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/main_window.h"
 
-#include "shell/dialogs.h"
-#include "shell/error_report.h"
 #include "shell/file_menu.h"
 #include "shell/icons.h"
 #include "shell/status_bar.h"
@@ -35,8 +33,8 @@ QString draggedJob(const QMimeData* data)
 
 } // namespace
 
-MainWindow::MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs)
-    : m_recentJobs(recentJobs), m_dialogs(dialogs), m_menuFile(new FileMenu(this)),
+MainWindow::MainWindow(const RecentJobs& recentJobs)
+    : m_recentJobs(recentJobs), m_menuFile(new FileMenu(this)),
       m_contextMenu(new widgets::ContextMenu(this)), m_stato(new StatusBar(this)),
       m_documents(new QMdiArea(this))
 {
@@ -96,48 +94,6 @@ void MainWindow::activateDocumentWindow(const QWidget& screen)
             m_documents->setActiveSubWindow(frame);
 }
 
-QWidget* MainWindow::frontWindow()
-{
-    QWidget* modal = QApplication::activeModalWidget();
-    return modal != nullptr ? modal : this;
-}
-
-QString MainWindow::ShowFileDialog(const store::FileDialogRequest& request)
-{
-    return m_dialogs.chooseFile(frontWindow(), request);
-}
-
-std::optional<store::JobCopy> MainWindow::chooseCopy(const store::JobCopies& copies,
-                                                     const QString& job)
-{
-    return m_dialogs.chooseCopy(frontWindow(), copies, job);
-}
-
-bool MainWindow::offerConversion(const QString& text)
-{
-    return m_dialogs.offerConversion(frontWindow(), text);
-}
-
-bool MainWindow::askYesNo(const QString& question)
-{
-    return m_dialogs.askYesNo(frontWindow(), question);
-}
-
-bool MainWindow::confirmLoss(const QString& question)
-{
-    return m_dialogs.confirmLoss(frontWindow(), question);
-}
-
-std::optional<int> MainWindow::choose(const QString& question, const QStringList& choices)
-{
-    return m_dialogs.choose(frontWindow(), question, choices);
-}
-
-bool MainWindow::moveToTrash(const QString& path)
-{
-    return m_dialogs.moveToTrash(path);
-}
-
 // Other windows get to paint themselves; what the user types or clicks waits for the end of the
 // operation, which it could disturb.
 
@@ -180,22 +136,6 @@ bool MainWindow::closeDocumentWindows()
 void MainWindow::SetStatus(const QString& text, bool busy)
 {
     m_stato->SetStatus(text, busy);
-}
-
-void MainWindow::showMessage(const QString& text)
-{
-    m_dialogs.showMessage(frontWindow(), text);
-}
-
-void MainWindow::showError(const QString& text)
-{
-    m_dialogs.showError(frontWindow(), text);
-}
-
-void MainWindow::ReportError(const std::exception& error)
-{
-    QApplication::beep();
-    m_dialogs.showError(frontWindow(), errorReportText(error));
 }
 
 bool MainWindow::event(QEvent* event)

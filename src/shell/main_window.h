@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/main_window_services.h"
+#include "widgets/main_window_services.h"
 
 #include <QMainWindow>
 
 class QMdiArea;
 class QMdiSubWindow;
-
-namespace zelto::store {
-class RecentJobs;
-} // namespace zelto::store
 
 namespace zelto::widgets {
 class ContextMenu;
@@ -18,19 +14,19 @@ class ContextMenu;
 
 namespace zelto::shell {
 
-class Dialogs;
 class FileMenu;
+class RecentJobs;
 class StatusBar;
 
 /// The application's frame: menus, toolbar, status bar, document windows, and what the folders
 /// below need of the user. What the user asks for leaves it as signals.
-class MainWindow : public QMainWindow, public store::MainWindowServices
+class MainWindow : public QMainWindow, public widgets::MainWindowServices
 {
     Q_OBJECT
 
 public:
-    /// Both outlive the window.
-    MainWindow(const store::RecentJobs& recentJobs, Dialogs& dialogs);
+    /// The recent jobs outlive the window.
+    explicit MainWindow(const RecentJobs& recentJobs);
 
     [[nodiscard]] FileMenu& menuFile() { return *m_menuFile; }
     /// The context menu that the grids share.
@@ -45,14 +41,6 @@ public:
     /// Brings the frame of a screen in front of the others.
     void activateDocumentWindow(const QWidget& screen);
 
-    QString ShowFileDialog(const store::FileDialogRequest& request) override;
-    std::optional<store::JobCopy> chooseCopy(const store::JobCopies& copies,
-                                             const QString& job) override;
-    bool offerConversion(const QString& text) override;
-    bool askYesNo(const QString& question) override;
-    bool confirmLoss(const QString& question) override;
-    std::optional<int> choose(const QString& question, const QStringList& choices) override;
-    bool moveToTrash(const QString& path) override;
     void BeginBusy() override;
     void EndBusy() override;
     void showJob(const QString& path) override;
@@ -60,9 +48,6 @@ public:
     [[nodiscard]] bool HasDocumentWindows() const override;
     bool closeDocumentWindows() override;
     void SetStatus(const QString& text, bool busy) override;
-    void showMessage(const QString& text) override;
-    void showError(const QString& text) override;
-    void ReportError(const std::exception& error) override;
 
 signals:
     /// A job's file was dropped on the window.
@@ -82,12 +67,9 @@ protected:
 
 private:
     void buildHelpMenu();
-    /// Messages stand over a modal screen, if there is one.
-    [[nodiscard]] QWidget* frontWindow();
     void shadeDocuments();
 
-    const store::RecentJobs& m_recentJobs;
-    Dialogs& m_dialogs;
+    const RecentJobs& m_recentJobs;
     QString m_title;
     FileMenu* m_menuFile;
     widgets::ContextMenu* m_contextMenu;

@@ -3,13 +3,17 @@
 
 #include "shell/about_text.h"
 #include "shell/copy_dialog.h"
+#include "shell/error_report.h"
 #include "shell/file_dialog.h"
 #include "shell/icons.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMainWindow>
+#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -21,11 +25,22 @@ namespace zelto::shell {
 
 namespace {
 
-QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const QString& text,
+/// The modal screen, if there is one, or else the main window.
+QWidget* frontWindow()
+{
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr)
+            return window;
+    return nullptr;
+}
+
+QMessageBox::StandardButton ask(QMessageBox::Icon icon, const QString& text,
                                 QMessageBox::StandardButtons buttons,
                                 QMessageBox::StandardButton byReturn = QMessageBox::NoButton)
 {
-    QMessageBox box(icon, u"Zelto"_s, text, buttons, parent);
+    QMessageBox box(icon, u"Zelto"_s, text, buttons, frontWindow());
     box.setTextFormat(Qt::PlainText);
     if (auto* yes = box.button(QMessageBox::Yes))
         yes->setText(u"&Sì"_s);
@@ -75,11 +90,11 @@ bool hasHomeTrash()
 
 } // namespace
 
-QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& request)
+QString QtDialogs::ShowFileDialog(const widgets::FileDialogRequest& request)
 {
     if (m_lastFolder.isEmpty())
         m_lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const auto dialog = makeFileDialog(parent, request, m_lastFolder);
+    const auto dialog = makeFileDialog(frontWindow(), request, m_lastFolder);
     if (dialog->exec() != QDialog::Accepted || dialog->chosen().isEmpty())
         return {};
     QString path = dialog->chosen();
@@ -87,16 +102,16 @@ QString QtDialogs::chooseFile(QWidget* parent, const store::FileDialogRequest& r
     return path;
 }
 
-std::optional<store::JobCopy> QtDialogs::chooseCopy(QWidget* parent, const store::JobCopies& copies,
+std::optional<store::JobCopy> QtDialogs::chooseCopy(const store::JobCopies& copies,
                                                     const QString& job)
 {
-    CopyDialog dialog(copies, job, parent);
+    CopyDialog dialog(copies, job, frontWindow());
     return dialog.exec() == QDialog::Accepted ? dialog.chosen() : std::nullopt;
 }
 
-bool QtDialogs::offerConversion(QWidget* parent, const QString& text)
+bool QtDialogs::offerConversion(const QString& text)
 {
-    QMessageBox box(QMessageBox::Information, u"Zelto"_s, text, QMessageBox::Ok, parent);
+    QMessageBox box(QMessageBox::Information, u"Zelto"_s, text, QMessageBox::Ok, frontWindow());
     box.setTextFormat(Qt::PlainText);
     const QPushButton* convert = box.addButton(u"&Converti ..."_s, QMessageBox::ActionRole);
     box.setEscapeButton(QMessageBox::Ok);
@@ -104,22 +119,22 @@ bool QtDialogs::offerConversion(QWidget* parent, const QString& text)
     return box.clickedButton() == convert;
 }
 
-bool QtDialogs::askYesNo(QWidget* parent, const QString& question)
+bool QtDialogs::askYesNo(const QString& question)
 {
-    return ask(parent, QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No,
+    return ask(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No,
                QMessageBox::Yes) == QMessageBox::Yes;
 }
 
-bool QtDialogs::confirmLoss(QWidget* parent, const QString& question)
+bool QtDialogs::confirmLoss(const QString& question)
 {
-    return ask(parent, QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No,
+    return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No,
                QMessageBox::No) == QMessageBox::Yes;
 }
 
-std::optional<int> QtDialogs::choose(QWidget* parent, const QString& question,
-                                     const QStringList& choices)
+std::optional<int> QtDialogs::choose(const QString& question, const QStringList& choices)
 {
-    QMessageBox box(QMessageBox::Question, u"Zelto"_s, question, QMessageBox::NoButton, parent);
+    QMessageBox box(QMessageBox::Question, u"Zelto"_s, question, QMessageBox::NoButton,
+                    frontWindow());
     box.setTextFormat(Qt::PlainText);
     QList<QAbstractButton*> buttons;
     for (const QString& choice : choices) {
@@ -141,36 +156,41 @@ bool QtDialogs::moveToTrash(const QString& path)
     return hasHomeTrash() && QFile::moveToTrash(path);
 }
 
-void QtDialogs::showMessage(QWidget* parent, const QString& text)
+void QtDialogs::showMessage(const QString& text)
 {
-    ask(parent, QMessageBox::Information, text, QMessageBox::Ok);
+    ask(QMessageBox::Information, text, QMessageBox::Ok);
 }
 
-void QtDialogs::showError(QWidget* parent, const QString& text)
+void QtDialogs::showError(const QString& text)
 {
-    ask(parent, QMessageBox::Critical, text, QMessageBox::Ok);
+    ask(QMessageBox::Critical, text, QMessageBox::Ok);
 }
 
-void QtDialogs::showAbout(QWidget* parent)
+void QtDialogs::ReportError(const std::exception& error)
+{
+    QApplication::beep();
+    showError(errorReportText(error));
+}
+
+void QtDialogs::showAbout()
 {
     QMessageBox box(QMessageBox::NoIcon, u"Informazioni su Zelto"_s, aboutText(), QMessageBox::Ok,
-                    parent);
+                    frontWindow());
     box.setIconPixmap(icon(u"zelto"_s).pixmap(64));
     box.exec();
 }
 
-void QtDialogs::setUpPrinter(QWidget* parent, QPrinter& printer)
+void QtDialogs::setUpPrinter(QPrinter& printer)
 {
-    QPrintDialog dialog(&printer, parent);
+    QPrintDialog dialog(&printer, frontWindow());
     dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies |
                       QAbstractPrintDialog::PrintShowPageSize);
     show(dialog, u"Imposta stampante"_s, u"OK"_s);
 }
 
-std::optional<print::PageRange> QtDialogs::choosePages(QWidget* parent, QPrinter& printer,
-                                                       int pageCount)
+std::optional<widgets::PageRange> QtDialogs::choosePages(QPrinter& printer, int pageCount)
 {
-    QPrintDialog dialog(&printer, parent);
+    QPrintDialog dialog(&printer, frontWindow());
     dialog.setOptions(QAbstractPrintDialog::PrintPageRange |
                       QAbstractPrintDialog::PrintCollateCopies |
                       QAbstractPrintDialog::PrintShowPageSize);
@@ -182,9 +202,9 @@ std::optional<print::PageRange> QtDialogs::choosePages(QWidget* parent, QPrinter
         return std::nullopt;
     const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;
     // The pages are chosen here: the printer gets no others.
-    const print::PageRange all{.first = 1, .last = pageCount};
-    const print::PageRange chosen{.first = std::max(1, dialog.fromPage()),
-                                  .last = std::min(pageCount, dialog.toPage())};
+    const widgets::PageRange all{.first = 1, .last = pageCount};
+    const widgets::PageRange chosen{.first = std::max(1, dialog.fromPage()),
+                                    .last = std::min(pageCount, dialog.toPage())};
     printer.setPrintRange(QPrinter::AllPages);
     printer.setFromTo(0, 0);
     return isRange ? chosen : all;

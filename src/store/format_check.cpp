@@ -35,7 +35,7 @@ bool isOfThisFormat(Database& database)
     return formatVersion(database) == VersioneFormato;
 }
 
-void VerificaFormato(QString& path, UserInterface& user)
+void VerificaFormato(QString& path, Messages& user)
 {
     Database database = Database::open(path, OpenMode::ReadOnly);
     if (isOfThisFormat(database))

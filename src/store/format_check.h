@@ -6,7 +6,7 @@
 namespace zelto::store {
 
 class Database;
-class UserInterface;
+class Messages;
 
 /// What the user reads of a file of another format.
 inline constexpr QStringView IncompatibleFormat =
@@ -19,7 +19,7 @@ inline constexpr QStringView IncompatibleFormat =
 /// Leaves the path as it is when the file is a job of the current format; otherwise says so and
 /// empties it. The file is only read. Throws DatabaseError when it cannot be read as a database or
 /// its marker record is missing or empty.
-void VerificaFormato(QString& path, UserInterface& user);
+void VerificaFormato(QString& path, Messages& user);
 
 /// Gives a job of an earlier edition, which lacks the table "Variabili" or its record, what a new
 /// job has there. Leaves a current job as it is.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the folders below the windows need of the user.
+// What the folders below the windows need of the user. The window and its dialogs are one such
+// user, the command line another; tests script one.
 #pragma once
 
 #include <QString>
@@ -8,16 +9,20 @@
 
 namespace zelto::store {
 
-/// Status line, messages and error report. The main window implements it, the command line prints
-/// to its streams, tests script it.
-class UserInterface
+class StatusLine
 {
 public:
-    virtual ~UserInterface() = default;
+    virtual ~StatusLine() = default;
 
-    /// Shows the text on the status line, with ", Prego attendere..." behind it when busy; an
-    /// empty text shows "Pronto".
+    /// Shows the text, with ", Prego attendere..." behind it when busy; an empty text shows
+    /// "Pronto".
     virtual void SetStatus(const QString& text, bool busy) = 0;
+};
+
+class Messages
+{
+public:
+    virtual ~Messages() = default;
 
     /// A message that the user has to acknowledge.
     virtual void showMessage(const QString& text) = 0;

@@ -2,8 +2,8 @@
 #include "widgets/edit_dialog.h"
 
 #include "store/database_error.h"
-#include "store/main_window_services.h"
 #include "store/settings.h"
+#include "widgets/dialogs.h"
 #include "widgets/typed_line.h"
 
 #include <QCloseEvent>
@@ -30,10 +30,9 @@ QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& cap
 
 } // namespace
 
-EditDialog::EditDialog(const QString& name, const QString& caption,
-                       store::MainWindowServices& services, store::Settings& settings,
-                       QWidget* parent)
-    : QDialog(parent), m_services(services), m_settings(settings), m_layout(new QVBoxLayout(this)),
+EditDialog::EditDialog(const QString& name, const QString& caption, Dialogs& dialogs,
+                       store::Settings& settings, QWidget* parent)
+    : QDialog(parent), m_dialogs(dialogs), m_settings(settings), m_layout(new QVBoxLayout(this)),
       m_remark(new QLabel(this))
 {
     setObjectName(name);
@@ -91,12 +90,12 @@ void EditDialog::apply()
 
 bool EditDialog::askAndStore()
 {
-    if (!m_services.askYesNo(u"Vuoi salvare i cambiamenti?"_s))
+    if (!m_dialogs.askYesNo(u"Vuoi salvare i cambiamenti?"_s))
         return true;
     try {
         store();
     } catch (const store::DatabaseError& error) {
-        m_services.ReportError(error);
+        m_dialogs.ReportError(error);
         return false;
     }
     setChanged(false);

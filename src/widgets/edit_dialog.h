@@ -8,11 +8,12 @@ class QPushButton;
 class QVBoxLayout;
 
 namespace zelto::store {
-class MainWindowServices;
 class Settings;
 } // namespace zelto::store
 
 namespace zelto::widgets {
+
+class Dialogs;
 
 /// A modal screen on a working copy. Only "Applica" stores it, after a question; closing a changed
 /// screen asks as well. What cannot be stored is reported and stays on the screen.
@@ -27,8 +28,8 @@ public:
     void reject() override;
 
 protected:
-    /// The name is the screen's section in the settings; services and settings outlive the screen.
-    EditDialog(const QString& name, const QString& caption, store::MainWindowServices& services,
+    /// The name is the screen's section in the settings; dialogs and settings outlive the screen.
+    EditDialog(const QString& name, const QString& caption, Dialogs& dialogs,
                store::Settings& settings, QWidget* parent);
 
     /// Puts the screen's own part over the buttons; once, at the end of construction.
@@ -40,7 +41,7 @@ protected:
     /// A remark below the contents; empty for none.
     void showRemark(const QString& text);
 
-    [[nodiscard]] store::MainWindowServices& services() { return m_services; }
+    [[nodiscard]] Dialogs& dialogs() { return m_dialogs; }
     [[nodiscard]] store::Settings& settings() { return m_settings; }
 
     /// Takes over what is still being typed; false, with the focus on the field, when a text must
@@ -62,7 +63,7 @@ private:
     bool askAndStore();
     void setChanged(bool changed);
 
-    store::MainWindowServices& m_services;
+    Dialogs& m_dialogs;
     store::Settings& m_settings;
     QVBoxLayout* m_layout;
     QLabel* m_remark;

@@ -70,13 +70,11 @@ private:
     int m_page = 0;
 };
 
-/// A user who notes the status line and must never be told of an error.
-class QuietUser : public store::UserInterface
+/// A user who notes the status line.
+class QuietUser : public store::StatusLine
 {
 public:
     void SetStatus(const QString& text, bool /*busy*/) override { status << text; }
-    void showMessage(const QString& text) override { qFatal("%s", qPrintable(text)); }
-    void ReportError(const std::exception& error) override { qFatal("%s", error.what()); }
 
     QStringList status;
 };
@@ -90,7 +88,7 @@ public:
                                                  .jobPath = u"/lavori/Verdi.2.zlt"_s,
                                                  .outputFolder = m_folder.path(),
                                                  .engine = m_engine,
-                                                 .user = user}
+                                                 .status = user}
     {
         m_engine.setSurface(&surface);
     }

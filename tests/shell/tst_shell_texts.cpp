@@ -19,7 +19,7 @@
 
 using namespace zelto;
 using namespace zelto::shell;
-using store::FileDialogRequest;
+using widgets::FileDialogRequest;
 
 class TestShellTexts : public QObject
 {
@@ -201,9 +201,9 @@ private slots:
             return asking();
         };
         const QStringList choices{u"Crea «…/R&S.1.ZLT»"_s, u"Crea «…/R&S.ZLT»"_s};
-        const auto yesNo = [&] { return dialogs.askYesNo(nullptr, u"Salvare?"_s); };
-        const auto loss = [&] { return dialogs.confirmLoss(nullptr, u"Eliminare?"_s); };
-        const auto choice = [&] { return dialogs.choose(nullptr, u"Quale?"_s, choices); };
+        const auto yesNo = [&] { return dialogs.askYesNo(u"Salvare?"_s); };
+        const auto loss = [&] { return dialogs.confirmLoss(u"Eliminare?"_s); };
+        const auto choice = [&] { return dialogs.choose(u"Quale?"_s, choices); };
         QVERIFY(answered(Qt::Key_Return, yesNo));
         QVERIFY(!answered(Qt::Key_Return, loss));
         QCOMPARE(answered(Qt::Key_Return, choice), std::optional(0));

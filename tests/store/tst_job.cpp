@@ -15,10 +15,9 @@ using namespace zelto::test;
 
 namespace {
 
-class Listener : public UserInterface
+class Listener : public Messages
 {
 public:
-    void SetStatus(const QString&, bool) override {}
     void showMessage(const QString& text) override { messages += text; }
     void ReportError(const std::exception&) override {}
 

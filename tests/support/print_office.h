@@ -7,7 +7,6 @@
 #include "reports/report_fixture.h"
 #include "reports/ui/print_screen.h"
 #include "store/database.h"
-#include "support/scripted_dialogs.h"
 #include "support/scripted_user.h"
 
 #include <QApplication>
@@ -40,7 +39,7 @@ public:
     }
     [[nodiscard]] print::PrintServices services()
     {
-        return {.engine = engine, .printers = m_printers, .window = user};
+        return {.engine = engine, .printers = m_printers, .window = user, .dialogs = user};
     }
 
     /// The page files.
@@ -63,12 +62,11 @@ private:
     std::optional<store::Database> m_lavoro;
 
 public:
-    ScriptedDialogs dialogs;
     ScriptedUser user{m_folder.path()};
     print::PrintEngine engine{m_folder.path(), {.LocalDecimalSeparator = u','}};
 
 private:
-    print::PrinterDesk m_printers{dialogs};
+    print::PrinterDesk m_printers;
 };
 
 /// Does something that opens a modal window, and something in that window, which then closes.

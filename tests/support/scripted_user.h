@@ -3,7 +3,8 @@
 #pragma once
 
 #include "store/database_error.h"
-#include "store/main_window_services.h"
+#include "widgets/dialogs.h"
+#include "widgets/main_window_services.h"
 
 #include <QFile>
 #include <QStringList>
@@ -12,11 +13,12 @@
 
 namespace zelto::test {
 
-/// Every call becomes a line; paths below the folder are written with "~".
-class ScriptedUser : public store::MainWindowServices
+/// The window and its dialogs at once. Every call becomes a line; paths below the folder are
+/// written with "~".
+class ScriptedUser : public widgets::MainWindowServices, public widgets::Dialogs
 {
 public:
-    explicit ScriptedUser(QString folder) : m_folder(std::move(folder)) {}
+    explicit ScriptedUser(QString folder = {}) : m_folder(std::move(folder)) {}
 
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
@@ -26,15 +28,16 @@ public:
     bool hasTrash = true;
     bool converts = true;
     std::size_t copy = 0; ///< which of the job's copies is chosen; none when there are not as many
+    std::optional<widgets::PageRange> pages; ///< what the print options give; nothing cancels
     bool hasDocuments = false;
     bool documentsClose = true;
 
     /// The conversation since the last call.
     [[nodiscard]] QString said() { return std::exchange(m_lines, {}).join(u'\n'); }
 
-    QString ShowFileDialog(const store::FileDialogRequest& request) override
+    QString ShowFileDialog(const widgets::FileDialogRequest& request) override
     {
-        const bool saving = request.kind == store::FileDialogRequest::Kind::Save;
+        const bool saving = request.kind == widgets::FileDialogRequest::Kind::Save;
         say(saving ? u"save" : u"open",
             u"%1, %2, %3 in [%4]"_s.arg(request.title, QString::number(request.flags),
                                         request.filter,
@@ -73,6 +76,13 @@ public:
     {
         return hasTrash && QFile::rename(path, path + u".trashed"_s);
     }
+    void setUpPrinter(QPrinter& /*printer*/) override { say(u"printer", {}); }
+    std::optional<widgets::PageRange> choosePages(QPrinter& /*printer*/, int pageCount) override
+    {
+        say(u"pages", QString::number(pageCount));
+        return pages;
+    }
+    void showAbout() override { say(u"about", {}); }
     void showMessage(const QString& text) override { say(u"message", text); }
     void showError(const QString& text) override { say(u"error", text); }
     void ReportError(const std::exception& error) override
@@ -101,7 +111,8 @@ public:
 private:
     void say(QStringView what, QString about)
     {
-        about.replace(m_folder, u"~"_s);
+        if (!m_folder.isEmpty())
+            about.replace(m_folder, u"~"_s);
         m_lines += about.isEmpty() ? what.toString() : u"%1: %2"_s.arg(what, about);
     }
 

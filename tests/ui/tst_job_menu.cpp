@@ -21,12 +21,11 @@ struct Scene
     QString folder;    ///< names of the files there afterwards
 };
 
-/// Dialogs without what only the store's own tests look at.
-QString summary(QString shown, const QString& folder)
+/// Dialogs without what only the tests of the operations look at.
+QString summary(QString said, const QString& folder)
 {
-    static const QRegularExpression report(
-        u"error: The following Error occurred:\n\n[^\n]+\nNumber: "_s);
-    return shown.replace(report, u"report "_s).replace(folder, u"~/"_s);
+    static const QRegularExpression file(u"(save|open): ([^,]+),[^\n]*"_s);
+    return said.replace(file, u"file: \\2"_s).replace(folder, u"~/"_s);
 }
 
 } // namespace
@@ -62,10 +61,10 @@ private slots:
         add("new",
             {FileEntry::Nuovo, {u"~/nuovo"_s}, create, u"nuovo.ZLT"_s, u"A.ZLT B.ZLT nuovo.ZLT"_s});
         add("new, exists",
-            {FileEntry::Nuovo, {u"~/B.ZLT"_s}, create + u"\nreport 3204"_s, u"A.ZLT"_s, both});
+            {FileEntry::Nuovo, {u"~/B.ZLT"_s}, create + u"\nreport: 3204"_s, u"A.ZLT"_s, both});
         add("open", {FileEntry::Apri, {u"~/B.ZLT"_s}, open, u"B.ZLT"_s, both});
         add("open, no database",
-            {FileEntry::Apri, {u"~/rotto.zlt"_s}, open + u"\nreport 3343"_s, {}, both});
+            {FileEntry::Apri, {u"~/rotto.zlt"_s}, open + u"\nreport: 3343"_s, {}, both});
         add("duplicate",
             {FileEntry::Duplica, {u"~/C"_s}, copy, u"C.ZLT"_s, u"A.ZLT B.ZLT C.ZLT"_s});
         add("delete the open job", {FileEntry::Elimina,
@@ -87,7 +86,7 @@ private slots:
                                      u"A.BAK A.ZLT B.ZLT"_s});
         add("compact, no database", {FileEntry::Compattamento,
                                      {u"~/rotto.zlt"_s},
-                                     compact + u"\nreport 3343"_s,
+                                     compact + u"\nreport: 3343"_s,
                                      u"A.ZLT"_s,
                                      both});
         add("repair the open job",
@@ -96,11 +95,12 @@ private slots:
              repair + u"\nmessage: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s,
              u"A.ZLT"_s,
              both});
-        add("restore a copy", {FileEntry::RipristinaCopia,
-                               {u"~/c"_s},
-                               u"copies: 2\nfile: Indicare il nome del lavoro ripristinato"_s,
-                               u"c.ZLT"_s,
-                               u"A.ZLT B.ZLT c.ZLT"_s});
+        add("restore a copy",
+            {FileEntry::RipristinaCopia,
+             {u"~/c"_s},
+             u"copies: ~/A.ZLT ~/B.ZLT\nfile: Indicare il nome del lavoro ripristinato"_s,
+             u"c.ZLT"_s,
+             u"A.ZLT B.ZLT c.ZLT"_s});
         add("recent", {FileEntry{14}, {}, {}, u"B.ZLT"_s, both});
     }
     void operations()
@@ -115,9 +115,9 @@ private slots:
         session.application().open(installation.newJob(u"B.ZLT"_s));
         session.application().open(installation.newJob(u"A.ZLT"_s));
 
-        session.dialogs.files = scene.files.replaceInStrings(u"~/"_s, folder);
+        session.user.files = scene.files.replaceInStrings(u"~/"_s, folder);
         session.choose(scene.entry);
-        QCOMPARE(summary(session.dialogs.shown(), folder), scene.shown);
+        QCOMPARE(summary(session.user.said(), folder), scene.shown);
         session.verifyIdle(scene.open.isEmpty() ? QString() : folder + scene.open);
         QStringList names = installation.jobs();
         QVERIFY(names.removeOne(u"rotto.zlt"_s));
@@ -130,8 +130,8 @@ private slots:
     {
         const Installation installation;
         Session session(installation);
-        session.dialogs.files = {installation.newJob(u"A.ZLT"_s)};
-        session.dialogs.answer = false;
+        session.user.files = {installation.newJob(u"A.ZLT"_s)};
+        session.user.saysYes = false;
         session.choose(FileEntry::Elimina);
         QCOMPARE(installation.jobs(), QStringList{u"A.ZLT"_s});
     }
@@ -146,7 +146,7 @@ private slots:
         session.application().open(job);
         QVERIFY(QFile::remove(gone));
         session.choose(14);
-        QCOMPARE(session.dialogs.shown(), u"error: Archivio < %1 > non trovato"_s.arg(gone));
+        QCOMPARE(session.user.said(), u"error: Archivio < %1 > non trovato"_s.arg(gone));
         session.verifyIdle(job);
     }
 
@@ -164,17 +164,17 @@ private slots:
         session.window().addDocumentWindow(new QWidget);
 
         session.choose(FileEntry::Apri);
-        QCOMPARE(session.dialogs.shown(), refusal);
+        QCOMPARE(session.user.said(), refusal);
         session.choose(14);
-        QCOMPARE(session.dialogs.shown(), refusal);
+        QCOMPARE(session.user.said(), refusal);
         session.application().open(other);
-        QCOMPARE(session.dialogs.shown(), refusal);
+        QCOMPARE(session.user.said(), refusal);
         session.verifyIdle(job);
 
-        session.dialogs.files = {other};
+        session.user.files = {other};
         session.choose(FileEntry::Elimina);
         QVERIFY(session.window().HasDocumentWindows());
-        session.dialogs.files = {job};
+        session.user.files = {job};
         session.choose(FileEntry::Elimina);
         QVERIFY(!session.window().HasDocumentWindows());
         session.verifyIdle({});

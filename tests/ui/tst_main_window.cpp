@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using zelto::test::Installation;
-using zelto::test::ScriptedDialogs;
+using zelto::test::ScriptedUser;
 using zelto::test::Session;
 
 namespace {
@@ -65,7 +65,7 @@ private slots:
         session.verifyIdle({});
         for (int k = 12; k <= 16; ++k)
             QVERIFY(!session.entry(k).isVisible());
-        QVERIFY(session.dialogs.shown().isEmpty());
+        QVERIFY(session.user.said().isEmpty());
     }
 
     /// A screen needs a job: the button asks for one, and shows the screen over it.
@@ -82,9 +82,9 @@ private slots:
         const QString key = QString::fromLatin1(QTest::currentDataTag());
         QToolButton* button = session.toolbarButton(key);
         QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(session.dialogs.shown(), u"file: Selezionare codice lavoro"_s);
+        QVERIFY(session.user.said().startsWith(u"save: Selezionare codice lavoro"));
 
-        session.dialogs.files << installation.newJob(u"A.ZLT"_s);
+        session.user.files << installation.newJob(u"A.ZLT"_s);
         QString caption;
         QTimer::singleShot(0, &session.window(), [&caption] {
             QWidget* screen = QApplication::activeModalWidget();
@@ -111,12 +111,12 @@ private slots:
         QCOMPARE(frames.first()->windowTitle(), u"Parametri per millesimi"_s);
         session.verifyIdle(installation.job(u"A.ZLT"_s));
         session.choose(FileEntry::Apri);
-        QVERIFY(session.dialogs.shown().startsWith(u"message: Chiudere finestre aperte"));
+        QVERIFY(session.user.said().startsWith(u"message: Chiudere finestre aperte"));
         QVERIFY(frames.first()->close());
         QTRY_VERIFY(!session.window().HasDocumentWindows());
         QTest::mouseClick(button, Qt::LeftButton);
         QVERIFY(session.window().HasDocumentWindows());
-        session.dialogs.files << installation.job(u"A.ZLT"_s);
+        session.user.files << installation.job(u"A.ZLT"_s);
         session.choose(FileEntry::Elimina);
         QTRY_VERIFY(!session.window().HasDocumentWindows());
         QCOMPARE(installation.jobs(), QStringList());
@@ -165,9 +165,9 @@ private slots:
         QVERIFY(QFile::remove(installation.program(u"Zelto.mdb"_s)));
         if (exists)
             write(installation.program(u"Zelto.mdb"_s), "no database");
-        ScriptedDialogs dialogs;
+        ScriptedUser dialogs;
         QVERIFY(!installation.start(dialogs));
-        const QString shown = dialogs.shown();
+        const QString shown = dialogs.said();
         QVERIFY(shown.startsWith(u"error: Zelto non può essere avviato.\n\n"));
         QVERIFY(shown.contains(u"Zelto.mdb"));
     }
@@ -236,7 +236,7 @@ private slots:
 
         session.choose(FileEntry::Uscita);
         QVERIFY(session.window().isVisible());
-        session.dialogs.files = {job};
+        session.user.files = {job};
         session.choose(FileEntry::Elimina);
         QVERIFY(QFile::exists(job));
         session.verifyIdle(job);
@@ -285,7 +285,7 @@ private slots:
 
         QVERIFY(drop(session.window(), {QUrl::fromLocalFile(installation.job(u"no.zlt"_s))}));
         QCoreApplication::processEvents();
-        QCOMPARE(session.dialogs.shown(),
+        QCOMPARE(session.user.said(),
                  u"error: Archivio < %1 > non trovato"_s.arg(installation.job(u"no.zlt"_s)));
         session.verifyIdle(job);
     }
@@ -295,11 +295,11 @@ private slots:
         const Installation installation;
         Session session(installation);
         session.choose(FileEntry::ImpostaStampante);
-        QCOMPARE(session.dialogs.shown(), QPrinterInfo::availablePrinterNames().isEmpty()
-                                              ? u"message: Nessuna stampante installata"_s
-                                              : u"printer"_s);
+        QCOMPARE(session.user.said(), QPrinterInfo::availablePrinterNames().isEmpty()
+                                          ? u"message: Nessuna stampante installata"_s
+                                          : u"printer"_s);
         emit session.window().aboutRequested();
-        QCOMPARE(session.dialogs.shown(), u"about"_s);
+        QCOMPARE(session.user.said(), u"about"_s);
     }
 
     void shortcuts()
@@ -309,9 +309,9 @@ private slots:
         session.window().activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&session.window()));
         QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+N"_s));
-        QCOMPARE(session.dialogs.shown(), u"file: Indicare codice lavoro"_s);
+        QVERIFY(session.user.said().startsWith(u"save: Indicare codice lavoro"));
         QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+O"_s));
-        QCOMPARE(session.dialogs.shown(), u"file: Selezionare codice lavoro"_s);
+        QVERIFY(session.user.said().startsWith(u"save: Selezionare codice lavoro"));
         QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+Q"_s));
         QVERIFY(!session.window().isVisible());
     }

@@ -344,7 +344,8 @@ private slots:
                           .outputFolder = context.outputFolder,
                           .print = {.engine = engine,
                                     .printers = context.print.printers,
-                                    .window = m_office->user}});
+                                    .window = m_office->user,
+                                    .dialogs = m_office->user}});
         screen.show();
         screen.anteprima();
         QVERIFY(m_office->user.said().contains(u"report: La cartella dei file di pagina"));

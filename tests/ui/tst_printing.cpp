@@ -124,13 +124,13 @@ private slots:
         const QString fallback = m_office->path(u"stampa.pdf"_s);
         MemorySurface pageFiles;
         int pageCount = 0;
-        m_office->dialogs.pages = {1, 1000};
+        m_office->user.pages = {1, 1000};
         preview([&](frmPreview& window) {
             pageCount = m_office->engine.pageCount();
             pageFiles = m_office->pages();
             const auto document = [&] { m_office->engine.PrintDocument(1, pageCount); };
             zelto::print::drawIntoPdf(m_office->services(), pdf, {}, document);
-            m_office->dialogs.pages->last = pageCount;
+            m_office->user.pages->last = pageCount;
             if (m_hasServer)
                 window.print();
             else {
@@ -152,7 +152,7 @@ private slots:
         if (!m_hasServer)
             QSKIP("no CUPS server");
         const int before = static_cast<int>(m_server->jobs().size());
-        m_office->dialogs.pages = {2, 3};
+        m_office->user.pages = {2, 3};
         bool closed = false;
         std::vector<Word> expected;
         preview([&](frmPreview& window) {
@@ -223,7 +223,7 @@ private slots:
         if (!m_hasServer)
             QSKIP("no CUPS server");
         const auto before = m_server->jobs().size();
-        m_office->dialogs.pages.reset();
+        m_office->user.pages.reset();
         preview([&](frmPreview& window) {
             window.print();
             QVERIFY(window.isVisible());

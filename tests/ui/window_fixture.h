@@ -5,7 +5,7 @@
 #include "shell/application.h"
 #include "shell/file_menu.h"
 #include "shell/status_bar.h"
-#include "support/scripted_dialogs.h"
+#include "support/scripted_user.h"
 
 #include <QApplication>
 #include <QDir>
@@ -47,7 +47,7 @@ public:
         return QDir(job({})).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
     /// Nothing when the start fails.
-    [[nodiscard]] std::unique_ptr<shell::Application> start(shell::Dialogs& dialogs) const
+    [[nodiscard]] std::unique_ptr<shell::Application> start(widgets::Dialogs& dialogs) const
     {
         return shell::Application::start(program({}), m_folder.filePath(u"user"_s), dialogs);
     }
@@ -60,10 +60,11 @@ private:
 class Session
 {
 public:
-    explicit Session(const Installation& installation) : m_application(installation.start(dialogs))
+    explicit Session(const Installation& installation) : m_application(installation.start(user))
     {
         if (!m_application)
-            qFatal("%s", qPrintable(dialogs.shown()));
+            qFatal("%s", qPrintable(user.said()));
+        user.hasTrash = false;
         m_application->show();
         if (!QTest::qWaitForWindowExposed(&window()))
             qFatal("the window does not appear");
@@ -112,7 +113,7 @@ public:
             QVERIFY(!title().contains(u" - /"));
     }
 
-    ScriptedDialogs dialogs;
+    ScriptedUser user;
 
 private:
     std::unique_ptr<shell::Application> m_application;

@@ -3,10 +3,10 @@
 
 #include "calc/figure_remarks.h"
 #include "store/database.h"
-#include "store/main_window_services.h"
 #include "store/settings.h"
 #include "text/table_text.h"
 #include "widgets/column_widths.h"
+#include "widgets/dialogs.h"
 #include "widgets/grid.h"
 #include "widgets/keys.h"
 #include "widgets/typed_line.h"
@@ -63,9 +63,9 @@ QLabel* labelOf(const QString& text, QWidget* buddy)
 
 } // namespace
 
-DatiGenerali::DatiGenerali(store::Database& lavoro, store::MainWindowServices& services,
+DatiGenerali::DatiGenerali(store::Database& lavoro, widgets::Dialogs& dialogs,
                            store::Settings& settings, QWidget* parent)
-    : EditDialog(Section, u"Dati generali"_s, services, settings, parent), m_lavoro(lavoro),
+    : EditDialog(Section, u"Dati generali"_s, dialogs, settings, parent), m_lavoro(lavoro),
       m_loaded(loadGeneralData(lavoro)), m_tabs(new QTabWidget),
       m_lavori(new Grid(u"n."_s, codeColumns(), Grid::AtEnd::AppendsRow))
 {
@@ -171,7 +171,7 @@ void DatiGenerali::connectGrid()
         remarkCodes();
     });
     connect(m_lavori, &Grid::pasteRefused, this,
-            [this](const QString& why) { services().showMessage(why); });
+            [this](const QString& why) { dialogs().showMessage(why); });
 }
 
 void DatiGenerali::showTexts()

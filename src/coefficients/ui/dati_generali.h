@@ -25,8 +25,8 @@ class DatiGenerali : public widgets::EditDialog
 
 public:
     /// Throws DatabaseError when the job cannot be read. All of it outlives the screen.
-    DatiGenerali(store::Database& lavoro, store::MainWindowServices& services,
-                 store::Settings& settings, QWidget* parent = nullptr);
+    DatiGenerali(store::Database& lavoro, widgets::Dialogs& dialogs, store::Settings& settings,
+                 QWidget* parent = nullptr);
 
 protected:
     bool finishTyping() override;

@@ -3,11 +3,11 @@
 
 #include "calc/figure_remarks.h"
 #include "store/database.h"
-#include "store/main_window_services.h"
 #include "store/master_database.h"
 #include "store/settings.h"
 #include "text/table_text.h"
 #include "widgets/column_widths.h"
+#include "widgets/dialogs.h"
 #include "widgets/grid.h"
 #include "widgets/keys.h"
 
@@ -40,9 +40,8 @@ std::vector<widgets::GridColumn> groupColumns()
 } // namespace
 
 Variabili::Variabili(store::Database& lavoro, store::MasterDatabase& master,
-                     store::MainWindowServices& services, store::Settings& settings,
-                     QWidget* parent)
-    : EditDialog(Section, u"Dettaglio variabili"_s, services, settings, parent), m_lavoro(lavoro),
+                     widgets::Dialogs& dialogs, store::Settings& settings, QWidget* parent)
+    : EditDialog(Section, u"Dettaglio variabili"_s, dialogs, settings, parent), m_lavoro(lavoro),
       m_descriptions(master.groupDescriptions()), m_loaded(loadGroups(lavoro)), m_groups(m_loaded),
       m_tabs(new QTabBar), m_text1(new QPlainTextEdit)
 {
@@ -66,7 +65,7 @@ void Variabili::buildGrid()
     connect(m_lavori, &Grid::cellsChanged, this, &Variabili::markChanged);
     connect(m_lavori, &Grid::rowAppended, this, &Variabili::remarkLength);
     connect(m_lavori, &Grid::pasteRefused, this,
-            [this](const QString& why) { services().showMessage(why); });
+            [this](const QString& why) { dialogs().showMessage(why); });
 }
 
 QWidget* Variabili::buildContents()

@@ -25,9 +25,8 @@ class Variabili : public widgets::EditDialog
 public:
     /// Throws DatabaseError when job or master database cannot be read. All of it outlives the
     /// screen.
-    Variabili(store::Database& lavoro, store::MasterDatabase& master,
-              store::MainWindowServices& services, store::Settings& settings,
-              QWidget* parent = nullptr);
+    Variabili(store::Database& lavoro, store::MasterDatabase& master, widgets::Dialogs& dialogs,
+              store::Settings& settings, QWidget* parent = nullptr);
 
 protected:
     bool finishTyping() override;

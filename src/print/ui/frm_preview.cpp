@@ -8,7 +8,8 @@
 #include "print/ui/page_navigator.h"
 #include "print/ui/page_view.h"
 #include "print/ui/pdf_pages_dialog.h"
-#include "store/main_window_services.h"
+#include "widgets/dialogs.h"
+#include "widgets/main_window_services.h"
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -176,7 +177,7 @@ void frmPreview::drawPage(QImage& picture)
     } catch (const PrintError& error) {
         // Once: every change of the window's size draws the page again.
         if (std::exchange(m_failure, error.description()) != error.description())
-            m_services.window.ReportError(error);
+            m_services.dialogs.ReportError(error);
     }
 }
 
@@ -291,11 +292,11 @@ void frmPreview::keyReleaseEvent(QKeyEvent* event)
 void frmPreview::print()
 {
     if (!PrinterDesk::isInstalled()) {
-        if (offersPdfInstead(m_services.window))
+        if (offersPdfInstead(m_services.dialogs))
             exportPdf();
         return;
     }
-    const auto pages = m_services.printers.choosePages(this, m_pageCount);
+    const auto pages = m_services.dialogs.choosePages(m_services.printers.printer(), m_pageCount);
     const bool printed = pages && reporting([&] {
                              drawOnPrinter(m_services, m_document.printTitle, [&] {
                                  m_services.engine.PrintDocument(pages->first, pages->last);
@@ -310,27 +311,27 @@ void frmPreview::exportPdf()
     PdfPagesDialog dialog(m_pageCount, m_page, this);
     if (m_pageCount > 1 && dialog.exec() != QDialog::Accepted)
         return;
-    const QString path = choosePdfPath(m_services.window, m_document.pdfPath);
+    const QString path = choosePdfPath(m_services.dialogs, m_document.pdfPath);
     if (path.isEmpty())
         return;
-    const PageRange pages = dialog.pages();
+    const widgets::PageRange pages = dialog.pages();
     const bool written = reporting([&] {
         drawIntoPdf(m_services, path, m_document.info,
                     [&] { m_services.engine.PrintDocument(pages.first, pages.last); });
     });
     if (written)
-        tellWritten(m_services.window, path);
+        tellWritten(m_services.dialogs, path);
 }
 
 /// Draws with the hourglass; what goes wrong is reported and gives false.
 bool frmPreview::reporting(const Drawing& drawing)
 {
     try {
-        const store::StatusScope busy(m_services.window, u"Stampa"_s);
+        const widgets::StatusScope busy(m_services.window, u"Stampa"_s);
         drawing();
         return true;
     } catch (const std::exception& error) {
-        m_services.window.ReportError(error);
+        m_services.dialogs.ReportError(error);
         return false;
     }
 }

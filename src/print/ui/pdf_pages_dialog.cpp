@@ -65,7 +65,7 @@ QSpinBox* PdfPagesDialog::addPage(QHBoxLayout& row, const QString& name, const Q
     return field;
 }
 
-PageRange PdfPagesDialog::pages() const
+widgets::PageRange PdfPagesDialog::pages() const
 {
     if (m_all->isChecked())
         return {.first = 1, .last = m_pageCount};

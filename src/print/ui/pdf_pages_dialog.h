@@ -2,6 +2,7 @@
 #pragma once
 
 #include "print/ui/printer_desk.h"
+#include "widgets/dialogs.h"
 
 #include <QDialog>
 
@@ -20,7 +21,7 @@ public:
     /// The range proposed is the current page alone.
     PdfPagesDialog(int pageCount, int currentPage, QWidget* parent = nullptr);
 
-    [[nodiscard]] PageRange pages() const;
+    [[nodiscard]] widgets::PageRange pages() const;
 
 private:
     QSpinBox* addPage(QHBoxLayout& row, const QString& name, const QString& caption, int page);

@@ -5,7 +5,7 @@
 #include "print/pdf_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
-#include "store/main_window_services.h"
+#include "widgets/dialogs.h"
 
 #include <QFileInfo>
 #include <QPrinter>
@@ -36,41 +36,41 @@ void drawIntoPdf(const PrintServices& services, const QString& path, const PdfIn
     surface.commit();
 }
 
-QString chooseOutputPath(store::MainWindowServices& window, const QString& title,
-                         const QString& filter, const QString& proposedPath)
+QString chooseOutputPath(widgets::Dialogs& dialogs, const QString& title, const QString& filter,
+                         const QString& proposedPath)
 {
     const QFileInfo proposed(proposedPath);
-    QString path = window.ShowFileDialog({.title = title,
-                                          .filter = filter,
-                                          .flags = store::FileDialogRequest::AnyFile,
-                                          .initialFolder = proposed.absolutePath(),
-                                          .kind = store::FileDialogRequest::Kind::Save,
-                                          .defaultName = proposed.fileName()});
+    QString path = dialogs.ShowFileDialog({.title = title,
+                                           .filter = filter,
+                                           .flags = widgets::FileDialogRequest::AnyFile,
+                                           .initialFolder = proposed.absolutePath(),
+                                           .kind = widgets::FileDialogRequest::Kind::Save,
+                                           .defaultName = proposed.fileName()});
     if (path.isEmpty())
         return {};
     if (const QString extension = u'.' + proposed.suffix();
         !path.endsWith(extension, Qt::CaseInsensitive))
         path += extension;
     const bool isFree = !QFileInfo::exists(path) ||
-                        window.confirmLoss(u"Il file «%1» esiste già.\n\nSostituirlo?"_s.arg(
+                        dialogs.confirmLoss(u"Il file «%1» esiste già.\n\nSostituirlo?"_s.arg(
                             QFileInfo(path).fileName()));
     return isFree ? path : QString();
 }
 
-QString choosePdfPath(store::MainWindowServices& window, const QString& proposedPath)
+QString choosePdfPath(widgets::Dialogs& dialogs, const QString& proposedPath)
 {
-    return chooseOutputPath(window, u"Esporta PDF"_s, u"Documenti PDF (*.PDF)|*.pdf"_s,
+    return chooseOutputPath(dialogs, u"Esporta PDF"_s, u"Documenti PDF (*.PDF)|*.pdf"_s,
                             proposedPath);
 }
 
-void tellWritten(store::MainWindowServices& window, const QString& path)
+void tellWritten(widgets::Dialogs& dialogs, const QString& path)
 {
-    window.showMessage(u"Il documento è stato scritto nel file\n«%1»."_s.arg(path));
+    dialogs.showMessage(u"Il documento è stato scritto nel file\n«%1»."_s.arg(path));
 }
 
-bool offersPdfInstead(store::MainWindowServices& window)
+bool offersPdfInstead(widgets::Dialogs& dialogs)
 {
-    return window.askYesNo(
+    return dialogs.askYesNo(
         u"Nessuna stampante installata.\n\nSalvare il documento in un file PDF?"_s);
 }
 

@@ -9,9 +9,10 @@
 
 #include <functional>
 
-namespace zelto::store {
+namespace zelto::widgets {
+class Dialogs;
 class MainWindowServices;
-} // namespace zelto::store
+} // namespace zelto::widgets
 
 namespace zelto::print {
 
@@ -22,7 +23,8 @@ struct PrintServices
 {
     PrintEngine& engine;
     PrinterDesk& printers;
-    store::MainWindowServices& window;
+    widgets::MainWindowServices& window;
+    widgets::Dialogs& dialogs;
 };
 
 /// A document as printers, files and their readers know it.
@@ -48,16 +50,16 @@ void drawIntoPdf(const PrintServices& services, const QString& path, const PdfIn
 /// Asks for the file to write, the proposed one at first; empty when the user gives up, also
 /// because there is one already that shall stay. The proposed path's extension is added if none
 /// is typed.
-[[nodiscard]] QString chooseOutputPath(store::MainWindowServices& window, const QString& title,
+[[nodiscard]] QString chooseOutputPath(widgets::Dialogs& dialogs, const QString& title,
                                        const QString& filter, const QString& proposedPath);
 
 /// The same for a PDF file.
-[[nodiscard]] QString choosePdfPath(store::MainWindowServices& window, const QString& proposedPath);
+[[nodiscard]] QString choosePdfPath(widgets::Dialogs& dialogs, const QString& proposedPath);
 
 /// Tells where the document is now.
-void tellWritten(store::MainWindowServices& window, const QString& path);
+void tellWritten(widgets::Dialogs& dialogs, const QString& path);
 
 /// Tells that there is no printer; whether the user wants a PDF file instead.
-[[nodiscard]] bool offersPdfInstead(store::MainWindowServices& window);
+[[nodiscard]] bool offersPdfInstead(widgets::Dialogs& dialogs);
 
 } // namespace zelto::print

@@ -26,7 +26,7 @@ QPageLayout layoutFor(const QPrinter& printer)
 
 } // namespace
 
-PrinterDesk::PrinterDesk(PrintDialogs& dialogs) : m_dialogs(dialogs) {}
+PrinterDesk::PrinterDesk() = default;
 PrinterDesk::~PrinterDesk() = default;
 
 bool PrinterDesk::isInstalled()

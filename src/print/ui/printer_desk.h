@@ -4,42 +4,16 @@
 #include "print/page_size.h"
 
 #include <memory>
-#include <optional>
 
 class QPrinter;
-class QWidget;
 
 namespace zelto::print {
-
-/// Pages counted from 1.
-struct PageRange
-{
-    int first = 1;
-    int last = 1;
-
-    bool operator==(const PageRange&) const = default;
-};
-
-/// The dialogs of printing; tests answer them by script.
-class PrintDialogs
-{
-public:
-    virtual ~PrintDialogs() = default;
-
-    /// Lets the user choose printer, paper and orientation.
-    virtual void setUpPrinter(QWidget* parent, QPrinter& printer) = 0;
-
-    /// Lets the user choose printer, copies and pages of a document; nothing when cancelled.
-    virtual std::optional<PageRange> choosePages(QWidget* parent, QPrinter& printer,
-                                                 int pageCount) = 0;
-};
 
 /// The printer that the user prefers while the program runs: the system's until another is chosen.
 class PrinterDesk
 {
 public:
-    /// The dialogs outlive the desk.
-    explicit PrinterDesk(PrintDialogs& dialogs);
+    PrinterDesk();
     ~PrinterDesk();
     PrinterDesk(const PrinterDesk&) = delete;
     PrinterDesk& operator=(const PrinterDesk&) = delete;
@@ -56,15 +30,7 @@ public:
     /// Only where a printer is installed.
     [[nodiscard]] QPrinter& printer();
 
-    // The dialogs, for the printer.
-    void setUp(QWidget* parent) { m_dialogs.setUpPrinter(parent, printer()); }
-    [[nodiscard]] std::optional<PageRange> choosePages(QWidget* parent, int pageCount)
-    {
-        return m_dialogs.choosePages(parent, printer(), pageCount);
-    }
-
 private:
-    PrintDialogs& m_dialogs;
     std::unique_ptr<QPrinter> m_printer; ///< made at first use: looking for printers takes time
 };
 

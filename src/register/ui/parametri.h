@@ -17,7 +17,7 @@ class QToolBar;
 
 namespace zelto::store {
 class Settings;
-class UserInterface;
+class Messages;
 } // namespace zelto::store
 
 namespace zelto::widgets {
@@ -35,7 +35,7 @@ struct ParametriContext
 {
     store::Database& lavoro;
     store::Settings& settings;
-    store::UserInterface& user;
+    store::Messages& user;
     widgets::ContextMenu& menu;
 };
 

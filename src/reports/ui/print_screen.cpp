@@ -7,7 +7,8 @@
 #include "print/print_error.h"
 #include "print/ui/frm_preview.h"
 #include "reports/table_export.h"
-#include "store/main_window_services.h"
+#include "widgets/dialogs.h"
+#include "widgets/main_window_services.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -128,7 +129,7 @@ void PrintScreen::draw()
                      .jobPath = m_context.jobPath,
                      .outputFolder = m_context.outputFolder,
                      .engine = m_context.print.engine,
-                     .user = m_context.print.window},
+                     .status = m_context.print.window},
                     sezioni(), opzioni());
     m_context.print.engine.EndDocument();
 }
@@ -176,25 +177,25 @@ void PrintScreen::stampa()
         });
         return;
     }
-    store::MainWindowServices& window = m_context.print.window;
-    if (!print::offersPdfInstead(window))
+    widgets::Dialogs& dialogs = m_context.print.dialogs;
+    if (!print::offersPdfInstead(dialogs))
         return;
     const print::DocumentData document = documentData();
-    const QString path = print::choosePdfPath(window, document.pdfPath);
+    const QString path = print::choosePdfPath(dialogs, document.pdfPath);
     if (path.isEmpty())
         return;
     const bool written =
         reporting([&] { print::drawIntoPdf(m_context.print, path, document.info, drawing); });
     if (written)
-        print::tellWritten(window, path);
+        print::tellWritten(dialogs, path);
 }
 
 void PrintScreen::esportaTabelle()
 {
     if (!isReady())
         return;
-    store::MainWindowServices& window = m_context.print.window;
-    QString path = print::chooseOutputPath(window, u"Esporta tabelle"_s,
+    widgets::Dialogs& dialogs = m_context.print.dialogs;
+    QString path = print::chooseOutputPath(dialogs, u"Esporta tabelle"_s,
                                            u"Cartelle di lavoro (*.XLSX)|*.xlsx"_s,
                                            proposedPath(tableFormats().front().extension));
     if (path.isEmpty())
@@ -205,14 +206,15 @@ void PrintScreen::esportaTabelle()
         if (!paths.isEmpty())
             path = pathBeside(paths.front(), format);
         if (isFolderThere(path, format) &&
-            !window.confirmLoss(u"La cartella «%1» esiste già.\n\nSostituire i suoi file %2?"_s.arg(
-                QFileInfo(path).fileName(), format.option.toUpper())))
+            !dialogs.confirmLoss(
+                u"La cartella «%1» esiste già.\n\nSostituire i suoi file %2?"_s.arg(
+                    QFileInfo(path).fileName(), format.option.toUpper())))
             return;
         paths << path;
         places << u"%1\n«%2»"_s.arg(format.where, path);
     }
     if (reporting([&] { writeTables(paths); }))
-        window.showMessage(u"Le tabelle sono state scritte %1."_s.arg(places.join(u"\n\ne, "_s)));
+        dialogs.showMessage(u"Le tabelle sono state scritte %1."_s.arg(places.join(u"\n\ne, "_s)));
 }
 
 void PrintScreen::writeTables(const QStringList& paths)
@@ -233,10 +235,10 @@ void PrintScreen::writeTables(const QStringList& paths)
 
 bool PrintScreen::reporting(const std::function<void()>& action)
 {
-    store::MainWindowServices& window = m_context.print.window;
+    widgets::Dialogs& dialogs = m_context.print.dialogs;
     QString remark;
     try {
-        const store::StatusScope busy(window, documento(opzioni()).title);
+        const widgets::StatusScope busy(m_context.print.window, documento(opzioni()).title);
         action();
         return true;
     } catch (const calc::CalcError& error) {
@@ -244,11 +246,11 @@ bool PrintScreen::reporting(const std::function<void()>& action)
     } catch (const print::EmptyDocument& error) {
         remark = error.description();
     } catch (const std::exception& error) {
-        window.ReportError(error);
+        dialogs.ReportError(error);
         return false;
     }
     // Something that the user can put right: no failure of the program.
-    window.showMessage(remark);
+    dialogs.showMessage(remark);
     return false;
 }
 

@@ -2,16 +2,17 @@
 // The file dialogs of the operations on job files.
 #pragma once
 
-#include "store/main_window_services.h"
 #include "text/literals.h"
+#include "widgets/dialogs.h"
 
 #include <QString>
 
-namespace zelto::store {
+namespace zelto::shell {
 
 /// A dialog that shows jobs.
-inline FileDialogRequest jobDialog(const QString& title, int flags, FileDialogRequest::Kind kind,
-                                   const QString& folder = {})
+inline widgets::FileDialogRequest jobDialog(const QString& title, int flags,
+                                            widgets::FileDialogRequest::Kind kind,
+                                            const QString& folder = {})
 {
     return {.title = title,
             .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
@@ -21,7 +22,8 @@ inline FileDialogRequest jobDialog(const QString& title, int flags, FileDialogRe
 }
 
 /// One that shows other databases, too.
-inline FileDialogRequest databaseDialog(const QString& title, int flags, const QString& folder)
+inline widgets::FileDialogRequest databaseDialog(const QString& title, int flags,
+                                                 const QString& folder)
 {
     return {.title = title,
             .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
@@ -29,4 +31,4 @@ inline FileDialogRequest databaseDialog(const QString& title, int flags, const Q
             .initialFolder = folder};
 }
 
-} // namespace zelto::store
+} // namespace zelto::shell

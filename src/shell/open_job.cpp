@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/open_job.h"
+#include "shell/open_job.h"
 
+#include "shell/recent_jobs.h"
 #include "store/files/file_names.h"
-#include "store/main_window_services.h"
-#include "store/recent_jobs.h"
 #include "store/schema_check.h"
+#include "widgets/main_window_services.h"
 
 #include <utility>
 
-namespace zelto::store {
+namespace zelto::shell {
 
 namespace {
 
-Database openJobDatabase(const QString& path)
+store::Database openJobDatabase(const QString& path)
 {
-    Database database = Database::open(path);
-    ControllaTabelle(database);
+    store::Database database = store::Database::open(path);
+    store::ControllaTabelle(database);
     return database;
 }
 
@@ -23,12 +23,12 @@ Database openJobDatabase(const QString& path)
 
 bool OpenJob::isAt(const QString& path) const
 {
-    return !m_path.isEmpty() && isSameFile(m_path, path);
+    return !m_path.isEmpty() && store::isSameFile(m_path, path);
 }
 
 bool OpenJob::isOpenElsewhere(const QString& path) const
 {
-    return m_lock && isAt(path) ? !m_lock->isAlone() : !JobLock(path).isAlone();
+    return m_lock && isAt(path) ? !m_lock->isAlone() : !store::JobLock(path).isAlone();
 }
 
 void OpenJob::open(const QString& path)
@@ -36,7 +36,7 @@ void OpenJob::open(const QString& path)
     m_database = openJobDatabase(path);
     m_lock.emplace(path);
     m_path = path;
-    m_folder = folderOf(path);
+    m_folder = store::folderOf(path);
     m_window.showJob(path);
     m_recent.AggiornaRecent(path);
     m_window.showRecentJobs();
@@ -70,4 +70,4 @@ void OpenJob::resume()
     }
 }
 
-} // namespace zelto::store
+} // namespace zelto::shell

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/recent_jobs.h"
+#include "shell/recent_jobs.h"
 #include "store/settings.h"
-#include "store_fixture.h"
+#include "store/store_fixture.h"
 #include "support/property.h"
 #include "support/runner.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
 

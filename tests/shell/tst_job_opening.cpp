@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which jobs open in each way of opening, and jobs that others have open, too.
-#include "job_desk.h"
+#include "shell/job_desk.h"
 #include "support/plain_user.h"
 #include "support/runner.h"
 
@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
+using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
 

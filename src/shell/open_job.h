@@ -8,21 +8,26 @@
 
 #include <optional>
 
-namespace zelto::store {
-
+namespace zelto::widgets {
 class MainWindowServices;
+} // namespace zelto::widgets
+
+namespace zelto::shell {
+
 class RecentJobs;
 
 /// The open-job state: at most one job is open, and title, status bar and recent entries follow it.
 class OpenJob
 {
 public:
-    OpenJob(MainWindowServices& window, RecentJobs& recent) : m_window(window), m_recent(recent) {}
+    OpenJob(widgets::MainWindowServices& window, RecentJobs& recent)
+        : m_window(window), m_recent(recent)
+    {}
 
     /// Whether JobDatabase() may be used.
     [[nodiscard]] bool isOpen() const { return m_database.has_value(); }
 
-    [[nodiscard]] Database& JobDatabase() { return m_database.value(); }
+    [[nodiscard]] store::Database& JobDatabase() { return m_database.value(); }
 
     /// Empty when no job is open.
     [[nodiscard]] const QString& JobPath() const { return m_path; }
@@ -49,12 +54,12 @@ public:
     void resume();
 
 private:
-    MainWindowServices& m_window;
+    widgets::MainWindowServices& m_window;
     RecentJobs& m_recent;
-    std::optional<Database> m_database;
-    std::optional<JobLock> m_lock;
+    std::optional<store::Database> m_database;
+    std::optional<store::JobLock> m_lock;
     QString m_path;
     QString m_folder;
 };
 
-} // namespace zelto::store
+} // namespace zelto::shell

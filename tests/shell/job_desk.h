@@ -2,10 +2,10 @@
 // A folder of files, a scripted user, and the operations on job files between them.
 #pragma once
 
-#include "store/job_files.h"
+#include "shell/job_files.h"
+#include "shell/recent_jobs.h"
 #include "store/master_database.h"
-#include "store/recent_jobs.h"
-#include "store_fixture.h"
+#include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
 #include <QFileInfo>
@@ -16,15 +16,15 @@
 namespace zelto::test {
 
 /// The operations of the menu by name.
-inline const std::map<QString, std::function<void(store::JobFiles&)>>& operations()
+inline const std::map<QString, std::function<void(shell::JobFiles&)>>& operations()
 {
-    static const std::map<QString, std::function<void(store::JobFiles&)>> all{
-        {u"new"_s, &store::JobFiles::NuovoLavoro},
-        {u"open"_s, &store::JobFiles::ApriLavoro},
-        {u"duplicate"_s, &store::JobFiles::DuplicaLavoro},
-        {u"delete"_s, &store::JobFiles::EliminaLavoro},
-        {u"compact"_s, &store::JobFiles::CompattaArchivio},
-        {u"repair"_s, &store::JobFiles::RiparaArchivio},
+    static const std::map<QString, std::function<void(shell::JobFiles&)>> all{
+        {u"new"_s, &shell::JobFiles::NuovoLavoro},
+        {u"open"_s, &shell::JobFiles::ApriLavoro},
+        {u"duplicate"_s, &shell::JobFiles::DuplicaLavoro},
+        {u"delete"_s, &shell::JobFiles::EliminaLavoro},
+        {u"compact"_s, &shell::JobFiles::CompattaArchivio},
+        {u"repair"_s, &shell::JobFiles::RiparaArchivio},
     };
     return all;
 }
@@ -62,10 +62,10 @@ public:
     JobFolder folder;
     JobFolder home; ///< of the user
     ScriptedUser user{QFileInfo(folder.file(u"x"_s)).path()};
-    store::RecentJobs recent;
+    shell::RecentJobs recent;
     store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
     store::JobCopies copies{home.file(u"copie"_s)};
-    store::JobFiles jobs{user, recent, master, copies, [](store::Database& /*job*/) {}};
+    shell::JobFiles jobs{user, user, recent, master, copies, [](store::Database& /*job*/) {}};
 };
 
 } // namespace zelto::test

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "shell/open_job.h"
 #include "store/files/file_names.h"
-#include "store/open_job.h"
 
 #include <QString>
 
@@ -10,10 +10,16 @@
 #include <optional>
 
 namespace zelto::store {
-
 class JobCopies;
-class MainWindowServices;
 class MasterDatabase;
+} // namespace zelto::store
+
+namespace zelto::widgets {
+class Dialogs;
+} // namespace zelto::widgets
+
+namespace zelto::shell {
+
 class RecentJobs;
 
 /// The operations of the File menu on job files, and the job that is open. NuovoLavoro,
@@ -25,10 +31,11 @@ class JobFiles
 {
 public:
     /// Throws when a job that was converted cannot be calculated.
-    using JobCheck = std::function<void(Database&)>;
+    using JobCheck = std::function<void(store::Database&)>;
 
-    JobFiles(MainWindowServices& window, RecentJobs& recent, MasterDatabase& master,
-             const JobCopies& copies, JobCheck check);
+    /// All of it outlives the operations.
+    JobFiles(widgets::MainWindowServices& window, widgets::Dialogs& dialogs, RecentJobs& recent,
+             store::MasterDatabase& master, const store::JobCopies& copies, JobCheck check);
 
     [[nodiscard]] OpenJob& job() { return m_job; }
     [[nodiscard]] const QString& JobPath() const { return m_job.JobPath(); }
@@ -82,7 +89,7 @@ private:
 
     /// The path of a new job; where the rule makes another name than the typed one, the user
     /// chooses. Nothing when the user cancels.
-    [[nodiscard]] std::optional<QString> newJobPath(const QString& chosen, NameRule rule);
+    [[nodiscard]] std::optional<QString> newJobPath(const QString& chosen, store::NameRule rule);
 
     /// Says so when the file is of the edition for Windows.
     [[nodiscard]] bool refusedAsWindowsJob(const QString& path);
@@ -105,12 +112,13 @@ private:
     void repairFile(const QString& path);
     void restore(const QString& copy, const QString& target);
 
-    MainWindowServices& m_window;
+    widgets::MainWindowServices& m_window;
+    widgets::Dialogs& m_dialogs;
     const RecentJobs& m_recent;
-    MasterDatabase& m_master;
-    const JobCopies& m_copies;
+    store::MasterDatabase& m_master;
+    const store::JobCopies& m_copies;
     JobCheck m_check;
     OpenJob m_job;
 };
 
-} // namespace zelto::store
+} // namespace zelto::shell

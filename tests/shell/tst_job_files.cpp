@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "job_desk.h"
+#include "shell/job_desk.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
 #include "support/runner.h"
@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
+using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
 

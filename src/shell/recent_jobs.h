@@ -6,8 +6,10 @@
 #include <array>
 
 namespace zelto::store {
-
 class Settings;
+} // namespace zelto::store
+
+namespace zelto::shell {
 
 /// The last jobs opened, as the entries 13 (newest) to 16 of the File menu.
 class RecentJobs
@@ -17,7 +19,7 @@ public:
     static constexpr int LastEntry = 16;
 
     /// Takes the entries from the section "Main", and writes them there from now on.
-    void load(Settings& settings);
+    void load(store::Settings& settings);
 
     /// Writes all entries, hidden ones as empty.
     void save() const;
@@ -43,7 +45,7 @@ private:
     [[nodiscard]] int find(const QString& path) const;
 
     std::array<QString, LastEntry - FirstEntry + 1> m_paths;
-    Settings* m_settings = nullptr;
+    store::Settings* m_settings = nullptr;
 };
 
-} // namespace zelto::store
+} // namespace zelto::shell

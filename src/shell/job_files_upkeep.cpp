@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on jobs as files: delete, compact, repair, restore a copy.
+#include "shell/job_dialogs.h"
+#include "shell/job_files.h"
 #include "store/files/file_operations.h"
 #include "store/files/job_copies.h"
 #include "store/files/new_file.h"
-#include "store/job_dialogs.h"
-#include "store/job_files.h"
-#include "store/main_window_services.h"
 #include "store/master_database.h"
 #include "store/recovery/repair.h"
+#include "widgets/main_window_services.h"
 
-namespace zelto::store {
+namespace zelto::shell {
 
-using Kind = FileDialogRequest::Kind;
+using Kind = widgets::FileDialogRequest::Kind;
 
 namespace {
 
 constexpr QStringView BackupExtension = u".BAK";
 
-QString repairMessage(const QString& path, const RepairResult& result)
+QString repairMessage(const QString& path, const store::RepairResult& result)
 {
     if (result.damagedOriginal.isEmpty())
         return u"Il file «%1» era integro: è stato soltanto riscritto."_s.arg(path);
@@ -41,9 +41,9 @@ QString repairMessage(const QString& path, const RepairResult& result)
 }
 
 /// A name that tells the restored job from the one of today.
-QString restoredName(const JobCopy& copy)
+QString restoredName(const store::JobCopy& copy)
 {
-    return u"%1 %2"_s.arg(nameOf(withoutExtension(copy.job)),
+    return u"%1 %2"_s.arg(store::nameOf(store::withoutExtension(copy.job)),
                           copy.kept.toString(u"yyyy-MM-dd HH-mm"_s));
 }
 
@@ -61,7 +61,7 @@ void JobFiles::withFilesClosed(const Operation& operation)
 bool JobFiles::leftToOtherWindow(const QString& path)
 {
     return m_job.isOpenElsewhere(path) &&
-           !m_window.confirmLoss(
+           !m_dialogs.confirmLoss(
                u"Il lavoro «%1» è aperto in un'altra finestra di Zelto, che non "
                "potrà più modificarlo senza riaprirlo.\n\nProseguire?"_s.arg(path));
 }
@@ -69,14 +69,15 @@ bool JobFiles::leftToOtherWindow(const QString& path)
 void JobFiles::EliminaLavoro()
 {
     reportingErrors([&] {
-        const QString chosen = m_window.ShowFileDialog(jobDialog(
-            u"Selezionare Lavoro da Eliminare"_s, FileDialogRequest::FileMustExist, Kind::Save));
-        const QString path = asOnDisk(chosen);
+        const QString chosen = m_dialogs.ShowFileDialog(
+            jobDialog(u"Selezionare Lavoro da Eliminare"_s,
+                      widgets::FileDialogRequest::FileMustExist, Kind::Save));
+        const QString path = store::asOnDisk(chosen);
         if (path.isEmpty())
             return;
-        if (!hasJobExtension(path))
-            m_window.showMessage(u"Il file selezionato non è un database ZELTO"_s);
-        else if (m_window.confirmLoss(u"Confermi cancellazione del file ''%1''?"_s.arg(path)) &&
+        if (!store::hasJobExtension(path))
+            m_dialogs.showMessage(u"Il file selezionato non è un database ZELTO"_s);
+        else if (m_dialogs.confirmLoss(u"Confermi cancellazione del file ''%1''?"_s.arg(path)) &&
                  !leftToOtherWindow(path))
             deleteJob(path);
     });
@@ -84,7 +85,7 @@ void JobFiles::EliminaLavoro()
 
 void JobFiles::deleteJob(const QString& path)
 {
-    const QString file = realPath(path); // by which the copies are found when it is gone
+    const QString file = store::realPath(path); // by which the copies are found when it is gone
     if (!mayGoAfterCopy(file))
         return;
     const bool withCopies = copiesGoToo(file);
@@ -94,22 +95,22 @@ void JobFiles::deleteJob(const QString& path)
         m_job.close();
     }
     const bool trashed =
-        deleteFile(path, [&](const QString& one) { return m_window.moveToTrash(one); });
+        store::deleteFile(path, [&](const QString& one) { return m_dialogs.moveToTrash(one); });
     if (withCopies)
         m_copies.removeAll(file);
-    m_window.showMessage((trashed ? u"Il file «%1» è stato spostato nel cestino."_s
-                                  : u"Il file «%1» è stato cancellato: non c'è un cestino che lo "
-                                    "prenda."_s)
-                             .arg(path));
+    m_dialogs.showMessage((trashed ? u"Il file «%1» è stato spostato nel cestino."_s
+                                   : u"Il file «%1» è stato cancellato: non c'è un cestino che lo "
+                                     "prenda."_s)
+                              .arg(path));
 }
 
 bool JobFiles::copiesGoToo(const QString& path)
 {
     const qsizetype copies = m_copies.count(path);
     return copies > 0 &&
-           m_window.confirmLoss(u"Copie di sicurezza del lavoro «%1»: %2. Contengono anch'esse i "
-                                "nomi e i dati del condominio.\n\nCancellare anche quelle?"_s.arg(
-                                    path, QString::number(copies)));
+           m_dialogs.confirmLoss(u"Copie di sicurezza del lavoro «%1»: %2. Contengono anch'esse i "
+                                 "nomi e i dati del condominio.\n\nCancellare anche quelle?"_s.arg(
+                                     path, QString::number(copies)));
 }
 
 /// Keeps a copy of what is about to go; false when that fails and the user would rather not go on.
@@ -118,28 +119,30 @@ bool JobFiles::mayGoAfterCopy(const QString& path)
     try {
         m_copies.keep(path);
         return true;
-    } catch (const DatabaseError& error) {
-        if (error.number() == ErrorNumber::FileNotFound || error.number() == ErrorNumber::InUse)
+    } catch (const store::DatabaseError& error) {
+        if (error.number() == store::ErrorNumber::FileNotFound ||
+            error.number() == store::ErrorNumber::InUse)
             throw;
-        return m_window.confirmLoss(u"Del file non si può conservare una copia di sicurezza.\n\n%1"
-                                    "\n\nEliminarlo ugualmente?"_s.arg(error.description()));
+        return m_dialogs.confirmLoss(u"Del file non si può conservare una copia di sicurezza.\n\n%1"
+                                     "\n\nEliminarlo ugualmente?"_s.arg(error.description()));
     }
 }
 
 void JobFiles::CompattaArchivio()
 {
     reportingErrors([&] {
-        const QString source = asOnDisk(m_window.ShowFileDialog(
+        const QString source = store::asOnDisk(m_dialogs.ShowFileDialog(
             databaseDialog(u"Selezionare Database da Compattare"_s,
-                           FileDialogRequest::FileMustExist, m_job.JobFolder())));
+                           widgets::FileDialogRequest::FileMustExist, m_job.JobFolder())));
         if (source.isEmpty() || refusedAsWindowsJob(source) || leftToOtherWindow(source) ||
             !documentsClosed())
             return;
-        const QString backup =
-            asOnDisk(withUpperCaseName(withoutExtension(source) + BackupExtension.toString()));
+        const QString backup = store::asOnDisk(
+            store::withUpperCaseName(store::withoutExtension(source) + BackupExtension.toString()));
         withFilesClosed([&] {
-            const StatusScope status(m_window, u"Compattamento "_s + backup + u" to "_s + source);
-            compact(source, backup);
+            const widgets::StatusScope status(m_window,
+                                              u"Compattamento "_s + backup + u" to "_s + source);
+            store::compact(source, backup);
         });
     });
 }
@@ -147,8 +150,9 @@ void JobFiles::CompattaArchivio()
 void JobFiles::RiparaArchivio()
 {
     reportingErrors([&] {
-        const QString path = asOnDisk(m_window.ShowFileDialog(databaseDialog(
-            u"Selezionare Database da Riparare"_s, FileDialogRequest::AnyFile, m_job.JobFolder())));
+        const QString path = store::asOnDisk(m_dialogs.ShowFileDialog(
+            databaseDialog(u"Selezionare Database da Riparare"_s,
+                           widgets::FileDialogRequest::AnyFile, m_job.JobFolder())));
         if (!path.isEmpty() && !refusedAsWindowsJob(path) && !leftToOtherWindow(path) &&
             documentsClosed())
             repairFile(path);
@@ -157,56 +161,56 @@ void JobFiles::RiparaArchivio()
 
 void JobFiles::repairFile(const QString& path)
 {
-    std::optional<RepairResult> result;
+    std::optional<store::RepairResult> result;
     withFilesClosed([&] {
-        const StatusScope status(m_window, u"Riparazione database - "_s + path,
-                                 StatusScope::Pointer::Normal);
+        const widgets::StatusScope status(m_window, u"Riparazione database - "_s + path,
+                                          widgets::StatusScope::Pointer::Normal);
         try {
-            if (hasJobExtension(path))
+            if (store::hasJobExtension(path))
                 m_copies.keep(path);
-        } catch (const DatabaseError&) {
+        } catch (const store::DatabaseError&) {
             // A damaged file stays beside the repaired one.
         }
-        result = repair(path);
+        result = store::repair(path);
     });
     if (result)
-        m_window.showMessage(repairMessage(path, *result));
+        m_dialogs.showMessage(repairMessage(path, *result));
 }
 
 void JobFiles::RipristinaCopia()
 {
     reportingErrors([&] {
         if (m_copies.jobs().isEmpty()) {
-            m_window.showMessage(
+            m_dialogs.showMessage(
                 u"Non c'è ancora nessuna copia di sicurezza. Zelto ne conserva una "
                 "ogni volta che si apre o si chiude un lavoro cambiato."_s);
             return;
         }
-        const std::optional<JobCopy> copy = m_window.chooseCopy(m_copies, m_job.JobPath());
+        const std::optional<store::JobCopy> copy = m_dialogs.chooseCopy(m_copies, m_job.JobPath());
         if (!copy)
             return;
-        FileDialogRequest request =
-            jobDialog(u"Indicare il nome del lavoro ripristinato"_s, FileDialogRequest::AnyFile,
-                      Kind::Save, folderOf(copy->job));
+        widgets::FileDialogRequest request =
+            jobDialog(u"Indicare il nome del lavoro ripristinato"_s,
+                      widgets::FileDialogRequest::AnyFile, Kind::Save, store::folderOf(copy->job));
         request.defaultName = restoredName(*copy);
-        const QString chosen = m_window.ShowFileDialog(request);
+        const QString chosen = m_dialogs.ShowFileDialog(request);
         if (chosen.isEmpty())
             return;
-        if (const auto target = newJobPath(chosen, NameRule::AsTyped))
+        if (const auto target = newJobPath(chosen, store::NameRule::AsTyped))
             restore(copy->path, *target);
     });
 }
 
 void JobFiles::restore(const QString& copy, const QString& target)
 {
-    requireFreeName(target);
+    store::requireFreeName(target);
     if (!documentsClosed())
         return;
     {
-        const StatusScope status(m_window, u"Ripristino copia su "_s + target);
-        copyDatabase(copy, target);
+        const widgets::StatusScope status(m_window, u"Ripristino copia su "_s + target);
+        store::copyDatabase(copy, target);
     }
     openVerified(target, Conversion::Yes);
 }
 
-} // namespace zelto::store
+} // namespace zelto::shell

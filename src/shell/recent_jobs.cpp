@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/recent_jobs.h"
+#include "shell/recent_jobs.h"
 
 #include "store/settings.h"
 #include "text/literals.h"
 
 #include <algorithm>
 
-namespace zelto::store {
+namespace zelto::shell {
 
 namespace {
 
@@ -19,7 +19,7 @@ QString keyOf(int entry)
 
 } // namespace
 
-void RecentJobs::load(Settings& settings)
+void RecentJobs::load(store::Settings& settings)
 {
     m_settings = &settings;
     for (int entry = FirstEntry; entry <= LastEntry; ++entry)
@@ -30,7 +30,7 @@ void RecentJobs::save() const
 {
     if (m_settings == nullptr)
         return;
-    Settings::KeyValues values;
+    store::Settings::KeyValues values;
     for (int entry = FirstEntry; entry <= LastEntry; ++entry)
         values.emplace_back(keyOf(entry), path(entry));
     m_settings->ScriviIni(Sezione.toString(), values);
@@ -73,4 +73,4 @@ int RecentJobs::find(const QString& path) const
     return FirstEntry + static_cast<int>(place - m_paths.begin());
 }
 
-} // namespace zelto::store
+} // namespace zelto::shell
