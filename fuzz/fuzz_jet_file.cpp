@@ -19,7 +19,7 @@ using namespace zelto::fuzz;
 
 namespace {
 
-void readTable(const store::jet::PageFile& file, std::uint32_t definitionPage)
+void readTable(const store::jet::JetFile& file, std::uint32_t definitionPage)
 {
     const store::jet::Table table(file, definitionPage);
     int visited = 0;
@@ -33,7 +33,7 @@ void readTable(const store::jet::PageFile& file, std::uint32_t definitionPage)
 void readAll(const QString& path)
 {
     try {
-        const store::jet::PageFile file(path);
+        const store::jet::JetFile file(path);
         for (const store::jet::TableEntry& entry : store::jet::userTables(file))
             readTable(file, entry.definitionPage);
     } catch (const store::DatabaseError& error) {

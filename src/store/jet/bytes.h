@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
+
 #include <algorithm>
 #include <bit>
 #include <cstdint>
@@ -17,17 +19,25 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Bytes of the file. Every read of a number or a part goes through part(), which refuses what does
-/// not lie within.
+/// Bytes of the file. Every read of a number goes through part(), which refuses what does not lie
+/// within.
 class ByteView
 {
 public:
     ByteView() = default;
     explicit ByteView(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
+    explicit ByteView(const QByteArray& bytes)
+        : m_bytes(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                  static_cast<std::size_t>(bytes.size()))
+    {}
 
     [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
     [[nodiscard]] std::span<const std::uint8_t> all() const { return m_bytes; }
     [[nodiscard]] const std::uint8_t* data() const { return m_bytes.data(); }
+    [[nodiscard]] QByteArray copy() const
+    {
+        return {reinterpret_cast<const char*>(data()), static_cast<qsizetype>(size())};
+    }
 
     /// Throws BadBytes.
     [[nodiscard]] ByteView part(std::size_t offset, std::size_t length) const

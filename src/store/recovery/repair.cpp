@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/repair.h"
 
+#include "store/big_endian.h"
 #include "store/database.h"
 #include "store/engine_file.h"
 #include "store/file_check.h"
@@ -9,13 +10,11 @@
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/recovery/job_salvage.h"
-#include "store/recovery/salvage_writer.h"
 #include "store/recovery/salvaged_record.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
 
 #include <QFileInfo>
-#include <QtEndian>
 
 #include <algorithm>
 
@@ -170,17 +169,18 @@ RepairResult replaceForeign(const QString& path)
 /// A file that was cut tells in its header how long it was, unless an old program wrote it last.
 void countPages(const QByteArray& bytes, RepairResult& result)
 {
-    constexpr qsizetype PageSizeAt = 16;
-    constexpr qsizetype CounterAt = 24;
-    constexpr qsizetype PagesAt = 28;
-    constexpr qsizetype WrittenAtCounterAt = 92;
-    if (bytes.size() < HeaderSize)
+    constexpr std::size_t PageSizeAt = 16;
+    constexpr std::size_t CounterAt = 24;
+    constexpr std::size_t PagesAt = 28;
+    constexpr std::size_t WrittenAtCounterAt = 92;
+    const auto number = [&](std::size_t at, std::size_t length) {
+        return static_cast<qint64>(numberAt(viewOf(bytes), at, length).value_or(0));
+    };
+    const qint64 pageSize = number(PageSizeAt, 2);
+    if (bytes.size() < HeaderSize || number(CounterAt, 4) != number(WrittenAtCounterAt, 4) ||
+        pageSize < 512)
         return;
-    const auto number = [&](qsizetype at) { return qFromBigEndian<quint32>(bytes.data() + at); };
-    const auto pageSize = qFromBigEndian<quint16>(bytes.data() + PageSizeAt);
-    if (number(CounterAt) != number(WrittenAtCounterAt) || pageSize < 512)
-        return;
-    result.pages = number(PagesAt);
+    result.pages = number(PagesAt, 4);
     result.missingPages = std::max<qint64>(result.pages - bytes.size() / pageSize, 0);
 }
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/salvaged_record.h"
 
+#include "store/job_limits.h"
 #include "store/schema.h"
 #include "text/decimal_text.h"
-
-#include <limits>
 
 namespace zelto::store {
 
@@ -20,8 +19,7 @@ std::size_t fieldCount(QStringView table)
 /// A unit number or position; none when the value cannot be one.
 std::optional<int> positiveNumber(const Value& value)
 {
-    if (!value.isInteger() || value.integer() < 1 ||
-        value.integer() > std::numeric_limits<qint16>::max())
+    if (!value.isInteger() || value.integer() < 1 || value.integer() > MostRecords)
         return std::nullopt;
     return static_cast<int>(value.integer());
 }

@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/recovery/tree_page.h"
-#include "store/value.h"
+#include "store/recovery/found_record.h"
 
 #include <QStringView>
-
-#include <optional>
-#include <vector>
 
 namespace zelto::store {
 
@@ -15,7 +11,7 @@ namespace zelto::store {
 struct TableRecord
 {
     QStringView table;
-    std::vector<Value> values;
+    Record values;
 };
 
 /// Whether it has the form of a unit or a room, be it readable or not.
