@@ -7,7 +7,6 @@
 #include "store/jet/conversion.h"
 #include "store/jet/table.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -115,17 +114,13 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const QString memory = u"/dev/shm"_s;
-    static const QTemporaryDir folder((QFile::exists(memory) ? memory : QDir::tempPath()) +
-                                      u"/zelto-XXXXXX"_s);
+    static const QTemporaryDir folder(folderTemplate());
+    static const QString path = folder.filePath(u"VECCHIO.ZLT"_s);
     const std::string_view bytes = bytesOf(data, size);
-    QFile file(folder.filePath(u"VECCHIO.ZLT"_s));
-    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
-    file.close();
-    readAll(file.fileName());
+    writeFile(path, bytes);
+    readAll(path);
     // Writing takes many times as long as reading; an input is always treated alike.
     if (std::hash<std::string_view>()(bytes) % 4 == 0)
-        convert(file.fileName());
+        convert(path);
     return 0;
 }
