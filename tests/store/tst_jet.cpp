@@ -106,12 +106,7 @@ void TestJet::contents()
         QString::fromUtf8(bytesOf(dump)).replace(digest, u"\\1"_s).split(u'\n');
     QVERIFY(expected.size() > 2);
     QCOMPARE(unreadable, 0);
-    for (qsizetype line = 0; line < std::min(read.size(), expected.size()); ++line) {
-        const auto differs =
-            std::ranges::mismatch(read[line], expected[line]).in1 - read[line].begin();
-        QCOMPARE(read[line].mid(differs, 40), expected[line].mid(differs, 40));
-    }
-    QCOMPARE(read.size(), expected.size());
+    QCOMPARE(read, expected);
 }
 
 void TestJet::conversion_data()

@@ -64,14 +64,13 @@ Value fitted(const FieldDef& field, const Value& value)
 class Conversion
 {
 public:
-    explicit Conversion(const QString& path) : m_path(path), m_file(path)
-    {
-        m_tables = userTables(m_file);
-    }
+    explicit Conversion(const QString& path)
+        : m_path(path), m_file(path), m_tables(userTables(m_file))
+    {}
 
     void requireVersion() const;
     void copyInto(Database& job);
-    [[nodiscard]] ConversionReport& report() { return m_report; }
+    [[nodiscard]] const ConversionReport& report() const { return m_report; }
 
 private:
     [[nodiscard]] std::optional<Table> find(QStringView name) const;

@@ -26,7 +26,7 @@ struct DefinitionLayout
 constexpr DefinitionLayout Jet3Layout{12, 25, 31, 35, 43, 8, 18, 1, 3, 5, 13, 14, 16};
 constexpr DefinitionLayout Jet4Layout{16, 45, 51, 55, 63, 12, 25, 5, 7, 9, 15, 21, 23};
 
-/// The numbers of the pages whose bits are set; the first bit stands for the page given.
+/// Appends the numbers of the pages whose bits are set; the first bit stands for the first page.
 void addBits(const ByteView& bitmap, std::uint64_t first, std::uint32_t pageCount,
              std::vector<std::uint32_t>& pages)
 {
@@ -74,8 +74,9 @@ public:
     }
 
 private:
-    /// Before the mask: the count, one byte for each full 256 bytes of the row with the column from
-    /// which offsets are that much larger, then the offsets backwards.
+    /// Before the mask stand, from back to front: the number of fields; for each full 256 bytes of
+    /// the row the first field whose offset is 256 more than its byte says; the offsets, a byte
+    /// each.
     void readJet3Offsets(std::size_t end)
     {
         m_variable = m_bytes.byte(end - 1);

@@ -54,8 +54,8 @@ void rebuild(const QString& path)
     rebuilt.replace();
 }
 
-/// Whether it is about what stands in the file. Where changes wait in a log of
-/// their own, the file alone is not the job.
+/// Whether the error is about what stands in the file. Where changes wait in a log of their own,
+/// the file alone is not the job.
 bool isDamage(const DatabaseError& error, const QString& path)
 {
     switch (error.number()) {
@@ -109,25 +109,19 @@ void takePlace(NewFile& repaired, const QString& path, RepairResult& result)
     repaired.replaceKeeping(result.damagedOriginal);
 }
 
-/// For each field of ours its place in the query's records; none when they lack it.
-std::vector<std::optional<int>> placesOf(const TableDef& table, const Query& records)
-{
-    std::vector<std::optional<int>> places(table.fields.size());
-    for (std::size_t field = 0; field < places.size(); ++field)
-        for (int place = 0; place < records.fieldCount(); ++place)
-            if (records.fieldName(place).compare(table.fields[field].name, Qt::CaseInsensitive) ==
-                0)
-                places[field] = place;
-    return places;
-}
-
+/// Fields of ours that the records lack are Null.
 void takeRecords(Query records, const TableDef& table, SalvagedJob& job)
 {
-    const std::vector<std::optional<int>> places = placesOf(table, records);
+    QStringList names;
+    for (int place = 0; place < records.fieldCount(); ++place)
+        names << records.fieldName(place).toCaseFolded();
+    std::vector<qsizetype> places; // of our fields
+    for (const FieldDef& field : table.fields)
+        places.push_back(names.indexOf(field.name.toCaseFolded()));
     for (; !records.atEnd(); records.next()) {
         FoundRecord found;
-        for (const std::optional<int> place : places)
-            found.values.push_back(place ? records.field(*place) : Value());
+        for (const qsizetype place : places)
+            found.values.push_back(place < 0 ? Value() : records.field(static_cast<int>(place)));
         if (auto record = recordOfTable(table.name, found))
             job.records[table.name].push_back(std::move(record->values));
         else

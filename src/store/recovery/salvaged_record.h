@@ -21,7 +21,7 @@ struct TableRecord
 /// is no record of a job, or its key is lost.
 [[nodiscard]] std::optional<TableRecord> recordOfJob(const FoundRecord& found);
 
-/// The record of that table with a key that its numbers agree with; none when it is lost.
+/// The record as that table takes it, with key and numbers that agree; none when both are lost.
 [[nodiscard]] std::optional<TableRecord> recordOfTable(QStringView table, const FoundRecord& found);
 
 } // namespace zelto::store
