@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Numbers as the engine's files hold them.
+// Bytes of files, and the numbers in them as the engine writes them.
 #pragma once
 
 #include <QByteArrayView>
@@ -12,7 +12,7 @@ namespace zelto::store {
 
 using Bytes = std::span<const std::uint8_t>;
 
-inline Bytes viewOf(QByteArrayView bytes)
+[[nodiscard]] inline Bytes viewOf(QByteArrayView bytes)
 {
     return {reinterpret_cast<const std::uint8_t*>(bytes.data()),
             static_cast<std::size_t>(bytes.size())};

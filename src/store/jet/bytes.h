@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/big_endian.h"
+
 #include <QByteArray>
 
 #include <algorithm>
 #include <bit>
-#include <cstdint>
 #include <cstring>
-#include <span>
 #include <stdexcept>
 
 namespace zelto::store::jet {
@@ -25,14 +25,11 @@ class ByteView
 {
 public:
     ByteView() = default;
-    explicit ByteView(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
-    explicit ByteView(const QByteArray& bytes)
-        : m_bytes(reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                  static_cast<std::size_t>(bytes.size()))
-    {}
+    explicit ByteView(Bytes bytes) : m_bytes(bytes) {}
+    explicit ByteView(const QByteArray& bytes) : m_bytes(viewOf(bytes)) {}
 
     [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
-    [[nodiscard]] std::span<const std::uint8_t> all() const { return m_bytes; }
+    [[nodiscard]] Bytes all() const { return m_bytes; }
     [[nodiscard]] const std::uint8_t* data() const { return m_bytes.data(); }
     [[nodiscard]] QByteArray copy() const
     {
@@ -68,7 +65,7 @@ public:
     }
 
 private:
-    std::span<const std::uint8_t> m_bytes;
+    Bytes m_bytes;
 };
 
 } // namespace zelto::store::jet
