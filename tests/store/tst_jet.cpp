@@ -166,6 +166,14 @@ void TestJet::realFiles_data()
     QTest::newRow("date before the first")
         << bytesOfNumber(41689) << bytesOfNumber(-1.25) << u"SELECT Data FROM [Dati Generali]"_s
         << u"1899-12-29"_s << QString();
+    // The mark of the first room's place on its page.
+    const QByteArray rooms("\x01\x01\x02\x00\x06\x00\x00\x00\x22\x00\xcd", 11);
+    QTest::newRow("deleted record")
+        << rooms + '\x07' << rooms + '\x87' << u"SELECT count(*) FROM Vani"_s << u"100"_s
+        << u"Tabella «Vani»: l'archivio dichiara"_s;
+    QTest::newRow("record that moved to nowhere")
+        << rooms + '\x07' << rooms + '\x47' << u"SELECT count(*) FROM Vani"_s << u"100"_s
+        << u"Tabella «Vani»: l'archivio dichiara"_s;
     QTest::newRow("bytes without a character")
         << QByteArray("Bagno") << QByteArray("\x81\x90\x9d-\x80")
         << u"SELECT Ambiente FROM Vani WHERE Chiave = '   24    3'"_s
