@@ -35,7 +35,7 @@ void put(QByteArray& bytes, qsizetype place, quint64 number, int size)
         bytes[place + i] = static_cast<char>(number >> 8 * i & 0xFFU);
 }
 
-std::vector<Sample> samplesOf(const PageFile& file, const TableEntry& entry)
+std::vector<Sample> samplesOf(const JetFile& file, const TableEntry& entry)
 {
     std::vector<Sample> samples;
     for (std::uint32_t number = 1; number < file.pageCount(); ++number) {
@@ -111,7 +111,7 @@ QByteArray rowOf(Sample sample, const std::vector<Column>& columns, const Number
 }
 
 /// Gives the table these records in place of its own.
-void replaceRows(QByteArray& bytes, const PageFile& file, const TableEntry& entry, int count,
+void replaceRows(QByteArray& bytes, const JetFile& file, const TableEntry& entry, int count,
                  const std::function<Numbers(int)>& numbersOf)
 {
     const std::vector<Sample> samples = samplesOf(file, entry);
@@ -140,7 +140,7 @@ void replaceRows(QByteArray& bytes, const PageFile& file, const TableEntry& entr
 
 void writeLargeJetJob(const QString& smallJob, const QString& path)
 {
-    const PageFile file(smallJob);
+    const JetFile file(smallJob);
     QFile original(smallJob);
     if (!original.open(QIODevice::ReadOnly))
         throw std::runtime_error("the small job cannot be read");

@@ -2,7 +2,10 @@
 // What the fuzz targets share.
 #pragma once
 
-#include <QString>
+#include "text/literals.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <cstdint>
 #include <cstdlib>
@@ -23,6 +26,20 @@ inline void require(bool condition)
 inline std::string_view bytesOf(const std::uint8_t* data, std::size_t size)
 {
     return {reinterpret_cast<const char*>(data), size};
+}
+
+/// Where a QTemporaryDir goes: in memory, as the disk would be the slowest part of a run.
+inline QString folderTemplate()
+{
+    const QString memory = u"/dev/shm"_s;
+    return (QFile::exists(memory) ? memory : QDir::tempPath()) + u"/zelto-XXXXXX"_s;
+}
+
+inline void writeFile(const QString& path, std::string_view bytes)
+{
+    QFile file(path);
+    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
 }
 
 /// Malformed UTF-8 becomes replacement characters.

@@ -7,7 +7,6 @@
 #include "store/jet/conversion.h"
 #include "store/jet/table.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -19,7 +18,7 @@ using namespace zelto::fuzz;
 
 namespace {
 
-void readTable(const store::jet::PageFile& file, std::uint32_t definitionPage)
+void readTable(const store::jet::JetFile& file, std::uint32_t definitionPage)
 {
     const store::jet::Table table(file, definitionPage);
     int visited = 0;
@@ -33,7 +32,7 @@ void readTable(const store::jet::PageFile& file, std::uint32_t definitionPage)
 void readAll(const QString& path)
 {
     try {
-        const store::jet::PageFile file(path);
+        const store::jet::JetFile file(path);
         for (const store::jet::TableEntry& entry : store::jet::userTables(file))
             readTable(file, entry.definitionPage);
     } catch (const store::DatabaseError& error) {
@@ -115,17 +114,13 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const QString memory = u"/dev/shm"_s;
-    static const QTemporaryDir folder((QFile::exists(memory) ? memory : QDir::tempPath()) +
-                                      u"/zelto-XXXXXX"_s);
+    static const QTemporaryDir folder(folderTemplate());
+    static const QString path = folder.filePath(u"VECCHIO.ZLT"_s);
     const std::string_view bytes = bytesOf(data, size);
-    QFile file(folder.filePath(u"VECCHIO.ZLT"_s));
-    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
-    file.close();
-    readAll(file.fileName());
+    writeFile(path, bytes);
+    readAll(path);
     // Writing takes many times as long as reading; an input is always treated alike.
     if (std::hash<std::string_view>()(bytes) % 4 == 0)
-        convert(file.fileName());
+        convert(path);
     return 0;
 }

@@ -11,7 +11,6 @@
 #include "store/schema_check.h"
 #include "store/user_interface.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -22,10 +21,9 @@ using namespace zelto::fuzz;
 
 namespace {
 
-class Nobody : public store::UserInterface
+class Nobody : public store::Messages
 {
 public:
-    void SetStatus(const QString& /*text*/, bool /*busy*/) override {}
     void showMessage(const QString& /*text*/) override {}
     void ReportError(const std::exception& /*error*/) override {}
 };
@@ -102,21 +100,12 @@ void openFile(QString path)
     require(!job.tableNames().isEmpty());
 }
 
-/// A folder in memory: the disk would be the slowest part of a run.
-QString folderTemplate()
-{
-    const QString memory = u"/dev/shm"_s;
-    return (QFile::exists(memory) ? memory : QDir::tempPath()) + u"/zelto-XXXXXX"_s;
-}
-
 void runFile(std::string_view bytes)
 {
     static const QTemporaryDir folder(folderTemplate());
-    QFile file(folder.filePath(u"LAVORO.ZLT"_s));
-    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
-    file.close();
-    refusable([&] { openFile(file.fileName()); });
+    const QString path = folder.filePath(u"LAVORO.ZLT"_s);
+    writeFile(path, bytes);
+    refusable([&] { openFile(path); });
 }
 
 void runCells(std::string_view bytes)

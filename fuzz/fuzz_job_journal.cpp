@@ -7,9 +7,7 @@
 #include "store/database.h"
 #include "store/schema_check.h"
 
-#include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QMap>
 #include <QTemporaryDir>
 
@@ -22,18 +20,11 @@ namespace {
 
 using Contents = QMap<QString, QByteArray>;
 
-void writeFile(const QString& path, std::string_view bytes)
-{
-    QFile file(path);
-    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    require(file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0);
-}
-
 /// A folder in memory, with files that a journal could name.
 class Place
 {
 public:
-    Place() : m_folder(u"/dev/shm/zelto-XXXXXX"_s)
+    Place() : m_folder(folderTemplate())
     {
         require(m_folder.isValid());
         for (const QString& folder : {u"lavori"_s, u"passing"_s})

@@ -2,6 +2,7 @@
 #include "fuzz_journal.h"
 
 #include "fuzz_input.h"
+#include "store/big_endian.h"
 
 #include <algorithm>
 #include <array>
@@ -22,10 +23,8 @@ constexpr std::size_t HeadSize = 28;
 
 std::uint32_t numberAt(std::string_view bytes, std::size_t at)
 {
-    std::uint32_t number = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        number = number << 8U | static_cast<unsigned char>(bytes[at + i]);
-    return number;
+    return static_cast<std::uint32_t>(
+        store::numberAt(store::viewOf(bytes), at, sizeof(std::uint32_t)).value_or(0));
 }
 
 void setNumber(std::string& bytes, std::size_t at, std::uint32_t number)

@@ -4,7 +4,6 @@
 #include "fuzz_input.h"
 #include "store/database.h"
 #include "store/recovery/job_salvage.h"
-#include "store/recovery/salvage_writer.h"
 #include "store/schema_check.h"
 
 #include <QTemporaryDir>

@@ -14,7 +14,7 @@
 #include "store/files/passing_folder.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
-#include "store/jet/page_file.h"
+#include "store/jet/jet_file.h"
 #include "store/schema_check.h"
 #include "text/system_reason.h"
 

@@ -9,7 +9,7 @@
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
-#include "store/jet/page_file.h"
+#include "store/jet/jet_file.h"
 #include "store/master_database.h"
 #include "widgets/main_window_services.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/file_check.h"
 
+#include "store/big_endian.h"
 #include "store/database_error.h"
 #include "store/engine_file.h"
 #include "store/files/file_names.h"
 #include "store/job_limits.h"
-#include "store/recovery/page_image.h"
 
 #include <QFileInfo>
 
@@ -32,10 +32,8 @@ DatabaseError refused(QStringView description, const QString& shown)
 /// The engine gives the file the size that the journal says it had.
 void checkFormerSize(const QByteArray& head, const QString& shown)
 {
-    const Bytes bytes(reinterpret_cast<const std::uint8_t*>(head.constData()),
-                      static_cast<std::size_t>(head.size()));
-    const std::uint64_t pages = numberAt(bytes, PagesAt, 4).value_or(0);
-    const std::uint64_t pageSize = numberAt(bytes, PageSizeAt, 4).value_or(0);
+    const std::uint64_t pages = numberAt(viewOf(head), PagesAt, 4).value_or(0);
+    const std::uint64_t pageSize = numberAt(viewOf(head), PageSizeAt, 4).value_or(0);
     // 0 stands for the size that the file has.
     constexpr std::uint64_t LargestPage = 65536;
     const bool given = pageSize != 0 && pageSize < LargestPage;

@@ -45,7 +45,7 @@ public:
 /// Every table with its columns and rows; counts what could not be read.
 inline QString jetDump(const QString& path, int& unreadable)
 {
-    const store::jet::PageFile file(path);
+    const store::jet::JetFile file(path);
     QString dump;
     for (const store::jet::TableEntry& entry : store::jet::userTables(file)) {
         const store::jet::Table table(file, entry.definitionPage);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/jet/page_file.h"
+#include "store/jet/jet_file.h"
 #include "store_fixture.h"
 #include "support/runner.h"
 
@@ -341,7 +341,7 @@ void TestDatabaseFile::locksStay()
     const Database::Transaction transaction(database);
     (void)Database::open(path, OpenMode::ReadOnly);
     QVERIFY(!jet::isJetFile(path));
-    QCOMPARE(errorOf([&] { (void)jet::PageFile(path); }), 3343);
+    QCOMPARE(errorOf([&] { (void)jet::JetFile(path); }), 3343);
     QVERIFY(isLocked(path));
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/big_endian.h"
+
+#include <QByteArray>
+
 #include <algorithm>
 #include <bit>
-#include <cstdint>
 #include <cstring>
-#include <span>
 #include <stdexcept>
 
 namespace zelto::store::jet {
@@ -17,17 +19,22 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Bytes of the file. Every read of a number or a part goes through part(), which refuses what does
-/// not lie within.
+/// Bytes of the file. Every read of a number goes through part(), which refuses what does not lie
+/// within.
 class ByteView
 {
 public:
     ByteView() = default;
-    explicit ByteView(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
+    explicit ByteView(Bytes bytes) : m_bytes(bytes) {}
+    explicit ByteView(const QByteArray& bytes) : m_bytes(viewOf(bytes)) {}
 
     [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
-    [[nodiscard]] std::span<const std::uint8_t> all() const { return m_bytes; }
+    [[nodiscard]] Bytes all() const { return m_bytes; }
     [[nodiscard]] const std::uint8_t* data() const { return m_bytes.data(); }
+    [[nodiscard]] QByteArray copy() const
+    {
+        return {reinterpret_cast<const char*>(data()), static_cast<qsizetype>(size())};
+    }
 
     /// Throws BadBytes.
     [[nodiscard]] ByteView part(std::size_t offset, std::size_t length) const
@@ -58,7 +65,7 @@ public:
     }
 
 private:
-    std::span<const std::uint8_t> m_bytes;
+    Bytes m_bytes;
 };
 
 } // namespace zelto::store::jet

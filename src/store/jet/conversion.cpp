@@ -60,29 +60,17 @@ Value fitted(const FieldDef& field, const Value& value)
     return isText && value.isInteger() ? Value(value.text()) : value;
 }
 
-/// Where the table has the field, if it has it.
-std::optional<std::size_t> placeOf(const Table& table, QStringView field)
-{
-    const auto column = std::ranges::find_if(table.columns(), [&](const Column& candidate) {
-        return candidate.name.compare(field, Qt::CaseInsensitive) == 0;
-    });
-    if (column == table.columns().end())
-        return std::nullopt;
-    return static_cast<std::size_t>(column - table.columns().begin());
-}
-
 /// Reads the tables of one original into one new job.
 class Conversion
 {
 public:
-    explicit Conversion(const QString& path) : m_path(path), m_file(path)
-    {
-        m_tables = userTables(m_file);
-    }
+    explicit Conversion(const QString& path)
+        : m_path(path), m_file(path), m_tables(userTables(m_file))
+    {}
 
     void requireVersion() const;
     void copyInto(Database& job);
-    [[nodiscard]] ConversionReport& report() { return m_report; }
+    [[nodiscard]] const ConversionReport& report() const { return m_report; }
 
 private:
     [[nodiscard]] std::optional<Table> find(QStringView name) const;
@@ -94,7 +82,7 @@ private:
     void remark(const QString& sentence) { m_report.remarks << sentence; }
 
     QString m_path;
-    PageFile m_file;
+    JetFile m_file;
     std::vector<TableEntry> m_tables;
     ConversionReport m_report;
 };
@@ -109,14 +97,13 @@ std::optional<Table> Conversion::find(QStringView name) const
 
 void Conversion::requireVersion() const
 {
-    float version = 0;
-    bool found = false;
+    std::optional<float> version; // of the first record
     const std::optional<Table> marker = find(TabellaZelto);
-    if (const auto place = marker ? placeOf(*marker, u"Versione") : std::nullopt)
+    if (const auto place = marker ? marker->placeOf(u"Versione") : std::nullopt)
         marker->forEachRow([&](const std::vector<Field>& fields) {
-            if (!std::exchange(found, true))
-                version = static_cast<float>(text::leadingNumber(
-                    std::visit(ToValue(), fields[*place]).text().toStdString()));
+            if (!version)
+                version = static_cast<float>(
+                    text::leadingNumber(std::visit(ToValue(), fields[*place]).text()));
         });
     if (version != VersioneFormato)
         throw DatabaseError(ErrorNumber::BadValue, u"«%1»: %2"_s.arg(m_path, IncompatibleFormat));
@@ -127,17 +114,14 @@ std::vector<std::optional<std::size_t>> Conversion::placesOf(const TableDef& tab
                                                              const Table& original)
 {
     std::vector<std::optional<std::size_t>> places;
-    std::vector<bool> used(original.columns().size());
     for (const FieldDef& field : table.fields) {
-        places.push_back(placeOf(original, field.name));
-        if (places.back())
-            used[*places.back()] = true;
-        else
+        places.push_back(original.placeOf(field.name));
+        if (!places.back())
             remark(u"La tabella «%1» non ha il campo «%2», che resta vuoto."_s.arg(table.name,
                                                                                    field.name));
     }
-    for (std::size_t i = 0; i < used.size(); ++i)
-        if (!used[i])
+    for (std::size_t i = 0; i < original.columns().size(); ++i)
+        if (std::ranges::find(places, std::optional(i)) == places.end())
             remark(
                 u"Il campo «%2» della tabella «%1» non è di un lavoro e non è stato letto."_s.arg(
                     table.name, original.columns()[i].name));

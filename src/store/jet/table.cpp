@@ -10,7 +10,6 @@ namespace zelto::store::jet {
 
 namespace {
 
-constexpr unsigned DataPage = 1;
 constexpr unsigned DefinitionPage = 2;
 constexpr unsigned MapPage = 5;
 constexpr std::uint32_t CatalogueDefinition = 2;
@@ -27,18 +26,7 @@ struct DefinitionLayout
 constexpr DefinitionLayout Jet3Layout{12, 25, 31, 35, 43, 8, 18, 1, 3, 5, 13, 14, 16};
 constexpr DefinitionLayout Jet4Layout{16, 45, 51, 55, 63, 12, 25, 5, 7, 9, 15, 21, 23};
 
-QByteArray bytesOf(const ByteView& view)
-{
-    return {reinterpret_cast<const char*>(view.data()), static_cast<qsizetype>(view.size())};
-}
-
-ByteView viewOf(const QByteArray& bytes)
-{
-    return ByteView(std::span(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-                              static_cast<std::size_t>(bytes.size())));
-}
-
-/// The numbers of the pages whose bits are set; the first bit stands for the page given.
+/// Appends the numbers of the pages whose bits are set; the first bit stands for the first page.
 void addBits(const ByteView& bitmap, std::uint64_t first, std::uint32_t pageCount,
              std::vector<std::uint32_t>& pages)
 {
@@ -86,8 +74,9 @@ public:
     }
 
 private:
-    /// Before the mask: the count, one byte for each full 256 bytes of the row with the column from
-    /// which offsets are that much larger, then the offsets backwards.
+    /// Before the mask stand, from back to front: the number of fields; for each full 256 bytes of
+    /// the row the first field whose offset is 256 more than its byte says; the offsets, a byte
+    /// each.
     void readJet3Offsets(std::size_t end)
     {
         m_variable = m_bytes.byte(end - 1);
@@ -121,11 +110,21 @@ private:
     std::array<std::size_t, MostColumns + 1> m_offsets{};
 };
 
-Table::Table(const PageFile& file, std::uint32_t definitionPage)
+Table::Table(const JetFile& file, std::uint32_t definitionPage)
     : m_file(file), m_definitionPage(definitionPage)
 {
     const QByteArray definition = wholeDefinition();
-    readColumns(viewOf(definition));
+    readColumns(ByteView(definition));
+}
+
+std::optional<std::size_t> Table::placeOf(QStringView field) const
+{
+    const auto column = std::ranges::find_if(m_columns, [&](const Column& candidate) {
+        return candidate.name.compare(field, Qt::CaseInsensitive) == 0;
+    });
+    if (column == m_columns.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(column - m_columns.begin());
 }
 
 /// The first page and what stands on those that it goes on with.
@@ -139,7 +138,7 @@ QByteArray Table::wholeDefinition() const
         if (page.byte(0) != DefinitionPage || seen.contains(number))
             throw BadBytes("no table definition");
         m_file.charge(page.size());
-        whole += bytesOf(seen.isEmpty() ? page : page.from(HeadOfNext));
+        whole += (seen.isEmpty() ? page : page.from(HeadOfNext)).copy();
         seen.insert(number);
         number = page.dword(4);
     }
@@ -261,11 +260,11 @@ Field Table::fieldOf(const Column& column, const ByteView& bytes) const
     case Type::Text:
         return m_file.text(bytes);
     case Type::Memo:
-        return m_file.text(viewOf(longValue(bytes)));
+        return m_file.text(ByteView(longValue(bytes)));
     case Type::Binary:
         return longValue(bytes);
     default:
-        return bytesOf(bytes);
+        return bytes.copy();
     }
 }
 
@@ -278,15 +277,15 @@ QByteArray Table::longValue(const ByteView& head) const
     const std::uint32_t word = head.dword(0);
     const std::uint32_t length = word & ~(Inline | OneRow);
     if ((word & Inline) != 0)
-        return bytesOf(head.part(HeadSize, length));
+        return head.part(HeadSize, length).copy();
     std::uint32_t pointer = head.dword(4);
     if ((word & OneRow) != 0)
-        return bytesOf(m_file.pointedAt(pointer).part(0, length));
+        return m_file.pointedAt(pointer).part(0, length).copy();
     QByteArray value;
     while (static_cast<std::uint32_t>(value.size()) < length && pointer != 0) {
         // Every row costs, so that a chain that is a circle comes to its end.
         const ByteView piece = m_file.pointedAt(pointer);
-        value += bytesOf(piece.from(4));
+        value += piece.from(4).copy();
         pointer = piece.dword(0);
     }
     if (static_cast<std::uint32_t>(value.size()) < length)
@@ -295,14 +294,13 @@ QByteArray Table::longValue(const ByteView& head) const
     return value;
 }
 
-std::vector<TableEntry> userTables(const PageFile& file)
+std::vector<TableEntry> userTables(const JetFile& file)
 {
     const Table catalogue(file, CatalogueDefinition);
     const auto place = [&](QStringView name) {
-        const auto column = std::ranges::find(catalogue.columns(), name, &Column::name);
-        if (column == catalogue.columns().end())
-            throw BadBytes("no catalogue");
-        return static_cast<std::size_t>(column - catalogue.columns().begin());
+        if (const std::optional<std::size_t> found = catalogue.placeOf(name))
+            return *found;
+        throw BadBytes("no catalogue");
     };
     const std::size_t id = place(u"Id");
     const std::size_t name = place(u"Name");

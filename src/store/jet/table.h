@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/jet/page_file.h"
+#include "store/jet/jet_file.h"
 
 #include <QString>
 
@@ -66,10 +66,13 @@ class Table
 {
 public:
     /// Reads the definition that begins on the page. Throws BadBytes.
-    Table(const PageFile& file, std::uint32_t definitionPage);
+    Table(const JetFile& file, std::uint32_t definitionPage);
 
     /// In the order of the fields.
     [[nodiscard]] const std::vector<Column>& columns() const { return m_columns; }
+
+    /// Where it has the field of that name, in whatever letters; none where it lacks it.
+    [[nodiscard]] std::optional<std::size_t> placeOf(QStringView field) const;
 
     /// How many rows there are by the definition; 0 also after an unclean close.
     [[nodiscard]] std::uint32_t statedRows() const { return m_statedRows; }
@@ -88,7 +91,7 @@ private:
     [[nodiscard]] Field fieldOf(const Column& column, const ByteView& bytes) const;
     [[nodiscard]] QByteArray longValue(const ByteView& head) const;
 
-    const PageFile& m_file;
+    const JetFile& m_file;
     std::uint32_t m_definitionPage;
     std::uint32_t m_statedRows = 0;
     std::uint32_t m_ownedMap = 0;
@@ -103,6 +106,6 @@ struct TableEntry
 };
 
 /// The user's tables in stored order. Throws BadBytes when the catalogue cannot be read.
-[[nodiscard]] std::vector<TableEntry> userTables(const PageFile& file);
+[[nodiscard]] std::vector<TableEntry> userTables(const JetFile& file);
 
 } // namespace zelto::store::jet

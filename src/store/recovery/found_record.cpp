@@ -12,60 +12,49 @@ namespace {
 /// Far more than any table of a job has.
 constexpr std::size_t MaxFields = 100;
 
-/// How a field is stored: its serial type in the record's header.
-struct FieldType
-{
-    enum class Kind { Null, Integer, Constant, Text, Other };
+// What a field is, by its number in the record's header; between Null and Real are the whole
+// numbers. From FirstBlob on bytes and texts take turns.
+constexpr std::uint64_t Null = 0;
+constexpr std::uint64_t Real = 7;
+constexpr std::uint64_t Zero = 8;
+constexpr std::uint64_t One = 9;
+constexpr std::uint64_t FirstBlob = 12;
 
-    Kind kind = Kind::Null;
-    std::uint64_t size = 0;
-    int constant = 0;
-};
-
-/// None for the two types that no record has.
-std::optional<FieldType> fieldType(std::uint64_t serial)
+/// How many bytes such a field takes; none for the two numbers that no record has.
+std::optional<std::uint64_t> sizeOf(std::uint64_t type)
 {
-    using Kind = FieldType::Kind;
-    constexpr std::array<std::uint64_t, 7> IntegerSizes{0, 1, 2, 3, 4, 6, 8};
-    constexpr std::uint64_t Real = 7;
-    constexpr std::uint64_t FirstBlob = 12;
-    if (serial == 0)
-        return FieldType{};
-    if (serial < IntegerSizes.size())
-        return FieldType{.kind = Kind::Integer, .size = IntegerSizes[serial]};
-    if (serial == Real)
-        return FieldType{.kind = Kind::Other, .size = 8};
-    if (serial == 8 || serial == 9)
-        return FieldType{.kind = Kind::Constant, .constant = static_cast<int>(serial - 8)};
-    if (serial < FirstBlob)
+    constexpr std::array<std::uint64_t, One + 1> Sizes{0, 1, 2, 3, 4, 6, 8, 8, 0, 0};
+    if (type < Sizes.size())
+        return Sizes.at(type);
+    if (type < FirstBlob)
         return std::nullopt;
-    return FieldType{.kind = serial % 2 == 1 ? Kind::Text : Kind::Other,
-                     .size = (serial - FirstBlob) / 2};
+    return (type - FirstBlob) / 2;
 }
 
 struct Header
 {
-    std::vector<FieldType> types{};
-    std::uint64_t recordLength = 0;
+    std::size_t size = 0;
+    std::vector<std::uint64_t> types{};
 };
 
-std::optional<Header> readHeader(Bytes payload)
+/// None unless it describes a record of that length.
+std::optional<Header> readHeader(Bytes payload, std::uint64_t length)
 {
-    const std::optional<Varint> headerSize = varintAt(payload, 0);
-    if (!headerSize || headerSize->value > payload.size())
+    const std::optional<Varint> size = varintAt(payload, 0);
+    if (!size || size->value > payload.size())
         return std::nullopt;
-    Header header{.recordLength = headerSize->value};
-    const Bytes serials = payload.first(headerSize->value);
-    for (std::size_t at = headerSize->length; at < serials.size();) {
-        const std::optional<Varint> serial = varintAt(serials, at);
-        const std::optional<FieldType> type = serial ? fieldType(serial->value) : std::nullopt;
-        if (!type || header.types.size() == MaxFields)
+    Header header{.size = size->value};
+    std::uint64_t described = header.size;
+    for (std::size_t at = size->length; at < header.size;) {
+        const std::optional<Varint> type = varintAt(payload.first(header.size), at);
+        const std::optional<std::uint64_t> field = type ? sizeOf(type->value) : std::nullopt;
+        if (!field || header.types.size() == MaxFields)
             return std::nullopt;
-        at += serial->length;
-        header.recordLength += type->size;
-        header.types.push_back(*type);
+        at += type->length;
+        described += *field;
+        header.types.push_back(type->value);
     }
-    return header;
+    return described == length ? std::optional(header) : std::nullopt;
 }
 
 qint64 signedNumber(Bytes bytes)
@@ -75,31 +64,25 @@ qint64 signedNumber(Bytes bytes)
     return static_cast<qint64>(number << unused) >> unused;
 }
 
-QString decoded(Bytes bytes, TextEncoding encoding)
+QString decoded(Bytes bytes, QStringConverter::Encoding encoding)
 {
-    constexpr std::array Encodings{QStringConverter::Utf8, QStringConverter::Utf16LE,
-                                   QStringConverter::Utf16BE};
     // A mark at the beginning is part of the text.
-    QStringDecoder decode(Encodings.at(static_cast<std::size_t>(encoding)),
-                          QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decode(encoding, QStringConverter::Flag::ConvertInitialBom);
     return decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
 
 /// None for a content that no field of a job has.
-std::optional<Value> fieldValue(const FieldType& type, Bytes bytes, TextEncoding encoding)
+std::optional<Value> fieldValue(std::uint64_t type, Bytes bytes,
+                                QStringConverter::Encoding encoding)
 {
-    switch (type.kind) {
-    case FieldType::Kind::Null:
+    if (type == Null)
         return Value();
-    case FieldType::Kind::Constant:
-        return Value(type.constant);
-    case FieldType::Kind::Integer:
+    if (type < Real)
         return Value(signedNumber(bytes));
-    case FieldType::Kind::Text:
+    if (type == Zero || type == One)
+        return Value(type - Zero);
+    if (type > FirstBlob && type % 2 == 1)
         return Value(decoded(bytes, encoding));
-    case FieldType::Kind::Other:
-        break;
-    }
     return std::nullopt;
 }
 
@@ -125,29 +108,29 @@ std::optional<Varint> varintAt(Bytes bytes, std::size_t offset)
     return number;
 }
 
-bool describesRecord(Bytes payload, std::uint64_t payloadLength)
+bool describesRecord(Bytes payload, std::uint64_t length)
 {
-    const std::optional<Header> header = readHeader(payload);
-    return header && header->recordLength == payloadLength;
+    return readHeader(payload, length).has_value();
 }
 
-std::optional<RecordFields> readFields(Bytes payload, std::uint64_t payloadLength,
-                                       TextEncoding encoding)
+std::optional<FoundRecord> readRecord(Bytes payload, std::uint64_t length,
+                                      QStringConverter::Encoding encoding)
 {
-    const std::optional<Header> header = readHeader(payload);
-    if (!header || header->recordLength != payloadLength)
+    const std::optional<Header> header = readHeader(payload, length);
+    if (!header)
         return std::nullopt;
-    RecordFields fields;
-    std::uint64_t at = varintAt(payload, 0)->value;
-    for (const FieldType& type : header->types) {
+    FoundRecord record;
+    std::uint64_t at = header->size;
+    for (const std::uint64_t type : header->types) {
+        const std::uint64_t size = sizeOf(type).value_or(0);
         std::optional<Value> value;
-        if (at <= payload.size() && type.size <= payload.size() - at)
-            value = fieldValue(type, payload.subspan(at, type.size), encoding);
-        fields.whole = fields.whole && value.has_value();
-        fields.values.push_back(value.value_or(Value()));
-        at += type.size;
+        if (at <= payload.size() && size <= payload.size() - at)
+            value = fieldValue(type, payload.subspan(at, size), encoding);
+        record.whole = record.whole && value.has_value();
+        record.values.push_back(value.value_or(Value()));
+        at += size;
     }
-    return fields;
+    return record;
 }
 
 } // namespace zelto::store

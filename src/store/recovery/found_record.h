@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/recovery/page_image.h"
+#include "store/big_endian.h"
 #include "store/value.h"
 
-#include <cstdint>
-#include <optional>
-#include <vector>
+#include <QStringConverter>
 
 namespace zelto::store {
 
@@ -20,19 +18,21 @@ struct Varint
 /// None when it does not end within the bytes.
 [[nodiscard]] std::optional<Varint> varintAt(Bytes bytes, std::size_t offset);
 
-/// The fields of a record; Null in place of those that cannot be read.
-struct RecordFields
+/// A record as it was found.
+struct FoundRecord
 {
-    std::vector<Value> values;
-    bool whole = true;
+    bool keyed = false; ///< of a table in the order of its key; the others number their records
+    qint64 rowNumber = 0;
+    Record values{};   ///< Null in place of what could not be read
+    bool whole = true; ///< whether every field could be read
 };
 
 /// Whether what the payload begins with describes a record of that length.
-[[nodiscard]] bool describesRecord(Bytes payload, std::uint64_t payloadLength);
+[[nodiscard]] bool describesRecord(Bytes payload, std::uint64_t length);
 
-/// Reads a record of which the payload is all, or the beginning, of payloadLength bytes. None when
-/// it contradicts itself.
-[[nodiscard]] std::optional<RecordFields> readFields(Bytes payload, std::uint64_t payloadLength,
-                                                     TextEncoding encoding);
+/// Reads the fields of a record of which the payload is all, or the beginning, of that many bytes.
+/// None when it contradicts itself.
+[[nodiscard]] std::optional<FoundRecord> readRecord(Bytes payload, std::uint64_t length,
+                                                    QStringConverter::Encoding encoding);
 
 } // namespace zelto::store

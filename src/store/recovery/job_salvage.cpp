@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/job_salvage.h"
 
-#include "store/recovery/overflow_reader.h"
+#include "store/recovery/page_image.h"
 #include "store/recovery/salvaged_record.h"
+#include "store/recovery/tree_page.h"
 #include "text/literals.h"
 
 #include <algorithm>
@@ -28,8 +29,8 @@ std::set<std::uint64_t> linkedPages(const std::vector<TreePage>& pages)
 {
     std::set<std::uint64_t> linked;
     for (const TreePage& page : pages) {
-        linked.insert(page.children().begin(), page.children().end());
-        for (const FoundRecord& found : page.records())
+        linked.insert(page.children.begin(), page.children.end());
+        for (const FoundRecord& found : page.records)
             if (const std::optional<std::uint64_t> root = rootPage(found))
                 linked.insert(*root);
     }
@@ -53,8 +54,8 @@ std::vector<std::uint32_t> pagesInOrder(const PageImage& image, const std::vecto
 
 void take(const TreePage& page, SalvagedJob& job)
 {
-    job.broken += page.brokenRecords();
-    for (const FoundRecord& found : page.records()) {
+    job.broken += page.broken;
+    for (const FoundRecord& found : page.records) {
         std::optional<TableRecord> record = recordOfJob(found);
         if (record ? !found.whole : isListed(found))
             ++job.broken;
@@ -63,12 +64,11 @@ void take(const TreePage& page, SalvagedJob& job)
     }
 }
 
-SalvagedJob salvageFrom(const PageImage& image)
+SalvagedJob salvageFrom(PageImage image)
 {
-    OverflowReader overflow(image);
     std::vector<TreePage> pages;
     for (std::uint32_t number = 1; number <= image.pageCount(); ++number)
-        pages.emplace_back(number, overflow);
+        pages.push_back(readTreePage(number, image));
     SalvagedJob job;
     for (const std::uint32_t number : pagesInOrder(image, pages))
         take(pages[number - 1], job);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/recovery/tree_page.h"
 #include "store/value.h"
 
 #include <QByteArray>
@@ -11,6 +10,8 @@
 #include <vector>
 
 namespace zelto::store {
+
+class Database;
 
 /// The records of a job that can still be read in the bytes of its damaged file.
 struct SalvagedJob
@@ -25,5 +26,11 @@ struct SalvagedJob
 
 /// Reads every page, whatever the tables' own pages look like.
 [[nodiscard]] SalvagedJob salvage(const QByteArray& bytes);
+
+/// Gives an empty database the tables of a job and these records. What breaks a rule of the tables
+/// is left out: the field, or the record when its key is there already. Returns how many were. What
+/// every job has is added where it is missing: the marker, general data, coefficient groups, and
+/// the units of rooms. Throws DatabaseError for any other failure.
+int writeSalvaged(Database& database, const SalvagedJob& job);
 
 } // namespace zelto::store

@@ -27,55 +27,42 @@ bool isPageSize(std::uint64_t size)
 
 } // namespace
 
-std::optional<std::uint64_t> numberAt(Bytes bytes, std::size_t offset, std::size_t length)
-{
-    if (offset > bytes.size() || length > bytes.size() - offset)
-        return std::nullopt;
-    std::uint64_t number = 0;
-    for (const std::uint8_t byte : bytes.subspan(offset, length))
-        number = number << 8U | byte;
-    return number;
-}
-
 PageImage::PageImage(QByteArray bytes, Reading reading) : m_bytes(std::move(bytes))
 {
+    constexpr std::uint64_t TimesTheFile = 4;
     if (reading == Reading::ByHeader)
         readHeader();
-}
-
-Bytes PageImage::all() const
-{
-    return {reinterpret_cast<const std::uint8_t*>(m_bytes.constData()),
-            static_cast<std::size_t>(m_bytes.size())};
+    m_overflowAllowance = TimesTheFile * pageCount() * usableSize();
 }
 
 /// Every field is taken by itself, whatever the others have become.
 void PageImage::readHeader()
 {
-    const std::uint64_t stored = numberAt(all(), PageSizeAt, 2).value_or(0);
+    const Bytes all = viewOf(m_bytes);
+    const std::uint64_t stored = numberAt(all, PageSizeAt, 2).value_or(0);
     const std::uint64_t size = stored == 1 ? LargestPage : stored;
     if (isPageSize(size))
         m_pageSize = size;
-    const std::uint64_t reserved = numberAt(all(), ReservedAt, 1).value_or(0);
+    const std::uint64_t reserved = numberAt(all, ReservedAt, 1).value_or(0);
     if (m_pageSize - reserved >= SmallestUsable)
         m_reserved = reserved;
-    const std::uint64_t encoding = numberAt(all(), EncodingAt, 4).value_or(0);
+    const std::uint64_t encoding = numberAt(all, EncodingAt, 4).value_or(0);
     if (encoding == 2)
-        m_encoding = TextEncoding::Utf16LittleEndian;
+        m_encoding = QStringConverter::Utf16LE;
     else if (encoding == 3)
-        m_encoding = TextEncoding::Utf16BigEndian;
+        m_encoding = QStringConverter::Utf16BE;
 }
 
 std::uint32_t PageImage::pageCount() const
 {
-    return static_cast<std::uint32_t>((all().size() + m_pageSize - 1) / m_pageSize);
+    return static_cast<std::uint32_t>((viewOf(m_bytes).size() + m_pageSize - 1) / m_pageSize);
 }
 
 Bytes PageImage::page(std::uint64_t number) const
 {
     if (number == 0 || number > pageCount())
         return {};
-    const Bytes rest = all().subspan((number - 1) * m_pageSize);
+    const Bytes rest = viewOf(m_bytes).subspan((number - 1) * m_pageSize);
     return rest.first(std::min(rest.size(), usableSize()));
 }
 
@@ -107,6 +94,22 @@ bool PageImage::addTrunk(std::uint64_t trunk, std::set<std::uint32_t>& pages) co
         if (!add(numberAt(list, 8 + 4 * i, 4).value_or(0)))
             return false;
     return true;
+}
+
+void PageImage::appendOverflow(std::vector<std::uint8_t>& payload, std::uint64_t length,
+                               std::uint64_t page)
+{
+    constexpr std::size_t NextPageSize = 4;
+    while (payload.size() < length) {
+        const Bytes bytes = this->page(page);
+        if (bytes.size() <= NextPageSize || bytes.size() > m_overflowAllowance)
+            return;
+        m_overflowAllowance -= bytes.size();
+        const Bytes content = bytes.subspan(NextPageSize);
+        const Bytes piece = content.first(std::min(content.size(), length - payload.size()));
+        payload.insert(payload.end(), piece.begin(), piece.end());
+        page = numberAt(bytes, 0, NextPageSize).value_or(0);
+    }
 }
 
 } // namespace zelto::store

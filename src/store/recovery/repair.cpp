@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/repair.h"
 
+#include "store/big_endian.h"
 #include "store/database.h"
 #include "store/engine_file.h"
 #include "store/file_check.h"
@@ -9,13 +10,11 @@
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/recovery/job_salvage.h"
-#include "store/recovery/salvage_writer.h"
 #include "store/recovery/salvaged_record.h"
 #include "store/schema.h"
 #include "store/schema_check.h"
 
 #include <QFileInfo>
-#include <QtEndian>
 
 #include <algorithm>
 
@@ -55,8 +54,8 @@ void rebuild(const QString& path)
     rebuilt.replace();
 }
 
-/// Whether it is about what stands in the file. Where changes wait in a log of
-/// their own, the file alone is not the job.
+/// Whether the error is about what stands in the file. Where changes wait in a log of their own,
+/// the file alone is not the job.
 bool isDamage(const DatabaseError& error, const QString& path)
 {
     switch (error.number()) {
@@ -110,25 +109,19 @@ void takePlace(NewFile& repaired, const QString& path, RepairResult& result)
     repaired.replaceKeeping(result.damagedOriginal);
 }
 
-/// For each field of ours its place in the query's records; none when they lack it.
-std::vector<std::optional<int>> placesOf(const TableDef& table, const Query& records)
-{
-    std::vector<std::optional<int>> places(table.fields.size());
-    for (std::size_t field = 0; field < places.size(); ++field)
-        for (int place = 0; place < records.fieldCount(); ++place)
-            if (records.fieldName(place).compare(table.fields[field].name, Qt::CaseInsensitive) ==
-                0)
-                places[field] = place;
-    return places;
-}
-
+/// Fields of ours that the records lack are Null.
 void takeRecords(Query records, const TableDef& table, SalvagedJob& job)
 {
-    const std::vector<std::optional<int>> places = placesOf(table, records);
+    QStringList names;
+    for (int place = 0; place < records.fieldCount(); ++place)
+        names << records.fieldName(place).toCaseFolded();
+    std::vector<qsizetype> places; // of our fields
+    for (const FieldDef& field : table.fields)
+        places.push_back(names.indexOf(field.name.toCaseFolded()));
     for (; !records.atEnd(); records.next()) {
         FoundRecord found;
-        for (const std::optional<int> place : places)
-            found.values.push_back(place ? records.field(*place) : Value());
+        for (const qsizetype place : places)
+            found.values.push_back(place < 0 ? Value() : records.field(static_cast<int>(place)));
         if (auto record = recordOfTable(table.name, found))
             job.records[table.name].push_back(std::move(record->values));
         else
@@ -170,17 +163,18 @@ RepairResult replaceForeign(const QString& path)
 /// A file that was cut tells in its header how long it was, unless an old program wrote it last.
 void countPages(const QByteArray& bytes, RepairResult& result)
 {
-    constexpr qsizetype PageSizeAt = 16;
-    constexpr qsizetype CounterAt = 24;
-    constexpr qsizetype PagesAt = 28;
-    constexpr qsizetype WrittenAtCounterAt = 92;
-    if (bytes.size() < HeaderSize)
+    constexpr std::size_t PageSizeAt = 16;
+    constexpr std::size_t CounterAt = 24;
+    constexpr std::size_t PagesAt = 28;
+    constexpr std::size_t WrittenAtCounterAt = 92;
+    const auto number = [&](std::size_t at, std::size_t length) {
+        return static_cast<qint64>(numberAt(viewOf(bytes), at, length).value_or(0));
+    };
+    const qint64 pageSize = number(PageSizeAt, 2);
+    if (bytes.size() < HeaderSize || number(CounterAt, 4) != number(WrittenAtCounterAt, 4) ||
+        pageSize < 512)
         return;
-    const auto number = [&](qsizetype at) { return qFromBigEndian<quint32>(bytes.data() + at); };
-    const auto pageSize = qFromBigEndian<quint16>(bytes.data() + PageSizeAt);
-    if (number(CounterAt) != number(WrittenAtCounterAt) || pageSize < 512)
-        return;
-    result.pages = number(PagesAt);
+    result.pages = number(PagesAt, 4);
     result.missingPages = std::max<qint64>(result.pages - bytes.size() / pageSize, 0);
 }
 

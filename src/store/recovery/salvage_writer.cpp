@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/recovery/salvage_writer.h"
-
 #include "store/database.h"
 #include "store/job_limits.h"
 #include "store/recovery/job_salvage.h"

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/salvaged_record.h"
 
+#include "store/job_limits.h"
 #include "store/schema.h"
 #include "text/decimal_text.h"
-
-#include <limits>
 
 namespace zelto::store {
 
@@ -12,16 +11,15 @@ namespace {
 
 constexpr qsizetype UnitKeyLength = 5;
 
-std::size_t fieldCount(QStringView table)
+bool hasFieldsOf(QStringView table, const FoundRecord& found)
 {
-    return jobTable(table).fields.size();
+    return found.values.size() == jobTable(table).fields.size();
 }
 
 /// A unit number or position; none when the value cannot be one.
 std::optional<int> positiveNumber(const Value& value)
 {
-    if (!value.isInteger() || value.integer() < 1 ||
-        value.integer() > std::numeric_limits<qint16>::max())
+    if (!value.isInteger() || value.integer() < 1 || value.integer() > MostRecords)
         return std::nullopt;
     return static_cast<int>(value.integer());
 }
@@ -88,24 +86,22 @@ TableRecord generalData(const FoundRecord& found)
 
 bool isListed(const FoundRecord& found)
 {
-    const std::size_t fields = found.values.size();
     // Tables that another program made may number the records of units too.
-    return fields == fieldCount(TabellaVani) ||
-           (fields == fieldCount(TabellaUnita) && (found.keyed || found.values[1].isInteger()));
+    return hasFieldsOf(TabellaVani, found) ||
+           (hasFieldsOf(TabellaUnita, found) && (found.keyed || found.values[1].isInteger()));
 }
 
 std::optional<TableRecord> recordOfJob(const FoundRecord& found)
 {
-    const std::size_t fields = found.values.size();
     if (isListed(found))
-        return recordOfTable(fields == fieldCount(TabellaVani) ? TabellaVani : TabellaUnita, found);
+        return recordOfTable(hasFieldsOf(TabellaVani, found) ? TabellaVani : TabellaUnita, found);
     if (found.keyed)
         return std::nullopt;
-    if (fields == fieldCount(TabellaVariabili))
+    if (hasFieldsOf(TabellaVariabili, found))
         return recordOfTable(TabellaVariabili, found);
-    if (fields == fieldCount(TabellaDatiGenerali))
+    if (hasFieldsOf(TabellaDatiGenerali, found))
         return generalData(found);
-    if (fields == fieldCount(TabellaZelto))
+    if (hasFieldsOf(TabellaZelto, found))
         return marker(found);
     return std::nullopt;
 }

@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/recovery/tree_page.h"
-#include "store/value.h"
+#include "store/recovery/found_record.h"
 
 #include <QStringView>
-
-#include <optional>
-#include <vector>
 
 namespace zelto::store {
 
@@ -15,7 +11,7 @@ namespace zelto::store {
 struct TableRecord
 {
     QStringView table;
-    std::vector<Value> values;
+    Record values;
 };
 
 /// Whether it has the form of a unit or a room, be it readable or not.
@@ -25,7 +21,7 @@ struct TableRecord
 /// is no record of a job, or its key is lost.
 [[nodiscard]] std::optional<TableRecord> recordOfJob(const FoundRecord& found);
 
-/// The record of that table with a key that its numbers agree with; none when it is lost.
+/// The record as that table takes it, with key and numbers that agree; none when both are lost.
 [[nodiscard]] std::optional<TableRecord> recordOfTable(QStringView table, const FoundRecord& found);
 
 } // namespace zelto::store

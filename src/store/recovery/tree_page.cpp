@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/tree_page.h"
 
-#include "store/recovery/found_record.h"
-#include "store/recovery/overflow_reader.h"
+#include "store/file_check.h"
+#include "store/recovery/page_image.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace zelto::store {
@@ -28,36 +27,29 @@ constexpr std::size_t PointerSize = 2;
 /// As much as the program lets into a record.
 constexpr std::uint64_t LongestPayload = 16 << 20;
 
-bool isInner(std::uint64_t kind)
+/// The bytes of a page, where its header starts, and of what kind it says to be.
+struct RawPage
 {
-    return kind == KeyedInner || kind == NumberedInner;
-}
+    Bytes bytes;
+    std::size_t start = 0;
+    std::uint64_t kind = numberAt(bytes, start, 1).value_or(0);
 
-std::size_t headerSize(std::uint64_t kind)
-{
-    return isInner(kind) ? 12 : 8;
-}
-
-/// Where the content of the cells begins, behind their pointers; none when that cannot be.
-std::optional<std::uint64_t> contentOffset(Bytes page, std::size_t start, std::uint64_t kind)
-{
-    const std::optional<std::uint64_t> content = numberAt(page, start + ContentAt, 2);
-    if (!content || *content < start + headerSize(kind) || *content > page.size())
-        return std::nullopt;
-    return content;
-}
+    [[nodiscard]] bool isInner() const { return kind == KeyedInner || kind == NumberedInner; }
+    [[nodiscard]] bool isKeyed() const { return kind == KeyedInner || kind == KeyedLeaf; }
+};
 
 /// The offsets of the cells, as far as the header can be believed.
-std::vector<std::size_t> cellsOf(Bytes page, std::size_t start, std::uint64_t kind)
+std::vector<std::size_t> cellsOf(const RawPage& page)
 {
-    const std::uint64_t count = numberAt(page, start + CellCountAt, 2).value_or(0);
-    const std::uint64_t end = contentOffset(page, start, kind).value_or(page.size());
+    const std::uint64_t count = numberAt(page.bytes, page.start + CellCountAt, 2).value_or(0);
+    std::size_t at = page.start + (page.isInner() ? 12 : 8);
+    // The content of the cells begins behind their pointers.
+    std::uint64_t end = numberAt(page.bytes, page.start + ContentAt, 2).value_or(0);
+    if (end < at || end > page.bytes.size())
+        end = page.bytes.size();
     std::vector<std::size_t> cells;
-    std::size_t at = start + headerSize(kind);
-    while (cells.size() < count && at + PointerSize <= end) {
-        cells.push_back(numberAt(page, at, PointerSize).value_or(0));
-        at += PointerSize;
-    }
+    for (; cells.size() < count && at + PointerSize <= end; at += PointerSize)
+        cells.push_back(numberAt(page.bytes, at, PointerSize).value_or(0));
     return cells;
 }
 
@@ -72,78 +64,75 @@ std::uint64_t localLength(std::uint64_t length, std::size_t usable, bool keyed)
     return fitting <= most ? fitting : least;
 }
 
-} // namespace
-
-TreePage::TreePage(std::uint32_t number, OverflowReader& overflow)
-{
-    const Bytes page = overflow.image().page(number);
-    const std::size_t start = number == 1 ? PageImage::HeaderSize : 0;
-    m_kind = numberAt(page, start, 1).value_or(0);
-    if (isInner(m_kind))
-        readInner(page, start);
-    if (isKeyed() || m_kind == NumberedLeaf)
-        readCells(page, start, overflow);
-}
-
-bool TreePage::isKeyed() const
-{
-    return m_kind == KeyedInner || m_kind == KeyedLeaf;
-}
-
-void TreePage::readInner(Bytes page, std::size_t start)
-{
-    const auto add = [&](std::size_t offset) {
-        if (const std::optional<std::uint64_t> child = numberAt(page, offset, ChildSize))
-            m_children.push_back(static_cast<std::uint32_t>(*child));
-    };
-    for (const std::size_t cell : cellsOf(page, start, m_kind))
-        add(cell);
-    add(start + LastChildAt);
-}
-
-void TreePage::readCells(Bytes page, std::size_t start, OverflowReader& overflow)
-{
-    for (const std::size_t cell : cellsOf(page, start, m_kind))
-        readCell(page, cell + (m_kind == KeyedInner ? ChildSize : 0), overflow);
-    // The page contradicts itself, and how many records it had is anybody's guess.
-    if (m_broken > static_cast<int>(m_records.size()))
-        m_broken = 1;
-}
-
-void TreePage::readCell(Bytes page, std::size_t offset, OverflowReader& overflow)
-{
-    const std::optional<Varint> length = varintAt(page, offset);
-    std::optional<Varint> rowNumber = Varint{};
-    if (length && !isKeyed())
-        rowNumber = varintAt(page, offset + length->length);
-    std::optional<RecordFields> fields;
-    if (length && rowNumber && length->value <= LongestPayload) {
-        const std::size_t begin = offset + length->length + rowNumber->length;
-        fields = readFields(payloadAt(page, begin, length->value, overflow), length->value,
-                            overflow.image().encoding());
-    }
-    if (!fields) {
-        ++m_broken;
-        return;
-    }
-    m_records.push_back({.keyed = isKeyed(),
-                         .rowNumber = static_cast<qint64>(rowNumber->value),
-                         .values = std::move(fields->values),
-                         .whole = fields->whole});
-}
-
 /// The payload that begins on the page, as far as it can be read.
-std::vector<std::uint8_t> TreePage::payloadAt(Bytes page, std::size_t offset, std::uint64_t length,
-                                              OverflowReader& overflow) const
+std::vector<std::uint8_t> payloadAt(const RawPage& page, std::size_t offset, std::uint64_t length,
+                                    PageImage& image)
 {
-    const std::uint64_t local = localLength(length, overflow.image().usableSize(), isKeyed());
-    if (offset > page.size() || local > page.size() - offset)
+    const std::uint64_t local = localLength(length, image.usableSize(), page.isKeyed());
+    if (offset > page.bytes.size() || local > page.bytes.size() - offset)
         return {};
-    const Bytes first = page.subspan(offset, local);
+    const Bytes first = page.bytes.subspan(offset, local);
     std::vector<std::uint8_t> payload(first.begin(), first.end());
     if (local < length && describesRecord(first, length))
-        overflow.complete(payload, length, numberAt(page, offset + local, 4).value_or(0));
+        image.appendOverflow(payload, length, numberAt(page.bytes, offset + local, 4).value_or(0));
     return payload;
+}
+
+std::optional<FoundRecord> recordAt(const RawPage& page, std::size_t offset, PageImage& image)
+{
+    const std::optional<Varint> length = varintAt(page.bytes, offset);
+    if (!length || length->value > LongestPayload)
+        return std::nullopt;
+    offset += length->length;
+    const std::optional<Varint> rowNumber =
+        page.isKeyed() ? Varint{} : varintAt(page.bytes, offset);
+    if (!rowNumber)
+        return std::nullopt;
+    offset += rowNumber->length;
+    std::optional<FoundRecord> record =
+        readRecord(payloadAt(page, offset, length->value, image), length->value, image.encoding());
+    if (record) {
+        record->keyed = page.isKeyed();
+        record->rowNumber = static_cast<qint64>(rowNumber->value);
+    }
+    return record;
+}
+
+void readChildren(const RawPage& page, TreePage& result)
+{
+    std::vector<std::size_t> places = cellsOf(page);
+    places.push_back(page.start + LastChildAt);
+    for (const std::size_t place : places)
+        if (const std::optional<std::uint64_t> child = numberAt(page.bytes, place, ChildSize))
+            result.children.push_back(static_cast<std::uint32_t>(*child));
+}
+
+void readRecords(const RawPage& page, PageImage& image, TreePage& result)
+{
+    for (const std::size_t cell : cellsOf(page)) {
+        const std::size_t offset = cell + (page.isInner() ? ChildSize : 0);
+        if (std::optional<FoundRecord> record = recordAt(page, offset, image))
+            result.records.push_back(std::move(*record));
+        else
+            ++result.broken;
+    }
+    // The page contradicts itself, and how many records it had is anybody's guess.
+    if (result.broken > static_cast<int>(result.records.size()))
+        result.broken = 1;
+}
+
+} // namespace
+
+TreePage readTreePage(std::uint32_t number, PageImage& image)
+{
+    const std::size_t start = number == 1 ? static_cast<std::size_t>(HeaderSize) : 0;
+    const RawPage page{.bytes = image.page(number), .start = start};
+    TreePage result;
+    if (page.isInner())
+        readChildren(page, result);
+    if (page.isKeyed() || page.kind == NumberedLeaf)
+        readRecords(page, image, result);
+    return result;
 }
 
 } // namespace zelto::store

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/jet/page_file.h"
+#include "store/jet/jet_file.h"
 
 #include "store/database_error.h"
 #include "store/engine_file.h"
@@ -17,11 +17,7 @@ namespace {
 constexpr unsigned Deleted = 0x8000;
 constexpr unsigned Moved = 0x4000;
 constexpr unsigned SlotOffset = 0x1FFF;
-constexpr unsigned DataPage = 1;
-
 constexpr std::size_t EncodedFrom = 0x18;
-constexpr std::size_t EncodedInJet3 = 126;
-constexpr std::size_t EncodedInJet4 = 128;
 constexpr std::size_t PageKeyAt = 0x3E;
 
 /// The stream cipher RC4 over the bytes, in place.
@@ -46,12 +42,6 @@ void rc4(std::span<std::uint8_t> bytes, const std::array<std::uint8_t, 4>& key)
 std::span<std::uint8_t> writable(QByteArray& bytes)
 {
     return {reinterpret_cast<std::uint8_t*>(bytes.data()), static_cast<std::size_t>(bytes.size())};
-}
-
-ByteView viewOf(const QByteArray& bytes)
-{
-    return ByteView(std::span(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-                              static_cast<std::size_t>(bytes.size())));
 }
 
 bool hasJetHeader(const QByteArray& bytes)
@@ -114,68 +104,60 @@ bool isJetFile(const QString& path)
     }
 }
 
-PageFile::PageFile(const QString& path)
+JetFile::JetFile(const QString& path)
 {
     m_bytes = EngineFile(realPath(path), path).readAll();
     if (!hasJetHeader(m_bytes))
         throw DatabaseError(ErrorNumber::NotADatabase,
                             u"Il file «%1» non è un database di Zelto per Windows."_s.arg(path));
-    m_version = m_bytes[0x14] == 0 ? Version::Jet3 : Version::Jet4;
+    m_isJet3 = m_bytes[0x14] == 0;
     m_pageSize = isJet3() ? 2048 : 4096;
     if (pageCount() == 0)
         throw DatabaseError(ErrorNumber::Damaged, u"Il file «%1» è incompleto."_s.arg(path));
-    const std::size_t encoded = isJet3() ? EncodedInJet3 : EncodedInJet4;
-    rc4(writable(m_bytes).subspan(EncodedFrom, encoded), {0xC7, 0xDA, 0x39, 0x6B});
-    if (const auto key = viewOf(m_bytes).dword(PageKeyAt); key != 0)
-        decodePages(key);
+    rc4(writable(m_bytes).subspan(EncodedFrom, m_isJet3 ? 126 : 128), {0xC7, 0xDA, 0x39, 0x6B});
+    if (const std::uint32_t key = ByteView(m_bytes).dword(PageKeyAt); key != 0)
+        for (std::uint32_t number = 1; number < pageCount(); ++number)
+            rc4(writable(m_bytes).subspan(number * m_pageSize, m_pageSize),
+                std::bit_cast<std::array<std::uint8_t, 4>>(key ^ number));
     constexpr std::size_t LeastBudget = std::size_t{1} << 24;
     m_budget = LeastBudget + 16 * static_cast<std::size_t>(m_bytes.size());
 }
 
-void PageFile::decodePages(std::uint32_t key)
-{
-    for (std::uint32_t number = 1; number < pageCount(); ++number)
-        rc4(writable(m_bytes).subspan(number * m_pageSize, m_pageSize),
-            std::bit_cast<std::array<std::uint8_t, 4>>(key ^ number));
-}
-
-std::uint32_t PageFile::pageCount() const
+std::uint32_t JetFile::pageCount() const
 {
     return static_cast<std::uint32_t>(static_cast<std::size_t>(m_bytes.size()) / m_pageSize);
 }
 
-ByteView PageFile::page(std::uint32_t number) const
+ByteView JetFile::page(std::uint32_t number) const
 {
     if (number >= pageCount())
         throw BadBytes("page beyond the end");
-    return viewOf(m_bytes).part(number * m_pageSize, m_pageSize);
+    return ByteView(m_bytes).part(number * m_pageSize, m_pageSize);
 }
 
-unsigned PageFile::rowCount(const ByteView& page) const
+unsigned JetFile::rowCount(const ByteView& page) const
 {
-    const std::size_t firstSlot = isJet3() ? 10 : 14;
-    return std::min(page.word(isJet3() ? 8 : 12),
-                    static_cast<unsigned>((m_pageSize - firstSlot) / 2));
+    return std::min(page.word(firstSlot() - 2),
+                    static_cast<unsigned>((m_pageSize - firstSlot()) / 2));
 }
 
 /// A row ends where the one before it begins.
-PageFile::Slot PageFile::slot(std::uint32_t page, unsigned row) const
+JetFile::Slot JetFile::slot(std::uint32_t page, unsigned row) const
 {
     const ByteView bytes = this->page(page);
     if (bytes.byte(0) != DataPage || row >= rowCount(bytes))
         throw BadBytes("no such row");
-    const std::size_t firstSlot = isJet3() ? 10 : 14;
-    const unsigned mark = bytes.word(firstSlot + std::size_t{2} * row);
+    const std::size_t place = firstSlot() + std::size_t{2} * row;
+    const unsigned mark = bytes.word(place);
     const std::size_t begin = mark & SlotOffset;
-    const std::size_t end =
-        row == 0 ? m_pageSize : bytes.word(firstSlot + std::size_t{2} * (row - 1)) & SlotOffset;
+    const std::size_t end = row == 0 ? m_pageSize : bytes.word(place - 2) & SlotOffset;
     if (end < begin)
         throw BadBytes("row of negative length");
     charge(end - begin);
     return {.bytes = bytes.part(begin, end - begin), .marks = mark & ~SlotOffset};
 }
 
-ByteView PageFile::row(std::uint32_t page, unsigned row) const
+ByteView JetFile::row(std::uint32_t page, unsigned row) const
 {
     const Slot found = slot(page, row);
     if ((found.marks & Deleted) != 0)
@@ -183,21 +165,20 @@ ByteView PageFile::row(std::uint32_t page, unsigned row) const
     return (found.marks & Moved) == 0 ? found.bytes : pointedAt(found.bytes.dword(0));
 }
 
-ByteView PageFile::pointedAt(std::uint32_t pointer) const
+ByteView JetFile::pointedAt(std::uint32_t pointer) const
 {
-    Slot found = slot(pointer >> 8, pointer & 0xFFU);
     // Rows move once, seldom twice; more is a loop.
     constexpr int MostMoves = 8;
-    for (int moves = 0; (found.marks & Moved) != 0; ++moves) {
-        if (moves == MostMoves)
-            throw BadBytes("row that moves in a circle");
-        const std::uint32_t next = found.bytes.dword(0);
-        found = slot(next >> 8, next & 0xFFU);
+    for (int moves = 0; moves <= MostMoves; ++moves) {
+        const Slot found = slot(pointer >> 8, pointer & 0xFFU);
+        if ((found.marks & Moved) == 0)
+            return found.bytes;
+        pointer = found.bytes.dword(0);
     }
-    return found.bytes;
+    throw BadBytes("row that moves in a circle");
 }
 
-QString PageFile::text(const ByteView& bytes) const
+QString JetFile::text(const ByteView& bytes) const
 {
     if (isJet3())
         return fromCodePage(bytes);
@@ -205,7 +186,7 @@ QString PageFile::text(const ByteView& bytes) const
     return compressed ? fromCompressed(bytes.from(2)) : fromUtf16(bytes);
 }
 
-void PageFile::charge(std::size_t bytes) const
+void JetFile::charge(std::size_t bytes) const
 {
     constexpr std::size_t Overhead = 16;
     const std::size_t cost = bytes + Overhead;

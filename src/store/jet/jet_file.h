@@ -8,22 +8,23 @@
 
 namespace zelto::store::jet {
 
-enum class Version { Jet3, Jet4 };
+/// The first byte of a page that holds rows.
+inline constexpr unsigned DataPage = 1;
 
 /// Whether the file calls itself a database of the Windows edition's engine; false for one that
 /// cannot be read.
 [[nodiscard]] bool isJetFile(const QString& path);
 
 /// The pages of such a file, decoded, and the rows on them. The file is read once and not touched.
-class PageFile
+class JetFile
 {
 public:
     /// Throws DatabaseError: FileNotFound, CannotOpen, NotADatabase for another file, Damaged for
     /// one without whole pages or larger than a job may be.
-    explicit PageFile(const QString& path);
+    explicit JetFile(const QString& path);
 
-    [[nodiscard]] Version version() const { return m_version; }
-    [[nodiscard]] bool isJet3() const { return m_version == Version::Jet3; }
+    /// Of the older of the engine's two formats.
+    [[nodiscard]] bool isJet3() const { return m_isJet3; }
     [[nodiscard]] std::uint32_t pageCount() const;
 
     /// Throws BadBytes when there is no such page.
@@ -53,10 +54,10 @@ private:
         unsigned marks = 0;
     };
     [[nodiscard]] Slot slot(std::uint32_t page, unsigned row) const;
-    void decodePages(std::uint32_t key);
+    [[nodiscard]] std::size_t firstSlot() const { return m_isJet3 ? 10 : 14; }
 
     QByteArray m_bytes;
-    Version m_version = Version::Jet3;
+    bool m_isJet3 = false;
     std::size_t m_pageSize = 0;
     mutable std::size_t m_budget = 0;
 };
