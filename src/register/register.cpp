@@ -50,7 +50,7 @@ struct Missing
 
 QString withFlag(const QString& flags, int table, bool on)
 {
-    QString all = flags.left(NumTables).leftJustified(NumTables).toUpper();
+    QString all = flags.left(store::SpecialTables).leftJustified(store::SpecialTables).toUpper();
     for (QChar& flag : all)
         flag = flag == u'X' ? u'X' : u' ';
     all[table - 1] = on ? u'X' : u' ';

@@ -46,8 +46,8 @@ QStringList readCodes(const QString& tableText)
 std::vector<CoefficientEntry> readEntries(const QString& groupText)
 {
     std::vector<CoefficientEntry> entries;
-    const text::CellTable table = text::TextToTable(groupText, coefficients::MaxGroupRows, 3);
-    for (int row = 1; row <= coefficients::MaxGroupRows; ++row) {
+    const text::CellTable table = text::TextToTable(groupText, store::MostGroupRows, 3);
+    for (int row = 1; row <= store::MostGroupRows; ++row) {
         CoefficientEntry entry{table.at(row, 2), table.at(row, 1), table.at(row, 3)};
         if (entry.value.isEmpty() && entry.code.isEmpty())
             break;

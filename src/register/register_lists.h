@@ -2,6 +2,8 @@
 // What the screen of the register shows of a job. Reading throws DatabaseError.
 #pragma once
 
+#include "store/job_limits.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,8 +16,6 @@ class Database;
 
 namespace zelto::registro {
 
-inline constexpr int NumTables = 10;
-inline constexpr int NumCoefficients = 6;
 inline constexpr int NumUnitTexts = 4;
 inline constexpr int NumRoomTexts = 8;
 
@@ -98,8 +98,9 @@ struct RegisterLists
 {
     QStringList scale;
     QStringList livelli;
-    std::array<QString, NumTables> tabelle; ///< names, empty for tables that are not in use
-    std::array<std::vector<CoefficientEntry>, NumCoefficients> coefficienti;
+    /// Names, empty for tables that are not in use.
+    std::array<QString, store::SpecialTables> tabelle;
+    std::array<std::vector<CoefficientEntry>, store::Coefficients> coefficienti;
 };
 
 /// A job without a record of general data gets one first.

@@ -62,7 +62,7 @@ public:
     [[nodiscard]] const Register& changes() const { return m_register; }
 
     /// How many units may be added before the calculation refuses the job.
-    [[nodiscard]] int freeUnits() const { return std::max(calc::MaxUI - m_count, 0); }
+    [[nodiscard]] int freeUnits() const { return std::max(store::MostUnits - m_count, 0); }
 
 signals:
     void listsRead();

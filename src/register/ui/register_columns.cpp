@@ -2,7 +2,7 @@
 #include "register/ui/register_columns.h"
 
 #include "calc/figure_remarks.h"
-#include "coefficients/coefficient_groups.h"
+#include "store/schema.h"
 
 namespace zelto::registro {
 
@@ -15,14 +15,24 @@ namespace {
 constexpr Qt::Alignment LeftCentre = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment RightCentre = Qt::AlignRight | Qt::AlignVCenter;
 
-GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
+int longestOfUnit(QStringView field)
+{
+    return store::longestText(store::TabellaUnita, field);
+}
+
+int longestOfRoom(QStringView field)
+{
+    return store::longestText(store::TabellaVani, field);
+}
+
+GridColumn coefficient(QStringView header, calc::CoefficientList& lista)
 {
     return {
-        .header = header,
+        .header = header.toString(),
         .alignment = RightCentre,
         .tag = u"AOL"_s,
         .holds = FieldTag::Holds::Figures,
-        .maxLength = 15,
+        .maxLength = longestOfRoom(header),
         .width = 1000,
         .editing = GridColumn::Editing::ByScreen,
         .remark = [&lista](const QString& text) { return calc::osservaCoefficiente(lista, text); }};
@@ -33,11 +43,11 @@ GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
 std::vector<GridColumn> unitColumns(const RegisterLists& lists)
 {
     std::vector<GridColumn> columns{
-        {.header = u"Riferimento"_s, .maxLength = 23, .width = 2700},
-        {.header = u"Livello"_s, .maxLength = 20, .width = 1600},
+        {.header = u"Riferimento"_s, .maxLength = longestOfUnit(u"Riferimento"), .width = 2700},
+        {.header = u"Livello"_s, .maxLength = longestOfUnit(u"Livello"), .width = 1600},
         {.header = u"Scala"_s,
          .alignment = LeftCentre,
-         .maxLength = 1,
+         .maxLength = longestOfUnit(u"Codice scala"),
          .width = 700,
          .editing = GridColumn::Editing::ByScreen,
          .remark =
@@ -49,10 +59,10 @@ std::vector<GridColumn> unitColumns(const RegisterLists& lists)
         {.header = u"H"_s,
          .alignment = RightCentre,
          .tag = u"SOL"_s,
-         .maxLength = 10,
+         .maxLength = longestOfUnit(u"H piano"),
          .width = 800,
          .remark = calc::osservaCifra}};
-    for (int table = 1; table <= NumTables; ++table)
+    for (int table = 1; table <= store::SpecialTables; ++table)
         columns.push_back({.header = u"T%1"_s.arg(table),
                            .alignment = Qt::AlignCenter,
                            .maxLength = 1,
@@ -63,16 +73,16 @@ std::vector<GridColumn> unitColumns(const RegisterLists& lists)
 
 std::vector<GridColumn> roomColumns(calc::Liste& liste)
 {
-    std::vector<GridColumn> columns{{.header = u"Ambiente"_s, .maxLength = 15, .width = 1600},
-                                    {.header = u"Consistenza"_s,
-                                     .alignment = RightCentre,
-                                     .tag = u"SOL"_s,
-                                     .maxLength = 10,
-                                     .width = 1000,
-                                     .remark = calc::osservaConsistenza}};
-    for (int group = 1; group <= NumCoefficients; ++group)
-        columns.push_back(coefficient(coefficients::groupNames().at(group),
-                                      liste.at(static_cast<std::size_t>(group - 1))));
+    std::vector<GridColumn> columns{
+        {.header = u"Ambiente"_s, .maxLength = longestOfRoom(u"Ambiente"), .width = 1600},
+        {.header = u"Consistenza"_s,
+         .alignment = RightCentre,
+         .tag = u"SOL"_s,
+         .maxLength = 10,
+         .width = 1000,
+         .remark = calc::osservaConsistenza}};
+    for (std::size_t lista = 0; lista < liste.size(); ++lista)
+        columns.push_back(coefficient(store::GroupNames[lista + 1], liste[lista]));
     return columns;
 }
 

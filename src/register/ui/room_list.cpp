@@ -22,7 +22,7 @@ RoomList::RoomList(const RegisterGridContext& context, QWidget* parent)
     m_title->setTextFormat(Qt::PlainText);
     grid().setObjectName(u"TabFlex"_s);
     grid().setAccessibleName(u"Vani"_s);
-    grid().setMostRows([] { return calc::MaxVani; });
+    grid().setMostRows([] { return store::MostRooms; });
     picker().setObjectName(u"Coeff"_s);
     picker().setAccessibleName(u"Coefficienti"_s);
     auto* layout = new QVBoxLayout(this);

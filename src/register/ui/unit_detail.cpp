@@ -2,6 +2,7 @@
 #include "register/ui/unit_detail.h"
 
 #include "calc/figure_remarks.h"
+#include "store/schema.h"
 #include "widgets/grid.h"
 #include "widgets/typed_line.h"
 
@@ -24,17 +25,17 @@ namespace {
 struct FieldKind
 {
     QString label;
-    int maxLength;
+    int maxLength = store::longestText(store::TabellaUnita, label.trimmed());
     FieldTag::Holds holds = FieldTag::Holds::Words;
 };
 
 const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
 {
     static const std::array<FieldKind, UnitDetail::NumFields> kinds{
-        {{u" Riferimento"_s, 23},
-         {u" Livello"_s, 20},
-         {u" Codice scala"_s, 4},
-         {u" H piano"_s, 10, FieldTag::Holds::Figures}}};
+        {{.label = u" Riferimento"_s},
+         {.label = u" Livello"_s},
+         {.label = u" Codice scala"_s, .maxLength = 4},
+         {.label = u" H piano"_s, .holds = FieldTag::Holds::Figures}}};
     return kinds;
 }
 
@@ -89,7 +90,7 @@ void UnitDetail::addFields(QFormLayout& form)
 
 void UnitDetail::addTables(QFormLayout& form)
 {
-    for (int i = 0; i < NumTables; ++i) {
+    for (int i = 0; i < store::SpecialTables; ++i) {
         auto* box = new QCheckBox(this);
         box->setObjectName(u"Check1_%1"_s.arg(i));
         box->hide();
@@ -124,7 +125,7 @@ void UnitDetail::showUnit(const UnitRow& unit)
         if (m_dati.at(i)->text() != unit.texts.at(i))
             m_dati.at(i)->setText(unit.texts.at(i));
     m_dati.at(ColumnHPiano)->setRemark(calc::osservaCifra(unit.texts.at(ColumnHPiano)));
-    for (int i = 0; i < NumTables; ++i) {
+    for (int i = 0; i < store::SpecialTables; ++i) {
         QCheckBox& box = *m_check1.at(static_cast<std::size_t>(i));
         const QSignalBlocker quiet(&box);
         box.setChecked(i < unit.flags.size() && unit.flags.at(i).toUpper() == u'X');

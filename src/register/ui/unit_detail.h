@@ -52,7 +52,7 @@ private:
     void openScale();
 
     std::array<widgets::TypedLine*, NumFields> m_dati{};
-    std::array<QCheckBox*, NumTables> m_check1{};
+    std::array<QCheckBox*, store::SpecialTables> m_check1{};
     widgets::CellPicker* m_combo1;
     QStringList m_scale;
 };

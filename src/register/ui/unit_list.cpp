@@ -42,7 +42,7 @@ widgets::GridRow rowFor(const UnitRow& unit)
 {
     widgets::GridRow row{.number = QString::number(unit.number),
                          .cells = QStringList(unit.texts.begin(), unit.texts.end())};
-    for (const QChar flag : unit.flags.left(NumTables))
+    for (const QChar flag : unit.flags.left(store::SpecialTables))
         row.cells << QString(flag).trimmed();
     return row;
 }
@@ -104,7 +104,7 @@ void UnitList::showLists()
 {
     refill(*m_scala, model().lists().scale);
     refill(*m_livello, model().lists().livelli);
-    for (int table = 0; table < NumTables; ++table) {
+    for (int table = 0; table < store::SpecialTables; ++table) {
         const QString& name = model().lists().tabelle.at(static_cast<std::size_t>(table));
         grid().setHint(ColumnFirstTable + table, name, name.isEmpty());
     }
@@ -238,7 +238,7 @@ QString UnitList::textOf(const widgets::CellChange& change, const QString& soFar
     if (numberIn(change.row) == 0)
         return withFlag(soFar, change.column - ColumnFirstTable + 1, change.after == u"X");
     QString flags;
-    for (int table = 1; table <= NumTables; ++table)
+    for (int table = 1; table <= store::SpecialTables; ++table)
         flags = withFlag(flags, table,
                          grid().cells().text(change.row, ColumnFirstTable + table - 1) == u"X");
     return flags;
