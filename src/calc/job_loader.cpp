@@ -53,7 +53,7 @@ void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
     modello.Note = dati.text(3);
     modello.DataLavoro = QDate::fromString(dati.text(4), Qt::ISODate).toString(u"dd.MM.yyyy"_s);
     modello.Relazione = dati.text(5);
-    for (int t = 1; t <= MaxTabelle; ++t)
+    for (int t = 1; t <= store::SpecialTables; ++t)
         if (!dati.isNull(5 + t))
             modello.NomeTabella.push_back(dati.text(5 + t));
     modello.tabellaCodici = leggiCodici(dati.text(16));
@@ -67,8 +67,8 @@ UnitaImmobiliare leggiUnita(const store::Query& record)
     unita.Livello = record.text(3);
     unita.CodScala = record.text(4).toUpper();
     unita.HPiano = toSingle(text::leadingNumber(record.utf8(5)));
-    const QString flag = record.text(6).leftJustified(MaxTabelle, u' ');
-    std::copy_n(flag.begin(), MaxTabelle, unita.FlagTab.begin());
+    const QString flag = record.text(6).leftJustified(store::SpecialTables, u' ');
+    std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
     if (!std::isfinite(unita.HPiano))
         throw CalcError(nomeUnita(unita) + u" ha un'altezza di piano troppo grande."_s);
     return unita;
@@ -77,9 +77,10 @@ UnitaImmobiliare leggiUnita(const store::Query& record)
 /// Refuses one unit more than a job may have.
 void requireRoom(const ModelloLavoro& modello)
 {
-    if (modello.NumUI() == MaxUI)
-        throw CalcError(u"La tabella «%1» contiene più di %2 unità, il massimo "
-                        u"di un lavoro."_s.arg(store::TabellaUnita, QString::number(MaxUI)));
+    if (modello.NumUI() == store::MostUnits)
+        throw CalcError(
+            u"La tabella «%1» contiene più di %2 unità, il massimo "
+            u"di un lavoro."_s.arg(store::TabellaUnita, QString::number(store::MostUnits)));
 }
 
 void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
@@ -113,9 +114,9 @@ Vano leggiVano(const store::Query& record, Liste& liste)
 void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 {
     for (record.restart(store::roomKeysOf(unita.RifUI)); !record.atEnd(); record.next()) {
-        if (unita.vani.size() == MaxVani)
+        if (unita.vani.size() == store::MostRooms)
             throw CalcError(nomeUnita(unita) +
-                            u" ha più di %1 vani, il massimo di un'unità."_s.arg(MaxVani));
+                            u" ha più di %1 vani, il massimo di un'unità."_s.arg(store::MostRooms));
         unita.vani.push_back(leggiVano(record, liste));
         if (!std::isfinite(unita.vani.back().CT))
             throw CalcError(
@@ -132,7 +133,7 @@ Liste CaricaListe(store::Database& lavoro)
     const store::Query variabili = lavoro.records(store::TabellaVariabili);
     if (variabili.atEnd())
         return liste;
-    for (int k = 1; k <= NumListe; ++k)
+    for (int k = 1; k <= store::Coefficients; ++k)
         if (!variabili.isNull(k))
             liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
     return liste;

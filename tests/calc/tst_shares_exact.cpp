@@ -190,7 +190,7 @@ private slots:
             const std::vector<bool> all(sizes.size(), true);
             QCOMPARE(inThousandths(calcolaMillGen(consistenze)), closedShares(sizes, all));
 
-            for (int t = 1; t <= MaxTabelle; ++t) {
+            for (int t = 1; t <= zelto::store::SpecialTables; ++t) {
                 std::vector<bool> member;
                 for (const UnitaImmobiliare& unita : modello.unita)
                     member.push_back(unita.isInTable(t));
