@@ -4,7 +4,7 @@
 #include "text/literals.h"
 
 #include <algorithm>
-#include <ranges>
+#include <utility>
 
 namespace zelto::registro {
 
@@ -87,10 +87,10 @@ QList<int> RegisterChange::units() const
 
 RegisterChange RegisterChange::reversed() const
 {
-    RegisterChange back{.caption = caption};
-    for (const RecordChange& change : std::views::reverse(records))
-        back.records.push_back(
-            {.table = change.table, .before = change.after, .after = change.before});
+    RegisterChange back{.caption = caption, .records = records};
+    std::ranges::reverse(back.records);
+    for (RecordChange& change : back.records)
+        std::swap(change.before, change.after);
     return back;
 }
 

@@ -12,6 +12,18 @@
 
 namespace zelto::registro {
 
+namespace {
+
+const QString UnitPrefix = u"UI:"_s;
+const QString RoomPrefix = u"V:"_s;
+
+QString keyOf(const QString& scala)
+{
+    return scala.trimmed().toUpper();
+}
+
+} // namespace
+
 /// A node with what it stands for: a big job has thousands.
 class Navig::Node : public QTreeWidgetItem
 {
@@ -33,7 +45,7 @@ public:
     }
 
     /// Shows a name; an empty one as it shows already, if it was empty before.
-    void setName(const QString& name, QStringView prefix, EmptyNames names)
+    void setName(const QString& name, const QString& prefix, EmptyNames names)
     {
         if (!name.isEmpty()) {
             setText(0, name);
@@ -54,7 +66,7 @@ public:
                 delete takeChild(place);
             if (place == childCount() || at(place)->number() > room.position)
                 insertChild(place, new Node(m_unit, room.position));
-            at(place++)->setName(room.name, u"V:", names);
+            at(place++)->setName(room.name, RoomPrefix, names);
         }
         while (childCount() > place)
             delete takeChild(place);
@@ -64,15 +76,6 @@ private:
     int m_unit;
     int m_number;
 };
-
-namespace {
-
-QString keyOf(const QString& scala)
-{
-    return scala.trimmed().toUpper();
-}
-
-} // namespace
 
 Navig::Navig(RegisterModel& model) : m_model(model)
 {
@@ -155,7 +158,7 @@ void Navig::showUnit(const TreeUnit& unit, EmptyNames names)
     Node*& node = m_units[unit.number];
     if (node == nullptr)
         node = new Node(unit.number, unit.number);
-    node->setName(unit.name, u"UI:", names);
+    node->setName(unit.name, UnitPrefix, names);
     node->followRooms(unit.rooms, names);
     if (node->parent() == parent)
         return;
