@@ -19,11 +19,6 @@ namespace {
 /// Lines of the table of codes that are looked at.
 constexpr int MaxCodici = 1000;
 
-float toSingle(double number)
-{
-    return static_cast<float>(number);
-}
-
 /// The unit as messages name it.
 QString nomeUnita(const UnitaImmobiliare& unita)
 {
@@ -66,7 +61,7 @@ UnitaImmobiliare leggiUnita(const store::Query& record)
     unita.Riferimento = record.text(2);
     unita.Livello = record.text(3);
     unita.CodScala = record.text(4).toUpper();
-    unita.HPiano = toSingle(text::leadingNumber(record.utf8(5)));
+    unita.HPiano = static_cast<float>(text::leadingNumber(record.utf8(5)));
     const QString flag = record.text(6).leftJustified(store::SpecialTables, u' ');
     std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
     if (!std::isfinite(unita.HPiano))
@@ -74,8 +69,8 @@ UnitaImmobiliare leggiUnita(const store::Query& record)
     return unita;
 }
 
-/// Refuses one unit more than a job may have.
-void requireRoom(const ModelloLavoro& modello)
+/// Throws where the job has as many units already as one may have.
+void requireSpaceForUnit(const ModelloLavoro& modello)
 {
     if (modello.NumUI() == store::MostUnits)
         throw CalcError(
@@ -87,25 +82,21 @@ void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
 {
     store::Query record = lavoro.records(store::TabellaUnita, {}, store::CampoChiave);
     for (; !record.atEnd(); record.next()) {
-        requireRoom(modello);
+        requireSpaceForUnit(modello);
         modello.unita.push_back(leggiUnita(record));
     }
 }
 
 Vano leggiVano(const store::Query& record, Liste& liste)
 {
-    const auto coefficiente = [&](int ordinal, std::size_t lista) {
-        return toSingle(liste[lista - 1].resolve(record.utf8(ordinal)));
-    };
     Vano vano;
     vano.Ambiente = record.text(3);
-    vano.CR = toSingle(text::leadingNumber(record.utf8(4)));
-    vano.CD = coefficiente(5, 1);
-    vano.CO = coefficiente(6, 2);
-    vano.CP = coefficiente(7, 3);
-    vano.CL = coefficiente(8, 4);
-    vano.CFU = coefficiente(9, 5);
-    vano.PR = coefficiente(10, 6);
+    vano.CR = static_cast<float>(text::leadingNumber(record.utf8(4)));
+    std::size_t lista = 0;
+    for (float* coefficiente : {&vano.CD, &vano.CO, &vano.CP, &vano.CL, &vano.CFU, &vano.PR}) {
+        const int campo = 5 + static_cast<int>(lista);
+        *coefficiente = static_cast<float>(liste[lista++].resolve(record.utf8(campo)));
+    }
     calcolaVano(vano);
     return vano;
 }
@@ -161,7 +152,7 @@ void RicaricaUnita(store::Database& lavoro, ModelloLavoro& modello, int rifUI)
     store::Query record =
         lavoro.records(store::TabellaUnita, {{store::CampoUnita, rifUI}}, store::CampoChiave);
     for (; !record.atEnd(); record.next()) {
-        requireRoom(nuovo);
+        requireSpaceForUnit(nuovo);
         UnitaImmobiliare unita = leggiUnita(record);
         leggiVani(vani, unita, liste);
         const auto posto = std::min(store::unitsBefore(lavoro, record.field(0)), nuovo.NumUI());

@@ -70,26 +70,14 @@ class TestJobLoader : public QObject
     Q_OBJECT
 
 private slots:
-    void newJobIsEmptyButForOneRoom()
+    void newAndEmptyJobs()
     {
         Job job;
         const ModelloLavoro modello = job.load();
         QCOMPARE(modello.NumUI(), 1);
         QCOMPARE(modello.NumTabelle(), 0);
-        QCOMPARE(modello.Descrizione + modello.Descrizione2 + modello.Note + modello.DataLavoro +
-                     modello.Relazione,
-                 QString());
-        const UnitaImmobiliare& unita = modello.unita.front();
-        QCOMPARE(unita.RifUI, 1);
-        QCOMPARE(unita.vani.size(), 1U);
-        QCOMPARE(unita.vani.front().CT, 0.0F);
-        for (int t = 1; t <= zelto::store::SpecialTables; ++t)
-            QVERIFY(!unita.isInTable(t));
-    }
-
-    void emptyTablesLoad()
-    {
-        Job job;
+        QCOMPARE(modello.DataLavoro, QString());
+        QCOMPARE(modello.unita.front().vani, std::vector<Vano>(1));
         for (const auto& table : {u"Dati Generali"_s, u"Variabili"_s, u"Unità immobiliari"_s})
             job.database().Execute(u"DELETE FROM \"%1\""_s.arg(table));
         QCOMPARE(job.load().NumUI(), 0);

@@ -77,9 +77,9 @@ private slots:
             desk.find<QCheckBox>(u"Check1_0"_s).click();
         });
         units("range of units", u"<Down><Shift+Down><Ctrl+Del>"_s,
-              u"-2 -3 2/-1 2/-2 2/-3 3/-1 3/-2 3/-3"_s);
+              u"-2 2/-1 2/-2 2/-3 -3 3/-1 3/-2 3/-3"_s);
         units("copies of units", u"<Shift+Down><Ctrl+D>"_s,
-              u"+33 +34 33/+1 33/+2 33/+3 34/+1 34/+2 34/+3"_s);
+              u"+33 33/+1 33/+2 33/+3 +34 34/+1 34/+2 34/+3"_s);
         rooms("new room", u"<Ins>"_s, u"1/+4"_s);
         rooms("range of rooms", u"<Shift+Down><Shift+Down><Ctrl+Del>"_s, u"1/-1 1/-2 1/-3"_s);
         rooms("copies of rooms", u"<Shift+Down><Ctrl+D>"_s, u"1/+4 1/+5"_s);

@@ -43,11 +43,11 @@ UnitDetail::UnitDetail(RegisterModel& model) : m_model(model), m_combo1(new Cell
         column.holds == Holds::Flag ? addTable(*form, column) : addField(*form, column);
     connect(m_combo1, &CellPicker::chosen, this, [this](int entry) {
         const QString code = m_model.lists().scale.value(entry - 1).trimmed();
-        m_scala->setText(code);
+        scala().setText(code);
         store(UnitScala, code);
-        m_scala->setFocus();
+        scala().setFocus();
     });
-    connect(m_combo1, &CellPicker::dismissed, this, [this] { m_scala->setFocus(); });
+    connect(m_combo1, &CellPicker::dismissed, this, [this] { scala().setFocus(); });
     connect(&model, &RegisterModel::reloaded, this, &UnitDetail::showLists);
     connect(&model, &RegisterModel::unitShown, this, &UnitDetail::showUnit);
 }
@@ -76,9 +76,8 @@ void UnitDetail::addField(QFormLayout& form, const Column& column)
     auto* label = new QLabel(u' ' + name, this);
     label->setBuddy(field);
     form.addRow(label, field);
-    m_dati.push_back(field);
+    m_dati.insert(column.field, field);
     if (column.holds == Holds::Staircase) {
-        m_scala = field;
         field->setReadOnly(true);
         field->setToolTip(u"Doppio clic o F2 per scegliere la scala"_s);
         field->installEventFilter(this);
@@ -123,7 +122,7 @@ void UnitDetail::showUnit()
             box.setChecked(text.mid(column.index, 1).toUpper() == u"X");
             continue;
         }
-        TypedLine& field = *m_dati.at(static_cast<std::size_t>(column.field - UnitRiferimento));
+        TypedLine& field = *m_dati[column.field];
         if (field.text() != text)
             field.setText(text);
         if (column.holds == Holds::Height)
@@ -133,8 +132,8 @@ void UnitDetail::showUnit()
 
 void UnitDetail::goTo(int field)
 {
-    const auto last = static_cast<int>(m_dati.size()) - 1;
-    m_dati.at(static_cast<std::size_t>(std::clamp(field - UnitRiferimento, 0, last)))->setFocus();
+    const auto behind = m_dati.upperBound(field);
+    (behind == m_dati.begin() ? behind : std::prev(behind)).value()->setFocus();
 }
 
 bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
@@ -150,8 +149,8 @@ bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
 
 void UnitDetail::openScale()
 {
-    const Offer offer = offeredStaircases(m_model.lists(), m_scala->text());
-    m_combo1->open(offer.entries, offer.current, m_scala->geometry(), widgets::Grid::F2Code);
+    const Offer offer = offeredStaircases(m_model.lists(), scala().text());
+    m_combo1->open(offer.entries, offer.current, scala().geometry(), widgets::Grid::F2Code);
 }
 
 } // namespace zelto::registro

@@ -24,7 +24,7 @@ public:
     /// The model outlives it.
     explicit UnitDetail(RegisterModel& model);
 
-    /// Puts the user into the field, by its ordinal in the table, or the one nearest to it.
+    /// Puts the user into the field of that ordinal, or the last one before.
     void goTo(int field);
 
 protected:
@@ -35,14 +35,14 @@ private:
     void addTable(QFormLayout& form, const Column& column);
     void showLists();
     void showUnit();
+    [[nodiscard]] widgets::TypedLine& scala() const { return *m_dati[UnitScala]; }
     void openScale();
     void store(int field, const QString& text);
 
     RegisterModel& m_model;
-    std::vector<widgets::TypedLine*> m_dati; ///< of the fields from the reference on
+    QMap<int, widgets::TypedLine*> m_dati; ///< by the ordinal of their field
     std::vector<QCheckBox*> m_check1;
     widgets::CellPicker* m_combo1;
-    widgets::TypedLine* m_scala = nullptr;
 };
 
 } // namespace zelto::registro
