@@ -16,11 +16,10 @@ using store::Record;
 using store::RecordWriter;
 
 constexpr int Staircases = 6;
-constexpr int SpecialTables = 10;
 
 void writeGeneralData(Database& job, Record record)
 {
-    for (int t = 1; t <= SpecialTables; ++t)
+    for (int t = 1; t <= store::SpecialTables; ++t)
         record[static_cast<std::size_t>(t) + 5] = u"Tabella di servizio %1"_s.arg(t);
     QString codes;
     for (int s = 0; s < Staircases; ++s)
@@ -39,8 +38,8 @@ void writeCoefficients(Database& job, const Record& record)
 /// Every unit belongs to one staircase and to two tables of three.
 void addUnit(RecordWriter& units, Record record, int unit)
 {
-    QString flags(SpecialTables, u' ');
-    for (int t = 0; t < SpecialTables; ++t)
+    QString flags(store::SpecialTables, u' ');
+    for (int t = 0; t < store::SpecialTables; ++t)
         if ((unit + t) % 3 != 0)
             flags[t] = u'X';
     record[0] = store::unitKey(unit);

@@ -4,8 +4,8 @@
 // showing another unit against its queries alone, keeping a copy of the job against copying its
 // bytes.
 #include "bench/large_job.h"
-#include "register/ui/navig.h"
 #include "register/ui/parametri.h"
+#include "register/ui/shown_columns.h"
 #include "store/files/job_copies.h"
 #include "store/schema.h"
 #include "store/settings.h"
@@ -74,41 +74,49 @@ void openScreen(benchmark::State& state, Desk& desk)
         showAndClose(*desk.screen());
 }
 
-void fill(QTableWidget& table, int row, const QStringList& texts)
+std::vector<QStringList> textsOf(registro::Table table,
+                                 const std::vector<registro::Record>& records)
 {
-    for (int column = 0; column < texts.size(); ++column)
-        table.setItem(row, column, new QTableWidgetItem(texts[column]));
+    std::vector<QStringList> texts;
+    for (const registro::Record& record : records)
+        texts.push_back(registro::cellsOf(registro::columnsOf(table), record));
+    return texts;
+}
+
+QTableWidget* bareTable(const std::vector<QStringList>& texts)
+{
+    const int columns = static_cast<int>(texts.front().size());
+    auto* table = new QTableWidget(static_cast<int>(texts.size()), columns);
+    for (int row = 0; row < table->rowCount(); ++row)
+        for (int column = 0; column < columns; ++column)
+            table->setItem(row, column,
+                           new QTableWidgetItem(texts[static_cast<std::size_t>(row)][column]));
+    return table;
 }
 
 void openBareWidgets(benchmark::State& state, Desk& desk)
 {
-    const registro::RegisterLists lists = registro::LeggiDatiGenerali(desk.job);
-    const auto tree = registro::readTree(desk.job, lists.scale);
-    const auto units = registro::readUnits(desk.job);
-    const auto rooms = registro::readRooms(desk.job, 1);
+    const QStringList scale = registro::LeggiDatiGenerali(desk.job).scale;
+    const auto tree = registro::readTree(desk.job);
+    const auto units = textsOf(registro::Table::Units, registro::readUnits(desk.job));
+    const auto rooms = textsOf(registro::Table::Rooms, registro::readRooms(desk.job, 1));
     for (auto _ : state) {
         QWidget window;
         auto* layout = new QHBoxLayout(&window);
         auto* nodes = new QTreeWidget;
-        for (const registro::TreeScala& scala : tree) {
-            auto* top = new QTreeWidgetItem({scala.code});
-            for (const registro::TreeUnit& unit : scala.units) {
-                auto* node = new QTreeWidgetItem(top, {unit.text});
+        for (const QString& code : QStringList(QString()) + scale) {
+            auto* top = new QTreeWidgetItem({code});
+            for (const registro::TreeUnit& unit : tree) {
+                if (unit.scala != code)
+                    continue;
+                auto* node = new QTreeWidgetItem(top, {unit.name});
                 for (const registro::TreeRoom& room : unit.rooms)
-                    new QTreeWidgetItem(node, {room.text});
+                    new QTreeWidgetItem(node, {room.name});
             }
             nodes->addTopLevelItem(top);
         }
-        auto* unitTable = new QTableWidget(static_cast<int>(units.size()), 14);
-        for (std::size_t row = 0; row < units.size(); ++row)
-            fill(*unitTable, static_cast<int>(row),
-                 QStringList(units[row].texts.begin(), units[row].texts.end()) +
-                     units[row].flags.split(QString(), Qt::SkipEmptyParts));
-        auto* roomTable = new QTableWidget(static_cast<int>(rooms.size()), 8);
-        for (std::size_t row = 0; row < rooms.size(); ++row)
-            fill(*roomTable, static_cast<int>(row),
-                 QStringList(rooms[row].texts.begin(), rooms[row].texts.end()));
-        for (QWidget* part : std::initializer_list<QWidget*>{nodes, unitTable, roomTable})
+        for (QWidget* part :
+             std::initializer_list<QWidget*>{nodes, bareTable(units), bareTable(rooms)})
             layout->addWidget(part);
         showAndClose(window);
     }

@@ -4,6 +4,7 @@
 #include "data/output_file.h"
 #include "store/database.h"
 #include "store/master_database.h"
+#include "store/schema.h"
 
 #include <array>
 
@@ -13,25 +14,20 @@ namespace {
 using store::Database;
 using store::Value;
 
-QStringList groupNames()
-{
-    return {QStringLiteral("Ambiente"),       QStringLiteral("Destinazione"),
-            QStringLiteral("Orientamento"),   QStringLiteral("Prospetto"),
-            QStringLiteral("Luminosità"),     QStringLiteral("Funzionalità"),
-            QStringLiteral("Piano riduttore")};
-}
-
 void requireGroups(const DataText& text)
 {
     QStringList names;
+    QStringList expected;
+    for (const QStringView name : store::GroupNames)
+        expected += name.toString();
     for (const Row& row : text.rows()) {
         text.requireCells(row, 2);
         names += row.cells[0];
     }
-    if (names != groupNames())
-        throw DataFault(text.path(), 0,
-                        QStringLiteral("i gruppi devono essere %1.")
-                            .arg(groupNames().join(QStringLiteral(", "))));
+    if (names != expected)
+        throw DataFault(
+            text.path(), 0,
+            QStringLiteral("i gruppi devono essere %1.").arg(expected.join(QStringLiteral(", "))));
 }
 
 void writeMaster(const QString& path, const DataText& text)

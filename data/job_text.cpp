@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data/job_text.h"
 
+#include "store/schema.h"
+
 #include <QDate>
 #include <QRegularExpression>
 #include <QSet>
@@ -10,11 +12,6 @@
 
 namespace zelto::data {
 namespace {
-
-// As many as a job is calculated with.
-constexpr std::size_t MaxUnits = 300;
-constexpr std::size_t MaxRooms = 50;
-constexpr int MaxEntries = 200;
 
 // As many characters as the fields and their editors take.
 constexpr int MaxNumber = 10;
@@ -28,9 +25,7 @@ constexpr int RoomCells = 8;
 // Cells 2 to 7 of a room refer to the groups 1 to 6.
 constexpr int FirstReference = 2;
 
-constexpr std::array<QStringView, 7> GroupNames{u"Ambiente",       u"Destinazione", u"Orientamento",
-                                                u"Prospetto",      u"Luminosità",   u"Funzionalità",
-                                                u"Piano riduttore"};
+using store::GroupNames;
 
 QString tableRow(const QStringList& cells)
 {
@@ -169,8 +164,8 @@ void JobReader::readCoefficients(const DataText& text)
 void JobReader::takeEntry(const DataText& text, const Row& row, std::size_t group)
 {
     text.requireCells(row, 3);
-    if (++m_entries[group] > MaxEntries)
-        text.fail(row, QStringLiteral("più di %1 voci nel gruppo.").arg(MaxEntries));
+    if (++m_entries[group] > store::MostGroupRows)
+        text.fail(row, QStringLiteral("più di %1 voci nel gruppo.").arg(store::MostGroupRows));
     // The first group holds the rooms' names in the place of values.
     const QString value = group == 0 ? text.cell(row, 0, MaxNumber) : numberCell(text, row, 0);
     const QString variable = text.cell(row, 1, MaxVariable);
@@ -183,8 +178,8 @@ void JobReader::takeEntry(const DataText& text, const Row& row, std::size_t grou
 void JobReader::takeUnit(const DataText& text, const Row& row)
 {
     text.requireCells(row, UnitCells);
-    if (m_job.units.size() == MaxUnits)
-        text.fail(row, QStringLiteral("più di %1 unità.").arg(MaxUnits));
+    if (m_job.units.size() == store::MostUnits)
+        text.fail(row, QStringLiteral("più di %1 unità.").arg(store::MostUnits));
     const QString& staircase = row.cells[2];
     if (!staircase.isEmpty() && !m_staircases.contains(staircase))
         text.fail(row, QStringLiteral("scala «%1» non dichiarata.").arg(staircase));
@@ -210,8 +205,8 @@ void JobReader::takeRoom(const DataText& text, const Row& row)
     text.requireCells(row, RoomCells);
     if (m_job.units.empty())
         text.fail(row, QStringLiteral("vano senza unità."));
-    if (m_job.units.back().rooms.size() == MaxRooms)
-        text.fail(row, QStringLiteral("più di %1 vani nell'unità.").arg(MaxRooms));
+    if (m_job.units.back().rooms.size() == store::MostRooms)
+        text.fail(row, QStringLiteral("più di %1 vani nell'unità.").arg(store::MostRooms));
     numberCell(text, row, 1);
     for (std::size_t group = 1; group < GroupNames.size(); ++group) {
         const auto index = static_cast<qsizetype>(group) - 1 + FirstReference;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "data/data_text.h"
+#include "store/job_limits.h"
 
 #include <array>
 
@@ -25,11 +26,11 @@ struct JobText
     QString date;
     QString notes;
     QString report;
-    std::array<QString, 10> tables;
+    std::array<QString, store::SpecialTables> tables;
     /// Table text of code, title and percentage.
     QString staircases;
     /// Table texts of value, variable and description.
-    std::array<QString, 7> groups;
+    std::array<QString, store::Groups> groups;
     QString unitsPath;
     std::vector<UnitText> units;
 };

@@ -55,9 +55,9 @@ void calculateStaircases(const calc::ModelloLavoro& modello, const calc::Consist
 
 void calculate(const calc::ModelloLavoro& modello)
 {
-    require(modello.NumUI() <= calc::MaxUI && modello.NumTabelle() <= calc::MaxTabelle);
+    require(modello.NumUI() <= store::MostUnits && modello.NumTabelle() <= store::SpecialTables);
     for (const calc::UnitaImmobiliare& unita : modello.unita)
-        require(unita.vani.size() <= calc::MaxVani && std::isfinite(unita.HPiano));
+        require(unita.vani.size() <= store::MostRooms && std::isfinite(unita.HPiano));
     const calc::Consistenze consistenze = calc::calcolaConsistenze(modello);
     const std::vector<calc::Millesimi> general = calc::calcolaMillGen(consistenze);
     requireClosed(general, modello.unita.size());

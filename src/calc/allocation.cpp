@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 #include <utility>
 
@@ -47,19 +48,10 @@ std::vector<double> quoteQuadrate(std::span<const Millesimi> shares, double impo
         missing -= part;
     }
     // As many as one hundredth each can make good: every remainder is below a hundredth.
-    std::stable_sort(remainders.begin(), remainders.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    std::ranges::stable_sort(remainders, std::greater(),
+                             &std::pair<std::int64_t, std::size_t>::first);
     for (std::size_t i = 0; i < static_cast<std::size_t>(missing); ++i)
         quote[remainders[i].second] += sign;
-    return quote;
-}
-
-std::vector<double> quoteArrotondate(std::span<const Millesimi> shares, double importoCent)
-{
-    std::vector<double> quote;
-    quote.reserve(shares.size());
-    for (const Millesimi share : shares)
-        quote.push_back(quotaCent(share, importoCent));
     return quote;
 }
 
@@ -97,7 +89,9 @@ std::vector<double> calcolaQuote(const ModelloLavoro& modello, std::span<const M
         throw CalcError(u"L'importo da ripartire ha troppe cifre: al massimo 999 999 999,99, "
                         u"se negativo 99 999 999,99."_s);
     // Before any arithmetic with whole numbers, which huge shares would overflow.
-    std::vector<double> quote = quoteArrotondate(shares, importoCent);
+    std::vector<double> quote(shares.size());
+    std::ranges::transform(shares, quote.begin(),
+                           [=](Millesimi share) { return quotaCent(share, importoCent); });
     requirePrintable(modello, quote);
     if (arrotondamento == Arrotondamento::AQuadratura && areWhole(shares)) {
         quote = quoteQuadrate(shares, importoCent);

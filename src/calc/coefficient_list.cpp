@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/coefficient_list.h"
 
+#include "store/job_limits.h"
 #include "text/decimal_text.h"
 #include "text/literals.h"
 #include "text/table_text.h"
@@ -11,8 +12,8 @@ namespace zelto::calc {
 
 CoefficientList::CoefficientList(QStringView tableText)
 {
-    const text::CellTable table = text::TextToTable(tableText, MaxVoci, 2);
-    for (int row = 1; row <= MaxVoci && !table.at(row, 1).isEmpty(); ++row) {
+    const text::CellTable table = text::TextToTable(tableText, store::MostGroupRows, 2);
+    for (int row = 1; row <= store::MostGroupRows && !table.at(row, 1).isEmpty(); ++row) {
         const QString& value = table.at(row, 1);
         const QString& name = table.at(row, 2);
         const QString entry = name.isEmpty() ? value : u"[%1] %2"_s.arg(name, value);

@@ -10,9 +10,6 @@
 
 namespace zelto::calc {
 
-/// Entries that a coefficient list keeps at most.
-inline constexpr int MaxVoci = 200;
-
 /// One list of coefficients of a job, by which the references in its rooms become numbers.
 class CoefficientList
 {

@@ -3,20 +3,6 @@
 
 namespace zelto::calc {
 
-namespace {
-
-template <typename Real>
-void richiedi(const text::NumberMask& mask, Real figure, QStringView column, const Intestatario& di)
-{
-    if (mask.fits(figure))
-        return;
-    throw CalcError(u"La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
-                    u"consistenze, coefficienti e altezze."_s.arg(
-                        column, di.nome(), QString::number(double{figure}, 'g', 12)));
-}
-
-} // namespace
-
 QString Intestatario::nome() const
 {
     const QString unit =
@@ -24,16 +10,11 @@ QString Intestatario::nome() const
     return vano == 0 ? unit : u"del vano %1 "_s.arg(vano) + unit;
 }
 
-void richiediIntera(const text::NumberMask& mask, double figure, QStringView column,
-                    const Intestatario& di)
+CalcError cifraTagliata(double figure, QStringView column, const Intestatario& di)
 {
-    richiedi(mask, figure, column, di);
-}
-
-void richiediIntera(const text::NumberMask& mask, float figure, QStringView column,
-                    const Intestatario& di)
-{
-    richiedi(mask, figure, column, di);
+    return CalcError(u"La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
+                     u"consistenze, coefficienti e altezze."_s.arg(
+                         column, di.nome(), QString::number(figure, 'g', 12)));
 }
 
 } // namespace zelto::calc

@@ -27,11 +27,17 @@ struct Intestatario
     [[nodiscard]] QString nome() const;
 };
 
-/// Throws CalcError, naming unit, column and figure, when the mask would cut the figure.
-void richiediIntera(const text::NumberMask& mask, double figure, QStringView column,
-                    const Intestatario& di);
-void richiediIntera(const text::NumberMask& mask, float figure, QStringView column,
-                    const Intestatario& di);
+/// What is wrong with a figure that its mask would cut, naming unit, column and figure.
+[[nodiscard]] CalcError cifraTagliata(double figure, QStringView column, const Intestatario& di);
+
+/// Throws CalcError when the mask would cut the figure.
+template <typename Real>
+void richiediIntera(const text::NumberMask& mask, Real figure, QStringView column,
+                    const Intestatario& di)
+{
+    if (!mask.fits(figure))
+        throw cifraTagliata(double{figure}, column, di);
+}
 
 /// The figure as it is printed. Throws like richiediIntera.
 template <typename Real>

@@ -19,11 +19,6 @@ namespace {
 /// Lines of the table of codes that are looked at.
 constexpr int MaxCodici = 1000;
 
-float toSingle(double number)
-{
-    return static_cast<float>(number);
-}
-
 /// The unit as messages name it.
 QString nomeUnita(const UnitaImmobiliare& unita)
 {
@@ -53,7 +48,7 @@ void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
     modello.Note = dati.text(3);
     modello.DataLavoro = QDate::fromString(dati.text(4), Qt::ISODate).toString(u"dd.MM.yyyy"_s);
     modello.Relazione = dati.text(5);
-    for (int t = 1; t <= MaxTabelle; ++t)
+    for (int t = 1; t <= store::SpecialTables; ++t)
         if (!dati.isNull(5 + t))
             modello.NomeTabella.push_back(dati.text(5 + t));
     modello.tabellaCodici = leggiCodici(dati.text(16));
@@ -66,45 +61,42 @@ UnitaImmobiliare leggiUnita(const store::Query& record)
     unita.Riferimento = record.text(2);
     unita.Livello = record.text(3);
     unita.CodScala = record.text(4).toUpper();
-    unita.HPiano = toSingle(text::leadingNumber(record.utf8(5)));
-    const QString flag = record.text(6).leftJustified(MaxTabelle, u' ');
-    std::copy_n(flag.begin(), MaxTabelle, unita.FlagTab.begin());
+    unita.HPiano = static_cast<float>(text::leadingNumber(record.utf8(5)));
+    const QString flag = record.text(6).leftJustified(store::SpecialTables, u' ');
+    std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
     if (!std::isfinite(unita.HPiano))
         throw CalcError(nomeUnita(unita) + u" ha un'altezza di piano troppo grande."_s);
     return unita;
 }
 
-/// Refuses one unit more than a job may have.
-void requireRoom(const ModelloLavoro& modello)
+/// Throws where the job has as many units already as one may have.
+void requireSpaceForUnit(const ModelloLavoro& modello)
 {
-    if (modello.NumUI() == MaxUI)
-        throw CalcError(u"La tabella «%1» contiene più di %2 unità, il massimo "
-                        u"di un lavoro."_s.arg(store::TabellaUnita, QString::number(MaxUI)));
+    if (modello.NumUI() == store::MostUnits)
+        throw CalcError(
+            u"La tabella «%1» contiene più di %2 unità, il massimo "
+            u"di un lavoro."_s.arg(store::TabellaUnita, QString::number(store::MostUnits)));
 }
 
 void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
 {
     store::Query record = lavoro.records(store::TabellaUnita, {}, store::CampoChiave);
     for (; !record.atEnd(); record.next()) {
-        requireRoom(modello);
+        requireSpaceForUnit(modello);
         modello.unita.push_back(leggiUnita(record));
     }
 }
 
 Vano leggiVano(const store::Query& record, Liste& liste)
 {
-    const auto coefficiente = [&](int ordinal, std::size_t lista) {
-        return toSingle(liste[lista - 1].resolve(record.utf8(ordinal)));
-    };
     Vano vano;
     vano.Ambiente = record.text(3);
-    vano.CR = toSingle(text::leadingNumber(record.utf8(4)));
-    vano.CD = coefficiente(5, 1);
-    vano.CO = coefficiente(6, 2);
-    vano.CP = coefficiente(7, 3);
-    vano.CL = coefficiente(8, 4);
-    vano.CFU = coefficiente(9, 5);
-    vano.PR = coefficiente(10, 6);
+    vano.CR = static_cast<float>(text::leadingNumber(record.utf8(4)));
+    std::size_t lista = 0;
+    for (float* coefficiente : {&vano.CD, &vano.CO, &vano.CP, &vano.CL, &vano.CFU, &vano.PR}) {
+        const int campo = 5 + static_cast<int>(lista);
+        *coefficiente = static_cast<float>(liste[lista++].resolve(record.utf8(campo)));
+    }
     calcolaVano(vano);
     return vano;
 }
@@ -113,9 +105,9 @@ Vano leggiVano(const store::Query& record, Liste& liste)
 void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 {
     for (record.restart(store::roomKeysOf(unita.RifUI)); !record.atEnd(); record.next()) {
-        if (unita.vani.size() == MaxVani)
+        if (unita.vani.size() == store::MostRooms)
             throw CalcError(nomeUnita(unita) +
-                            u" ha più di %1 vani, il massimo di un'unità."_s.arg(MaxVani));
+                            u" ha più di %1 vani, il massimo di un'unità."_s.arg(store::MostRooms));
         unita.vani.push_back(leggiVano(record, liste));
         if (!std::isfinite(unita.vani.back().CT))
             throw CalcError(
@@ -132,7 +124,7 @@ Liste CaricaListe(store::Database& lavoro)
     const store::Query variabili = lavoro.records(store::TabellaVariabili);
     if (variabili.atEnd())
         return liste;
-    for (int k = 1; k <= NumListe; ++k)
+    for (int k = 1; k <= store::Coefficients; ++k)
         if (!variabili.isNull(k))
             liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
     return liste;
@@ -160,7 +152,7 @@ void RicaricaUnita(store::Database& lavoro, ModelloLavoro& modello, int rifUI)
     store::Query record =
         lavoro.records(store::TabellaUnita, {{store::CampoUnita, rifUI}}, store::CampoChiave);
     for (; !record.atEnd(); record.next()) {
-        requireRoom(nuovo);
+        requireSpaceForUnit(nuovo);
         UnitaImmobiliare unita = leggiUnita(record);
         leggiVani(vani, unita, liste);
         const auto posto = std::min(store::unitsBefore(lavoro, record.field(0)), nuovo.NumUI());

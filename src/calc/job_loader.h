@@ -15,9 +15,9 @@ namespace zelto::calc {
 /// rooms in a unit) or with sizes beyond any number, and DatabaseError for what cannot be read.
 ModelloLavoro CaricaLavoro(store::Database& lavoro);
 
-/// The coefficient lists 1 to 6; list 0, the room names, takes no part in the calculation.
-inline constexpr int NumListe = 6;
-using Liste = std::array<CoefficientList, NumListe>;
+/// The lists of the coefficients; the first group, the room names, takes no part in the
+/// calculation.
+using Liste = std::array<CoefficientList, store::Coefficients>;
 
 /// The lists that the references in a job's rooms are resolved by.
 Liste CaricaListe(store::Database& lavoro);

@@ -35,8 +35,7 @@ public:
     {
         return fromTenThousandths(a.m_value - b.m_value);
     }
-    friend constexpr bool operator==(Millesimi a, Millesimi b) { return a.m_value == b.m_value; }
-    friend constexpr auto operator<=>(Millesimi a, Millesimi b) { return a.m_value <=> b.m_value; }
+    friend constexpr auto operator<=>(Millesimi a, Millesimi b) = default;
 
 private:
     std::int64_t m_value = 0;

@@ -12,11 +12,6 @@
 
 namespace zelto::calc {
 
-/// Limits of the model: a job beyond the first two is refused.
-inline constexpr int MaxUI = store::MostCalculatedUnits;
-inline constexpr int MaxVani = store::MostCalculatedRooms;
-inline constexpr int MaxTabelle = 10;
-
 /// One room: its real size, its coefficients and the sizes that follow from them.
 struct Vano
 {
@@ -43,7 +38,7 @@ struct UnitaImmobiliare
     QString Livello;
     QString CodScala; ///< staircase code in upper case; blank for none
     float HPiano = 0; ///< height factor of the floor
-    std::array<QChar, MaxTabelle> FlagTab{};
+    std::array<QChar, store::SpecialTables> FlagTab{};
     std::vector<Vano> vani;
 
     /// Whether the unit takes part in special table t, 1 to 10.

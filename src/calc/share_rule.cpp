@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 namespace zelto::calc {
 
@@ -14,29 +13,14 @@ namespace {
 constexpr double LargestShare = 1e9;
 constexpr text::NumberMask Maschera{"##########0.000"};
 
-/// The fixed-point value of a text with exactly three decimals, as the mask writes it.
-Millesimi parseThreePlaces(const std::string& text)
-{
-    std::int64_t thousandths = 0;
-    bool negative = false;
-    for (const char c : text) {
-        if (c == '-')
-            negative = true;
-        else if (c >= '0' && c <= '9')
-            thousandths = thousandths * 10 + (c - '0');
-    }
-    return Millesimi::fromTenThousandths((negative ? -thousandths : thousandths) * 10);
-}
-
 } // namespace
 
 Millesimi QuotaMillesimale(double parte, double totale)
 {
     if (totale == 0)
         return {};
-    std::string text;
-    Maschera.format(std::clamp(parte / totale * 1000, -LargestShare, LargestShare), text);
-    return parseThreePlaces(text);
+    const double share = std::clamp(parte / totale * 1000, -LargestShare, LargestShare);
+    return Millesimi::fromTenThousandths(std::llround(Maschera.shown(share) * 1000) * 10);
 }
 
 void Somma::add(double term)

@@ -8,14 +8,6 @@
 
 namespace zelto::coefficients {
 
-const QStringList& groupNames()
-{
-    static const QStringList names{u"Ambiente"_s,       u"Destinazione"_s, u"Orientamento"_s,
-                                   u"Prospetto"_s,      u"Luminosità"_s,   u"Funzionalità"_s,
-                                   u"Piano riduttore"_s};
-    return names;
-}
-
 namespace {
 
 /// The only record, one of blanks that is added if there is none.

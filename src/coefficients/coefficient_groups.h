@@ -2,8 +2,9 @@
 // The lists of values that the attributes of a room are chosen from.
 #pragma once
 
+#include "store/job_limits.h"
+
 #include <QString>
-#include <QStringList>
 
 #include <array>
 
@@ -13,16 +14,8 @@ class Database;
 
 namespace zelto::coefficients {
 
-inline constexpr int NumGroups = 7;
-
-/// Rows of a group that readers take notice of.
-inline constexpr int MaxGroupRows = 200;
-
 /// One table text for each group, with the cells Valore, Variabile and Descrizione in every row.
-using GroupTexts = std::array<QString, NumGroups>;
-
-/// Names of the groups: Ambiente, then the six coefficients.
-[[nodiscard]] const QStringList& groupNames();
+using GroupTexts = std::array<QString, store::Groups>;
 
 /// The groups of a job; one that is Null is empty. A job without a record of groups gets one of
 /// blanks first. Throws DatabaseError.

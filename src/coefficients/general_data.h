@@ -2,6 +2,8 @@
 // The record of a job's general data.
 #pragma once
 
+#include "store/job_limits.h"
+
 #include <QString>
 
 #include <array>
@@ -12,7 +14,6 @@ class Database;
 
 namespace zelto::coefficients {
 
-inline constexpr int NumTables = 10;
 inline constexpr int NumGeneralTexts = 16;
 
 /// The texts of the record in the order of its fields behind the key.
@@ -26,7 +27,7 @@ enum GeneralText : int {
     TextData, ///< dd/mm/yyyy
     TextRelazione,
     TextFirstTable,
-    TextTabellaCodici = TextFirstTable + NumTables
+    TextTabellaCodici = TextFirstTable + store::SpecialTables
 };
 
 /// The texts of the first record; a Null one is empty. A job without a record gets one first.

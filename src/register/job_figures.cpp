@@ -60,11 +60,10 @@ QString JobFigures::describe(int unit)
     if (!m_modello)
         return m_refusal;
     const auto& unita = m_modello->unita;
-    const auto found = std::find_if(unita.begin(), unita.end(),
-                                    [&](const auto& one) { return one.RifUI == unit; });
+    const auto found = std::ranges::find(unita, unit, &calc::UnitaImmobiliare::RifUI);
     if (found == unita.end())
         return {};
-    const auto place = static_cast<std::size_t>(std::distance(unita.begin(), found));
+    const auto place = static_cast<std::size_t>(found - unita.begin());
     const double CTUI = m_consistenze.CTUI[place];
     try {
         return u"Consistenza %1 - Millesimi %2"_s.arg(

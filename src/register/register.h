@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "register/register_captions.h"
 #include "register/register_change.h"
 
 #include <QList>
@@ -44,7 +43,8 @@ public:
     using AsSeen = std::function<bool(const RecordChange& change)>;
 
     /// The job outlives it.
-    explicit Register(store::Database& lavoro, AsSeen asSeen = {})
+    explicit Register(
+        store::Database& lavoro, AsSeen asSeen = [](const RecordChange&) { return true; })
         : m_lavoro(lavoro), m_asSeen(std::move(asSeen))
     {}
 
@@ -90,25 +90,19 @@ public:
     RegisterChange undo();
     RegisterChange redo();
 
-    /// From now on nothing can be undone.
-    void forgetChanges();
-
 private:
     class Writer;
 
-    // Throw Missing when there is none.
-    [[nodiscard]] static Record foundUnit(const Writer& writer, int unit);
-    [[nodiscard]] static Record foundRoom(const Writer& writer, int unit, int position);
     void addUnit(Writer& writer, const NewTexts& texts);
     void addRoom(Writer& writer, int unit, const NewTexts& texts);
     [[nodiscard]] bool isAsSeen(const std::vector<RecordChange>& records) const;
     RegisterChange perform(Deed deed, const std::function<void(Writer&)>& work);
-    RegisterChange replay(const RegisterChange& change);
+    RegisterChange takeBack(std::vector<RegisterChange>& done, std::vector<RegisterChange>& undone);
 
     store::Database& m_lavoro;
     AsSeen m_asSeen;
     std::vector<RegisterChange> m_done;
-    std::vector<RegisterChange> m_undone;
+    std::vector<RegisterChange> m_undone; ///< as they were taken back
 };
 
 } // namespace zelto::registro

@@ -2,38 +2,23 @@
 // What an operation on the register did to its records.
 #pragma once
 
+#include "register/register_columns.h"
 #include "store/value.h"
 
 #include <QList>
-#include <QString>
-
-#include <vector>
 
 namespace zelto::registro {
 
 /// All fields of a unit or a room.
 using store::Record;
 
-/// Places of fields in a record.
-enum UnitField : int {
-    UnitKey,
-    UnitNumber,
-    UnitRiferimento,
-    UnitLivello,
-    UnitScala,
-    UnitHPiano,
-    UnitFlags
-};
-enum RoomField : int { RoomKey, RoomUnit, RoomPosition, RoomAmbiente, RoomConsistenza };
-
+/// What a field holds; empty or 0 for a record that has no fields.
 [[nodiscard]] QString textOf(const Record& record, int field);
 [[nodiscard]] int numberOf(const Record& record, int field);
 
 /// One record before and after a change; empty where it did not or does not exist.
 struct RecordChange
 {
-    enum class Table { Units, Rooms };
-
     Table table = Table::Units;
     Record before;
     Record after;
@@ -52,8 +37,8 @@ struct RecordChange
 /// The records that one operation changed, in its order.
 struct RegisterChange
 {
-    QString caption; ///< what was done, for the user
-    std::vector<RecordChange> records;
+    QString caption = {}; ///< what was done, for the user
+    std::vector<RecordChange> records = {};
     /// Nothing was done, because a record to be changed does not exist any more or is another by
     /// now.
     bool missing = false;
@@ -66,5 +51,23 @@ struct RegisterChange
     /// The change that takes this one back.
     [[nodiscard]] RegisterChange reversed() const;
 };
+
+/// What the user did.
+enum class Deed { Adds, Deletes, Copies, Changes, Moves };
+
+/// How it is called where it can be undone: "consistenza di Int. 3 - Moro", "eliminazione di 2 vani
+/// di Int. 3 - Moro". The name is that of the only unit concerned; one without is called by its
+/// number.
+[[nodiscard]] QString captionOf(Deed deed, const RegisterChange& change, const QString& name);
+
+/// What of the register a change was about, for who wants to look at it.
+struct Place
+{
+    int unit = 0;
+    int position = 0;  ///< of a room; 0 when it is the unit itself
+    int field = 0;     ///< the first that changed, by its ordinal
+    bool gone = false; ///< the unit does not exist any more
+};
+[[nodiscard]] Place placeOf(const RegisterChange& change);
 
 } // namespace zelto::registro

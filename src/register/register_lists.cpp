@@ -3,7 +3,6 @@
 
 #include "coefficients/coefficient_groups.h"
 #include "coefficients/general_data.h"
-#include "register/register_change.h"
 #include "store/job_queries.h"
 #include "store/schema.h"
 #include "text/table_text.h"
@@ -12,25 +11,13 @@
 
 namespace zelto::registro {
 
-using store::CampoChiave;
 using store::CampoUnita;
-using store::Value;
+using Condition = store::Database::Condition;
 
 namespace {
 
 /// Lines of the table of codes that are looked at.
 constexpr int MaxCodes = 100;
-
-UnitRow unitRow(const store::Query& record)
-{
-    UnitRow row{.number = static_cast<int>(record.integer(UnitNumber)),
-                .texts = {},
-                .flags = record.text(UnitFlags)};
-    int field = UnitRiferimento;
-    for (QString& text : row.texts)
-        text = record.text(field++);
-    return row;
-}
 
 QStringList readCodes(const QString& tableText)
 {
@@ -46,47 +33,14 @@ QStringList readCodes(const QString& tableText)
 std::vector<CoefficientEntry> readEntries(const QString& groupText)
 {
     std::vector<CoefficientEntry> entries;
-    const text::CellTable table = text::TextToTable(groupText, coefficients::MaxGroupRows, 3);
-    for (int row = 1; row <= coefficients::MaxGroupRows; ++row) {
+    const text::CellTable table = text::TextToTable(groupText, store::MostGroupRows, 3);
+    for (int row = 1; row <= store::MostGroupRows; ++row) {
         CoefficientEntry entry{table.at(row, 2), table.at(row, 1), table.at(row, 3)};
         if (entry.value.isEmpty() && entry.code.isEmpty())
             break;
         entries.push_back(std::move(entry));
     }
     return entries;
-}
-
-using RoomsByUnit = QHash<int, std::vector<TreeRoom>>;
-
-RoomsByUnit readAllRooms(store::Database& lavoro)
-{
-    RoomsByUnit rooms;
-    store::Query record = lavoro.records(store::TabellaVani, {}, u"Posizione");
-    for (; !record.atEnd(); record.next()) {
-        const auto position = static_cast<int>(record.integer(RoomPosition));
-        rooms[static_cast<int>(record.integer(RoomUnit))].push_back(
-            {.position = position,
-             .text = record.isNull(RoomAmbiente) ? u"V:%1"_s.arg(position)
-                                                 : record.text(RoomAmbiente)});
-    }
-    return rooms;
-}
-
-std::vector<TreeUnit> readTreeUnits(store::Database& lavoro, const QString& code,
-                                    const RoomsByUnit& rooms)
-{
-    const Value scala = code.trimmed().isEmpty() ? Value() : Value(code);
-    std::vector<TreeUnit> units;
-    store::Query record =
-        lavoro.records(store::TabellaUnita, {{u"Codice scala", scala}}, CampoChiave);
-    for (; !record.atEnd(); record.next()) {
-        const auto number = static_cast<int>(record.integer(UnitNumber));
-        units.push_back({.number = number,
-                         .text = record.isNull(UnitRiferimento) ? u"UI:%1"_s.arg(number)
-                                                                : record.text(UnitRiferimento),
-                         .rooms = rooms.value(number)});
-    }
-    return units;
 }
 
 } // namespace
@@ -96,55 +50,55 @@ QString CoefficientEntry::text() const
     return code.isEmpty() ? value : u"[%1] %2"_s.arg(code, value);
 }
 
-QString chosenCoefficient(const QString& entry, const QString& cellText)
+QString chosenCoefficient(const CoefficientEntry& entry, const QString& cellText)
 {
-    if (!entry.startsWith(u'['))
-        return entry.trimmed();
-    const qsizetype end = entry.indexOf(u']');
-    return end < 0 ? cellText : entry.left(end + 1);
+    const QString text = entry.text();
+    if (!text.startsWith(u'['))
+        return text.trimmed();
+    const qsizetype end = text.indexOf(u']');
+    return end < 0 ? cellText : text.left(end + 1);
 }
 
-std::vector<UnitRow> readUnits(store::Database& lavoro, const UnitFilter& filter)
+std::vector<Record> readUnits(store::Database& lavoro, const UnitFilter& filter)
 {
-    std::vector<store::Database::Condition> conditions;
+    std::vector<Condition> conditions;
     if (!filter.scala.trimmed().isEmpty())
         conditions.push_back({u"Codice scala", filter.scala});
     if (!filter.livello.trimmed().isEmpty())
         conditions.push_back({u"Livello", filter.livello});
-    std::vector<UnitRow> units;
-    store::Query record = lavoro.records(store::TabellaUnita, conditions, CampoUnita);
-    for (; !record.atEnd(); record.next())
-        units.push_back(unitRow(record));
-    return units;
+    return lavoro.records(store::TabellaUnita, conditions, CampoUnita).records();
 }
 
-UnitRow readUnit(store::Database& lavoro, int number)
+Record readUnit(store::Database& lavoro, int number)
 {
-    const store::Query record = lavoro.records(store::TabellaUnita, {{CampoUnita, number}});
-    return record.atEnd() ? UnitRow() : unitRow(record);
+    const store::Query unit = lavoro.records(store::TabellaUnita, {{CampoUnita, number}});
+    return unit.atEnd() ? Record() : unit.record();
 }
 
-std::vector<RoomRow> readRooms(store::Database& lavoro, int unit)
+std::vector<Record> readRooms(store::Database& lavoro, int unit)
 {
-    store::Query record = lavoro.records(store::TabellaVani, {{CampoUnita, unit}}, u"Posizione");
-    std::vector<RoomRow> rooms;
-    for (; !record.atEnd(); record.next()) {
-        RoomRow row{.position = static_cast<int>(record.integer(RoomPosition)), .texts = {}};
-        int field = RoomAmbiente;
-        for (QString& text : row.texts)
-            text = record.text(field++);
-        rooms.push_back(std::move(row));
+    return lavoro.records(store::TabellaVani, {{CampoUnita, unit}}, u"Posizione").records();
+}
+
+std::vector<TreeUnit> readTree(store::Database& lavoro, std::optional<int> number)
+{
+    std::vector<Condition> which;
+    if (number)
+        which.push_back({CampoUnita, *number});
+    std::vector<TreeUnit> units;
+    QHash<qint64, std::size_t> places;
+    for (auto unit = lavoro.records(store::TabellaUnita, which); !unit.atEnd(); unit.next()) {
+        places.insert(unit.integer(UnitNumber), units.size());
+        units.push_back({.number = static_cast<int>(unit.integer(UnitNumber)),
+                         .scala = unit.text(UnitScala),
+                         .name = unit.text(UnitRiferimento),
+                         .rooms = {}});
     }
-    return rooms;
-}
-
-std::vector<TreeScala> readTree(store::Database& lavoro, const QStringList& scale)
-{
-    const RoomsByUnit rooms = readAllRooms(lavoro);
-    std::vector<TreeScala> tree{{.code = {}, .units = readTreeUnits(lavoro, {}, rooms)}};
-    for (const QString& code : scale)
-        tree.push_back({.code = code, .units = readTreeUnits(lavoro, code, rooms)});
-    return tree;
+    for (auto room = lavoro.records(store::TabellaVani, which); !room.atEnd(); room.next())
+        if (const auto place = places.constFind(room.integer(RoomUnit)); place != places.cend())
+            units[*place].rooms.push_back({.position = static_cast<int>(room.integer(RoomPosition)),
+                                           .name = room.text(RoomAmbiente)});
+    return units;
 }
 
 RegisterLists LeggiDatiGenerali(store::Database& lavoro)

@@ -2,11 +2,13 @@
 // What the screen of the register shows of a job. Reading throws DatabaseError.
 #pragma once
 
-#include <QString>
+#include "register/register_change.h"
+#include "store/job_limits.h"
+
 #include <QStringList>
 
 #include <array>
-#include <vector>
+#include <optional>
 
 namespace zelto::store {
 class Database;
@@ -14,69 +16,42 @@ class Database;
 
 namespace zelto::registro {
 
-inline constexpr int NumTables = 10;
-inline constexpr int NumCoefficients = 6;
-inline constexpr int NumUnitTexts = 4;
-inline constexpr int NumRoomTexts = 8;
-
-/// Places in UnitRow::texts.
-enum UnitText : int { UnitTextRiferimento, UnitTextLivello, UnitTextScala, UnitTextHPiano };
-
-/// A unit as it is listed; a Null field is empty.
-struct UnitRow
-{
-    int number = 0;
-    std::array<QString, NumUnitTexts> texts;
-    /// One character for each special table, or nothing.
-    QString flags;
-};
-
-/// A room as it is listed: Ambiente, Consistenza reale and the six coefficients.
-struct RoomRow
-{
-    int position = 0;
-    std::array<QString, NumRoomTexts> texts;
-};
-
 /// Which units are listed; empty for all. Codes and levels are compared without regard to letter
 /// case.
 struct UnitFilter
 {
     QString scala;
     QString livello;
+
+    bool operator==(const UnitFilter&) const = default;
 };
 
 /// The units in the order of their numbers.
-[[nodiscard]] std::vector<UnitRow> readUnits(store::Database& lavoro,
-                                             const UnitFilter& filter = {});
+[[nodiscard]] std::vector<Record> readUnits(store::Database& lavoro, const UnitFilter& filter = {});
 
-/// The unit of the number; number 0 when there is none.
-[[nodiscard]] UnitRow readUnit(store::Database& lavoro, int number);
+/// The unit of the number; without fields when there is none.
+[[nodiscard]] Record readUnit(store::Database& lavoro, int number);
 
 /// The rooms of a unit in the order of their positions.
-[[nodiscard]] std::vector<RoomRow> readRooms(store::Database& lavoro, int unit);
+[[nodiscard]] std::vector<Record> readRooms(store::Database& lavoro, int unit);
 
-/// A node of the tree: a unit with its rooms. Texts are those of a tree built anew.
+/// A unit of the tree with its rooms.
 struct TreeRoom
 {
     int position = 0;
-    QString text;
+    QString name;
 };
 struct TreeUnit
 {
     int number = 0;
-    QString text;
+    QString scala;
+    QString name;
     std::vector<TreeRoom> rooms;
 };
-struct TreeScala
-{
-    QString code; ///< empty for the units without staircase
-    std::vector<TreeUnit> units;
-};
 
-/// The units without staircase, then those of each of the codes; units in the order of their keys.
-/// A unit of any other staircase is in none of them.
-[[nodiscard]] std::vector<TreeScala> readTree(store::Database& lavoro, const QStringList& scale);
+/// All units, or the one of the number; neither they nor their rooms are in any order.
+[[nodiscard]] std::vector<TreeUnit> readTree(store::Database& lavoro,
+                                             std::optional<int> number = {});
 
 /// A line of a coefficient's list.
 struct CoefficientEntry
@@ -91,15 +66,15 @@ struct CoefficientEntry
 
 /// What choosing the entry leaves in the cell: "[A]" of "[A] 1.05", the value when it has no code,
 /// nothing new (the cell's text) when its bracket does not close.
-[[nodiscard]] QString chosenCoefficient(const QString& entry, const QString& cellText);
+[[nodiscard]] QString chosenCoefficient(const CoefficientEntry& entry, const QString& cellText);
 
 /// What pickers, filters and check boxes offer, without blank entries.
 struct RegisterLists
 {
     QStringList scale;
     QStringList livelli;
-    std::array<QString, NumTables> tabelle; ///< names, empty for tables that are not in use
-    std::array<std::vector<CoefficientEntry>, NumCoefficients> coefficienti;
+    std::array<QString, store::SpecialTables> tabelle; ///< names, empty where none is in use
+    std::array<std::vector<CoefficientEntry>, store::Coefficients> coefficienti;
 };
 
 /// A job without a record of general data gets one first.

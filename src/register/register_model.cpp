@@ -3,6 +3,9 @@
 
 #include "store/job_queries.h"
 #include "store/schema.h"
+#include "store/user_interface.h"
+
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -10,29 +13,43 @@ namespace zelto::registro {
 
 namespace {
 
-/// The first of the rows, in the order of their numbers, that is not before the number.
-template <typename Rows>
-auto placeIn(Rows& rows, int number)
+/// The first of the units, in the order of their numbers, that is not before the number.
+template <typename Units>
+auto placeIn(Units& units, int number)
 {
-    return std::lower_bound(rows.begin(), rows.end(), number,
-                            [](const UnitRow& row, int wanted) { return row.number < wanted; });
+    return std::ranges::lower_bound(units, number, {},
+                                    [](const Record& unit) { return numberOf(unit, UnitNumber); });
 }
 
 bool adds(const RegisterChange& change, int unit)
 {
-    return std::any_of(change.records.begin(), change.records.end(), [&](const RecordChange& one) {
-        return one.table == RecordChange::Table::Units && one.before.empty() && one.unit() == unit;
+    return std::ranges::any_of(change.records, [&](const RecordChange& one) {
+        return one.table == Table::Units && one.before.empty() && one.unit() == unit;
     });
 }
 
 } // namespace
 
-RegisterModel::RegisterModel(store::Database& lavoro)
-    : m_lavoro(lavoro),
+RegisterModel::RegisterModel(store::Database& lavoro, store::Messages& user)
+    : m_lavoro(lavoro), m_user(user),
       m_register(lavoro, [this](const RecordChange& change) { return isAsSeen(change); })
 {}
 
+void RegisterModel::reporting(const std::function<void()>& read)
+{
+    try {
+        read();
+    } catch (const store::DatabaseError& error) {
+        m_user.ReportError(error);
+    }
+}
+
 void RegisterModel::ElencoUI(const UnitFilter& filter)
+{
+    reporting([&] { list(filter); });
+}
+
+void RegisterModel::list(const UnitFilter& filter)
 {
     m_listed = readUnits(m_lavoro, filter);
     m_filter = filter;
@@ -42,12 +59,7 @@ void RegisterModel::ElencoUI(const UnitFilter& filter)
 
 void RegisterModel::DatiVani(int unit)
 {
-    if (!isStale()) {
-        readUnit(unit);
-        return;
-    }
-    m_unit = UnitRow{.number = unit, .texts = {}, .flags = {}};
-    reload();
+    reporting([&] { isStale() ? load(unit) : show(unit); });
 }
 
 bool RegisterModel::isStale() const
@@ -55,85 +67,117 @@ bool RegisterModel::isStale() const
     return m_lavoro.dataVersion() != m_version;
 }
 
-void RegisterModel::readUnit(int unit)
+void RegisterModel::reload()
 {
-    UnitRow row = unit > 0 ? registro::readUnit(m_lavoro, unit) : UnitRow();
-    m_rooms = row.number > 0 ? readRooms(m_lavoro, unit) : std::vector<RoomRow>();
-    m_unit = std::move(row);
-    emit unitShown();
+    reporting([this] { load(); });
 }
 
-void RegisterModel::reload()
+void RegisterModel::reloadIfStale()
+{
+    reporting([this] {
+        if (isStale())
+            load();
+    });
+}
+
+void RegisterModel::load(int unit)
 {
     const qint64 version = m_lavoro.dataVersion();
     RegisterLists lists = LeggiDatiGenerali(m_lavoro);
     calc::Liste coefficients = calc::CaricaListe(m_lavoro);
-    const std::vector<TreeScala> tree = readTree(m_lavoro, lists.scale);
+    const std::vector<TreeUnit> tree = readTree(m_lavoro);
     m_lists = std::move(lists);
     m_coefficients = std::move(coefficients);
     m_version = version;
-    emit listsRead();
-    ElencoUI(m_filter);
+    list(m_filter);
     emit reloaded(tree);
-    showUnitOrNext();
+    showOrNext(unit);
 }
 
-/// The current unit as it is now; the next one listed when it has been deleted, or the one before,
-/// or any.
-void RegisterModel::showUnitOrNext()
+void RegisterModel::show(int unit)
 {
-    const int number = m_unit.number;
-    int shown = number > 0 && registro::readUnit(m_lavoro, number).number == 0 ? 0 : number;
+    Record record = readUnit(m_lavoro, unit);
+    m_rooms = record.empty() ? std::vector<Record>() : readRooms(m_lavoro, unit);
+    m_unit = std::move(record);
+    emit unitShown();
+}
+
+/// The unit as it is now; the next one listed when it has been deleted, or the one before, or any.
+void RegisterModel::showOrNext(int unit)
+{
+    int shown = readUnit(m_lavoro, unit).empty() ? 0 : unit;
     for (const int places : {1, -1})
         if (shown == 0)
-            shown = neighbour(number, places);
-    readUnit(shown > 0 ? shown : store::nearestUnit(m_lavoro, number));
+            shown = neighbour(unit, places);
+    show(shown > 0 ? shown : store::nearestUnit(m_lavoro, unit));
 }
 
 int RegisterModel::neighbour(int unit, int places) const
 {
-    const auto count = static_cast<std::ptrdiff_t>(m_listed.size());
-    std::ptrdiff_t at = 0;
-    while (at < count && m_listed[static_cast<std::size_t>(at)].number < unit)
-        ++at;
-    const bool there = at < count && m_listed[static_cast<std::size_t>(at)].number == unit;
-    at += places - (places > 0 && !there ? 1 : 0);
-    return at < 0 || at >= count ? 0 : m_listed[static_cast<std::size_t>(at)].number;
+    const auto found = placeIn(m_listed, unit);
+    const bool there = found != m_listed.end() && numberOf(*found, UnitNumber) == unit;
+    const auto place = found - m_listed.begin() + places - (places > 0 && !there ? 1 : 0);
+    return place < 0 || place >= std::ssize(m_listed)
+               ? 0
+               : numberOf(m_listed[static_cast<std::size_t>(place)], UnitNumber);
 }
 
-RegisterChange RegisterModel::perform(const std::function<RegisterChange(Register&)>& operation)
+RegisterChange RegisterModel::perform(const Operation& operation)
 {
-    RegisterChange change = operation(m_register);
-    if (change.isEmpty() || isStale())
-        reload();
-    else
-        follow(change);
+    RegisterChange change;
+    try {
+        change = operation(m_register);
+        if (change.isEmpty() || isStale())
+            load();
+        else
+            follow(change);
+    } catch (const store::DatabaseError& error) {
+        change = {};
+        m_user.ReportError(error);
+        try {
+            load();
+        } catch (const store::DatabaseError&) {
+            // What went wrong has been said; the screen shows the last that could be read.
+        }
+    }
+    emit performed();
+    if (change.missing)
+        m_user.showMessage(
+            u"Un altro programma ha cambiato o eliminato ciò che si voleva cambiare. Nulla è stato "
+            "memorizzato: la finestra mostra ora quello che c'è, e si può ripetere."_s);
     return change;
+}
+
+RegisterChange RegisterModel::replay(RegisterChange (Register::*way)())
+{
+    const QScopedValueRollback replaying(m_replaying, true);
+    return perform([way](Register& registro) { return (registro.*way)(); });
 }
 
 void RegisterModel::follow(const RegisterChange& change)
 {
     const QList<int> units = change.units();
     for (const int number : units) {
-        const UnitRow row = registro::readUnit(m_lavoro, number);
-        if (row.number == 0)
+        const std::vector<TreeUnit> inTree = readTree(m_lavoro, number);
+        const Record unit = readUnit(m_lavoro, number);
+        if (unit.empty())
             emit unitRemoved(number);
         else
-            emit unitChanged(row, readRooms(m_lavoro, number));
+            emit unitChanged(inTree.front());
         const auto at = placeIn(m_listed, number);
-        const bool listed = at != m_listed.end() && at->number == number;
-        if (listed && row.number == 0)
+        const bool listed = at != m_listed.end() && numberOf(*at, UnitNumber) == number;
+        if (listed && unit.empty())
             m_listed.erase(at);
         else if (listed)
-            *at = row;
-        else if (row.number > 0 && adds(change, number))
-            m_listed.insert(at, row);
+            *at = unit;
+        else if (!unit.empty() && adds(change, number))
+            m_listed.insert(at, unit);
     }
     m_count = m_lavoro.count(store::TabellaUnita);
     emit unitsListed();
     emit unitsChanged(units);
-    if (m_unit.number == 0 || units.contains(m_unit.number))
-        showUnitOrNext();
+    if (current() == 0 || units.contains(current()))
+        showOrNext(current());
 }
 
 /// Of records that are not shown nothing is known.
@@ -141,43 +185,11 @@ bool RegisterModel::isAsSeen(const RecordChange& change) const
 {
     if (change.before.empty())
         return true;
-    const auto sameTexts = [&](const auto& texts, int first) {
-        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
-            return text == textOf(change.before, first++);
-        });
+    const auto isOther = [&](const Record& shown) {
+        return !shown.empty() && shown.front() == change.before.front() && shown != change.before;
     };
-    if (change.table == RecordChange::Table::Rooms) {
-        const int position = numberOf(change.before, RoomPosition);
-        const auto room = std::find_if(m_rooms.begin(), m_rooms.end(), [&](const RoomRow& row) {
-            return row.position == position;
-        });
-        return change.unit() != m_unit.number || room == m_rooms.end() ||
-               sameTexts(room->texts, RoomAmbiente);
-    }
-    const auto listed = placeIn(m_listed, change.unit());
-    const bool isListed = listed != m_listed.end() && listed->number == change.unit();
-    const UnitRow& row = isListed ? *listed : m_unit;
-    return row.number != change.unit() ||
-           (sameTexts(row.texts, UnitRiferimento) && row.flags == textOf(change.before, UnitFlags));
-}
-
-Place placeOf(const RegisterChange& change)
-{
-    if (change.isEmpty())
-        return {};
-    const auto unit =
-        std::find_if(change.records.begin(), change.records.end(),
-                     [](const auto& one) { return one.table == RecordChange::Table::Units; });
-    const auto kept = std::find_if(change.records.begin(), change.records.end(),
-                                   [](const auto& one) { return !one.after.empty(); });
-    const bool ofUnit = unit != change.records.end();
-    const RecordChange& record = ofUnit                         ? *unit
-                                 : kept != change.records.end() ? *kept
-                                                                : change.records.front();
-    return {.unit = record.unit(),
-            .position = ofUnit ? 0 : numberOf(record.record(), RoomPosition),
-            .field = record.fields().value(0),
-            .gone = ofUnit && record.after.empty()};
+    const std::vector<Record>& shown = change.table == Table::Units ? m_listed : m_rooms;
+    return !isOther(m_unit) && std::ranges::none_of(shown, isOther);
 }
 
 } // namespace zelto::registro

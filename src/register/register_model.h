@@ -10,19 +10,23 @@
 #include <algorithm>
 #include <functional>
 
+namespace zelto::store {
+class Messages;
+} // namespace zelto::store
+
 namespace zelto::registro {
 
 /// Where the user is in the register of a job: which units are listed, and which one is current,
 /// with its rooms. Tree, grids and fields show this and nothing else. The current unit changes by
-/// DatiVani, and when it is deleted; never by what a filter lists. All that reads or stores throws
-/// DatabaseError, and what is shown stays as it was then.
+/// DatiVani, and when it is deleted; never by what a filter lists. What cannot be read or stored is
+/// reported to the user, and what is shown stays as it was.
 class RegisterModel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Reads nothing yet; the job outlives it.
-    explicit RegisterModel(store::Database& lavoro);
+    /// Reads nothing yet; job and user outlive it.
+    RegisterModel(store::Database& lavoro, store::Messages& user);
 
     [[nodiscard]] const RegisterLists& lists() const { return m_lists; }
     [[nodiscard]] const UnitFilter& filter() const { return m_filter; }
@@ -31,10 +35,11 @@ public:
 
     /// In the order of their numbers: those that the filter let through when the list was read, and
     /// those added since.
-    [[nodiscard]] const std::vector<UnitRow>& listed() const { return m_listed; }
-    /// The current one; number 0 for none.
-    [[nodiscard]] const UnitRow& unit() const { return m_unit; }
-    [[nodiscard]] const std::vector<RoomRow>& rooms() const { return m_rooms; }
+    [[nodiscard]] const std::vector<Record>& listed() const { return m_listed; }
+    /// The number of the current unit, 0 for none, its fields and its rooms.
+    [[nodiscard]] int current() const { return numberOf(m_unit, UnitNumber); }
+    [[nodiscard]] const Record& unit() const { return m_unit; }
+    [[nodiscard]] const std::vector<Record>& rooms() const { return m_rooms; }
 
     /// Lists the units of the filter.
     void ElencoUI(const UnitFilter& filter);
@@ -43,67 +48,71 @@ public:
     /// another program has changed meanwhile is read anew.
     void DatiVani(int unit);
 
-    /// Whether another program has changed the job since it was read.
-    [[nodiscard]] bool isStale() const;
-
     /// Reads everything anew, lists and tree included. The current unit stays if it still exists;
-    /// at first it is the first one.
+    /// at first it is the first one. load() throws DatabaseError instead of reporting it.
     void reload();
+    void load() { load(current()); }
+    /// The same when another program has changed the job since it was read.
+    void reloadIfStale();
 
-    /// The listed unit so many places behind the unit, before it when negative; 0 when there is
-    /// none.
-    [[nodiscard]] int neighbour(int unit, int places) const;
+    /// The listed unit so many places behind the current one, before it when negative; 0 when there
+    /// is none.
+    [[nodiscard]] int neighbour(int places) const { return neighbour(current(), places); }
 
-    /// Stores a change and shows what became of it. What was to be changed may have been changed or
-    /// deleted by another program: then nothing is stored, everything is read anew and the change
-    /// is empty.
-    RegisterChange perform(const std::function<RegisterChange(Register&)>& operation);
+    /// Stores a change and shows what became of it. The change is empty when nothing was stored:
+    /// the job refused it, or what was to be changed has been changed or deleted by another
+    /// program. Then everything is read anew.
+    using Operation = std::function<RegisterChange(Register& registro)>;
+    RegisterChange perform(const Operation& operation);
 
+    /// Takes the last change back, or makes it again.
+    RegisterChange undo() { return replay(&Register::undo); }
+    RegisterChange redo() { return replay(&Register::redo); }
+    [[nodiscard]] bool isReplaying() const { return m_replaying; }
     [[nodiscard]] const Register& changes() const { return m_register; }
 
     /// How many units may be added before the calculation refuses the job.
-    [[nodiscard]] int freeUnits() const { return std::max(calc::MaxUI - m_count, 0); }
+    [[nodiscard]] int freeUnits() const { return std::max(store::MostUnits - m_count, 0); }
 
 signals:
-    void listsRead();
     /// listed() is another.
     void unitsListed();
     /// A unit was added or changed, or its rooms were.
-    void unitChanged(const UnitRow& unit, const std::vector<RoomRow>& rooms);
+    void unitChanged(const TreeUnit& unit);
     void unitRemoved(int unit);
     /// These are all the units that a change concerned.
     void unitsChanged(const QList<int>& units);
     /// Everything may be another.
-    void reloaded(const std::vector<TreeScala>& tree);
+    void reloaded(const std::vector<TreeUnit>& tree);
     /// Another unit is current, or the current one or its rooms have changed.
     void unitShown();
+    /// A change was made or refused.
+    void performed();
 
 private:
-    void readUnit(int unit);
+    void reporting(const std::function<void()>& read);
+    [[nodiscard]] bool isStale() const;
+    void list(const UnitFilter& filter);
+    void load(int unit);
+    void show(int unit);
+    void showOrNext(int unit);
+    [[nodiscard]] int neighbour(int unit, int places) const;
     [[nodiscard]] bool isAsSeen(const RecordChange& change) const;
     void follow(const RegisterChange& change);
-    void showUnitOrNext();
+    RegisterChange replay(RegisterChange (Register::*way)());
 
     store::Database& m_lavoro;
+    store::Messages& m_user;
     Register m_register;
     RegisterLists m_lists;
     calc::Liste m_coefficients;
     UnitFilter m_filter;
     qint64 m_version = 0; ///< of the data that were read last
     int m_count = 0;      ///< of all units
-    std::vector<UnitRow> m_listed;
-    UnitRow m_unit;
-    std::vector<RoomRow> m_rooms;
+    bool m_replaying = false;
+    std::vector<Record> m_listed;
+    Record m_unit;
+    std::vector<Record> m_rooms;
 };
-
-/// What of the register a change was about, for who wants to look at it.
-struct Place
-{
-    int unit = 0;
-    int position = 0;  ///< of a room; 0 when it is the unit itself
-    int field = 0;     ///< the first that changed, by its ordinal
-    bool gone = false; ///< the unit does not exist any more
-};
-[[nodiscard]] Place placeOf(const RegisterChange& change);
 
 } // namespace zelto::registro

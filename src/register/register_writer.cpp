@@ -4,19 +4,16 @@
 #include "store/schema.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 namespace zelto::registro {
 
 using store::Value;
-using Table = RecordChange::Table;
 
 namespace {
 
-QStringView nameOf(Table table)
+Record first(const std::vector<Record>& found)
 {
-    return table == Table::Units ? store::TabellaUnita : store::TabellaVani;
+    return found.empty() ? throw Missing() : found.front();
 }
 
 } // namespace
@@ -32,25 +29,36 @@ std::vector<Record> Register::Writer::find(Table table, QStringView field, const
     return m_lavoro.records(nameOf(table), {{field, value}}, store::CampoChiave).records();
 }
 
+std::vector<Record> Register::Writer::unitsOf(int unit) const
+{
+    return find(Table::Units, store::CampoUnita, unit);
+}
+
+std::vector<Record> Register::Writer::roomsOf(int unit) const
+{
+    return find(Table::Rooms, store::CampoUnita, unit);
+}
+
+Record Register::Writer::unit(int unit) const
+{
+    return first(unitsOf(unit));
+}
+
+Record Register::Writer::room(int unit, int position) const
+{
+    return first(find(Table::Rooms, store::CampoChiave, store::roomKey(unit, position)));
+}
+
 void Register::Writer::requireUnit(int unit) const
 {
-    if (find(Table::Units, store::CampoUnita, Value(unit)).empty())
+    if (unitsOf(unit).empty())
         throw store::DatabaseError(
             store::ErrorNumber::RecordDeleted,
             u"L'unità %1 non c'è più: un altro programma l'ha eliminata. Scegliere "
             u"un'altra unità, o aggiungerne una, e ripetere."_s.arg(unit));
 }
 
-QHash<int, QString> Register::Writer::names(const QList<int>& units) const
-{
-    QHash<int, QString> names;
-    for (const int unit : units)
-        for (const Record& record : find(Table::Units, store::CampoUnita, Value(unit)))
-            names.insert(unit, textOf(record, UnitRiferimento));
-    return names;
-}
-
-void Register::Writer::write(Table table, const Record& before, const Record& after)
+void Register::Writer::write(Table table, const Record& before, Record after)
 {
     store::RecordWriter& writer = table == Table::Units ? m_units : m_rooms;
     if (before.empty())
@@ -59,22 +67,7 @@ void Register::Writer::write(Table table, const Record& before, const Record& af
         writer.change(before, after);
     else
         writer.remove(before.front());
-}
-
-void Register::Writer::note(Table table, const Record& before, Record after)
-{
-    write(table, before, after);
     m_changes.push_back({.table = table, .before = before, .after = std::move(after)});
-}
-
-void Register::Writer::add(Table table, Record record)
-{
-    note(table, {}, std::move(record));
-}
-
-void Register::Writer::remove(Table table, const Record& record)
-{
-    note(table, record, {});
 }
 
 void Register::Writer::change(Table table, const Record& record, int field, const QString& text)
@@ -82,19 +75,20 @@ void Register::Writer::change(Table table, const Record& record, int field, cons
     Record after = record;
     after[static_cast<std::size_t>(field)] = Value::nullIfEmpty(text);
     if (after != record)
-        note(table, record, std::move(after));
+        write(table, record, std::move(after));
 }
 
-void Register::Writer::exchange(Table table, const Record& one, const Record& other, int firstField)
+void Register::Writer::exchange(Table table, const Record& one, const Record& other)
 {
-    Record first = one;
-    Record second = other;
-    std::copy(other.begin() + firstField, other.end(), first.begin() + firstField);
-    std::copy(one.begin() + firstField, one.end(), second.begin() + firstField);
-    if (first == one)
+    const int first = numberField(table) + 1;
+    Record ofOne = one;
+    Record ofOther = other;
+    std::copy(other.begin() + first, other.end(), ofOne.begin() + first);
+    std::copy(one.begin() + first, one.end(), ofOther.begin() + first);
+    if (ofOne == one)
         return;
-    note(table, one, std::move(first));
-    note(table, other, std::move(second));
+    write(table, one, std::move(ofOne));
+    write(table, other, std::move(ofOther));
 }
 
 void Register::Writer::repeat(const RecordChange& change)
@@ -107,13 +101,6 @@ void Register::Writer::repeat(const RecordChange& change)
             u"L'unità %1 è stata cambiata da un altro programma: le modifiche fatte "
             u"fin qui non si possono più annullare."_s.arg(change.unit()));
     write(change.table, change.before, change.after);
-    m_changes.push_back(change);
-}
-
-std::vector<RecordChange> Register::Writer::commit()
-{
-    m_transaction.commit();
-    return std::move(m_changes);
 }
 
 } // namespace zelto::registro

@@ -4,9 +4,11 @@
 #include "register/register.h"
 #include "store/database.h"
 
-#include <QHash>
-
 namespace zelto::registro {
+
+/// A record to be changed is gone.
+struct Missing
+{};
 
 /// Writes records of units and rooms within one transaction and notes what they were.
 class Register::Writer
@@ -15,33 +17,32 @@ public:
     explicit Writer(store::Database& lavoro);
 
     /// Records of the table whose field has the value, in the order of their keys.
-    [[nodiscard]] std::vector<Record> find(RecordChange::Table table, QStringView field,
+    [[nodiscard]] std::vector<Record> find(Table table, QStringView field,
                                            const store::Value& value) const;
+    [[nodiscard]] std::vector<Record> unitsOf(int unit) const;
+    [[nodiscard]] std::vector<Record> roomsOf(int unit) const;
+
+    /// Throw Missing when there is none.
+    [[nodiscard]] Record unit(int unit) const;
+    [[nodiscard]] Record room(int unit, int position) const;
 
     /// Throws RecordDeleted when there is no such unit.
     void requireUnit(int unit) const;
 
-    /// The names of the units, by number, as they are now.
-    [[nodiscard]] QHash<int, QString> names(const QList<int>& units) const;
-
-    void add(RecordChange::Table table, Record record);
-    void remove(RecordChange::Table table, const Record& record);
+    /// Adds a record without before, deletes one without after.
+    void write(Table table, const Record& before, Record after);
     /// Gives a field of the record another text, empty for Null.
-    void change(RecordChange::Table table, const Record& record, int field, const QString& text);
+    void change(Table table, const Record& record, int field, const QString& text);
     /// Two records exchange all that follows the fields by which they are told apart.
-    void exchange(RecordChange::Table table, const Record& one, const Record& other,
-                  int firstField);
+    void exchange(Table table, const Record& one, const Record& other);
 
     /// Makes a noted change once more; throws RecordChanged when its record is another by now.
     void repeat(const RecordChange& change);
 
     [[nodiscard]] const std::vector<RecordChange>& changes() const { return m_changes; }
-    [[nodiscard]] std::vector<RecordChange> commit();
+    void commit() { m_transaction.commit(); }
 
 private:
-    void note(RecordChange::Table table, const Record& before, Record after);
-    void write(RecordChange::Table table, const Record& before, const Record& after);
-
     store::Database& m_lavoro;
     store::Database::Transaction m_transaction;
     store::RecordWriter m_units;

@@ -206,7 +206,7 @@ QString readTableNumber(const QString& typed)
 {
     bool isNumber = false;
     const int t = typed.toInt(&isNumber);
-    return isNumber && t >= 1 && t <= calc::MaxTabelle ? QString::number(t) : QString();
+    return isNumber && t >= 1 && t <= store::SpecialTables ? QString::number(t) : QString();
 }
 
 } // namespace

@@ -12,8 +12,6 @@ namespace zelto::store {
 
 namespace {
 
-constexpr int SpecialTables = 10;
-constexpr int CoefficientGroups = 7;
 constexpr int RoomTextSize = 15;
 
 FieldDef text(QString name, int size)
@@ -72,17 +70,16 @@ TableDef vani()
     TableDef table{.name = TabellaVani.toString(),
                    .fields = {key(10), number(u"Riferimento unità"_s), number(u"Posizione"_s)},
                    .primaryKey = u"Chiave"_s};
-    for (const QString& name :
-         {u"Ambiente"_s, u"Consistenza reale"_s, u"Destinazione"_s, u"Orientamento"_s,
-          u"Prospetto"_s, u"Luminosità"_s, u"Funzionalità"_s, u"Piano riduttore"_s})
-        table.fields.push_back(text(name, RoomTextSize));
+    for (const QStringView name : GroupNames)
+        table.fields.push_back(text(name.toString(), RoomTextSize));
+    table.fields.insert(table.fields.begin() + 4, text(u"Consistenza reale"_s, RoomTextSize));
     return table;
 }
 
 TableDef variabili()
 {
     TableDef table{.name = TabellaVariabili.toString()};
-    for (int group = 0; group < CoefficientGroups; ++group)
+    for (int group = 0; group < Groups; ++group)
         table.fields.push_back(memo(u"Var%1"_s.arg(group)));
     return table;
 }
@@ -105,6 +102,14 @@ const TableDef& jobTable(QStringView name)
     const auto table = std::ranges::find(jobTables(), name, &TableDef::name);
     Q_ASSERT(table != jobTables().end());
     return *table;
+}
+
+int longestText(QStringView table, QStringView field)
+{
+    const auto& fields = jobTable(table).fields;
+    const auto found = std::ranges::find(fields, field, &FieldDef::name);
+    Q_ASSERT(found != fields.end());
+    return found->size;
 }
 
 void CreaTabelleBase(Database& database)
@@ -132,7 +137,7 @@ void addGeneralData(Database& database)
 
 void addBlankGroups(Database& database)
 {
-    add(database, TabellaVariabili, Record(CoefficientGroups, u" "_s));
+    add(database, TabellaVariabili, Record(Groups, u" "_s));
 }
 
 QString unitKey(int unit)

@@ -2,11 +2,13 @@
 // The five tables of a job.
 #pragma once
 
+#include "store/job_limits.h"
 #include "store/table_def.h"
 
 #include <QString>
 #include <QStringView>
 
+#include <array>
 #include <span>
 
 namespace zelto::store {
@@ -23,6 +25,11 @@ inline constexpr QStringView TabellaVariabili = u"Variabili";
 inline constexpr QStringView CampoChiave = u"Chiave";
 inline constexpr QStringView CampoUnita = u"Riferimento unità";
 
+/// The groups of values, each with the name of the field that is chosen from it.
+inline constexpr std::array<QStringView, Groups> GroupNames{
+    u"Ambiente",   u"Destinazione", u"Orientamento",   u"Prospetto",
+    u"Luminosità", u"Funzionalità", u"Piano riduttore"};
+
 /// What the marker table's first field reads as in a job of this format.
 inline constexpr float VersioneFormato = 2009;
 
@@ -32,6 +39,9 @@ inline constexpr float VersioneFormato = 2009;
 
 /// The definition of one of the job's tables, named exactly.
 [[nodiscard]] const TableDef& jobTable(QStringView name);
+
+/// The most characters that a text field of one of them takes.
+[[nodiscard]] int longestText(QStringView table, QStringView field);
 
 /// Gives an empty database the five tables and a new job's records, all or nothing.
 void CreaTabelleBase(Database& database);

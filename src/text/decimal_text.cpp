@@ -87,10 +87,7 @@ void StripBlanks(QString& text)
 
 QString ToPointDecimal(QString text)
 {
-    const qsizetype comma = text.indexOf(u',');
-    if (comma >= 0)
-        text[comma] = u'.';
-    StripBlanks(text);
+    ToLocalDecimalInPlace(text, {});
     return text;
 }
 
@@ -164,16 +161,14 @@ std::string_view decimalText(float number, std::span<char, DecimalTextSize> buff
 QString decimalText(float number)
 {
     std::array<char, DecimalTextSize> buffer{};
-    const std::string_view text = decimalText(number, buffer);
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromLatin1(decimalText(number, buffer));
 }
 
 QString decimalText(double number)
 {
     std::array<char, DecimalTextSize> buffer{};
-    const std::string_view text =
-        writeGeneral<double, std::numeric_limits<double>::digits10>(number, buffer);
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromLatin1(
+        writeGeneral<double, std::numeric_limits<double>::digits10>(number, buffer));
 }
 
 } // namespace zelto::text

@@ -26,10 +26,8 @@ public:
         m_result.reserve(m_mask.size());
         while (m_position < m_mask.size())
             step(m_mask[m_position].unicode());
-        qsizetype length = m_result.size();
-        while (length > 0 && m_result.at(length - 1) == u' ')
-            --length;
-        m_result.truncate(length);
+        while (m_result.endsWith(u' '))
+            m_result.chop(1);
         return m_result;
     }
 
@@ -104,19 +102,14 @@ QString formatGrouped(const QString& text, int mode)
         return {};
     // The number ends before a TAB, and the mask takes no more than thirty of them.
     const QString plain = FormatMask(u"############0.00", text.section(u'\t', 0, 0));
-    const qsizetype point = plain.indexOf(u'.');
-    const qsizetype integerEnd = point < 0 ? plain.size() : point;
-
+    const qsizetype integerEnd = plain.indexOf(u'.');
     QString result;
     for (qsizetype i = 0; i < integerEnd; ++i) {
         if ((integerEnd - i) % 3 == 0)
             result.append(u' ');
         result.append(plain[i]);
     }
-    result = result.trimmed() + plain.sliced(integerEnd);
-    if (result.startsWith(u'.'))
-        result.prepend(u'0');
-    return result;
+    return result.trimmed() + plain.sliced(integerEnd);
 }
 
 } // namespace
@@ -130,11 +123,7 @@ QString FormatMask(QStringView mask, QStringView values)
 
 QString FormatGroupedComma(const QString& text, int mode)
 {
-    QString result = formatGrouped(text, mode);
-    const qsizetype point = result.indexOf(u'.');
-    if (point >= 0)
-        result[point] = u',';
-    return result;
+    return formatGrouped(text, mode).replace(u'.', u',');
 }
 
 QString FormatGroupedPoint(const QString& text, int mode)

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <concepts>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -46,19 +47,19 @@ public:
     /// The number rounded to the mask's places on its text of fifteen significant digits (a single:
     /// of seven), halves away from zero; right-aligned in width() characters, of a longer text the
     /// last ones.
-    void format(double number, std::string& out) const;
-    void format(float number, std::string& out) const;
+    template <std::floating_point Real>
+    void format(Real number, std::string& out) const;
 
     /// The number that format() shows, where it fits.
-    [[nodiscard]] double shown(double number) const;
-    [[nodiscard]] double shown(float number) const;
+    template <std::floating_point Real>
+    [[nodiscard]] double shown(Real number) const;
 
     /// Whether format() shows the whole number: finite, and neither a digit nor the sign is lost.
-    [[nodiscard]] bool fits(double number) const;
-    [[nodiscard]] bool fits(float number) const;
+    template <std::floating_point Real>
+    [[nodiscard]] bool fits(Real number) const;
 
     /// The same as a new text.
-    template <typename Real>
+    template <std::floating_point Real>
     [[nodiscard]] QString format(Real number) const
     {
         std::string out;
@@ -80,12 +81,6 @@ private:
                 m_minPlaces = m_places;
         }
     }
-    template <typename Real>
-    void formatReal(Real number, std::string& out) const;
-    template <typename Real>
-    [[nodiscard]] double shownReal(Real number) const;
-    template <typename Real>
-    [[nodiscard]] bool fitsReal(Real number) const;
     class BackWriter;
     void putInteger(std::string_view digits, BackWriter& out) const;
     void putDecimals(std::string_view digits, BackWriter& out) const;

@@ -169,8 +169,8 @@ void NumberMask::putInteger(std::string_view digits, BackWriter& out) const
     }
 }
 
-template <typename Real>
-void NumberMask::formatReal(Real number, std::string& out) const
+template <std::floating_point Real>
+void NumberMask::format(Real number, std::string& out) const
 {
     const RoundedDigits rounded =
         roundDigits(std::isfinite(number) ? std::abs(number) : Real{0}, m_places);
@@ -183,8 +183,8 @@ void NumberMask::formatReal(Real number, std::string& out) const
         writer.put('-');
 }
 
-template <typename Real>
-double NumberMask::shownReal(Real number) const
+template <std::floating_point Real>
+double NumberMask::shown(Real number) const
 {
     const RoundedDigits rounded = roundDigits(std::abs(number), m_places);
     double whole = 0;
@@ -193,8 +193,8 @@ double NumberMask::shownReal(Real number) const
     return std::copysign(whole / std::pow(10.0, m_places), double{number});
 }
 
-template <typename Real>
-bool NumberMask::fitsReal(Real number) const
+template <std::floating_point Real>
+bool NumberMask::fits(Real number) const
 {
     if (!std::isfinite(number))
         return false;
@@ -203,34 +203,11 @@ bool NumberMask::fitsReal(Real number) const
     return digits + (number < 0 ? 1 : 0) <= m_point;
 }
 
-double NumberMask::shown(double number) const
-{
-    return shownReal(number);
-}
-
-double NumberMask::shown(float number) const
-{
-    return shownReal(number);
-}
-
-bool NumberMask::fits(double number) const
-{
-    return fitsReal(number);
-}
-
-bool NumberMask::fits(float number) const
-{
-    return fitsReal(number);
-}
-
-void NumberMask::format(double number, std::string& out) const
-{
-    formatReal(number, out);
-}
-
-void NumberMask::format(float number, std::string& out) const
-{
-    formatReal(number, out);
-}
+template void NumberMask::format(double, std::string&) const;
+template void NumberMask::format(float, std::string&) const;
+template double NumberMask::shown(double) const;
+template double NumberMask::shown(float) const;
+template bool NumberMask::fits(double) const;
+template bool NumberMask::fits(float) const;
 
 } // namespace zelto::text

@@ -7,26 +7,30 @@ namespace zelto::text {
 
 namespace {
 
-/// Writes one line into the cells firstColumn.. of a row. The blank that the reader puts behind a
-/// line lets its last cell be trimmed to empty without special care.
+QStringView withoutLeadingBlanks(QStringView text)
+{
+    while (text.startsWith(u' '))
+        text = text.sliced(1);
+    return text;
+}
+
+/// Writes one line into the cells of a row. Blanks go where they begin a cell other than the first,
+/// and around the last one.
 void lineToRow(QStringView line, CellTable& table, int row, const CellRange& range)
 {
-    int column = range.firstColumn;
-    for (qsizetype tab = line.indexOf(u'\t'); tab >= 0; tab = line.indexOf(u'\t'), ++column) {
-        if (column > range.lastColumn)
-            return;
-        table.at(row, column) = line.first(tab).toString();
-        line = line.sliced(tab + 1);
-        while (line.startsWith(u' '))
-            line = line.sliced(1);
-    }
-    if (column > range.lastColumn)
+    for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
+        const qsizetype tab = line.indexOf(u'\t');
+        if (tab >= 0) {
+            table.at(row, column) = line.first(tab).toString();
+            line = withoutLeadingBlanks(line.sliced(tab + 1));
+            continue;
+        }
+        line = withoutLeadingBlanks(line);
+        while (line.endsWith(u' '))
+            line.chop(1);
+        table.at(row, column) = line.toString();
         return;
-    while (line.startsWith(u' '))
-        line = line.sliced(1);
-    while (line.endsWith(u' '))
-        line.chop(1);
-    table.at(row, column) = line.toString();
+    }
 }
 
 } // namespace

@@ -70,26 +70,14 @@ class TestJobLoader : public QObject
     Q_OBJECT
 
 private slots:
-    void newJobIsEmptyButForOneRoom()
+    void newAndEmptyJobs()
     {
         Job job;
         const ModelloLavoro modello = job.load();
         QCOMPARE(modello.NumUI(), 1);
         QCOMPARE(modello.NumTabelle(), 0);
-        QCOMPARE(modello.Descrizione + modello.Descrizione2 + modello.Note + modello.DataLavoro +
-                     modello.Relazione,
-                 QString());
-        const UnitaImmobiliare& unita = modello.unita.front();
-        QCOMPARE(unita.RifUI, 1);
-        QCOMPARE(unita.vani.size(), 1U);
-        QCOMPARE(unita.vani.front().CT, 0.0F);
-        for (int t = 1; t <= MaxTabelle; ++t)
-            QVERIFY(!unita.isInTable(t));
-    }
-
-    void emptyTablesLoad()
-    {
-        Job job;
+        QCOMPARE(modello.DataLavoro, QString());
+        QCOMPARE(modello.unita.front().vani, std::vector<Vano>(1));
         for (const auto& table : {u"Dati Generali"_s, u"Variabili"_s, u"Unità immobiliari"_s})
             job.database().Execute(u"DELETE FROM \"%1\""_s.arg(table));
         QCOMPARE(job.load().NumUI(), 0);
@@ -211,20 +199,21 @@ private slots:
     void refusesMoreThanTheModelHolds()
     {
         Job units;
-        for (int n = 2; n <= MaxUI; ++n)
+        for (int n = 2; n <= zelto::store::MostUnits; ++n)
             units.addUnit(n);
-        QCOMPARE(units.load().NumUI(), MaxUI);
-        units.addUnit(MaxUI + 1);
+        QCOMPARE(units.load().NumUI(), zelto::store::MostUnits);
+        units.addUnit(zelto::store::MostUnits + 1);
         const QString tooMany = refusal(units);
         QVERIFY2(tooMany.contains(u"Unità immobiliari") && tooMany.contains(u"300"),
                  qPrintable(tooMany));
 
         Job rooms;
         rooms.addUnit(7, u"%2 Rossi"_s);
-        for (int r = 1; r <= MaxVani; ++r)
+        for (int r = 1; r <= zelto::store::MostRooms; ++r)
             rooms.addRoom(7, r, u"Sala"_s);
-        QCOMPARE(rooms.load().unita[1].vani.size(), static_cast<std::size_t>(MaxVani));
-        rooms.addRoom(7, MaxVani + 1, u"Sala"_s);
+        QCOMPARE(rooms.load().unita[1].vani.size(),
+                 static_cast<std::size_t>(zelto::store::MostRooms));
+        rooms.addRoom(7, zelto::store::MostRooms + 1, u"Sala"_s);
         QCOMPARE(refusal(rooms),
                  u"L'unità 7 (%2 Rossi) ha più di 50 vani, il massimo di un'unità."_s);
     }

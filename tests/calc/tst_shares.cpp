@@ -5,7 +5,6 @@
 #include "support/building.h"
 #include "support/property.h"
 #include "support/runner.h"
-#include "text/decimal_text.h"
 
 #include <QTest>
 
@@ -42,21 +41,6 @@ private slots:
         QFETCH(double, totale);
         QFETCH(qint64, tenThousandths);
         QCOMPARE(QuotaMillesimale(parte, totale).tenThousandths(), tenThousandths);
-    }
-
-    void roomSizes()
-    {
-        Vano vano{.CR = 10.1F,
-                  .CD = 0.35F,
-                  .CO = 1.1F,
-                  .CP = 0.9F,
-                  .CL = 0.95F,
-                  .CFU = 1.05F,
-                  .PR = 0.9F};
-        calcolaVano(vano);
-        QCOMPARE(vano.CF, static_cast<float>(double{10.1F} * double{0.35F}));
-        QCOMPARE(vano.CVT, 3.490935F); // each product starts from the stored single
-        QCOMPARE(vano.CT, 3.1418415F);
     }
 
     void generalShares_data()
@@ -103,49 +87,28 @@ private slots:
 
     void staircaseShares_data()
     {
-        QTest::addColumn<QString>("percentuale");
-        QTest::addColumn<bool>("proporzionale");
-        QTest::addColumn<QString>("piano");
+        QTest::addColumn<double>("percentuale");
         QTest::addColumn<QString>("scala");
-        QTest::addRow("half by default") << u""_s << false << u"200 800 0"_s << u"350 650 0"_s;
-        QTest::addRow("zero is the default too")
-            << u"0"_s << false << u"200 800 0"_s << u"350 650 0"_s;
-        QTest::addRow("thirty percent") << u"30"_s << false << u"200 800 0"_s << u"410 590 0"_s;
-        QTest::addRow("comma") << u"12,5"_s << false << u"200 800 0"_s << u"462.5 537.5 0"_s;
-        QTest::addRow("by size of the floor") << u""_s << true << u"200 800 0"_s << u"350 650 0"_s;
+        QTest::addRow("zero is the half of the law") << 0.0 << u"350 650 0"_s;
+        QTest::addRow("thirty percent") << 30.0 << u"410 590 0"_s;
     }
 
-    /// Two equal flats, one four times as high as the other, and one of another staircase.
+    /// Two equal flats, one four times as high as the other, and one of another staircase. The
+    /// first line of a code counts, whatever its letter case.
     void staircaseShares()
     {
-        QFETCH(QString, percentuale);
-        QFETCH(bool, proporzionale);
+        QFETCH(double, percentuale);
         ModelloLavoro modello = building({{.size = 50, .scala = u"A"_s, .HPiano = 1},
                                           {.size = 50, .scala = u"A"_s, .HPiano = 4},
                                           {.size = 80, .scala = u"B"_s, .HPiano = 2}});
-        if (!percentuale.isEmpty())
-            modello.tabellaCodici = {
-                {.codice = u"a"_s, .percentuale = percentuale.replace(u',', u'.').toDouble()},
-                {.codice = u"A"_s, .percentuale = 99}};
-        const auto indice =
-            proporzionale ? IndicePiano::Proporzionale : IndicePiano::PerConsistenza;
-        const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), u"A"_s, indice);
-        QCOMPARE(sharesText(quote.MillProp), u"500 500 0"_s);
-        QTEST(sharesText(quote.MillPiano), "piano");
-        QTEST(sharesText(quote.MillScala), "scala");
-    }
-
-    void indexOfAFloorIsDividedBySize()
-    {
-        const ModelloLavoro modello = building({{.size = 60, .scala = u"A"_s, .HPiano = 1.2F},
-                                                {.size = 0, .scala = u"A"_s, .HPiano = 3},
-                                                {.size = 40, .scala = u"A"_s, .HPiano = 1.2F}});
-        const QuoteScala quote =
-            calcolaScala(modello, calcolaConsistenze(modello), u"A"_s, IndicePiano::Proporzionale);
-        QStringList texts;
-        for (const float index : quote.IndHP)
-            texts << zelto::text::decimalText(index);
-        QCOMPARE(texts.join(u' '), u"0.72 0 0.48"_s);
+        modello.tabellaCodici = {{.codice = u"a"_s, .percentuale = percentuale},
+                                 {.codice = u"A"_s, .percentuale = 99}};
+        const Consistenze consistenze = calcolaConsistenze(modello);
+        for (const auto indice : {IndicePiano::Proporzionale, IndicePiano::PerConsistenza}) {
+            const QuoteScala quote = calcolaScala(modello, consistenze, u"A"_s, indice);
+            QCOMPARE(sharesText(quote.MillPiano), u"200 800 0"_s);
+            QTEST(sharesText(quote.MillScala), "scala");
+        }
     }
 
     /// Sizes in whole hundredths, as surveyors write them, in any order of units.

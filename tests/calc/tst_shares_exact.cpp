@@ -36,11 +36,6 @@ Fraction single(const Fraction& value)
     return Fraction(static_cast<float>(value.get_d()));
 }
 
-Fraction fraction(float value)
-{
-    return Fraction(value);
-}
-
 /// Shares in thousandths of a thousandth: rounded one by one, the difference to the first largest.
 std::vector<qint64> closedShares(const Fractions& bases, const std::vector<bool>& member)
 {
@@ -122,10 +117,10 @@ Fraction exactSize(const UnitaImmobiliare& unita)
 {
     Fraction size = 0;
     for (const Vano& vano : unita.vani) {
-        const Fraction CF = single(fraction(vano.CR) * fraction(vano.CD));
-        const Fraction CVT = single(CF * fraction(vano.CO) * fraction(vano.CP) * fraction(vano.CL) *
-                                    fraction(vano.CFU));
-        size += single(CVT * fraction(vano.PR));
+        const Fraction CF = single(Fraction(vano.CR) * Fraction(vano.CD));
+        const Fraction CVT = single(CF * Fraction(vano.CO) * Fraction(vano.CP) * Fraction(vano.CL) *
+                                    Fraction(vano.CFU));
+        size += single(CVT * Fraction(vano.PR));
     }
     return size;
 }
@@ -135,7 +130,7 @@ Fractions exactIndexes(const ModelloLavoro& modello, const Fractions& sizes,
 {
     Fractions indexes;
     for (std::size_t u = 0; u < sizes.size(); ++u) {
-        Fraction index = fraction(modello.unita[u].HPiano) * sizes[u];
+        Fraction index = Fraction(modello.unita[u].HPiano) * sizes[u];
         if (proportional) {
             Fraction floor = 0;
             for (std::size_t other = 0; other < sizes.size(); ++other)
@@ -190,7 +185,7 @@ private slots:
             const std::vector<bool> all(sizes.size(), true);
             QCOMPARE(inThousandths(calcolaMillGen(consistenze)), closedShares(sizes, all));
 
-            for (int t = 1; t <= MaxTabelle; ++t) {
+            for (int t = 1; t <= zelto::store::SpecialTables; ++t) {
                 std::vector<bool> member;
                 for (const UnitaImmobiliare& unita : modello.unita)
                     member.push_back(unita.isInTable(t));

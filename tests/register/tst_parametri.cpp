@@ -6,7 +6,6 @@
 #include "widgets/typed_line.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QTimer>
 
@@ -16,11 +15,8 @@ using namespace zelto::registro;
 namespace {
 
 using test::Desk;
-using Action = std::function<void(Desk&)>;
 
 } // namespace
-
-Q_DECLARE_METATYPE(Action)
 
 class TestParametri : public QObject
 {
@@ -35,8 +31,7 @@ private slots:
         QCOMPARE(desk.tree().selectedUnit(), 1);
         QCOMPARE(desk.rooms().cells().rowCount(), 3);
         QCOMPARE(desk.find<widgets::TypedLine>(u"Dati0"_s).text(), desk.units().cells().text(0, 0));
-        desk.tree().select(7);
-        emit desk.tree().unitSelected(desk.tree().selectedUnit());
+        emit desk.tree().unitSelected(7);
         QCOMPARE(desk.units().currentRow(), 6);
         const calc::ModelloLavoro modello = calc::CaricaLavoro(desk.job);
         const calc::Consistenze sizes = calc::calcolaConsistenze(modello);
@@ -46,126 +41,6 @@ private slots:
                      calc::MascheraMillesimi.format(calc::calcolaMillGen(sizes)[6].toDouble())
                          .trimmed()));
         QCOMPARE(desk.dump(), stored);
-    }
-
-    /// What a user can do, each stored at once, and taken back and made again exactly.
-    void changes_data()
-    {
-        QTest::addColumn<Action>("act");
-        QTest::addColumn<QString>("stored");
-        const auto row = [](const char* name, const QString& stored, const Action& act) {
-            QTest::addRow("%s", name) << act << stored;
-        };
-        row("name of a unit", u"[    2] [2] [Bar] "_s,
-            [](Desk& desk) { desk.type(desk.units(), 1, 0, u"Bar"_s); });
-        row("staircase by its list", u"[Negozio 2 - Libreria] [Piano terra] [B]"_s,
-            [](Desk& desk) { desk.type(desk.units(), 1, 2, u"B"_s); });
-        row("no staircase", u"[Negozio 2 - Libreria] [Piano terra] - "_s, [](Desk& desk) {
-            desk.units().setCurrentCell(1, 2);
-            Desk::press(Qt::Key_F2);
-            Desk::press(Qt::Key_Home);
-            Desk::press(Qt::Key_Return);
-        });
-        row("flag of a table", u"[A] [0] [XX        ]"_s, [](Desk& desk) {
-            desk.units().setCurrentCell(0, 4);
-            Desk::press(Qt::Key_Space);
-        });
-        row("field", u"[    1] [1] [Negozio 1 - Panificio] [Ammezzato]"_s, [](Desk& desk) {
-            desk.show(1);
-            auto& field = desk.find<widgets::TypedLine>(u"Dati1"_s);
-            field.setFocus();
-            field.selectAll();
-            QTest::keyClicks(&field, u"Ammezzato"_s);
-            Desk::press(Qt::Key_Return);
-        });
-        row("staircase of the field", u"[Negozio 1 - Panificio] [Piano terra] [B]"_s,
-            [](Desk& desk) {
-                desk.show(1);
-                QTest::mouseDClick(&desk.find<QWidget>(u"Dati2"_s), Qt::LeftButton);
-                QTest::keyClicks(QApplication::focusWidget(), u"B"_s);
-                Desk::press(Qt::Key_Return);
-            });
-        row("check box", u"[A] [0] [XX        ]"_s, [](Desk& desk) {
-            desk.show(1);
-            desk.find<QCheckBox>(u"Check1_0"_s).click();
-        });
-        row("new unit, named", u"[   33] [33] [Nuova] - - - -"_s, [](Desk& desk) {
-            desk.units().setFocus();
-            Desk::press(Qt::Key_Insert);
-            QTest::keyClicks(QApplication::focusWidget(), u"N"_s);
-            QTest::keyClicks(QApplication::focusWidget(), u"uova"_s);
-            Desk::press(Qt::Key_Return);
-        });
-        row("copies of units", u"[   34] [34] [Negozio 2 - Libreria]"_s, [](Desk& desk) {
-            desk.selectRows(desk.units(), 0, 1);
-            Desk::press(Qt::Key_D, Qt::ControlModifier);
-        });
-        row("units deleted", QString(), [](Desk& desk) {
-            desk.selectRows(desk.units(), 2, 6);
-            Desk::press(Qt::Key_Delete, Qt::ControlModifier);
-        });
-        row("size of a room", u"[    1    2] [1] [2] [Retro] [16.25]"_s,
-            [](Desk& desk) { desk.type(desk.rooms(), 1, 1, u"16.25"_s); });
-        row("coefficient by its list",
-            u"[Retro] [15.20] [Retro] [E]"_s.replace(u"[Retro] [E]"_s, u"[[Retro]] [[E]]"_s),
-            [](Desk& desk) {
-                desk.show(2);
-                desk.rooms().setFocus();
-                desk.rooms().setCurrentCell(1, 3);
-                Desk::press(Qt::Key_F2);
-                Desk::press(Qt::Key_Home);
-                for (int i = 0; i < 3; ++i)
-                    Desk::press(Qt::Key_Down);
-                Desk::press(Qt::Key_Return);
-            });
-        row("new room", u"[    1    4] [1] [4] - - - - - - - -"_s, [](Desk& desk) {
-            desk.selectRows(desk.rooms(), 0, 0);
-            Desk::press(Qt::Key_Insert);
-        });
-        row("rooms deleted", QString(), [](Desk& desk) {
-            desk.selectRows(desk.rooms(), 0, 2);
-            Desk::press(Qt::Key_Delete, Qt::ControlModifier);
-        });
-        row("copies of rooms", u"[    1    5] [1] [5] [Retro]"_s, [](Desk& desk) {
-            desk.selectRows(desk.rooms(), 0, 1);
-            Desk::press(Qt::Key_D, Qt::ControlModifier);
-        });
-        row("pasted block", u"[    1    3] [1] [3] [Due] [2.5]"_s, [](Desk& desk) {
-            QApplication::clipboard()->setText(u"Uno\t1,5\nDue\t2,5\n"_s);
-            desk.selectRows(desk.rooms(), 1, 1);
-            Desk::press(Qt::Key_V, Qt::ControlModifier);
-        });
-    }
-    void changes()
-    {
-        QFETCH(Action, act);
-        QFETCH(QString, stored);
-        Desk desk;
-        const QString before = desk.dump();
-        const QString viewBefore = desk.views();
-        act(desk);
-        const QString after = desk.dump();
-        QVERIFY(after != before);
-        QVERIFY2(after.contains(stored), qPrintable(after));
-        const int unit = desk.units().cells().number(desk.units().currentRow()).toInt();
-
-        // Another screen shows the same as the one that was patched, but for empty names.
-        const QString patched = desk.views();
-        while (desk.find<QAction>(u"Annulla"_s).isEnabled())
-            desk.find<QAction>(u"Annulla"_s).trigger();
-        QCOMPARE(desk.dump(), before);
-        desk.units().setCurrentCell(0, 0);
-        QCOMPARE(desk.views(), viewBefore);
-        while (desk.find<QAction>(u"Ripeti"_s).isEnabled())
-            desk.find<QAction>(u"Ripeti"_s).trigger();
-        QCOMPARE(desk.dump(), after);
-        desk.open();
-        for (int row = 0; row < desk.units().cells().rowCount(); ++row)
-            if (desk.units().cells().number(row).toInt() == unit)
-                desk.units().setCurrentCell(row, 0);
-        static const QRegularExpression emptyNames(u"(UI|V):\\d+\n"_s);
-        QCOMPARE(desk.views().replace(emptyNames, u"-\n"_s), patched);
-        QCOMPARE(desk.user.said(), QString());
     }
 
     void menus()
@@ -254,7 +129,69 @@ private slots:
         QCOMPARE(desk.rooms().cells().rowCount(), static_cast<int>(readRooms(desk.job, 7).size()));
         desk.type(desk.rooms(), 0, 0, u"Sala"_s);
         QCOMPARE(desk.user.said(), QString());
-        QCOMPARE(readRooms(desk.job, 7).front().texts.front(), u"Sala"_s);
+        QCOMPARE(textOf(readRooms(desk.job, 7).front(), RoomAmbiente), u"Sala"_s);
+    }
+
+    /// The screen says where the user is, whatever the filters list.
+    void names()
+    {
+        Desk desk;
+        desk.clickNode(u"A/1 - Bellandi"_s);
+        desk.show(2);
+        const QLabel& title = desk.find<QLabel>(u"TitoloVani"_s);
+        QCOMPARE(title.text(), u"Vani di A/1 - Bellandi, Piano primo"_s);
+        desk.type(desk.rooms(), 0, 1, u"9"_s);
+        const QAction& undo = desk.find<QAction>(u"Annulla"_s);
+        QCOMPARE(undo.toolTip(), u"Annulla: consistenza di A/1 - Bellandi"_s);
+        desk.filter(u"CodScala"_s, u"B"_s);
+        QCOMPARE(desk.units().currentRow(), -1);
+        QCOMPARE(desk.tree().selectedUnit(), 6);
+        // A staircase that the tree does not have takes the unit out of it.
+        desk.job.Execute(u"UPDATE [Unità immobiliari] SET [Codice scala] = 'Z' WHERE Chiave = "
+                         "'    5'"_s);
+        desk.screen->refreshLists();
+        desk.filter(u"CodScala"_s, u" "_s);
+        desk.show(0);
+        desk.click(desk.units(), 4, 0);
+        QCOMPARE(desk.tree().currentItem(), nullptr);
+        QVERIFY(desk.tree().selectedItems().isEmpty());
+        QCOMPARE(title.text(), u"Vani di Studio Zanfretta, Piano terra"_s);
+    }
+
+    /// What another program deleted is neither written to nor shown as stored.
+    void deletedMeanwhile()
+    {
+        Desk desk;
+        desk.show(2);
+        desk.job.Execute(u"DELETE FROM Vani WHERE Chiave = '    1    2'"_s);
+        const test::RegisterState before(desk.job);
+        desk.type(desk.rooms(), 1, 0, u"Fantasma"_s);
+        QVERIFY(desk.user.said().startsWith(u"message: Un altro programma"));
+        QVERIFY(!desk.views().contains(u"Fantasma"));
+        QCOMPARE(desk.rooms().cells().rowCount(), 2);
+        // Nor is anything written over what it changed, in this record or by another file.
+        {
+            test::RawFile other(desk.folder.file(u"A.ZLT"_s));
+            other.run("UPDATE Vani SET Ambiente = 'Altro' WHERE Chiave = '    1    1'");
+        }
+        desk.type(desk.rooms(), 0, 0, u"Mio"_s);
+        QVERIFY(desk.user.said().startsWith(u"message: Un altro programma"));
+        QVERIFY(desk.views().contains(u"Altro") && !desk.dump().contains(u"Mio"));
+        desk.type(desk.rooms(), 0, 0, u"Mio"_s);
+        QVERIFY(desk.dump().contains(u"Mio"));
+        desk.job.Execute(u"DELETE FROM [Unità immobiliari] WHERE [Riferimento unità] = 1"_s);
+        desk.rooms().setFocus();
+        Desk::keys(u"<Ins>"_s);
+        QCOMPARE(desk.user.said(), u"report: 3167"_s);
+        QVERIFY(desk.find<QLabel>(u"TitoloVani"_s).text().contains(u"Libreria"));
+        // Rooms without their unit keep their numbers.
+        desk.job.Execute(u"UPDATE Vani SET [Riferimento unità] = 40, Chiave = '   40    1' WHERE "
+                         "Chiave = '    1    1'"_s);
+        desk.show(0);
+        desk.units().setFocus();
+        Desk::keys(u"<Ins>Nuova<Return>"_s);
+        QCOMPARE(desk.user.said(), QString());
+        QVERIFY(before.differencesTo(test::RegisterState(desk.job)).contains(u"+41"_s));
     }
 
     void withoutUnits()
@@ -330,9 +267,10 @@ private slots:
 
     void coefficientEntries()
     {
-        QCOMPARE(chosenCoefficient(u"[A] 1.05"_s, u"x"_s), u"[A]"_s);
-        QCOMPARE(chosenCoefficient(u" 1.05 "_s, u"x"_s), u"1.05"_s);
-        QCOMPARE(chosenCoefficient(u"[A 1.05"_s, u"x"_s), u"x"_s);
+        QCOMPARE(chosenCoefficient({u"A"_s, u"1.05"_s, {}}, u"x"_s), u"[A]"_s);
+        QCOMPARE(chosenCoefficient({{}, u" 1.05 "_s, {}}, u"x"_s), u"1.05"_s);
+        QCOMPARE(chosenCoefficient({{}, u"[A 1.05"_s, {}}, u"x"_s), u"x"_s);
+        QCOMPARE(chosenCoefficient({}, u"x"_s), QString());
     }
 };
 

@@ -9,29 +9,12 @@ using zelto::store::Database;
 
 namespace {
 
-QString numbersOf(const std::vector<UnitRow>& units)
+QString numbersOf(const std::vector<Record>& units)
 {
     QString numbers;
-    for (const UnitRow& unit : units)
-        numbers += QString::number(unit.number);
+    for (const Record& unit : units)
+        numbers += textOf(unit, UnitNumber);
     return numbers;
-}
-
-/// "A: 3 Bar (1 Sala, 2 V:2)" for every staircase.
-QString treeText(const std::vector<TreeScala>& tree)
-{
-    QStringList scale;
-    for (const TreeScala& scala : tree) {
-        QString text = scala.code + u':';
-        for (const TreeUnit& unit : scala.units) {
-            text += u" %1 %2 ("_s.arg(unit.number).arg(unit.text);
-            for (const TreeRoom& room : unit.rooms)
-                text += u"%1 %2 "_s.arg(room.position).arg(room.text);
-            text = text.trimmed() + u')';
-        }
-        scale << text;
-    }
-    return scale.join(u" | "_s);
 }
 
 } // namespace
@@ -76,20 +59,6 @@ private slots:
         QFETCH(QString, scala);
         QFETCH(QString, livello);
         QTEST(numbersOf(readUnits(job(), {.scala = scala, .livello = livello})), "units");
-    }
-
-    void tree()
-    {
-        QCOMPARE(treeText(readTree(job(), {u"A"_s, u"B"_s})),
-                 u": 4 Quattro () | A: 1 Uno (1 Sala 2 V:2) | B: 2 UI:2 ()"_s);
-    }
-
-    void oneUnit()
-    {
-        QCOMPARE(readUnit(job(), 1).flags, u"X x"_s);
-        QCOMPARE(readUnit(job(), 9).number, 0);
-        QCOMPARE(readRooms(job(), 1).at(1).position, 2);
-        QVERIFY(readRooms(job(), 9).empty());
     }
 
     void pickers()

@@ -75,12 +75,11 @@ public:
 private:
     [[nodiscard]] int columnOf(const QString& field) const
     {
-        static const QStringList units{u"Riferimento"_s, u"Livello"_s, u"Codice scala"_s,
-                                       u"H piano"_s};
-        static const QStringList rooms{u"Ambiente"_s,     u"Consistenza reale"_s, u"Destinazione"_s,
-                                       u"Orientamento"_s, u"Prospetto"_s,         u"Luminosità"_s,
-                                       u"Funzionalità"_s, u"Piano riduttore"_s};
-        return static_cast<int>((m_tab == Vani ? rooms : units).indexOf(field));
+        const bool rooms = m_tab == Vani;
+        const auto& fields =
+            store::jobTable(rooms ? store::TabellaVani : store::TabellaUnita).fields;
+        const auto found = std::ranges::find(fields, field, &store::FieldDef::name);
+        return static_cast<int>(found - fields.begin()) - (rooms ? 3 : 2);
     }
     [[nodiscard]] bool hasFlagColumn() const
     {
@@ -123,16 +122,12 @@ private:
     QString press()
     {
         static const QStringList keys =
-            QString::fromLatin1(
-                "a b C S 1 2 , . - [ <Space> <Return> <Return> <Return> <Tab> <Tab> <Shift+Tab> "
-                "<Esc> "
-                "<Up> <Down> <Down> <Left> <Right> <Right> <Shift+Down> <Shift+Right> <Ctrl+End> "
-                "<Ctrl+Home> <Ctrl+Up> <Ctrl+Down> <Home> <End> <PgDown> <PgUp> <F2> <Del> "
-                "<Backspace> "
-                "<Ctrl+Tab> <Alt+Up> <Alt+Down> <F3> <Ctrl+F> <Ctrl+Z> <Ctrl+Z> <Ctrl+Y> <Ins> "
-                "<Ctrl+D> <Ctrl+Del> <Ctrl+Shift+Up> <Ctrl+Shift+Down> <Alt+A> <Meta+B> <Ctrl+V> "
-                "<Ctrl+A>")
-                .split(u' ');
+            u"a b C S 1 2 , . - [ <Space> <Return> <Return> <Return> <Tab> <Tab> <Shift+Tab> <Esc> "
+            "<Up> <Down> <Down> <Left> <Right> <Right> <Shift+Down> <Shift+Right> <Ctrl+End> "
+            "<Ctrl+Home> <Ctrl+Up> <Ctrl+Down> <Home> <End> <PgDown> <PgUp> <F2> <Del> <Backspace> "
+            "<Ctrl+Tab> <Alt+Up> <Alt+Down> <F3> <Ctrl+F> <Ctrl+Z> <Ctrl+Z> <Ctrl+Y> <Ins> "
+            "<Ctrl+D> <Ctrl+Del> <Ctrl+Shift+Up> <Ctrl+Shift+Down> <Alt+A> <Meta+B> <Ctrl+V> "
+            "<Ctrl+A>"_s.split(u' ');
         const QString& key = keys[below(keys.size())];
         if (QApplication::focusWidget() != nullptr)
             Desk::keys(key);

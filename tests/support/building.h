@@ -41,8 +41,8 @@ inline calc::ModelloLavoro building(const std::vector<UnitData>& units)
         unita.Livello = u"Piano %1"_s.arg(unita.RifUI);
         unita.CodScala = data.scala;
         unita.HPiano = data.HPiano;
-        const QString flags = data.flags.leftJustified(calc::MaxTabelle, u' ');
-        std::copy_n(flags.begin(), calc::MaxTabelle, unita.FlagTab.begin());
+        const QString flags = data.flags.leftJustified(store::SpecialTables, u' ');
+        std::copy_n(flags.begin(), store::SpecialTables, unita.FlagTab.begin());
         unita.vani = {room(data.size)};
         modello.unita.push_back(unita);
     }

@@ -3,6 +3,7 @@
 
 #include "calc/figure_remarks.h"
 #include "store/database.h"
+#include "store/schema.h"
 #include "store/settings.h"
 #include "text/table_text.h"
 #include "widgets/column_widths.h"
@@ -34,12 +35,18 @@ constexpr int LeastWidth = 50; ///< of a column in the settings, in twips
 constexpr int CodeRows = 99;
 constexpr int CodeColumn = 0;
 
+int longest(QStringView field)
+{
+    return store::longestText(store::TabellaDatiGenerali, field);
+}
+
 /// A unit stores one character of a staircase's code, so that longer ones cannot be chosen for it.
 QString remarkOfCode(const QString& code)
 {
-    return code.size() > 1 ? u"Il codice «%1» ha più di un carattere e non potrà "
-                             u"essere scelto per un'unità."_s.arg(code)
-                           : QString();
+    return code.size() > store::longestText(store::TabellaUnita, u"Codice scala")
+               ? u"Il codice «%1» ha più di un carattere e non potrà "
+                 u"essere scelto per un'unità."_s.arg(code)
+               : QString();
 }
 
 std::vector<widgets::GridColumn> codeColumns()
@@ -110,11 +117,13 @@ QWidget* DatiGenerali::buildGenerale()
     auto* page = new QWidget;
     auto* layout = new QGridLayout(page);
     const QString multiline = u"MOL"_s;
-    TypedLine* first = addLine(TextDescrizione, multiline, 30, u"Descrizione, prima riga"_s);
+    TypedLine* first =
+        addLine(TextDescrizione, multiline, longest(u"Descrizione"), u"Descrizione, prima riga"_s);
     layout->addWidget(labelOf(u" Descrizione"_s, first), 0, 0);
     layout->addWidget(first, 0, 1);
-    layout->addWidget(addLine(TextDescrizionee, multiline, 30, u"Descrizione, seconda riga"_s), 1,
-                      1);
+    layout->addWidget(addLine(TextDescrizionee, multiline, longest(u"Descrizionee"),
+                              u"Descrizione, seconda riga"_s),
+                      1, 1);
 
     TypedText* note = addText(TextNote, 400, u"Note"_s);
     layout->addWidget(labelOf(u" Note"_s, note), 2, 0, Qt::AlignTop);
@@ -139,13 +148,13 @@ QWidget* DatiGenerali::buildTabelle()
 {
     auto* page = new QWidget;
     auto* layout = new QGridLayout(page);
-    for (int table = 1; table <= NumTables; ++table) {
+    for (int table = 1; table <= store::SpecialTables; ++table) {
         const QString name = u"Tabella %1"_s.arg(table);
-        TypedLine* line = addLine(TextFirstTable + table - 1, u"AOL"_s, 50, name);
+        TypedLine* line = addLine(TextFirstTable + table - 1, u"AOL"_s, longest(name), name);
         layout->addWidget(labelOf(u' ' + name, line), table - 1, 0);
         layout->addWidget(line, table - 1, 1);
     }
-    layout->setRowStretch(NumTables, 1);
+    layout->setRowStretch(store::SpecialTables, 1);
     layout->setColumnStretch(2, 1);
     return page;
 }

@@ -4,6 +4,7 @@
 #include "calc/figure_remarks.h"
 #include "store/database.h"
 #include "store/master_database.h"
+#include "store/schema.h"
 #include "store/settings.h"
 #include "text/table_text.h"
 #include "widgets/column_widths.h"
@@ -74,8 +75,8 @@ QWidget* Variabili::buildContents()
     m_tabs->setAccessibleName(u"Gruppi di coefficienti"_s);
     m_tabs->setExpanding(false);
     m_tabs->setUsesScrollButtons(true);
-    for (int group = 1; group < NumGroups; ++group)
-        m_tabs->addTab(groupNames().at(group));
+    for (int group = 1; group < store::Groups; ++group)
+        m_tabs->addTab(store::GroupNames.at(static_cast<std::size_t>(group)).toString());
     connect(m_tabs, &QTabBar::currentChanged, this, [this](int tab) { switchTo(tab + 1); });
     widgets::addTabKeys(*this, *m_tabs);
 
@@ -122,8 +123,8 @@ void Variabili::keepGroup()
 
 void Variabili::remarkLength()
 {
-    showRemark(m_lavori->cells().rowCount() > MaxGroupRows
-                   ? u"Di un gruppo si usano solo le prime %1 righe."_s.arg(MaxGroupRows)
+    showRemark(m_lavori->cells().rowCount() > store::MostGroupRows
+                   ? u"Di un gruppo si usano solo le prime %1 righe."_s.arg(store::MostGroupRows)
                    : QString());
 }
 

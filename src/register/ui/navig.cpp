@@ -8,7 +8,21 @@
 #include <QSet>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace zelto::registro {
+
+namespace {
+
+const QString UnitPrefix = u"UI:"_s;
+const QString RoomPrefix = u"V:"_s;
+
+QString keyOf(const QString& scala)
+{
+    return scala.trimmed().toUpper();
+}
+
+} // namespace
 
 /// A node with what it stands for: a big job has thousands.
 class Navig::Node : public QTreeWidgetItem
@@ -16,10 +30,7 @@ class Navig::Node : public QTreeWidgetItem
 public:
     /// unit is 0 for a staircase, number its own or its room's; siblings are in the order of their
     /// numbers.
-    Node(int unit, int number, const QString& text) : m_unit(unit), m_number(number)
-    {
-        setText(0, text);
-    }
+    Node(int unit, int number) : m_unit(unit), m_number(number) {}
 
     [[nodiscard]] int unit() const { return m_unit; }
     [[nodiscard]] int number() const { return m_number; }
@@ -36,11 +47,29 @@ public:
     /// Shows a name; an empty one as it shows already, if it was empty before.
     void setName(const QString& name, const QString& prefix, EmptyNames names)
     {
+        if (!name.isEmpty()) {
+            setText(0, name);
+            return;
+        }
         const QString numbered = prefix + QString::number(m_number);
-        const bool wasEmpty = text(0) == u"-" || text(0) == numbered;
-        const QString empty = names == EmptyNames::Dash ? u"-"_s : numbered;
-        if (!name.isEmpty() || !wasEmpty)
-            setText(0, name.isEmpty() ? empty : name);
+        if (text(0) != u"-" && text(0) != numbered)
+            setText(0, names == EmptyNames::Dash ? u"-"_s : numbered);
+    }
+
+    /// Its rooms become these, in the order of their positions.
+    void followRooms(std::vector<TreeRoom> rooms, EmptyNames names)
+    {
+        std::ranges::sort(rooms, {}, &TreeRoom::position);
+        int place = 0;
+        for (const TreeRoom& room : rooms) {
+            while (place < childCount() && at(place)->number() < room.position)
+                delete takeChild(place);
+            if (place == childCount() || at(place)->number() > room.position)
+                insertChild(place, new Node(m_unit, room.position));
+            at(place++)->setName(room.name, RoomPrefix, names);
+        }
+        while (childCount() > place)
+            delete takeChild(place);
     }
 
 private:
@@ -48,14 +77,7 @@ private:
     int m_number;
 };
 
-namespace {
-
-const QString UnitPrefix = u"UI:"_s;
-const QString RoomPrefix = u"V:"_s;
-
-} // namespace
-
-Navig::Navig(QWidget* parent) : QTreeWidget(parent)
+Navig::Navig(RegisterModel& model) : m_model(model)
 {
     setObjectName(u"Navig"_s);
     setAccessibleName(u"Scale, unità immobiliari e vani"_s);
@@ -69,6 +91,12 @@ Navig::Navig(QWidget* parent) : QTreeWidget(parent)
     });
     connect(this, &QTreeWidget::itemClicked, this, &Navig::pick);
     connect(this, &QTreeWidget::itemActivated, this, &Navig::pick);
+    connect(&model, &RegisterModel::reloaded, this, &Navig::build);
+    connect(&model, &RegisterModel::unitChanged, this, [this](const TreeUnit& unit) {
+        showUnit(unit, m_model.isReplaying() ? EmptyNames::Number : EmptyNames::Dash);
+    });
+    connect(&model, &RegisterModel::unitRemoved, this, &Navig::removeUnit);
+    connect(&model, &RegisterModel::unitShown, this, &Navig::showCurrent);
 }
 
 void Navig::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -90,24 +118,8 @@ void Navig::pick(const QTreeWidgetItem* item)
         emit unitSelected(node->unit());
 }
 
-Navig::Node* Navig::scala(const QString& code) const
-{
-    return m_scale.value(code.trimmed().toUpper());
-}
-
-Navig::Node* Navig::newUnit(const TreeUnit& unit)
-{
-    auto* node = new Node(unit.number, unit.number, unit.text);
-    QList<QTreeWidgetItem*> rooms;
-    rooms.reserve(static_cast<qsizetype>(unit.rooms.size()));
-    for (const TreeRoom& room : unit.rooms)
-        rooms.append(new Node(unit.number, room.position, room.text));
-    node->addChildren(rooms);
-    m_units.insert(unit.number, node);
-    return node;
-}
-
-void Navig::build(const std::vector<TreeScala>& tree)
+/// Units that were expanded are so again.
+void Navig::build(const std::vector<TreeUnit>& tree)
 {
     const QSignalBlocker quiet(this);
     QSet<int> expanded;
@@ -117,37 +129,37 @@ void Navig::build(const std::vector<TreeScala>& tree)
     m_scale.clear();
     m_units.clear();
     clear();
-    for (const TreeScala& staircase : tree) {
-        if (scala(staircase.code) != nullptr)
+    for (const QString& code : QStringList(QString()) + m_model.lists().scale) {
+        Node*& node = m_scale[keyOf(code)];
+        if (node != nullptr)
             continue; // a code that is listed twice
-        auto* node = new Node(0, 0, (u"Scala: "_s + staircase.code).trimmed());
-        for (const TreeUnit& unit : staircase.units)
-            node->addChild(newUnit(unit));
-        m_scale.insert(staircase.code.trimmed().toUpper(), node);
+        node = new Node(0, 0);
+        node->setText(0, (u"Scala: "_s + code).trimmed());
         addTopLevelItem(node);
         node->setExpanded(true);
     }
+    for (const TreeUnit& unit : tree)
+        showUnit(unit, EmptyNames::Number);
     for (const int unit : std::as_const(expanded))
         if (Node* node = m_units.value(unit))
             node->setExpanded(true);
 }
 
-void Navig::followRooms(Node& node, const std::vector<RoomRow>& rooms, EmptyNames names)
+/// Shows the unit as it is now, among those of its staircase and in the order of the numbers. It is
+/// not in the tree when that has no such staircase.
+void Navig::showUnit(const TreeUnit& unit, EmptyNames names)
 {
-    int at = 0;
-    for (const RoomRow& room : rooms) {
-        while (at < node.childCount() && node.at(at)->number() < room.position)
-            delete node.takeChild(at);
-        if (at == node.childCount() || node.at(at)->number() > room.position)
-            node.insertChild(at, new Node(node.unit(), room.position, {}));
-        node.at(at++)->setName(room.texts.front(), RoomPrefix, names);
+    const QSignalBlocker quiet(this);
+    Node* const parent = m_scale.value(keyOf(unit.scala));
+    if (parent == nullptr) {
+        removeUnit(unit.number);
+        return;
     }
-    while (node.childCount() > at)
-        delete node.takeChild(at);
-}
-
-void Navig::placeUnit(Node* node, Node* parent)
-{
+    Node*& node = m_units[unit.number];
+    if (node == nullptr)
+        node = new Node(unit.number, unit.number);
+    node->setName(unit.name, UnitPrefix, names);
+    node->followRooms(unit.rooms, names);
     if (node->parent() == parent)
         return;
     const bool expanded = node->isExpanded();
@@ -157,31 +169,16 @@ void Navig::placeUnit(Node* node, Node* parent)
     node->setExpanded(expanded);
 }
 
-void Navig::showUnit(const UnitRow& unit, const std::vector<RoomRow>& rooms, EmptyNames names)
-{
-    Node* parent = scala(unit.texts.at(UnitTextScala));
-    if (parent == nullptr) {
-        removeUnit(unit.number);
-        return;
-    }
-    const QSignalBlocker quiet(this);
-    Node* node = m_units.value(unit.number);
-    if (node == nullptr)
-        node = newUnit({.number = unit.number, .text = {}, .rooms = {}});
-    placeUnit(node, parent);
-    node->setName(unit.texts.front(), UnitPrefix, names);
-    followRooms(*node, rooms, names);
-}
-
 void Navig::removeUnit(int unit)
 {
     const QSignalBlocker quiet(this);
     delete m_units.take(unit);
 }
 
-void Navig::select(int unit)
+void Navig::showCurrent()
 {
     const QSignalBlocker quiet(this);
+    const int unit = m_model.current();
     if (selectedUnit() == unit && unit > 0)
         return;
     Node* node = m_units.value(unit);

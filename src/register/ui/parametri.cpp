@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/parametri.h"
 
+#include "register/ui/navig.h"
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
+#include "store/database_error.h"
 #include "store/settings.h"
 #include "store/user_interface.h"
 #include "widgets/column_widths.h"
@@ -14,7 +16,6 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QLabel>
-#include <QScopedValueRollback>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabBar>
@@ -37,28 +38,23 @@ const QString RoomWidths = u"TabFlex"_s;
 } // namespace
 
 Parametri::Parametri(const ParametriContext& context, QWidget* parent)
-    : QWidget(parent), m_context(context), m_model(context.lavoro), m_calculation(context.lavoro),
-      m_toolbar(new QToolBar(this)), m_navig(new Navig(this)), m_tabs(new QTabWidget(this)),
+    : QWidget(parent), m_context(context), m_model(context.lavoro, context.user),
+      m_calculation(context.lavoro), m_toolbar(new QToolBar(this)), m_navig(new Navig(m_model)),
+      m_tabs(new QTabWidget), m_elenco(new UnitList(m_model, context.menu)),
+      m_dettaglio(new UnitDetail(m_model)), m_vani(new RoomList(m_model, context.menu)),
       m_status(new QStatusBar(this)), m_figures(new QLabel(this))
 {
     setObjectName(Section);
     setWindowTitle(u"Parametri per millesimi"_s);
-    const RegisterGridContext lists{
-        .model = m_model,
-        .menu = context.menu,
-        .perform = [this](const Operation& operation) { return perform(operation); },
-        .say = [this](const QString& remark) { say(remark); }};
-    m_elenco = new UnitList(lists);
-    m_dettaglio = new UnitDetail;
-    m_vani = new RoomList(lists);
     buildToolbar();
     buildPanels();
-    followModel();
-    m_model.reload();
-    followUser();
     addKeys();
+    followModel();
+    followUser();
+    m_model.load();
     m_elenco->grid().setFocus();
-    // The window comes first: loading a big job for the figures takes longer than all the rest.
+    // The window comes first: loading a big job for the figures takes longer than all the rest. A
+    // timer of its own waits until the window is painted, QTimer::singleShot would not.
     auto* idle = new QTimer(this);
     idle->setSingleShot(true);
     connect(idle, &QTimer::timeout, this, [this] {
@@ -76,21 +72,22 @@ Parametri::~Parametri()
         disconnect(grid, &Grid::cellsChanged, nullptr, nullptr);
 }
 
-QAction* Parametri::addButton(const QString& key, const QString& iconName, const QString& caption,
-                              const QString& hint)
+// Building
+
+QAction* Parametri::addButton(const QString& key, const QString& caption, const QString& hint)
 {
-    QAction* button = m_toolbar->addAction(QIcon(u":/zelto/icons/%1.svg"_s.arg(iconName)), caption);
+    const QIcon icon(u":/zelto/icons/%1.svg"_s.arg(caption.toLower()));
+    QAction* button = m_toolbar->addAction(icon, caption);
     button->setObjectName(key);
     button->setToolTip(hint);
     button->setStatusTip(hint);
     return button;
 }
 
-void Parametri::addScreen(const QString& key, const QString& iconName, const QString& caption,
-                          const QString& hint, const QString& shortcut,
-                          void (Parametri::*request)())
+void Parametri::addScreen(const QString& key, const QString& caption, const QString& hint,
+                          const QString& shortcut, void (Parametri::*request)())
 {
-    QAction* button = addButton(key, iconName, caption, u"%1 (%2)"_s.arg(hint, shortcut));
+    QAction* button = addButton(key, caption, u"%1 (%2)"_s.arg(hint, shortcut));
     button->setShortcut(QKeySequence(shortcut));
     connect(button, &QAction::triggered, this, [this, request] {
         if (finishTyping())
@@ -98,11 +95,10 @@ void Parametri::addScreen(const QString& key, const QString& iconName, const QSt
     });
 }
 
-QAction* Parametri::addHistory(const QString& key, const QString& iconName, const QString& caption,
-                               const QList<QKeySequence>& keys,
-                               RegisterChange (Register::*replayed)())
+QAction* Parametri::addHistory(const QString& caption, const QList<QKeySequence>& keys,
+                               RegisterChange (RegisterModel::*replayed)())
 {
-    QAction* button = addButton(key, iconName, caption, {});
+    QAction* button = addButton(caption, caption, {});
     button->setShortcuts(keys);
     button->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(button);
@@ -116,17 +112,17 @@ void Parametri::buildToolbar()
     m_toolbar->setObjectName(u"Toolbar1"_s);
     m_toolbar->setAccessibleName(u"Comandi dei parametri"_s);
     m_toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    connect(addButton(u"Calc"_s, u"calcolatrice"_s, u"Calcolatrice"_s, u"Calcolatrice"_s),
-            &QAction::triggered, this, &Parametri::calculatorRequested);
-    addScreen(u"Mill"_s, u"millesimi"_s, u"Millesimi"_s, u"Calcolo millesimi"_s, u"Ctrl+M"_s,
+    connect(addButton(u"Calc"_s, u"Calcolatrice"_s, u"Calcolatrice"_s), &QAction::triggered, this,
+            &Parametri::calculatorRequested);
+    addScreen(u"Mill"_s, u"Millesimi"_s, u"Calcolo millesimi"_s, u"Ctrl+M"_s,
               &Parametri::millesimiRequested);
-    addScreen(u"Rip"_s, u"riparto"_s, u"Riparto"_s, u"Riparto importo"_s, u"Ctrl+R"_s,
+    addScreen(u"Rip"_s, u"Riparto"_s, u"Riparto importo"_s, u"Ctrl+R"_s,
               &Parametri::ripartoRequested);
     m_toolbar->addSeparator();
-    m_undo = addHistory(u"Annulla"_s, u"annulla"_s, u"Annulla"_s,
-                        QKeySequence::keyBindings(QKeySequence::Undo), &Register::undo);
-    m_redo = addHistory(u"Ripeti"_s, u"ripeti"_s, u"Ripeti"_s,
-                        {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z}, &Register::redo);
+    m_undo = addHistory(u"Annulla"_s, QKeySequence::keyBindings(QKeySequence::Undo),
+                        &RegisterModel::undo);
+    m_redo = addHistory(u"Ripeti"_s, {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z},
+                        &RegisterModel::redo);
     updateHistory();
 }
 
@@ -161,7 +157,7 @@ void Parametri::buildPanels()
 void Parametri::addKeys()
 {
     widgets::addTabKeys(*this, *m_tabs->tabBar());
-    for (QWidget* panel : {static_cast<QWidget*>(m_dettaglio), static_cast<QWidget*>(m_vani)}) {
+    for (QWidget* panel : std::initializer_list<QWidget*>{m_dettaglio, m_vani}) {
         addKey(*panel, Qt::ALT | Qt::Key_Up, [this] { goToNeighbour(-1); });
         addKey(*panel, Qt::ALT | Qt::Key_Down, [this] { goToNeighbour(1); });
     }
@@ -173,68 +169,133 @@ void Parametri::addKeys()
     addKey(*this, Qt::SHIFT | Qt::Key_F3, [this] { m_elenco->searchOn(false); });
 }
 
-/// Whatever a view reports while it follows the model was not done by the user.
+/// What the views do not show by themselves.
 void Parametri::followModel()
 {
-    const auto follow = [this](const std::function<void()>& views) {
-        return [this, views] {
-            const QScopedValueRollback following(m_following, true);
-            views();
-        };
-    };
-    connect(&m_model, &RegisterModel::listsRead, this, follow([this] {
-        m_elenco->showLists();
-        m_dettaglio->showLists(m_model.lists());
-        m_elenco->grid().cells().remarksChanged();
-        m_vani->grid().cells().remarksChanged();
-    }));
-    connect(&m_model, &RegisterModel::unitsListed, this, follow([this] { m_elenco->showRows(); }));
-    connect(&m_model, &RegisterModel::unitShown, this, follow([this] { showUnit(); }));
-    connect(&m_model, &RegisterModel::unitChanged, m_navig,
-            [this](const UnitRow& unit, const std::vector<RoomRow>& rooms) {
-                m_navig->showUnit(unit, rooms, m_names);
-            });
-    connect(&m_model, &RegisterModel::unitRemoved, m_navig, &Navig::removeUnit);
+    connect(&m_model, &RegisterModel::unitShown, this, &Parametri::showFigures);
     connect(&m_model, &RegisterModel::unitsChanged, this, [this](const QList<int>& units) {
         m_calculation.unitsChanged(units);
         showFigures();
     });
-    connect(&m_model, &RegisterModel::reloaded, this, [this](const std::vector<TreeScala>& tree) {
-        m_navig->build(tree);
-        m_calculation.reload();
+    connect(&m_model, &RegisterModel::reloaded, this, [this] { m_calculation.reload(); });
+    connect(&m_model, &RegisterModel::performed, this, [this] {
+        m_status->clearMessage();
+        updateHistory();
     });
 }
 
-/// Changing the current row is going to its unit, and so is a click on it when it is current
-/// already.
 void Parametri::followUser()
 {
-    Grid& units = m_elenco->grid();
-    const auto goToRow = [this](const QModelIndex& cell) {
-        if (!m_following && cell.isValid())
-            goToUnit(m_elenco->numberIn(cell.row()));
-    };
-    connect(units.selectionModel(), &QItemSelectionModel::currentRowChanged, this, goToRow);
-    connect(&units, &Grid::clicked, this, goToRow);
     connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
     connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
-    connect(m_elenco, &UnitList::unitFound, this, &Parametri::goToUnit);
-    connect(m_elenco, &UnitList::added, this, &Parametri::goToUnit);
-    connect(m_elenco, &UnitList::filterChanged, this,
-            [this] { reading([this] { m_model.ElencoUI(m_elenco->filter()); }); });
-    for (const Grid* grid : {&units, &m_vani->grid()})
-        connect(grid, &Grid::pasteRefused, this,
+    connect(m_elenco, &UnitList::unitChosen, this, &Parametri::goToUnit);
+    for (RegisterGrid* list : std::initializer_list<RegisterGrid*>{m_elenco, m_vani}) {
+        connect(list, &RegisterGrid::said, this, &Parametri::say);
+        connect(&list->grid(), &Grid::pasteRefused, this,
                 [this](const QString& why) { m_context.user.showMessage(why); });
-    connect(m_dettaglio, &UnitDetail::fieldChanged, this, [this](int field, const QString& text) {
-        perform([&](Register& registro) {
-            return registro.MemorizzaUI({{m_model.unit().number, field + UnitRiferimento, text}});
-        });
-    });
-    connect(m_dettaglio, &UnitDetail::tableToggled, this, [this](int table, bool on) {
-        perform([&](Register& registro) {
-            return registro.MemorizzaFlag(m_model.unit().number, table, on);
-        });
-    });
+    }
+}
+
+// What the model does not show by itself
+
+/// The figures are a service: the screen works without them.
+void Parametri::showFigures()
+{
+    if (!m_loaded)
+        return;
+    try {
+        m_figures->setText(m_calculation.describe(m_model.current()));
+    } catch (const store::DatabaseError& error) {
+        m_figures->setText(error.description());
+    }
+}
+
+void Parametri::updateHistory()
+{
+    const auto show = [](QAction& action, const QString& caption) {
+        action.setEnabled(!caption.isEmpty());
+        action.setToolTip(caption.isEmpty() ? action.text()
+                                            : u"%1: %2"_s.arg(action.text(), caption));
+        action.setStatusTip(action.toolTip());
+    };
+    show(*m_undo, m_model.changes().undoCaption());
+    show(*m_redo, m_model.changes().redoCaption());
+}
+
+void Parametri::say(const QString& text)
+{
+    constexpr int Shown = 8000; // milliseconds
+    m_status->showMessage(text, Shown);
+}
+
+/// Back from another window, which may have changed the job.
+bool Parametri::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_elenco->grid().isEditing() &&
+        !m_vani->grid().isEditing())
+        m_model.reloadIfStale();
+    return QWidget::event(event);
+}
+
+// Where the user goes
+
+/// When the unit cannot be left or shown, tree and list go back to the current one.
+void Parametri::goToUnit(int unit)
+{
+    if (unit > 0 && unit != m_model.current() && finishTyping()) {
+        m_status->clearMessage();
+        m_model.DatiVani(unit);
+    }
+    m_elenco->showCurrent();
+    m_navig->showCurrent();
+}
+
+void Parametri::goToRoom(int unit, int position)
+{
+    goToUnit(unit);
+    m_tabs->setCurrentIndex(Vani);
+    m_vani->goTo(position, RoomAmbiente);
+}
+
+void Parametri::goToNeighbour(int places)
+{
+    if (const int unit = m_model.neighbour(places); unit > 0)
+        goToUnit(unit);
+}
+
+/// In the view that shows it, and that the user knows: "Dettaglio" for a unit that is not listed.
+void Parametri::goTo(const Place& place)
+{
+    if (!place.gone)
+        goToUnit(place.unit);
+    const bool listed = m_elenco->grid().cells().rowOf(m_model.current()) >= 0;
+    if (place.position > 0)
+        m_tabs->setCurrentIndex(Vani);
+    else if (tab() != Dettaglio)
+        m_tabs->setCurrentIndex(listed ? Elenco : Dettaglio);
+    if (tab() == Dettaglio)
+        m_dettaglio->goTo(place.field);
+    else if (tab() == Vani)
+        m_vani->goTo(place.position, place.field);
+    else
+        m_elenco->goTo(place.unit, place.field);
+}
+
+Parametri::Tab Parametri::tab() const
+{
+    return static_cast<Tab>(m_tabs->currentIndex());
+}
+
+/// Goes to what is changed, and says what it was.
+void Parametri::replay(const QAction& button, RegisterChange (RegisterModel::*replayed)())
+{
+    if (!finishTyping())
+        return;
+    const RegisterChange change = (m_model.*replayed)();
+    if (change.isEmpty())
+        return;
+    goTo(placeOf(change));
+    say(u"%1: %2"_s.arg(button.text(), change.caption));
 }
 
 bool Parametri::finishTyping()

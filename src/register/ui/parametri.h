@@ -3,11 +3,8 @@
 
 #include "register/job_figures.h"
 #include "register/register_model.h"
-#include "register/ui/navig.h"
 
 #include <QWidget>
-
-#include <functional>
 
 class QAction;
 class QLabel;
@@ -26,6 +23,7 @@ class ContextMenu;
 
 namespace zelto::registro {
 
+class Navig;
 class RoomList;
 class UnitDetail;
 class UnitList;
@@ -40,8 +38,9 @@ struct ParametriContext
 };
 
 /// The parameters screen "Parametri per millesimi": tree, unit grid, unit fields and room grid over
-/// the open job. Every change is stored at once and can be undone while the screen is open. What is
-/// shown follows the model; what the user does goes to the model.
+/// the open job. Every change is stored at once and can be undone while the screen is open. Each
+/// view shows what the model says and has it store what the user does; the screen itself is about
+/// where the user goes.
 class Parametri : public QWidget
 {
     Q_OBJECT
@@ -57,7 +56,7 @@ public:
 
     /// The job's coefficients or general data may have changed: lists, tree, marks and figures
     /// follow, while unit, tab, filters and what can be undone stay.
-    void refreshLists();
+    void refreshLists() { m_model.reload(); }
 
 signals:
     void calculatorRequested();
@@ -74,46 +73,33 @@ private:
 
     // Building
     void buildToolbar();
-    void addScreen(const QString& key, const QString& iconName, const QString& caption,
-                   const QString& hint, const QString& shortcut, void (Parametri::*request)());
-    QAction* addButton(const QString& key, const QString& iconName, const QString& caption,
-                       const QString& hint);
-    QAction* addHistory(const QString& key, const QString& iconName, const QString& caption,
-                        const QList<QKeySequence>& keys, RegisterChange (Register::*replayed)());
+    QAction* addButton(const QString& key, const QString& caption, const QString& hint);
+    void addScreen(const QString& key, const QString& caption, const QString& hint,
+                   const QString& shortcut, void (Parametri::*request)());
+    QAction* addHistory(const QString& caption, const QList<QKeySequence>& keys,
+                        RegisterChange (RegisterModel::*replayed)());
     void buildPanels();
     void addKeys();
     void followModel();
     void followUser();
 
-    // Showing what the model says
-    void showUnit();
-    void showPlace();
+    // What the model does not show by itself
     void showFigures();
     void updateHistory();
     void say(const QString& text);
 
     // Where the user goes
-    /// What cannot be read is reported, and the views stay as they are.
-    void reading(const std::function<void()>& read);
     void goToUnit(int unit);
     void goToRoom(int unit, int position);
     void goToNeighbour(int places);
     void goTo(const Place& place);
+    void replay(const QAction& button, RegisterChange (RegisterModel::*replayed)());
     [[nodiscard]] Tab tab() const;
-
-    // Storing what the user does
-    using Operation = std::function<RegisterChange(Register&)>;
-    /// Stores and shows; what the job refuses is reported, and the screen shows what is stored. The
-    /// change is empty when nothing was stored.
-    RegisterChange perform(const Operation& operation);
-    void replay(const QAction& button, RegisterChange (Register::*replayed)());
 
     ParametriContext m_context;
     RegisterModel m_model;
     JobFigures m_calculation;
-    bool m_loaded = false;    ///< the figures may be shown
-    bool m_following = false; ///< views follow the model: what they report is no wish of the user
-    Navig::EmptyNames m_names = Navig::EmptyNames::Dash;
+    bool m_loaded = false; ///< the figures may be shown
     QToolBar* m_toolbar;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/register_grid.h"
 
+#include "register/ui/shown_columns.h"
 #include "widgets/context_menu.h"
 #include "widgets/keys.h"
 
@@ -25,23 +26,25 @@ QString withKeys(const QString& caption, const QKeySequence& keys)
 
 } // namespace
 
-RegisterGrid::RegisterGrid(const RegisterGridContext& context, Words words,
-                           const std::vector<widgets::GridColumn>& columns, QWidget* parent)
-    : QWidget(parent), m_context(context), m_words(std::move(words)),
-      m_grid(new Grid({}, columns, Grid::AtEnd::Stays, this)), m_picker(new CellPicker(this))
+RegisterGrid::RegisterGrid(RegisterModel& model, widgets::ContextMenu& menu, Rows rows)
+    : m_model(model), m_menu(menu), m_rows(std::move(rows)),
+      m_grid(new Grid({}, gridColumns(m_rows.table, model), Grid::AtEnd::Stays, this)),
+      m_picker(new CellPicker(this))
 {
     m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_grid, &Grid::customContextMenuRequested, this, &RegisterGrid::showMenu);
     connect(m_grid, &Grid::cellsChanged, this, &RegisterGrid::storeCells);
+    connect(m_grid, &Grid::cellRequested, this, &RegisterGrid::openCell);
     connect(m_picker, &CellPicker::dismissed, m_grid, [this] { m_grid->setFocus(); });
     connect(m_picker, &CellPicker::chosen, this, [this](int entry, CellPicker::Then then) {
         m_grid->setFocus();
         if (!m_picked.isValid())
             return;
-        choose(m_picked.row(), m_picked.column(), entry);
+        choose(m_offered.at(static_cast<std::size_t>(entry)));
         if (then != CellPicker::Then::Stays)
             m_grid->step(then == CellPicker::Then::Next);
     });
+    connect(&model, &RegisterModel::reloaded, this, [this] { m_grid->cells().remarksChanged(); });
     addKeys();
 }
 
@@ -56,8 +59,23 @@ void RegisterGrid::addKeys()
          {Qt::CTRL | Qt::Key_D, &RegisterGrid::duplicateRows},
          {Qt::CTRL | Qt::Key_Delete, &RegisterGrid::removeRows}}};
     for (const auto& [key, command] : ofGridAlone)
-        widgets::addKey(
-            *m_grid, key, [this, command = command] { (this->*command)(); }, Qt::WidgetShortcut);
+        widgets::addKey(*m_grid, key, std::bind_front(command, this), Qt::WidgetShortcut);
+}
+
+// What is shown
+
+void RegisterGrid::followModel()
+{
+    std::vector<widgets::GridRow> rows;
+    for (const Record& record : m_rows.table == Table::Units ? m_model.listed() : m_model.rooms())
+        rows.push_back({.number = textOf(record, numberField(m_rows.table)),
+                        .cells = cellsOf(columnsOf(m_rows.table), record)});
+    m_grid->cells().followRows(std::move(rows));
+}
+
+const Column& RegisterGrid::column(int column) const
+{
+    return columnsOf(m_rows.table).at(static_cast<std::size_t>(column));
 }
 
 int RegisterGrid::numberIn(int row) const
@@ -67,45 +85,114 @@ int RegisterGrid::numberIn(int row) const
 
 void RegisterGrid::goTo(int number, int field)
 {
+    const auto& columns = columnsOf(m_rows.table);
+    const auto place = std::ranges::find(columns, field, &Column::field);
     if (const int row = m_grid->cells().rowOf(number); row >= 0)
-        m_grid->setCurrentCell(row, std::max(field - fieldOf(0), 0));
+        m_grid->setCurrentCell(
+            row, place == columns.end() ? 0 : static_cast<int>(place - columns.begin()));
     m_grid->setFocus();
 }
 
-void RegisterGrid::openPicker(int row, int column, const std::vector<widgets::PickerEntry>& entries,
-                              int current, int keyCode)
+// Cells
+
+void RegisterGrid::openCell(int row, int column, int keyCode)
 {
-    m_picked = m_grid->cells().index(row, column);
-    const QRect inside = m_grid->visualRect(m_picked);
-    const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
-    m_picker->open(entries, current, place, keyCode);
+    if (numberIn(row) == 0)
+        return;
+    if (this->column(column).holds == Holds::Flag)
+        turnFlag(row, column);
+    else
+        openPicker(row, column, keyCode);
 }
 
-QString RegisterGrid::textOf(const CellChange& change, const QString& /*soFar*/) const
+/// A table without a name has no members.
+void RegisterGrid::turnFlag(int row, int column)
 {
-    return change.after;
+    const int table = this->column(column).index;
+    if (m_model.lists().tabelle.at(static_cast<std::size_t>(table)).isEmpty())
+        return;
+    const bool on = m_grid->cells().text(row, column) != u"X";
+    m_model.perform(
+        [&](Register& registro) { return registro.MemorizzaFlag(numberIn(row), table + 1, on); });
+}
+
+void RegisterGrid::openPicker(int row, int column, int keyCode)
+{
+    const Column& kind = this->column(column);
+    const QString& text = m_grid->cells().text(row, column);
+    const Offer offer = kind.holds == Holds::Staircase
+                            ? offeredStaircases(m_model.lists(), text)
+                            : offeredCoefficients(m_model.lists(), kind.index, text);
+    if (offer.entries.empty()) {
+        emit said(u"L'elenco «%1» è vuoto: si compila nella finestra «Variabili» (Ctrl+2)."_s.arg(
+            kind.title));
+        return;
+    }
+    m_picked = m_grid->cells().index(row, column);
+    m_offered = offer.entries;
+    const QRect inside = m_grid->visualRect(m_picked);
+    const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
+    m_picker->open(m_offered, offer.current, place, keyCode);
+}
+
+void RegisterGrid::choose(const widgets::PickerEntry& entry)
+{
+    const QString before = m_grid->cells().text(m_picked.row(), m_picked.column());
+    const Column& kind = column(m_picked.column());
+    const QString after =
+        kind.holds == Holds::Staircase
+            ? entry.code.trimmed()
+            : chosenCoefficient({entry.code, entry.value, entry.description}, before);
+    if (after != before)
+        m_model.perform([&](Register& registro) {
+            return m_rows.store(registro, {{numberIn(m_picked.row()), kind.field, after}}, {});
+        });
+}
+
+/// What the field gets for the new text of the cell, where other cells have given it a text so far:
+/// the flags are one field.
+QString RegisterGrid::newText(const CellChange& change, const QString& soFar) const
+{
+    if (column(change.column).holds != Holds::Flag)
+        return change.after;
+    if (numberIn(change.row) == 0)
+        return withFlag(soFar, column(change.column).index + 1, change.after == u"X");
+    QString flags;
+    for (int at = 0; at < m_grid->cells().columnCount(); ++at)
+        if (column(at).holds == Holds::Flag)
+            flags =
+                withFlag(flags, column(at).index + 1, m_grid->cells().text(change.row, at) == u"X");
+    return flags;
+}
+
+bool RegisterGrid::canAdd() const
+{
+    return m_rows.table == Table::Units || m_model.current() > 0;
 }
 
 /// Only a pasted block adds units or rooms: what is typed into the empty row goes nowhere.
 void RegisterGrid::storeCells(const QList<CellChange>& changes)
 {
     if (!canAdd() || (changes.size() == 1 && numberIn(changes.front().row) == 0)) {
-        showRows();
+        followModel();
         return;
     }
     QList<FieldEdit> edits;
     QMap<int, NewTexts> added;
     for (const CellChange& change : changes) {
-        const int field = fieldOf(change.column);
+        const int field = column(change.column).field;
         if (const int number = numberIn(change.row); number > 0) {
-            edits.append({number, field, textOf(change, {})});
+            edits.append({number, field, newText(change, {})});
         } else {
             QString& text = added[change.row][field];
-            text = textOf(change, text);
+            text = newText(change, text);
         }
     }
-    m_context.perform([&](Register& registro) { return store(registro, edits, added.values()); });
+    m_model.perform(
+        [&](Register& registro) { return m_rows.store(registro, edits, added.values()); });
 }
+
+// Rows
 
 /// The selected rows as the user knows them, by their first column.
 QString RegisterGrid::rangeText(const QString& verb) const
@@ -116,8 +203,8 @@ QString RegisterGrid::rangeText(const QString& verb) const
         return QString(m_grid->cells().text(row, 0)).replace(u'&', u"&&"_s);
     };
     if (first == last)
-        return u"%1 %2 %3"_s.arg(verb, m_words.one, name(first));
-    return u"%1 %2 da %3 a %4"_s.arg(verb, m_words.several, name(first), name(last));
+        return u"%1 %2 %3"_s.arg(verb, m_rows.one, name(first));
+    return u"%1 %2 da %3 a %4"_s.arg(verb, m_rows.several, name(first), name(last));
 }
 
 void RegisterGrid::showMenu()
@@ -133,21 +220,21 @@ void RegisterGrid::showMenu()
     };
     const auto [first, last] = m_grid->selectedRows();
     const std::array entries{
-        Entry{m_words.add, [this] { addRow(); }},
+        Entry{m_rows.toAdd, [this] { addRow(); }},
         Entry{rangeText(u"Elimina"_s), [this] { removeRows(); }},
         Entry{rangeText(u"Duplica"_s), [this] { duplicateRows(); }},
         Entry{withKeys(u"Sposta su"_s, UpKey), [this] { moveRows(-1); }, first > 0},
         Entry{withKeys(u"Sposta giù"_s, DownKey), [this] { moveRows(1); },
               last < m_grid->cells().rowCount() - 1}};
-    m_context.menu.ResetContextMenu();
+    m_menu.ResetContextMenu();
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        QAction& action = m_context.menu.DxMouse(static_cast<int>(i));
+        QAction& action = m_menu.DxMouse(static_cast<int>(i));
         action.setText(entries.at(i).caption);
         action.setVisible(true);
         action.setEnabled(entries.at(i).enabled);
     }
     const QPoint place = m_grid->viewport()->mapToGlobal(m_grid->visualRect(cell).bottomLeft());
-    if (const int choice = m_context.menu.choose(place).toInt(); choice >= 0)
+    if (const int choice = m_menu.choose(place).toInt(); choice >= 0)
         entries.at(static_cast<std::size_t>(choice)).command();
 }
 
@@ -165,35 +252,35 @@ void RegisterGrid::showAdded(const RegisterChange& change)
 {
     QList<int> numbers;
     for (const RecordChange& record : change.records)
-        if (!record.after.empty() && concerns(record))
-            numbers.append(numberOf(record));
+        if (!record.after.empty() && record.table == m_rows.table)
+            numbers.append(numberOf(record.after, numberField(m_rows.table)));
     if (numbers.isEmpty())
         return;
-    const auto [first, last] = std::minmax_element(numbers.begin(), numbers.end());
-    emit added(*first);
-    m_grid->selectRows(m_grid->cells().rowOf(*first), m_grid->cells().rowOf(*last));
+    const auto [first, last] = std::ranges::minmax(numbers);
+    emit added(first);
+    m_grid->selectRows(m_grid->cells().rowOf(first), m_grid->cells().rowOf(last));
 }
 
 void RegisterGrid::addRow()
 {
     if (m_grid->currentRow() >= 0 && canAdd())
-        showAdded(m_context.perform([this](Register& registro) { return add(registro); }));
+        showAdded(m_model.perform(m_rows.add));
 }
 
 void RegisterGrid::removeRows()
 {
     QList<int> numbers = selected();
-    std::reverse(numbers.begin(), numbers.end());
+    std::ranges::reverse(numbers);
     if (!numbers.isEmpty() && numbers.front() > 0)
-        m_context.perform([&](Register& registro) { return remove(registro, numbers); });
+        m_model.perform([&](Register& registro) { return m_rows.remove(registro, numbers); });
 }
 
 void RegisterGrid::duplicateRows()
 {
     const QList<int> numbers = selected();
-    if (!numbers.isEmpty() && model().unit().number > 0)
-        showAdded(
-            m_context.perform([&](Register& registro) { return duplicate(registro, numbers); }));
+    if (!numbers.isEmpty() && m_model.current() > 0)
+        showAdded(m_model.perform(
+            [&](Register& registro) { return m_rows.duplicate(registro, numbers); }));
 }
 
 /// The selected rows and their neighbour change places.
@@ -209,7 +296,7 @@ void RegisterGrid::moveRows(int places)
         pairs.append({numberIn(row), numberIn(row - places)});
     const int column = m_grid->currentColumn();
     const RegisterChange change =
-        m_context.perform([&](Register& registro) { return exchange(registro, pairs); });
+        m_model.perform([&](Register& registro) { return m_rows.exchange(registro, pairs); });
     if (change.isEmpty())
         return;
     if (first != last)

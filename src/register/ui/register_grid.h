@@ -7,24 +7,11 @@
 
 #include <QWidget>
 
-#include <functional>
-
 namespace zelto::widgets {
 class ContextMenu;
 } // namespace zelto::widgets
 
 namespace zelto::registro {
-
-/// What the lists of the register work with; all of it outlives them.
-struct RegisterGridContext
-{
-    RegisterModel& model;
-    widgets::ContextMenu& menu;
-    /// Stores a change and shows what became of it; gives the empty one when nothing was stored.
-    std::function<RegisterChange(const std::function<RegisterChange(Register&)>& operation)>
-        perform;
-    std::function<void(const QString& remark)> say;
-};
 
 /// A list of the register, units or rooms: a grid whose cells are stored as soon as they change,
 /// and the commands for its rows, from the keyboard and from the menu of the right button.
@@ -33,21 +20,7 @@ class RegisterGrid : public QWidget
     Q_OBJECT
 
 public:
-    /// How the menu names what the grid lists.
-    struct Words
-    {
-        QString add;     ///< the whole entry
-        QString one;     ///< "vano"
-        QString several; ///< "vani"
-    };
-
     [[nodiscard]] widgets::Grid& grid() const { return *m_grid; }
-
-    /// Shows what the model lists.
-    virtual void showRows() = 0;
-
-    /// The number of the unit or the position of the room in the row; 0 for the empty row.
-    [[nodiscard]] int numberIn(int row) const;
 
     /// Goes to that field of the unit or room, by its ordinal in the table.
     void goTo(int number, int field);
@@ -55,40 +28,48 @@ public:
 signals:
     /// The unit or room has just been added.
     void added(int number);
+    /// Something to be shown for a while.
+    void said(const QString& remark);
 
 protected:
-    RegisterGrid(const RegisterGridContext& context, Words words,
-                 const std::vector<widgets::GridColumn>& columns, QWidget* parent);
+    /// What the grid lists: how its menu names the rows, and what changes them.
+    struct Rows
+    {
+        template <typename... What>
+        using Change = std::function<RegisterChange(Register& registro, const What&... what)>;
 
-    [[nodiscard]] RegisterModel& model() const { return m_context.model; }
-    [[nodiscard]] const RegisterGridContext& context() const { return m_context; }
+        Table table;
+        QString toAdd;   ///< the whole entry of the menu
+        QString one;     ///< "vano"
+        QString several; ///< "vani"
+        Change<> add;
+        Change<QList<int>> remove;
+        Change<QList<int>> duplicate;
+        Change<QList<std::pair<int, int>>> exchange;
+        Change<QList<FieldEdit>, QList<NewTexts>> store;
+    };
+
+    /// Model and menu outlive it.
+    RegisterGrid(RegisterModel& model, widgets::ContextMenu& menu, Rows rows);
+
+    [[nodiscard]] RegisterModel& model() const { return m_model; }
     [[nodiscard]] widgets::CellPicker& picker() const { return *m_picker; }
 
-    /// Lays the picker over the cell.
-    void openPicker(int row, int column, const std::vector<widgets::PickerEntry>& entries,
-                    int current, int keyCode);
+    /// The number of the unit or the position of the room in the row; 0 for the empty row.
+    [[nodiscard]] int numberIn(int row) const;
 
-    /// An entry was chosen for the cell.
-    virtual void choose(int row, int column, int entry) = 0;
-
-    // What is stored, and which records it is about
-    [[nodiscard]] virtual bool concerns(const RecordChange& change) const = 0;
-    [[nodiscard]] virtual int numberOf(const RecordChange& change) const = 0;
-    [[nodiscard]] virtual int fieldOf(int column) const = 0;
-    /// What the field gets for the new text of the cell; so far it has got the other one.
-    [[nodiscard]] virtual QString textOf(const widgets::CellChange& change,
-                                         const QString& soFar) const;
-    [[nodiscard]] virtual bool canAdd() const { return true; }
-    virtual RegisterChange store(Register& registro, const QList<FieldEdit>& edits,
-                                 const QList<NewTexts>& added) = 0;
-    virtual RegisterChange add(Register& registro) = 0;
-    virtual RegisterChange remove(Register& registro, const QList<int>& numbers) = 0;
-    virtual RegisterChange duplicate(Register& registro, const QList<int>& numbers) = 0;
-    virtual RegisterChange exchange(Register& registro,
-                                    const QList<std::pair<int, int>>& pairs) = 0;
+    /// Shows the units or rooms that the model lists.
+    void followModel();
 
 private:
+    [[nodiscard]] const Column& column(int column) const;
+    [[nodiscard]] bool canAdd() const;
     void addKeys();
+    void openCell(int row, int column, int keyCode);
+    void openPicker(int row, int column, int keyCode);
+    void turnFlag(int row, int column);
+    void choose(const widgets::PickerEntry& entry);
+    [[nodiscard]] QString newText(const widgets::CellChange& change, const QString& soFar) const;
     void storeCells(const QList<widgets::CellChange>& changes);
     void showMenu();
     void addRow();
@@ -99,11 +80,13 @@ private:
     [[nodiscard]] QString rangeText(const QString& verb) const;
     [[nodiscard]] QList<int> selected() const;
 
-    RegisterGridContext m_context;
-    Words m_words;
+    RegisterModel& m_model;
+    widgets::ContextMenu& m_menu;
+    Rows m_rows;
     widgets::Grid* m_grid;
     widgets::CellPicker* m_picker;
     QPersistentModelIndex m_picked; ///< the cell under the picker
+    std::vector<widgets::PickerEntry> m_offered;
 };
 
 } // namespace zelto::registro

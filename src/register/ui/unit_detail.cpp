@@ -2,6 +2,8 @@
 #include "register/ui/unit_detail.h"
 
 #include "calc/figure_remarks.h"
+#include "register/ui/shown_columns.h"
+#include "store/schema.h"
 #include "widgets/grid.h"
 #include "widgets/typed_line.h"
 
@@ -21,23 +23,6 @@ using widgets::TypedLine;
 
 namespace {
 
-struct FieldKind
-{
-    QString label;
-    int maxLength;
-    FieldTag::Holds holds = FieldTag::Holds::Words;
-};
-
-const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
-{
-    static const std::array<FieldKind, UnitDetail::NumFields> kinds{
-        {{u" Riferimento"_s, 23},
-         {u" Livello"_s, 20},
-         {u" Codice scala"_s, 4},
-         {u" H piano"_s, 10, FieldTag::Holds::Figures}}};
-    return kinds;
-}
-
 /// The keys by which lists are opened on this desktop.
 bool opensList(const QKeyEvent& key)
 {
@@ -47,93 +32,108 @@ bool opensList(const QKeyEvent& key)
 
 } // namespace
 
-UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPicker(this))
+UnitDetail::UnitDetail(RegisterModel& model) : m_model(model), m_combo1(new CellPicker(this))
 {
     setObjectName(u"SchedaDettaglio"_s);
     m_combo1->setObjectName(u"Combo1"_s);
     m_combo1->setAccessibleName(u"Codici scala"_s);
     auto* form = new QFormLayout(this);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    addFields(*form);
-    addTables(*form);
+    for (const Column& column : columnsOf(Table::Units))
+        column.holds == Holds::Flag ? addTable(*form, column) : addField(*form, column);
     connect(m_combo1, &CellPicker::chosen, this, [this](int entry) {
-        const QString code = m_scale.value(entry - 1).trimmed();
+        const QString code = m_model.lists().scale.value(entry - 1).trimmed();
         scala().setText(code);
-        emit fieldChanged(ColumnScala, code);
+        store(UnitScala, code);
         scala().setFocus();
     });
     connect(m_combo1, &CellPicker::dismissed, this, [this] { scala().setFocus(); });
+    connect(&model, &RegisterModel::reloaded, this, &UnitDetail::showLists);
+    connect(&model, &RegisterModel::unitShown, this, &UnitDetail::showUnit);
 }
 
-void UnitDetail::addFields(QFormLayout& form)
+void UnitDetail::store(int field, const QString& text)
 {
-    for (int i = 0; i < NumFields; ++i) {
-        const FieldKind& kind = fieldKinds().at(static_cast<std::size_t>(i));
-        auto* field = new TypedLine(this);
-        field->setTag(FieldTag(u"AOL"_s, kind.holds), kind.maxLength);
-        field->setOnEntry(TypedLine::OnEntry::Nothing);
-        field->setObjectName(u"Dati%1"_s.arg(i));
-        field->setAccessibleName(kind.label.trimmed());
-        field->setMinimumWidth(fontMetrics().averageCharWidth() * (kind.maxLength + 6));
-        auto* label = new QLabel(kind.label, this);
-        label->setBuddy(field);
-        form.addRow(label, field);
-        m_dati.at(static_cast<std::size_t>(i)) = field;
-        connect(field, &TypedLine::changed, this,
-                [this, i, field] { emit fieldChanged(i, field->text()); });
+    m_model.perform([&](Register& registro) {
+        return registro.MemorizzaUI({{m_model.current(), field, text}});
+    });
+}
+
+void UnitDetail::addField(QFormLayout& form, const Column& column)
+{
+    constexpr int LeastLength = 4; // a single character's field would look like a dot
+    const int length = std::max(column.longest, LeastLength);
+    const bool figure = column.holds == Holds::Height;
+    const QString name =
+        store::jobTable(store::TabellaUnita).fields[static_cast<std::size_t>(column.field)].name;
+    auto* field = new TypedLine(this);
+    field->setTag(FieldTag(u"AOL"_s, figure ? FieldTag::Holds::Figures : FieldTag::Holds::Words),
+                  length);
+    field->setOnEntry(TypedLine::OnEntry::Nothing);
+    field->setObjectName(u"Dati%1"_s.arg(m_dati.size()));
+    field->setAccessibleName(name);
+    field->setMinimumWidth(fontMetrics().averageCharWidth() * (length + 6));
+    auto* label = new QLabel(u' ' + name, this);
+    label->setBuddy(field);
+    form.addRow(label, field);
+    m_dati.insert(column.field, field);
+    if (column.holds == Holds::Staircase) {
+        field->setReadOnly(true);
+        field->setToolTip(u"Doppio clic o F2 per scegliere la scala"_s);
+        field->installEventFilter(this);
     }
-    scala().setReadOnly(true);
-    scala().setToolTip(u"Doppio clic o F2 per scegliere la scala"_s);
-    scala().installEventFilter(this);
+    connect(field, &TypedLine::changed, this,
+            [this, field, ordinal = column.field] { store(ordinal, field->text()); });
 }
 
-void UnitDetail::addTables(QFormLayout& form)
+void UnitDetail::addTable(QFormLayout& form, const Column& column)
 {
-    for (int i = 0; i < NumTables; ++i) {
-        auto* box = new QCheckBox(this);
-        box->setObjectName(u"Check1_%1"_s.arg(i));
-        box->hide();
-        form.addRow(box);
-        m_check1.at(static_cast<std::size_t>(i)) = box;
-        connect(box, &QCheckBox::toggled, this,
-                [this, i](bool on) { emit tableToggled(i + 1, on); });
-    }
+    auto* box = new QCheckBox(this);
+    box->setObjectName(u"Check1_%1"_s.arg(column.index));
+    box->hide();
+    form.addRow(box);
+    m_check1.push_back(box);
+    connect(box, &QCheckBox::toggled, this, [this, table = column.index + 1](bool on) {
+        m_model.perform([&](Register& registro) {
+            return registro.MemorizzaFlag(m_model.current(), table, on);
+        });
+    });
 }
 
-TypedLine& UnitDetail::scala() const
+/// Tables without a name have no box.
+void UnitDetail::showLists()
 {
-    return *m_dati.at(ColumnScala);
-}
-
-void UnitDetail::showLists(const RegisterLists& lists)
-{
-    m_scale = lists.scale;
-    for (std::size_t i = 0; i < lists.tabelle.size(); ++i) {
-        const QString& name = lists.tabelle.at(i);
-        QCheckBox& box = *m_check1.at(i);
+    for (std::size_t i = 0; i < m_check1.size(); ++i) {
+        QString name = m_model.lists().tabelle.at(i);
+        m_check1[i]->setVisible(!name.isEmpty());
         // An ampersand of a name is no mnemonic.
-        box.setText(QString(name).replace(u'&', u"&&"_s));
-        box.setVisible(!name.isEmpty());
+        m_check1[i]->setText(name.replace(u'&', u"&&"_s));
     }
 }
 
-void UnitDetail::showUnit(const UnitRow& unit)
+void UnitDetail::showUnit()
 {
-    setEnabled(unit.number > 0);
-    for (std::size_t i = 0; i < unit.texts.size(); ++i)
-        if (m_dati.at(i)->text() != unit.texts.at(i))
-            m_dati.at(i)->setText(unit.texts.at(i));
-    m_dati.at(ColumnHPiano)->setRemark(calc::osservaCifra(unit.texts.at(ColumnHPiano)));
-    for (int i = 0; i < NumTables; ++i) {
-        QCheckBox& box = *m_check1.at(static_cast<std::size_t>(i));
-        const QSignalBlocker quiet(&box);
-        box.setChecked(i < unit.flags.size() && unit.flags.at(i).toUpper() == u'X');
+    setEnabled(m_model.current() > 0);
+    for (const Column& column : columnsOf(Table::Units)) {
+        const QString text = textOf(m_model.unit(), column.field);
+        if (column.holds == Holds::Flag) {
+            QCheckBox& box = *m_check1.at(static_cast<std::size_t>(column.index));
+            const QSignalBlocker quiet(&box);
+            box.setChecked(text.mid(column.index, 1).toUpper() == u"X");
+            continue;
+        }
+        TypedLine& field = *m_dati[column.field];
+        if (field.text() != text)
+            field.setText(text);
+        if (column.holds == Holds::Height)
+            field.setRemark(calc::osservaCifra(text));
     }
 }
 
-void UnitDetail::goToField(int field)
+void UnitDetail::goTo(int field)
 {
-    m_dati.at(static_cast<std::size_t>(std::clamp(field, 0, NumFields - 1)))->setFocus();
+    const auto behind = m_dati.upperBound(field);
+    (behind == m_dati.begin() ? behind : std::prev(behind)).value()->setFocus();
 }
 
 bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
@@ -149,8 +149,8 @@ bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
 
 void UnitDetail::openScale()
 {
-    m_combo1->open(scalaEntries(m_scale), scalaEntry(m_scale, scala().text()), scala().geometry(),
-                   widgets::Grid::F2Code);
+    const Offer offer = offeredStaircases(m_model.lists(), scala().text());
+    m_combo1->open(offer.entries, offer.current, scala().geometry(), widgets::Grid::F2Code);
 }
 
 } // namespace zelto::registro

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "register/ui/register_columns.h"
+#include "register/register_model.h"
 
-#include <QStringList>
 #include <QWidget>
-
-#include <array>
 
 class QCheckBox;
 class QFormLayout;
@@ -18,43 +15,34 @@ class TypedLine;
 
 namespace zelto::registro {
 
-/// The panel "Dettaglio": the fields of one unit and its special tables.
+/// The panel "Dettaglio": the fields of the current unit and its special tables.
 class UnitDetail : public QWidget
 {
     Q_OBJECT
 
 public:
-    static constexpr int NumFields = NumUnitTexts;
-    explicit UnitDetail(QWidget* parent = nullptr);
+    /// The model outlives it.
+    explicit UnitDetail(RegisterModel& model);
 
-    /// What staircases can be chosen and which special tables have a name: the others' boxes are
-    /// hidden.
-    void showLists(const RegisterLists& lists);
-
-    /// Number 0 shows that there is no unit to be edited.
-    void showUnit(const UnitRow& unit);
-
-    /// Puts the user into one of the fields, counted from 0.
-    void goToField(int field);
-
-signals:
-    /// The user left a field with another text, or chose another staircase.
-    void fieldChanged(int field, const QString& text);
-    void tableToggled(int table, bool on);
+    /// Puts the user into the field of that ordinal, or the last one before.
+    void goTo(int field);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void addFields(QFormLayout& form);
-    void addTables(QFormLayout& form);
-    [[nodiscard]] widgets::TypedLine& scala() const;
+    void addField(QFormLayout& form, const Column& column);
+    void addTable(QFormLayout& form, const Column& column);
+    void showLists();
+    void showUnit();
+    [[nodiscard]] widgets::TypedLine& scala() const { return *m_dati[UnitScala]; }
     void openScale();
+    void store(int field, const QString& text);
 
-    std::array<widgets::TypedLine*, NumFields> m_dati{};
-    std::array<QCheckBox*, NumTables> m_check1{};
+    RegisterModel& m_model;
+    QMap<int, widgets::TypedLine*> m_dati; ///< by the ordinal of their field
+    std::vector<QCheckBox*> m_check1;
     widgets::CellPicker* m_combo1;
-    QStringList m_scale;
 };
 
 } // namespace zelto::registro

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/unit_list.h"
 
-#include "register/ui/register_columns.h"
 #include "widgets/marks.h"
 
 #include <QComboBox>
@@ -9,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -38,27 +38,26 @@ QString chosen(const QComboBox& list)
                                                                               : QString();
 }
 
-widgets::GridRow rowFor(const UnitRow& unit)
-{
-    widgets::GridRow row{.number = QString::number(unit.number),
-                         .cells = QStringList(unit.texts.begin(), unit.texts.end())};
-    for (const QChar flag : unit.flags.left(NumTables))
-        row.cells << QString(flag).trimmed();
-    return row;
-}
-
 } // namespace
 
-UnitList::UnitList(const RegisterGridContext& context, QWidget* parent)
-    : RegisterGrid(context, {u"Aggiungi singola U.I."_s, u"U.I."_s, u"U.I."_s},
-                   unitColumns(context.model.lists()), parent),
+UnitList::UnitList(RegisterModel& model, widgets::ContextMenu& menu)
+    : RegisterGrid(model, menu,
+                   {.table = Table::Units,
+                    .toAdd = u"Aggiungi singola U.I."_s,
+                    .one = u"U.I."_s,
+                    .several = u"U.I."_s,
+                    .add = &Register::AggiungiUI,
+                    .remove = &Register::EliminaUI,
+                    .duplicate = &Register::DuplicaUI,
+                    .exchange = &Register::ScambiaUI,
+                    .store = &Register::MemorizzaUI}),
       m_livello(addFilter(u"Livello"_s)), m_scala(addFilter(u"CodScala"_s)),
       m_search(new QLineEdit(this))
 {
     grid().setObjectName(u"UI"_s);
     grid().setAccessibleName(u"Unità immobiliari"_s);
     grid().setMostRows(
-        [this] { return static_cast<int>(model().listed().size()) + model().freeUnits(); });
+        [&model] { return static_cast<int>(model.listed().size()) + model.freeUnits(); });
     picker().setObjectName(u"Combo2"_s);
     picker().setAccessibleName(u"Codici scala"_s);
     m_search->setObjectName(u"Cerca"_s);
@@ -71,7 +70,17 @@ UnitList::UnitList(const RegisterGridContext& context, QWidget* parent)
 
     connect(m_search, &QLineEdit::textEdited, this,
             [this] { search(std::max(grid().currentRow(), 0), 1); });
-    connect(&grid(), &Grid::cellRequested, this, &UnitList::openCell);
+    // A click on the row that is current already goes to its unit as well.
+    const auto goToRow = [this](const QModelIndex& cell) {
+        if (!m_following && cell.isValid())
+            emit unitChosen(numberIn(cell.row()));
+    };
+    connect(grid().selectionModel(), &QItemSelectionModel::currentRowChanged, this, goToRow);
+    connect(&grid(), &Grid::clicked, this, goToRow);
+    connect(this, &UnitList::added, this, &UnitList::unitChosen);
+    connect(&model, &RegisterModel::reloaded, this, &UnitList::showLists);
+    connect(&model, &RegisterModel::unitsListed, this, &UnitList::showUnits);
+    connect(&model, &RegisterModel::unitShown, this, &UnitList::showCurrent);
 }
 
 QComboBox* UnitList::addFilter(const QString& name)
@@ -80,7 +89,7 @@ QComboBox* UnitList::addFilter(const QString& name)
     list->setObjectName(name);
     list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list->setMinimumContentsLength(8);
-    connect(list, &QComboBox::currentIndexChanged, this, &UnitList::filterChanged);
+    connect(list, &QComboBox::currentIndexChanged, this, [this] { model().ElencoUI(filter()); });
     return list;
 }
 
@@ -100,23 +109,28 @@ QLayout* UnitList::filterRow()
     return row;
 }
 
+/// In filters and headers. What the filters chose may be gone.
 void UnitList::showLists()
 {
-    refill(*m_scala, model().lists().scale);
-    refill(*m_livello, model().lists().livelli);
-    for (int table = 0; table < NumTables; ++table) {
-        const QString& name = model().lists().tabelle.at(static_cast<std::size_t>(table));
-        grid().setHint(ColumnFirstTable + table, name, name.isEmpty());
+    const RegisterLists& lists = model().lists();
+    refill(*m_scala, lists.scale);
+    refill(*m_livello, lists.livelli);
+    int at = 0;
+    for (const Column& column : columnsOf(Table::Units)) {
+        if (column.holds == Holds::Flag) {
+            const QString& name = lists.tabelle.at(static_cast<std::size_t>(column.index));
+            grid().setHint(at, name, name.isEmpty());
+        }
+        ++at;
     }
+    if (filter() != model().filter())
+        model().ElencoUI(filter());
 }
 
-void UnitList::showRows()
+void UnitList::showUnits()
 {
-    std::vector<widgets::GridRow> rows;
-    rows.reserve(model().listed().size());
-    std::transform(model().listed().begin(), model().listed().end(), std::back_inserter(rows),
-                   rowFor);
-    grid().cells().followRows(std::move(rows));
+    const QScopedValueRollback following(m_following, true);
+    followModel();
     showCurrent();
     // Where a row was taken away, nothing may be selected any more.
     const QModelIndex current = grid().currentIndex();
@@ -127,7 +141,8 @@ void UnitList::showRows()
 /// Where the current unit is not listed, no row is current. The empty row is, if there is no unit.
 void UnitList::showCurrent()
 {
-    const int unit = model().unit().number;
+    const QScopedValueRollback following(m_following, true);
+    const int unit = model().current();
     const int row = unit == 0 && model().listed().empty() ? 0 : grid().cells().rowOf(unit);
     if (row < 0)
         grid().leaveCells();
@@ -135,6 +150,7 @@ void UnitList::showCurrent()
         grid().setCurrentCell(row, std::max(0, grid().currentColumn()));
 }
 
+/// The entries chosen in the filters.
 UnitFilter UnitList::filter() const
 {
     return {.scala = chosen(*m_scala), .livello = chosen(*m_livello)};
@@ -161,13 +177,15 @@ void UnitList::search(int from, int step)
         return;
     for (int tried = 0; tried < rows; ++tried) {
         const int row = ((from + tried * step) % rows + rows) % rows;
-        if (grid().cells().text(row, ColumnRiferimento).contains(wanted, Qt::CaseInsensitive)) {
-            emit unitFound(numberIn(row));
+        const QString name =
+            textOf(model().listed()[static_cast<std::size_t>(row)], UnitRiferimento);
+        if (name.contains(wanted, Qt::CaseInsensitive)) {
+            emit unitChosen(numberIn(row));
             return;
         }
     }
     widgets::refuse(*m_search);
-    context().say(u"Nessuna unità dell'elenco ha «%1» nel riferimento."_s.arg(wanted));
+    emit said(u"Nessuna unità dell'elenco ha «%1» nel riferimento."_s.arg(wanted));
 }
 
 /// From the search field, Enter goes on searching; Esc and Down go to the list.
@@ -182,92 +200,6 @@ bool UnitList::eventFilter(QObject* watched, QEvent* event)
     else
         return QWidget::eventFilter(watched, event);
     return true;
-}
-
-void UnitList::openCell(int row, int column, int keyCode)
-{
-    if (numberIn(row) == 0)
-        return;
-    const QStringList& scale = model().lists().scale;
-    if (column == ColumnScala)
-        openPicker(row, column, scalaEntries(scale),
-                   scalaEntry(scale, grid().cells().text(row, column)), keyCode);
-    else
-        turnFlag(row, column - ColumnFirstTable + 1);
-}
-
-/// A table without a name has no members.
-void UnitList::turnFlag(int row, int table)
-{
-    if (model().lists().tabelle.at(static_cast<std::size_t>(table - 1)).isEmpty())
-        return;
-    const bool on = grid().cells().text(row, ColumnFirstTable + table - 1) != u"X";
-    context().perform([unit = numberIn(row), table, on](Register& registro) {
-        return registro.MemorizzaFlag(unit, table, on);
-    });
-}
-
-void UnitList::choose(int row, int column, int entry)
-{
-    const QString code = model().lists().scale.value(entry - 1).trimmed();
-    context().perform([edit = FieldEdit{numberIn(row), fieldOf(column), code}](Register& registro) {
-        return registro.MemorizzaUI({edit});
-    });
-}
-
-bool UnitList::concerns(const RecordChange& change) const
-{
-    return change.table == RecordChange::Table::Units;
-}
-
-int UnitList::numberOf(const RecordChange& change) const
-{
-    return change.unit();
-}
-
-int UnitList::fieldOf(int column) const
-{
-    return std::min(column + UnitRiferimento, static_cast<int>(UnitFlags));
-}
-
-/// Flags are one field.
-QString UnitList::textOf(const widgets::CellChange& change, const QString& soFar) const
-{
-    if (change.column < ColumnFirstTable)
-        return change.after;
-    if (numberIn(change.row) == 0)
-        return withFlag(soFar, change.column - ColumnFirstTable + 1, change.after == u"X");
-    QString flags;
-    for (int table = 1; table <= NumTables; ++table)
-        flags = withFlag(flags, table,
-                         grid().cells().text(change.row, ColumnFirstTable + table - 1) == u"X");
-    return flags;
-}
-
-RegisterChange UnitList::store(Register& registro, const QList<FieldEdit>& edits,
-                               const QList<NewTexts>& added)
-{
-    return registro.MemorizzaUI(edits, added);
-}
-
-RegisterChange UnitList::add(Register& registro)
-{
-    return registro.AggiungiUI();
-}
-
-RegisterChange UnitList::remove(Register& registro, const QList<int>& numbers)
-{
-    return registro.EliminaUI(numbers);
-}
-
-RegisterChange UnitList::duplicate(Register& registro, const QList<int>& numbers)
-{
-    return registro.DuplicaUI(numbers);
-}
-
-RegisterChange UnitList::exchange(Register& registro, const QList<std::pair<int, int>>& pairs)
-{
-    return registro.ScambiaUI(pairs);
 }
 
 } // namespace zelto::registro

@@ -16,16 +16,10 @@ class UnitList : public RegisterGrid
     Q_OBJECT
 
 public:
-    explicit UnitList(const RegisterGridContext& context, QWidget* parent = nullptr);
+    UnitList(RegisterModel& model, widgets::ContextMenu& menu);
 
-    /// Shows the model's lists in filters and headers; the filters stay as they are if they can.
-    void showLists();
-    /// Shows the units that the model lists, and which one is current.
-    void showRows() override;
+    /// Shows which unit is current.
     void showCurrent();
-
-    /// The units that the filters let through.
-    [[nodiscard]] UnitFilter filter() const;
 
     /// Puts the user into the search field.
     void beginSearch();
@@ -33,35 +27,24 @@ public:
     void searchOn(bool forward);
 
 signals:
-    void filterChanged();
-    /// The search has found the unit.
-    void unitFound(int unit);
+    /// The user went to the unit.
+    void unitChosen(int unit);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void choose(int row, int column, int entry) override;
-    [[nodiscard]] bool concerns(const RecordChange& change) const override;
-    [[nodiscard]] int numberOf(const RecordChange& change) const override;
-    [[nodiscard]] int fieldOf(int column) const override;
-    [[nodiscard]] QString textOf(const widgets::CellChange& change,
-                                 const QString& soFar) const override;
-    RegisterChange store(Register& registro, const QList<FieldEdit>& edits,
-                         const QList<NewTexts>& added) override;
-    RegisterChange add(Register& registro) override;
-    RegisterChange remove(Register& registro, const QList<int>& numbers) override;
-    RegisterChange duplicate(Register& registro, const QList<int>& numbers) override;
-    RegisterChange exchange(Register& registro, const QList<std::pair<int, int>>& pairs) override;
 
 private:
     QComboBox* addFilter(const QString& name);
     [[nodiscard]] QLayout* filterRow();
-    void openCell(int row, int column, int keyCode);
-    void turnFlag(int row, int table);
+    [[nodiscard]] UnitFilter filter() const;
+    void showLists();
+    void showUnits();
     void search(int from, int step);
 
     QComboBox* m_livello;
     QComboBox* m_scala;
     QLineEdit* m_search;
+    bool m_following = false; ///< the current row follows the model, not the user
 };
 
 } // namespace zelto::registro
