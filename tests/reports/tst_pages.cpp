@@ -2,9 +2,7 @@
 // What the reports put where on their pages.
 #include "calc/calc_error.h"
 #include "report_fixture.h"
-#include "reports/cover_page.h"
 #include "reports/print_sequence.h"
-#include "reports/technical_report.h"
 #include "support/building.h"
 #include "support/runner.h"
 
@@ -146,7 +144,7 @@ private slots:
             return QString();
         };
         const QString printed =
-            refusal([&] { stampaDocumento(printer.context, tutteLeSezioni(), OpzioniCalcolo()); });
+            refusal([&] { stampaDocumento(printer.context, sectionWords(), OpzioniCalcolo()); });
         QVERIFY2(printed.contains(named), qPrintable(printed));
         QCOMPARE(printed.isEmpty(), named.isEmpty());
         QCOMPARE(printer.surface.texts.empty(), !named.isEmpty());
@@ -219,7 +217,7 @@ private slots:
         modello.unita[1].Riferimento = u"Int.\t2"_s;
         Printer printer(modello);
         const int pages = printer.record(
-            [](auto& context) { stampaDocumento(context, tutteLeSezioni(), OpzioniCalcolo()); });
+            [](auto& context) { stampaDocumento(context, sectionWords(), OpzioniCalcolo()); });
         QCOMPARE(pages, 1 + 1 + 1 + 2 + 2); // cover, prospectus, general, tables, staircases
         QCOMPARE(printer.surface.find(u"PAG. N. 6").size(), 1U);
         QCOMPARE(printer.outputLines(u"calcolo.out"_s),
@@ -288,7 +286,7 @@ private slots:
         }
         Printer printer(modello);
         printer.record(
-            [](auto& context) { stampaDocumento(context, tutteLeSezioni(), OpzioniCalcolo()); });
+            [](auto& context) { stampaDocumento(context, sectionWords(), OpzioniCalcolo()); });
         const OpzioniRiparto options{.importo = u"999999.99"_s,
                                      .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
         printer.record([&](auto& context) { stampaDocumento(context, onlyCalculation, options); });

@@ -54,9 +54,8 @@ private slots:
 
     void documentWindow()
     {
-        const Installation installation;
-        Session session(installation);
-        session.application().open(installation.newJob(u"A.ZLT"_s));
+        Session session;
+        session.open();
         QCOMPARE(chapterAfterF1(&session.window()), u"La finestra principale"_s);
         session.toolbarButton(u"Parametri"_s)->click();
         auto* tabs = session.window().findChild<QTabWidget*>(u"tbsOptions"_s);
@@ -83,9 +82,8 @@ private slots:
     void modalScreens()
     {
         QFETCH(QString, key);
-        const Installation installation;
-        Session session(installation);
-        session.application().open(installation.newJob(u"A.ZLT"_s));
+        Session session;
+        session.open();
         QString chapter;
         bool usable = false;
         const auto open = [&] { session.toolbarButton(key)->click(); };
@@ -102,8 +100,7 @@ private slots:
 
     void menu()
     {
-        const Installation installation;
-        Session session(installation);
+        Session session;
         QMenu& menu = session.window().menuFile();
         menu.popup({});
         QCOMPARE(chapterAfterF1(&menu), u"Il menu File"_s);
