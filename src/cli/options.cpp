@@ -16,6 +16,13 @@ namespace {
 
 constexpr int MaxPrimaPagina = 999;
 
+/// "a, b and c".
+QString enumerated(QStringList words, const QString& conjunction)
+{
+    const QString last = words.takeLast();
+    return words.join(u", "_s) + conjunction + last;
+}
+
 /// The words of the comma-separated list, all of them known.
 QStringList readList(const QString& list, const QString& option, const QStringList& known)
 {
@@ -76,9 +83,7 @@ reports::InsiemeQuote readQuote(const QString& text)
         if (const QString key = kind.readKey(value); !key.isEmpty())
             return {.kind = &kind, .key = key};
     }
-    QStringList words = shareWords();
-    const QString last = words.takeLast();
-    throw UsageError(u"--quote: «%1» non è %2 o %3"_s.arg(text, words.join(u", "_s), last));
+    throw UsageError(u"--quote: «%1» non è %2"_s.arg(text, enumerated(shareWords(), u" o "_s)));
 }
 
 const QString Dettaglio = u"dettaglio"_s;
@@ -114,9 +119,9 @@ const std::vector<CommandOption> GivenOptions{
      u"cartella, un PDF per lavoro (senza -o nessun PDF)"_s,
      [](Pieces& pieces, const QString& value) { pieces.pdf = value; }, 'o'},
     {"uscite", u"CARTELLA"_s,
-     u"cartella di consistenza.out, calcolo.out e scale.out\n"
+     u"cartella di %1\n"
      u"(se manca, quella corrente; con più lavori una\n"
-     u"sottocartella per lavoro)"_s,
+     u"sottocartella per lavoro)"_s.arg(enumerated(reports::textFiles(), u" e "_s)),
      [](Pieces& pieces, const QString& value) { pieces.uscite = value; }, 'u'},
     {"sezioni", u"LISTA"_s, u"di %1 (se manca, tutte)"_s.arg(reports::sectionWords().join(u',')),
      [](Pieces& pieces, const QString& value) {

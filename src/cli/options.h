@@ -27,7 +27,7 @@ struct Options
     std::map<const reports::TableFormat*, QString> formati;
     QStringList sezioni = reports::sectionWords();
     reports::OpzioniCalcolo calcolo;
-    std::optional<reports::OpzioniRiparto> riparto; ///< in place of the calculation sections
+    std::optional<reports::OpzioniRiparto> riparto; ///< in place of the tables of shares
     bool mostra = false;
 
     [[nodiscard]] reports::OpzioniStampa opzioni() const

@@ -36,7 +36,7 @@ struct TableChoice
 /// A kind of tables.
 struct TableKind
 {
-    QString word;            ///< in the command's list of sections
+    QString word;            ///< in the command's list of tables
     QString caption;         ///< of the box that has it printed
     QString outputFile = {}; ///< of its figures as plain text; empty for none
     bool hasIndex = false;   ///< whether there is a choice of how the floor index is formed

@@ -22,6 +22,15 @@ void changeJob(const QString& path, int state)
     RawFile(path).run("UPDATE ZELTO SET Utente='" + QByteArray::number(state) + "'");
 }
 
+/// Keeps a copy of each state.
+void keepStates(const JobDesk& desk, const QString& job, int first, int last)
+{
+    for (int state = first; state <= last; ++state) {
+        changeJob(job, state);
+        desk.copies.keep(job);
+    }
+}
+
 /// In the hour in which the clock is put back.
 const QDateTime Beginning(QDate(2026, 10, 25), QTime(0, 59, 59), Qt::UTC);
 
@@ -120,10 +129,7 @@ private slots:
         const JobDesk desk;
         QCOMPARE(desk.copies.jobs(), QStringList());
         const QString job = desk.path(u"A.ZLT"_s);
-        for (int state : {1, 2}) {
-            changeJob(job, state);
-            desk.copies.keep(job);
-        }
+        keepStates(desk, job, 1, 2);
         const std::vector<JobCopy> kept = desk.copies.copiesOf(job);
         const QDir folder(QFileInfo(kept.front().path).path());
         writeBytes(folder.filePath(u"mio.ZLT"_s), "mine");
@@ -134,10 +140,7 @@ private slots:
         QCOMPARE(listed.front().units, std::optional(1));
         QVERIFY(listed.front().size > 1000);
         QVERIFY(!listed.back().units);
-        for (int state = 3; state <= 14; ++state) {
-            changeJob(job, state);
-            desk.copies.keep(job);
-        }
+        keepStates(desk, job, 3, 14);
         QCOMPARE(bytesOf(folder.filePath(u"mio.ZLT"_s)), "mine");
     }
 
@@ -145,10 +148,7 @@ private slots:
     {
         const JobDesk desk;
         const QString job = desk.path(u"A.ZLT"_s);
-        for (int state = 1; state <= 10; ++state) {
-            changeJob(job, state);
-            desk.copies.keep(job);
-        }
+        keepStates(desk, job, 1, 10);
         changeJob(job, 11);
         {
             const DiskLimit full(8192);

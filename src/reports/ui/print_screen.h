@@ -77,7 +77,7 @@ private:
     [[nodiscard]] QString proposedPath(const QString& extension) const;
     [[nodiscard]] print::DocumentData documentData() const;
 
-    /// Draws the chosen sections: records them, puts them on the surface that the engine has, or
+    /// Draws the chosen sections: into a recording, on the engine's surface or, without any,
     /// nowhere.
     void draw();
     void record();
