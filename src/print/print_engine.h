@@ -4,7 +4,6 @@
 
 #include "print/font_metrics.h"
 #include "print/page_file.h"
-#include "print/page_folder.h"
 #include "print/page_size.h"
 #include "print/paragraph.h"
 #include "print/surface.h"
@@ -153,6 +152,9 @@ private:
     void openPage(int index);
     [[nodiscard]] const FontMetrics& metrics() const;
     [[nodiscard]] QPointF position(float row, float column) const;
+    [[nodiscard]] double widthInTwips(float columns) const;
+    template <typename Value>
+    void setFont(Value FontState::*part, const Value& value, Opcode opcode);
     [[nodiscard]] QString clipped(const QString& text, float width,
                                   const FontMetrics& metrics) const;
     void drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics);
@@ -167,8 +169,11 @@ private:
                    Alignment alignment);
     void printJustified(float row, float column, float width, QStringView line);
     void replayRecord(const RecordFields& record);
-    void replayState(const RecordFields& record);
-    void replayField(const RecordFields& record);
+    void replayState(float lineHeight, float charWidth, const QString& fontName, float fontSize,
+                     bool bold, bool underline, bool italic);
+    void replayField(float row, float column, float width, float size, int alignment,
+                     const QString& flags, const QString& text);
+    void replayBox(float top, float left, float bottom, float right, float penWidth, int shadow);
 
     PageFolder m_pages;
     PageFileWriter m_page;

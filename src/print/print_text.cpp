@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "print/grouped_number.h"
 #include "print/print_engine.h"
 
 namespace zelto::print {
@@ -9,14 +8,22 @@ namespace {
 /// Bold, italic and underline, "1" for on.
 QString flagDigits(const FieldStyle& style)
 {
-    QString digits(3, u'0');
-    if (style.bold)
-        digits[0] = u'1';
-    if (style.italic)
-        digits[1] = u'1';
-    if (style.underline)
-        digits[2] = u'1';
+    QString digits;
+    for (const bool on : {style.bold, style.italic, style.underline})
+        digits += on ? u'1' : u'0';
     return digits;
+}
+
+/// "1234567,5" as "1 234 567.5"; empty when the text is blank or its value 0.
+QString groupedNumber(const QString& number)
+{
+    QString grouped = text::ToPointDecimal(number);
+    if (text::leadingNumber(QStringView{grouped}) == 0)
+        return {};
+    const qsizetype point = grouped.indexOf(u'.');
+    for (qsizetype i = (point < 0 ? grouped.size() : point) - 3; i > 0; i -= 3)
+        grouped.insert(i, u' ');
+    return grouped;
 }
 
 } // namespace
@@ -73,10 +80,7 @@ void PrintEngine::drawField(float row, float column, float width, const FieldSty
 
 QString PrintEngine::clipped(const QString& text, float width, const FontMetrics& metrics) const
 {
-    if (width == 0)
-        return text;
-    return text.left(
-        metrics.fittingLength(text, static_cast<double>(width) * static_cast<double>(m_charWidth)));
+    return width == 0 ? text : text.left(metrics.fittingLength(text, widthInTwips(width)));
 }
 
 /// The text's top edge at the point, which is its left end, its right end or its middle.

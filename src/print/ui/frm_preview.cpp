@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/frm_preview.h"
 
-#include "print/picture_surface.h"
+#include "print/painter_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
 #include "print/ui/icons.h"
@@ -66,8 +66,7 @@ frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWi
     layout->addWidget(m_view, 1);
     m_view->setFocusPolicy(Qt::StrongFocus);
     m_view->setFocus();
-    connectNavigator();
-    connectView();
+    connectParts();
     const QSize screenSize = QGuiApplication::primaryScreen()->availableSize();
     resize(screenSize.width() * 3 / 4, screenSize.height() * 9 / 10);
     m_services.engine.setPageSize(m_services.printers.pageSize());
@@ -93,20 +92,10 @@ void frmPreview::buildBar()
             &frmPreview::reject);
 }
 
-void frmPreview::connectNavigator()
+void frmPreview::connectParts()
 {
-    connect(m_navigator, &PageNavigator::firstRequested, this, [this] { showPage(1); });
-    connect(m_navigator, &PageNavigator::previousRequested, this, [this] { showPage(m_page - 1); });
-    connect(m_navigator, &PageNavigator::nextRequested, this, [this] { showPage(m_page + 1); });
-    connect(m_navigator, &PageNavigator::lastRequested, this, [this] { showPage(m_pageCount); });
-    connect(m_navigator, &PageNavigator::pageRequested, this, [this](int page) {
-        m_view->setFocus();
-        showPage(page);
-    });
-}
-
-void frmPreview::connectView()
-{
+    connect(m_navigator, &PageNavigator::pageRequested, this, &frmPreview::showPage);
+    connect(m_navigator, &PageNavigator::numberTyped, m_view, qOverload<>(&QWidget::setFocus));
     connect(m_view, &PageView::resized, this, [this] {
         if (m_page > 0)
             layOut(m_magnification == WholePage ? ScrollPosition{} : m_view->scrollPosition());
@@ -198,16 +187,10 @@ void frmPreview::zoom(int steps, QPoint place)
     m_view->setScrollPosition(m_view->pageLayout().centredOn(middle));
 }
 
-bool frmPreview::isLargerThanView() const
-{
-    const QSize picture = m_view->pageLayout().picture();
-    return picture.height() > m_view->viewSize().height() ||
-           picture.width() > m_view->viewSize().width();
-}
-
 void frmPreview::turnWheel(int stepsX, int stepsY)
 {
-    if (isLargerThanView())
+    const QSize picture = m_view->pageLayout().picture();
+    if (picture.boundedTo(m_view->viewSize()) != picture)
         m_view->scrollBy(stepsX, stepsY);
     else
         showPage(m_page + stepsY);
@@ -215,50 +198,35 @@ void frmPreview::turnWheel(int stepsX, int stepsY)
 
 bool frmPreview::zoomByKey(const QKeyEvent& event)
 {
+    const int key = event.key();
     if (!event.modifiers().testFlag(Qt::ControlModifier))
         return false;
-    const QPoint middle = m_view->pageLayout().middle();
-    switch (event.key()) {
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-        zoom(1, middle);
-        return true;
-    case Qt::Key_Minus:
-        zoom(-1, middle);
-        return true;
-    case Qt::Key_0:
+    if (key == Qt::Key_Plus || key == Qt::Key_Equal)
+        zoom(1, m_view->pageLayout().middle());
+    else if (key == Qt::Key_Minus)
+        zoom(-1, m_view->pageLayout().middle());
+    else if (key == Qt::Key_0) {
         m_magnification = WholePage;
         layOut({});
-        return true;
-    default:
+    } else
         return false;
-    }
+    return true;
 }
 
 bool frmPreview::moveByKey(const QKeyEvent& event)
 {
-    switch (event.key()) {
-    case Qt::Key_Home:
+    const int key = event.key();
+    if (key == Qt::Key_Home)
         showPage(1);
-        return true;
-    case Qt::Key_End:
+    else if (key == Qt::Key_End)
         showPage(m_pageCount);
-        return true;
-    case Qt::Key_Left:
-        m_view->scrollBy(-1, 0);
-        return true;
-    case Qt::Key_Right:
-        m_view->scrollBy(1, 0);
-        return true;
-    case Qt::Key_Up:
-        m_view->scrollBy(0, -1);
-        return true;
-    case Qt::Key_Down:
-        m_view->scrollBy(0, 1);
-        return true;
-    default:
+    else if (key == Qt::Key_Left || key == Qt::Key_Right)
+        m_view->scrollBy(key == Qt::Key_Left ? -1 : 1, 0);
+    else if (key == Qt::Key_Up || key == Qt::Key_Down)
+        m_view->scrollBy(0, key == Qt::Key_Up ? -1 : 1);
+    else
         return false;
-    }
+    return true;
 }
 
 void frmPreview::keyPressEvent(QKeyEvent* event)
