@@ -2,7 +2,6 @@
 // Fonts as the page operations name them, and the widths of their texts.
 #pragma once
 
-#include "print/text_measure.h"
 #include "text/literals.h"
 
 #include <QFont>
@@ -11,6 +10,7 @@
 #include <QHash>
 #include <QRawFont>
 #include <QString>
+#include <QStringView>
 
 #include <array>
 #include <memory>
@@ -19,6 +19,19 @@
 #include <vector>
 
 namespace zelto::print {
+
+/// Measures texts in one font, in twips.
+class TextMeasure
+{
+public:
+    virtual ~TextMeasure() = default;
+
+    [[nodiscard]] virtual double width(QStringView text) const = 0;
+
+    /// Length of the longest front part of the text that is not wider than the limit; a character
+    /// of two UTF-16 units is never cut in half.
+    [[nodiscard]] virtual qsizetype fittingLength(QStringView text, double limit) const = 0;
+};
 
 /// The font in force for the texts that follow.
 struct FontState

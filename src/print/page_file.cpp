@@ -126,11 +126,13 @@ bool PageFolder::takeSubfolder(int number)
 void PageFileWriter::open(const QString& path)
 {
     abandon();
-    // Never through what somebody else left under the name: a page holds personal figures.
-    QFile::remove(path);
     m_file.setFileName(path);
-    const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
-    if (!m_file.open(mode, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+    const auto create = [this] {
+        return m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
+                           QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    };
+    // Never through what somebody else left under the name: a page holds personal figures.
+    if (!create() && !(QFile::remove(path) && create()))
         throw PrintError(PrintErrorNumber::PathAccess, u"Impossibile creare il file di pagina"_s,
                          m_file);
 }
@@ -138,7 +140,7 @@ void PageFileWriter::open(const QString& path)
 qint64 PageFileWriter::close()
 {
     writeOut();
-    const qint64 length = m_file.size();
+    const qint64 length = m_file.pos();
     m_file.close();
     return length;
 }

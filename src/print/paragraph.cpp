@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/paragraph.h"
 
-#include "text/literals.h"
-
 #include <algorithm>
 #include <vector>
 

@@ -2,10 +2,7 @@
 // Running text broken into lines, and the blanks that widen a line.
 #pragma once
 
-#include "print/text_measure.h"
-
-#include <QString>
-#include <QStringView>
+#include "print/font_metrics.h"
 
 namespace zelto::print {
 

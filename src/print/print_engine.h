@@ -157,13 +157,9 @@ private:
     void setFont(Value FontState::*part, const Value& value, Opcode opcode);
     [[nodiscard]] QString clipped(const QString& text, float width,
                                   const FontMetrics& metrics) const;
-    void drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics);
+    void drawText(QPointF point, const QString& text, Alignment alignment,
+                  const FontMetrics& metrics);
     void drawLine(QPointF from, QPointF to, float penWidth);
-    void drawAligned(QPointF point, const QString& text, Alignment alignment,
-                     const FontMetrics& metrics);
-    void drawField(float row, float column, float width, const FieldStyle& style,
-                   const QString& text);
-    void drawBox(float top, float left, float bottom, float right, float penWidth);
     void drawShadow(float top, float left, float bottom, float right, float penWidth);
     void printLine(float row, float column, float width, const ParagraphLine& line,
                    Alignment alignment);

@@ -28,11 +28,6 @@ public:
 
     /// "<what> «<file>»: <what the system says about it>."
     PrintError(PrintErrorNumber number, const QString& what, const QFileDevice& file);
-
-    [[nodiscard]] PrintErrorNumber number() const noexcept
-    {
-        return static_cast<PrintErrorNumber>(code());
-    }
 };
 
 /// A document without pages.

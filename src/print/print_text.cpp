@@ -32,7 +32,7 @@ void PrintEngine::PrintText(float row, float column, float width, const QString&
 {
     if (isRecording())
         return m_page.write(Opcode::Text, row, column, width, text);
-    drawText(position(row, column), clipped(text, width, metrics()), metrics());
+    drawText(position(row, column), clipped(text, width, metrics()), Alignment::Left, metrics());
 }
 
 void PrintEngine::PrintRight(float row, float column, float reduction, const QString& text)
@@ -40,42 +40,35 @@ void PrintEngine::PrintRight(float row, float column, float reduction, const QSt
     if (isRecording())
         return m_page.write(Opcode::Right, row, column, reduction, text);
     const float reduced = (1 - reduction / 100) * column;
-    drawAligned(position(row, reduced), text, Alignment::Right, metrics());
+    drawText(position(row, reduced), text, Alignment::Right, metrics());
 }
 
 void PrintEngine::PrintCentred(float row, float column, float width, const QString& text)
 {
     if (isRecording())
         return m_page.write(Opcode::Centred, row, column, width, text);
-    drawAligned(position(row, column), clipped(text, width, metrics()), Alignment::Centred,
-                metrics());
+    drawText(position(row, column), clipped(text, width, metrics()), Alignment::Centred, metrics());
 }
 
 void PrintEngine::PrintNumber(float row, float column, const QString& number)
 {
     if (isRecording())
         return m_page.write(Opcode::Number, row, column, number);
-    drawAligned(position(row, column), groupedNumber(number), Alignment::Right, metrics());
+    drawText(position(row, column), groupedNumber(number), Alignment::Right, metrics());
 }
 
 void PrintEngine::PrintField(float row, float column, float width, const FieldStyle& style,
                              const QString& text)
 {
-    if (!isRecording())
-        return drawField(row, column, width, style, text);
-    m_page.write(Opcode::Field, row, column, width, style.size, static_cast<int>(style.alignment),
-                 flagDigits(style), text);
-}
-
-void PrintEngine::drawField(float row, float column, float width, const FieldStyle& style,
-                            const QString& text)
-{
+    if (isRecording())
+        return m_page.write(Opcode::Field, row, column, width, style.size,
+                            static_cast<int>(style.alignment), flagDigits(style), text);
     const auto font = m_fonts.find({.name = m_font.name,
                                     .size = style.size > 0 ? style.size : m_font.size,
                                     .bold = style.bold,
                                     .underline = style.underline,
                                     .italic = style.italic});
-    drawAligned(position(row, column), clipped(text, width, *font), style.alignment, *font);
+    drawText(position(row, column), clipped(text, width, *font), style.alignment, *font);
 }
 
 QString PrintEngine::clipped(const QString& text, float width, const FontMetrics& metrics) const
@@ -84,20 +77,16 @@ QString PrintEngine::clipped(const QString& text, float width, const FontMetrics
 }
 
 /// The text's top edge at the point, which is its left end, its right end or its middle.
-void PrintEngine::drawAligned(QPointF point, const QString& text, Alignment alignment,
-                              const FontMetrics& metrics)
+void PrintEngine::drawText(QPointF point, const QString& text, Alignment alignment,
+                           const FontMetrics& metrics)
 {
+    if (m_surface == nullptr || text.isEmpty())
+        return;
     if (alignment == Alignment::Right)
         point.rx() -= metrics.width(text);
     else if (alignment != Alignment::Left)
         point.rx() -= metrics.width(text) / 2;
-    drawText(point, text, metrics);
-}
-
-void PrintEngine::drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics)
-{
-    if (m_surface != nullptr && !text.isEmpty())
-        m_surface->drawText(topLeft, text, metrics);
+    m_surface->drawText(point, text, metrics);
 }
 
 } // namespace zelto::print

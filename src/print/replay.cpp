@@ -66,8 +66,8 @@ void forEachLine(QIODevice& device, const Use& use)
 /// Calls the operation with the fields behind the opcode, one for each parameter; a record of fewer
 /// is skipped.
 template <typename... Parameters>
-void replay(PrintEngine& engine, void (PrintEngine::*operation)(Parameters...),
-            const RecordFields& record)
+void call(PrintEngine& engine, void (PrintEngine::*operation)(Parameters...),
+          const RecordFields& record)
 {
     constexpr std::size_t Count = sizeof...(Parameters);
     if (record.count() <= static_cast<int>(Count))
@@ -114,39 +114,25 @@ void PrintEngine::PrintDocument(int first, int last)
 
 void PrintEngine::replayRecord(const RecordFields& record)
 {
-    const auto call = [&](auto operation) { replay(*this, operation, record); };
-    switch (record.opcode()) {
-    case Opcode::State:
-        return call(&PrintEngine::replayState);
-    case Opcode::FontName:
-        return call(&PrintEngine::SetFontName);
-    case Opcode::FontSize:
-        return call(&PrintEngine::SetFontSize);
-    case Opcode::FontBold:
-        return call(&PrintEngine::SetFontBold);
-    case Opcode::FontUnderline:
-        return call(&PrintEngine::SetFontUnderline);
-    case Opcode::Colours:
-        return call(&PrintEngine::SetColours);
-    case Opcode::Field:
-        return call(&PrintEngine::replayField);
-    case Opcode::Text:
-        return call(&PrintEngine::PrintText);
-    case Opcode::Right:
-        return call(&PrintEngine::PrintRight);
-    case Opcode::Centred:
-        return call(&PrintEngine::PrintCentred);
-    case Opcode::Number:
-        return call(&PrintEngine::PrintNumber);
-    case Opcode::Box:
-        return call(&PrintEngine::replayBox);
-    case Opcode::HLine:
-        return call(&PrintEngine::DrawHLine);
-    case Opcode::VLine:
-        return call(&PrintEngine::DrawVLine);
-    case Opcode::Picture:
-        return call(&PrintEngine::DrawPicture);
-    }
+    const auto on = [&, opcode = record.opcode()](Opcode wanted, auto operation) {
+        if (opcode == wanted)
+            call(*this, operation, record);
+    };
+    on(Opcode::State, &PrintEngine::replayState);
+    on(Opcode::FontName, &PrintEngine::SetFontName);
+    on(Opcode::FontSize, &PrintEngine::SetFontSize);
+    on(Opcode::FontBold, &PrintEngine::SetFontBold);
+    on(Opcode::FontUnderline, &PrintEngine::SetFontUnderline);
+    on(Opcode::Colours, &PrintEngine::SetColours);
+    on(Opcode::Field, &PrintEngine::replayField);
+    on(Opcode::Text, &PrintEngine::PrintText);
+    on(Opcode::Right, &PrintEngine::PrintRight);
+    on(Opcode::Centred, &PrintEngine::PrintCentred);
+    on(Opcode::Number, &PrintEngine::PrintNumber);
+    on(Opcode::Box, &PrintEngine::replayBox);
+    on(Opcode::HLine, &PrintEngine::DrawHLine);
+    on(Opcode::VLine, &PrintEngine::DrawVLine);
+    on(Opcode::Picture, &PrintEngine::DrawPicture);
 }
 
 void PrintEngine::replayState(float lineHeight, float charWidth, const QString& fontName,

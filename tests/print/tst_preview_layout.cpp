@@ -34,17 +34,17 @@ private slots:
         const PreviewLayout layout(
             {.size = window, .barHeight = 50, .view = window - QSize(20, 70), .dotsPerInch = 96},
             Page, magnification);
-        QTEST(layout.picture(), "picture");
-        QTEST(layout.home(), "home");
-        QCOMPARE(layout.place({}), layout.home());
+        QTEST(layout.picture, "picture");
+        QTEST(layout.home, "home");
+        QCOMPARE(layout.place({}), layout.home);
     }
 
     void scrolling()
     {
         const PreviewLayout layout(
             {.size = {1000, 800}, .barHeight = 50, .view = {980, 730}, .dotsPerInch = 96}, Page, 2);
-        QCOMPARE(layout.place({0, 500}) - layout.home(), QPoint(400, 0));
-        QCOMPARE(layout.place({1000, 250}) - layout.home(), QPoint(-400, 300));
+        QCOMPARE(layout.place({0, 500}) - layout.home, QPoint(400, 0));
+        QCOMPARE(layout.place({1000, 250}) - layout.home, QPoint(-400, 300));
         const ScrollPosition position = layout.centredOn({200, 900});
         QCOMPARE(position, (ScrollPosition{.x = 250, .y = 750}));
         QCOMPARE(layout.middle(), QPoint(490, 352));

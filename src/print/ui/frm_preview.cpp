@@ -36,16 +36,6 @@ QCursor lens(const QString& name)
     return QCursor(icon(name).pixmap(Size), Centre.x(), Centre.y());
 }
 
-/// Enter prints nothing by itself: a page was perhaps meant to be turned.
-QPushButton* addButton(QWidget& bar, const QString& name, const QString& caption)
-{
-    auto* button = new QPushButton(caption, &bar);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    bar.layout()->addWidget(button);
-    return button;
-}
-
 } // namespace
 
 frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
@@ -84,12 +74,19 @@ void frmPreview::buildBar()
     auto* layout = new QHBoxLayout(m_barra);
     layout->addWidget(m_navigator);
     layout->addStretch(1);
-    connect(addButton(*m_barra, u"Stampa"_s, u"&Stampa ..."_s), &QPushButton::clicked, this,
-            &frmPreview::print);
-    connect(addButton(*m_barra, u"EsportaPDF"_s, u"&Esporta PDF ..."_s), &QPushButton::clicked,
-            this, &frmPreview::exportPdf);
-    connect(addButton(*m_barra, u"Chiudi"_s, u"&Chiudi"_s), &QPushButton::clicked, this,
-            &frmPreview::reject);
+    addButton(u"Stampa"_s, u"&Stampa ..."_s, &frmPreview::print);
+    addButton(u"EsportaPDF"_s, u"&Esporta PDF ..."_s, &frmPreview::exportPdf);
+    addButton(u"Chiudi"_s, u"&Chiudi"_s, &frmPreview::reject);
+}
+
+void frmPreview::addButton(const QString& name, const QString& caption,
+                           void (frmPreview::*action)())
+{
+    auto* button = new QPushButton(caption, m_barra);
+    button->setObjectName(name);
+    button->setAutoDefault(false); // Enter was perhaps meant to turn a page
+    m_barra->layout()->addWidget(button);
+    connect(button, &QPushButton::clicked, this, action);
 }
 
 void frmPreview::connectParts()
@@ -148,7 +145,7 @@ void frmPreview::layOut(const ScrollPosition& position)
 /// An empty page in the size that the layout gives it.
 QImage frmPreview::PreparePreview(const PreviewLayout& layout) const
 {
-    QImage picture(layout.picture() * devicePixelRatio(), QImage::Format_RGB32);
+    QImage picture(layout.picture * devicePixelRatio(), QImage::Format_RGB32);
     picture.setDevicePixelRatio(devicePixelRatio());
     picture.fill(Qt::white);
     return picture;
@@ -189,7 +186,7 @@ void frmPreview::zoom(int steps, QPoint place)
 
 void frmPreview::turnWheel(int stepsX, int stepsY)
 {
-    const QSize picture = m_view->pageLayout().picture();
+    const QSize picture = m_view->pageLayout().picture;
     if (picture.boundedTo(m_view->viewSize()) != picture)
         m_view->scrollBy(stepsX, stepsY);
     else

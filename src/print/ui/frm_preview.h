@@ -39,6 +39,7 @@ protected:
 
 private:
     void buildBar();
+    void addButton(const QString& name, const QString& caption, void (frmPreview::*action)());
     void connectParts();
     void showPage(int page);
 
