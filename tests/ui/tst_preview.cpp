@@ -31,6 +31,7 @@ class TestPreview : public QObject
     /// Shows the preview of as many pages as wanted.
     void open(int pages)
     {
+        m_preview.reset(); // it takes its pages with it
         PrintEngine& engine = m_office->engine;
         engine.BeginDocument();
         for (int page = 1; page <= pages; ++page) {
