@@ -60,7 +60,7 @@ void DrawingList::drawPicture(const QRectF& /*area*/, const QImage& /*picture*/)
     unexpected();
 }
 
-void DrawingList::setColours(QColor /*fill*/, QColor /*fore*/)
+void DrawingList::setColour(QColor /*colour*/)
 {
     unexpected();
 }

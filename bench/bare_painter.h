@@ -26,10 +26,9 @@ public:
     void drawLine(const QLineF& line, float penWidth) override;
     void drawBox(const QRectF& box, float penWidth) override;
     void drawPicture(const QRectF& area, const QImage& picture) override;
-    void setColours(QColor fill, QColor fore) override;
+    void setColour(QColor colour) override;
     void newPage() override { m_pageDue = true; }
     void finish() override {}
-    [[nodiscard]] double zoom() const override { return 0; }
 
     /// Draws everything to a new PDF file of standard pages.
     void printPdf(const QString& fileName) const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Page files, replayed on a small picture. Input: the bytes of a page file.
 #include "fuzz_input.h"
-#include "print/picture_surface.h"
+#include "print/painter_surface.h"
 #include "print/print_engine.h"
 
 #include <QBuffer>

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zelto::print {
 
@@ -41,7 +42,7 @@ bool isSimple(QChar c)
 
 bool isSimpleText(QStringView text)
 {
-    return std::all_of(text.begin(), text.end(), isSimple);
+    return std::ranges::all_of(text, isSimple);
 }
 
 } // namespace
@@ -49,24 +50,26 @@ bool isSimpleText(QStringView text)
 QString printable(const QString& text)
 {
     QString shown = text.normalized(QString::NormalizationForm_C);
-    if (std::none_of(shown.cbegin(), shown.cend(), isControl))
-        return shown;
-    std::replace_if(shown.begin(), shown.end(), isControl, QChar{u' '});
+    if (std::ranges::any_of(std::as_const(shown), isControl))
+        std::ranges::replace_if(shown, isControl, QChar{u' '});
     return shown;
 }
 
-FontMetrics::FontMetrics(const FontState& state) : m_font(fontOf(state)), m_metrics(m_font)
+FontMetrics::FontMetrics(const FontState& state)
+    : m_font(fontOf(state)), m_metrics(m_font), m_rawFont(QRawFont::fromFont(m_font))
 {
-    for (char16_t code = 0; code <= 0xFF; ++code) {
-        const QChar shown = isControl(QChar{code}) ? u' ' : QChar{code};
-        m_latin[code] = m_metrics.horizontalAdvance(QString{shown});
+    for (std::size_t code = 0; code < m_latin.size(); ++code) {
+        const QString shown = printable(QChar{static_cast<char16_t>(code)});
+        m_latin[code].advance = m_metrics.horizontalAdvance(shown);
+        if (code != QChar::SoftHyphen && !state.underline)
+            m_latin[code].glyph = m_rawFont.glyphIndexesForString(shown).value(0);
     }
 }
 
 double FontMetrics::advance(QChar c) const
 {
     if (c.unicode() < m_latin.size())
-        return m_latin[c.unicode()];
+        return m_latin[c.unicode()].advance;
     const auto known = m_others.constFind(c);
     if (known != m_others.constEnd())
         return *known;
@@ -95,6 +98,26 @@ qsizetype FontMetrics::fittingLength(QStringView text, double limit) const
     return std::find_if(text.begin(), text.end(), tooWide) - text.begin();
 }
 
+std::optional<QGlyphRun> FontMetrics::glyphRun(QStringView text) const
+{
+    QList<quint32> glyphs(text.size());
+    QList<QPointF> places(text.size());
+    double place = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t code = text[i].unicode();
+        if (code >= m_latin.size() || m_latin[code].glyph == 0)
+            return std::nullopt;
+        glyphs[i] = m_latin[code].glyph;
+        places[i] = {place, 0};
+        place += m_latin[code].advance;
+    }
+    QGlyphRun run;
+    run.setRawFont(m_rawFont);
+    run.setGlyphIndexes(glyphs);
+    run.setPositions(places);
+    return run;
+}
+
 double FontMetrics::shapedWidth(QStringView text) const
 {
     return m_metrics.horizontalAdvance(printable(text.toString()));
@@ -116,14 +139,12 @@ qsizetype FontMetrics::shapedFittingLength(QStringView text, double limit) const
 
 std::shared_ptr<const FontMetrics> FontCache::find(const FontState& state)
 {
-    const auto known = std::find_if(m_fonts.begin(), m_fonts.end(),
-                                    [&](const Entry& entry) { return entry.state == state; });
-    if (known != m_fonts.end())
-        return known->metrics;
+    for (const auto& [known, metrics] : m_fonts)
+        if (known == state)
+            return metrics;
     if (m_fonts.size() == MaxFonts)
         m_fonts.clear();
-    m_fonts.push_back({state, std::make_shared<const FontMetrics>(state)});
-    return m_fonts.back().metrics;
+    return m_fonts.emplace_back(state, std::make_shared<const FontMetrics>(state)).second;
 }
 
 } // namespace zelto::print

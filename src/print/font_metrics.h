@@ -2,19 +2,36 @@
 // Fonts as the page operations name them, and the widths of their texts.
 #pragma once
 
-#include "print/text_measure.h"
 #include "text/literals.h"
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QHash>
+#include <QRawFont>
 #include <QString>
+#include <QStringView>
 
 #include <array>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace zelto::print {
+
+/// Measures texts in one font, in twips.
+class TextMeasure
+{
+public:
+    virtual ~TextMeasure() = default;
+
+    [[nodiscard]] virtual double width(QStringView text) const = 0;
+
+    /// Length of the longest front part of the text that is not wider than the limit; a character
+    /// of two UTF-16 units is never cut in half.
+    [[nodiscard]] virtual qsizetype fittingLength(QStringView text, double limit) const = 0;
+};
 
 /// The font in force for the texts that follow.
 struct FontState
@@ -47,14 +64,25 @@ public:
     [[nodiscard]] double width(QStringView text) const override;
     [[nodiscard]] qsizetype fittingLength(QStringView text, double limit) const override;
 
+    /// The text as a painter draws it, from the left end of its baseline on: known without any
+    /// layout for Latin letters without underline, nothing for other texts.
+    [[nodiscard]] std::optional<QGlyphRun> glyphRun(QStringView text) const;
+
 private:
+    struct Letter
+    {
+        double advance = 0;
+        quint32 glyph = 0; ///< 0 when a painter has to find it
+    };
+
     [[nodiscard]] double advance(QChar c) const;
     [[nodiscard]] double shapedWidth(QStringView text) const;
     [[nodiscard]] qsizetype shapedFittingLength(QStringView text, double limit) const;
 
     QFont m_font;
     QFontMetricsF m_metrics;
-    std::array<double, 256> m_latin{};
+    QRawFont m_rawFont;
+    std::array<Letter, 256> m_latin;
     mutable QHash<QChar, double> m_others;
 };
 
@@ -67,12 +95,7 @@ public:
 private:
     static constexpr std::size_t MaxFonts = 32;
 
-    struct Entry
-    {
-        FontState state;
-        std::shared_ptr<const FontMetrics> metrics;
-    };
-    std::vector<Entry> m_fonts;
+    std::vector<std::pair<FontState, std::shared_ptr<const FontMetrics>>> m_fonts;
 };
 
 } // namespace zelto::print

@@ -4,38 +4,31 @@
 #include "print/page_size.h"
 #include "print/print_error.h"
 
+#include <QGlyphRun>
 #include <QPagedPaintDevice>
 #include <QPen>
 
 #include <algorithm>
+#include <cmath>
 
 namespace zelto::print {
-
-namespace {
-
-/// One pen width unit on paper: a dot of a printer of 600 dots per inch.
-constexpr double TwipsPerPenUnit = TwipsPerInch / 600.0;
-
-} // namespace
 
 void PainterSurface::begin(QPaintDevice& device, double scaleX, double scaleY)
 {
     if (!m_painter.begin(&device))
         throw PrintError(PrintErrorNumber::PrinterFailed, u"Impossibile avviare la stampa."_s);
     m_painter.scale(scaleX, scaleY);
-    m_painter.setBackground(m_fill);
-    m_painter.setPen(m_fore);
-    m_painter.setFont(m_font);
+    m_painter.setPen(m_colour);
 }
 
 void PainterSurface::drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics)
 {
     prepare();
-    if (!metrics.font().isCopyOf(m_font)) {
-        m_font = metrics.font();
-        m_painter.setFont(m_font);
-    }
-    m_painter.drawText(topLeft + QPointF{0, metrics.ascent()}, printable(text));
+    const QPointF baseline = topLeft + QPointF{0, metrics.ascent()};
+    if (const auto glyphs = metrics.glyphRun(text))
+        return m_painter.drawGlyphRun(baseline, *glyphs);
+    m_painter.setFont(metrics.font());
+    m_painter.drawText(baseline, printable(text));
 }
 
 void PainterSurface::drawLine(const QLineF& line, float penWidth)
@@ -58,21 +51,17 @@ void PainterSurface::drawPicture(const QRectF& area, const QImage& picture)
     m_painter.drawImage(area, picture);
 }
 
-void PainterSurface::setColours(QColor fill, QColor fore)
+void PainterSurface::setColour(QColor colour)
 {
-    // Boxes are outlines and texts have no ground, so the fill colour waits for a shape to fill.
-    m_fill = fill;
-    m_fore = fore;
-    if (!hasBegun())
-        return;
-    m_painter.setBackground(m_fill);
-    m_painter.setPen(m_fore);
+    m_colour = colour;
+    if (m_painter.isActive())
+        m_painter.setPen(m_colour);
 }
 
 void PainterSurface::usePen(float penWidth)
 {
     QPen used = pen(std::clamp(penWidth, 0.0F, 1000.0F));
-    used.setColor(m_fore);
+    used.setColor(m_colour);
     used.setCapStyle(Qt::FlatCap);
     used.setJoinStyle(Qt::MiterJoin);
     m_painter.setPen(used);
@@ -86,7 +75,7 @@ void PagedSurface::finish()
 
 void PagedSurface::prepare()
 {
-    if (!hasBegun()) {
+    if (!painter().isActive()) {
         begin(m_device, m_device.logicalDpiX() / static_cast<double>(TwipsPerInch),
               m_device.logicalDpiY() / static_cast<double>(TwipsPerInch));
         m_empty = false;
@@ -100,8 +89,31 @@ void PagedSurface::prepare()
 
 QPen PagedSurface::pen(float penWidth) const
 {
+    constexpr double TwipsPerDot = TwipsPerInch / 600.0;
     QPen used;
-    used.setWidthF(penWidth * TwipsPerPenUnit);
+    used.setWidthF(penWidth * TwipsPerDot);
+    return used;
+}
+
+PictureSurface::PictureSurface(QPaintDevice& device, double zoom)
+    : m_zoom(std::clamp(zoom, 0.01, 100.0))
+{
+    begin(device, m_zoom * device.logicalDpiX() / TwipsPerInch,
+          m_zoom * device.logicalDpiY() / TwipsPerInch);
+    painter().setRenderHint(QPainter::SmoothPixmapTransform);
+}
+
+double PictureSurface::zoomToFit(const QPaintDevice& device, float pageWidth)
+{
+    const double dots = device.width() / device.devicePixelRatio();
+    return dots * TwipsPerInch / device.logicalDpiX() / static_cast<double>(pageWidth);
+}
+
+QPen PictureSurface::pen(float penWidth) const
+{
+    QPen used;
+    used.setCosmetic(true);
+    used.setWidthF(std::max(1.0, std::round(penWidth * m_zoom)));
     return used;
 }
 

@@ -4,7 +4,6 @@
 
 #include "print/surface.h"
 
-#include <QFont>
 #include <QPainter>
 
 class QPagedPaintDevice;
@@ -22,30 +21,27 @@ public:
     void drawLine(const QLineF& line, float penWidth) override;
     void drawBox(const QRectF& box, float penWidth) override;
     void drawPicture(const QRectF& area, const QImage& picture) override;
-    void setColours(QColor fill, QColor fore) override;
+    void setColour(QColor colour) override;
 
 protected:
     PainterSurface() = default;
 
     /// Starts painting; throws PrintError when the device refuses.
     void begin(QPaintDevice& device, double scaleX, double scaleY);
-    [[nodiscard]] bool hasBegun() const { return m_painter.isActive(); }
 
     [[nodiscard]] QPainter& painter() { return m_painter; }
 
     /// Called before anything is drawn.
     virtual void prepare() {}
 
-    /// The pen of the width, without its colour.
+    /// The width of a pen in the painter's units, or in dots if it is cosmetic.
     [[nodiscard]] virtual QPen pen(float penWidth) const = 0;
 
 private:
     void usePen(float penWidth);
 
     QPainter m_painter;
-    QFont m_font;
-    QColor m_fill = Qt::white;
-    QColor m_fore = Qt::black;
+    QColor m_colour = Qt::black;
 };
 
 /// The pages of a printer or of anything else with pages. The print job begins when something is
@@ -62,7 +58,6 @@ public:
 
     void newPage() override { ++m_pendingBreaks; }
     void finish() override;
-    [[nodiscard]] double zoom() const override { return 0; }
 
 protected:
     void prepare() override;
@@ -72,6 +67,29 @@ private:
     QPagedPaintDevice& m_device;
     bool m_empty = true;
     int m_pendingBreaks = 0;
+};
+
+/// One page on a picture: an image, a pixmap or a widget.
+class PictureSurface : public PainterSurface
+{
+public:
+    /// The page is drawn over what the device shows, zoom times the size it has on paper at the
+    /// device's resolution; the zoom is kept between 0.01 and 100. The device outlives the surface
+    /// and is in use until finish().
+    PictureSurface(QPaintDevice& device, double zoom);
+
+    /// The zoom at which a page of the width (twips) fills the device's width.
+    [[nodiscard]] static double zoomToFit(const QPaintDevice& device, float pageWidth);
+
+    void newPage() override {}
+    void finish() override { painter().end(); }
+    [[nodiscard]] double zoom() const override { return m_zoom; }
+
+protected:
+    [[nodiscard]] QPen pen(float penWidth) const override;
+
+private:
+    double m_zoom;
 };
 
 } // namespace zelto::print

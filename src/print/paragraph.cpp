@@ -2,6 +2,7 @@
 #include "print/paragraph.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace zelto::print {
 
@@ -34,40 +35,45 @@ QStringView withoutTrailingBlanks(QStringView text)
 
 } // namespace
 
-QStringView takeParagraph(QStringView& text)
+ParagraphLine RunningText::takeLine()
 {
-    const auto isBreak = [](QChar c) { return c == u'\r' || c == u'\n'; };
-    const qsizetype length = std::find_if(text.begin(), text.end(), isBreak) - text.begin();
-    const QStringView paragraph = text.first(length);
-    text = text.sliced(length);
-    if (text.startsWith(u"\r\n"))
-        text = text.sliced(2);
-    else if (!text.isEmpty())
-        text = text.sliced(1);
-    return paragraph;
+    if (m_paragraph.isEmpty())
+        takeParagraph();
+    m_paragraph = withoutTrailingBlanks(m_paragraph);
+    qsizetype length = wordsThatFit();
+    if (length == 0)
+        length = charactersThatFit();
+    const QStringView line = m_paragraph.first(length);
+    m_paragraph = m_paragraph.sliced(skipBlanks(m_paragraph, length));
+    return {.text = line, .last = m_paragraph.isEmpty()};
 }
 
-ParagraphLine LineBreaker::takeLine(QStringView& paragraph) const
+QString RunningText::rest() const
 {
-    paragraph = withoutTrailingBlanks(paragraph);
-    qsizetype length = wordsThatFit(paragraph);
-    if (length == 0)
-        length = charactersThatFit(paragraph);
-    const QStringView line = paragraph.first(length);
-    paragraph = paragraph.sliced(skipBlanks(paragraph, length));
-    return {.text = line, .last = paragraph.isEmpty()};
+    return m_paragraph.isEmpty() ? m_rest.toString()
+                                 : m_paragraph.toString() + u"\r\n"_s + m_rest.toString();
+}
+
+void RunningText::takeParagraph()
+{
+    const auto isBreak = [](QChar c) { return c == u'\r' || c == u'\n'; };
+    const qsizetype length = std::ranges::find_if(m_rest, isBreak) - m_rest.begin();
+    m_paragraph = m_rest.first(length);
+    m_rest = m_rest.sliced(length);
+    const qsizetype breakLength = m_rest.startsWith(u"\r\n") ? 2 : 1;
+    m_rest = m_rest.sliced(std::min(breakLength, m_rest.size()));
 }
 
 /// Length of the whole words, blanks before them included, that stay below the width.
-qsizetype LineBreaker::wordsThatFit(QStringView paragraph) const
+qsizetype RunningText::wordsThatFit() const
 {
     double used = 0;
     qsizetype length = 0;
-    while (length < paragraph.size()) {
-        const qsizetype wordEnd = endOfWord(paragraph, length, m_width - used);
+    while (length < m_paragraph.size()) {
+        const qsizetype wordEnd = endOfWord(length, m_width - used);
         if (wordEnd < 0)
             break;
-        used += m_measure.width(paragraph.sliced(length, wordEnd - length));
+        used += m_measure.width(m_paragraph.sliced(length, wordEnd - length));
         if (used >= m_width)
             break;
         length = wordEnd;
@@ -77,12 +83,12 @@ qsizetype LineBreaker::wordsThatFit(QStringView paragraph) const
 
 /// Where the word that begins behind the place ends; negative when it is at least as wide as the
 /// limit and not measured to its end.
-qsizetype LineBreaker::endOfWord(QStringView paragraph, qsizetype from, double limit) const
+qsizetype RunningText::endOfWord(qsizetype from, double limit) const
 {
     for (qsizetype piece = FirstPiece;; piece *= 2) {
-        const QStringView seen = paragraph.first(std::min(from + piece, paragraph.size()));
+        const QStringView seen = m_paragraph.first(std::min(from + piece, m_paragraph.size()));
         const qsizetype end = skipWord(seen, skipBlanks(seen, from));
-        if (end < seen.size() || seen.size() == paragraph.size())
+        if (end < seen.size() || seen.size() == m_paragraph.size())
             return end;
         if (m_measure.width(seen.sliced(from)) >= limit)
             return -1;
@@ -90,13 +96,13 @@ qsizetype LineBreaker::endOfWord(QStringView paragraph, qsizetype from, double l
 }
 
 /// As much of the first word as fits, but at least one character.
-qsizetype LineBreaker::charactersThatFit(QStringView paragraph) const
+qsizetype RunningText::charactersThatFit() const
 {
     for (qsizetype piece = FirstPiece;; piece *= 2) {
-        const QStringView seen = paragraph.first(std::min(piece, paragraph.size()));
+        const QStringView seen = m_paragraph.first(std::min(piece, m_paragraph.size()));
         const QStringView word = seen.first(skipWord(seen, skipBlanks(seen, 0)));
         const qsizetype fits = m_measure.fittingLength(word, m_width);
-        if (fits == word.size() && word.size() < paragraph.size() && word.size() == seen.size())
+        if (fits == word.size() && word.size() < m_paragraph.size() && word.size() == seen.size())
             continue;
         const bool pair = word.size() > 1 && word[0].isHighSurrogate() && word[1].isLowSurrogate();
         return std::max(std::min<qsizetype>(pair ? 2 : 1, word.size()), fits);
@@ -110,22 +116,16 @@ JustifiedLine justify(QStringView line, qsizetype extraBlanks)
     if (head.isEmpty())
         return {.head = line.toString(), .lastWord = {}};
 
-    qsizetype gaps = 1; // the one before the last word
-    const qsizetype indent = skipBlanks(head, 0);
-    for (qsizetype i = skipWord(head, indent); i < head.size();
-         i = skipWord(head, skipBlanks(head, i)))
-        ++gaps;
-
-    JustifiedLine result{.head = {}, .lastWord = line.sliced(lastBlank + 1).toString()};
-    qsizetype wordStart = 0;
-    qsizetype wordEnd = skipWord(head, indent);
-    for (qsizetype gap = 0; wordStart < head.size(); ++gap) {
-        result.head += head.sliced(wordStart, wordEnd - wordStart);
-        wordStart = wordEnd;
-        wordEnd = skipWord(head, skipBlanks(head, wordStart));
-        if (wordStart < head.size())
-            result.head += QString((gap + 1) * extraBlanks / gaps - gap * extraBlanks / gaps, u' ');
-    }
+    std::vector<qsizetype> gaps; // where they begin; the last one is that before the last word
+    while (gaps.empty() || gaps.back() < head.size())
+        gaps.push_back(skipWord(head, skipBlanks(head, gaps.empty() ? 0 : gaps.back())));
+    const auto blanksUpTo = [&](std::size_t gap) {
+        return static_cast<qsizetype>(gap) * extraBlanks / static_cast<qsizetype>(gaps.size());
+    };
+    JustifiedLine result{.head = head.toString(),
+                         .lastWord = line.sliced(lastBlank + 1).toString()};
+    for (std::size_t gap = gaps.size() - 1; gap > 0; --gap) // the places before stay good
+        result.head.insert(gaps[gap - 1], QString(blanksUpTo(gap) - blanksUpTo(gap - 1), u' '));
     return result;
 }
 

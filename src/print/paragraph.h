@@ -1,40 +1,44 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Running text broken into paragraphs, lines and the blanks that widen a line.
+// Running text broken into lines, and the blanks that widen a line.
 #pragma once
 
-#include "print/text_measure.h"
-
-#include <QString>
-#include <QStringView>
+#include "print/font_metrics.h"
 
 namespace zelto::print {
 
-/// Takes the first paragraph, up to CR LF, CR or LF, off the front of the text.
-[[nodiscard]] QStringView takeParagraph(QStringView& text);
-
-/// One line of a paragraph.
 struct ParagraphLine
 {
     QStringView text;
-    bool last = false; ///< nothing of the paragraph is left
+    bool last = false; ///< of its paragraph
 };
 
-/// Breaks paragraphs at blanks into lines narrower than a width. A single word that is too wide is
-/// broken between characters; the blanks at a break belong to neither line.
-class LineBreaker
+/// A text of paragraphs, which end at CR LF, CR or LF, taken off line by line. Lines break at
+/// blanks and are narrower than a width. A single word that is too wide is broken between
+/// characters; the blanks at a break belong to neither line.
+class RunningText
 {
 public:
-    /// Width in twips; the measure outlives the breaker.
-    LineBreaker(const TextMeasure& measure, double width) : m_measure(measure), m_width(width) {}
+    /// Width in twips. Text and measure outlive it.
+    RunningText(QStringView text, const TextMeasure& measure, double width)
+        : m_rest(text), m_measure(measure), m_width(width)
+    {}
 
-    /// Takes the next line off the front of the paragraph. An empty paragraph is one empty line.
-    [[nodiscard]] ParagraphLine takeLine(QStringView& paragraph) const;
+    [[nodiscard]] bool isEmpty() const { return m_paragraph.isEmpty() && m_rest.isEmpty(); }
+
+    /// An empty paragraph is one empty line.
+    ParagraphLine takeLine();
+
+    /// What has not been taken.
+    [[nodiscard]] QString rest() const;
 
 private:
-    [[nodiscard]] qsizetype wordsThatFit(QStringView paragraph) const;
-    [[nodiscard]] qsizetype endOfWord(QStringView paragraph, qsizetype from, double limit) const;
-    [[nodiscard]] qsizetype charactersThatFit(QStringView paragraph) const;
+    void takeParagraph();
+    [[nodiscard]] qsizetype wordsThatFit() const;
+    [[nodiscard]] qsizetype endOfWord(qsizetype from, double limit) const;
+    [[nodiscard]] qsizetype charactersThatFit() const;
 
+    QStringView m_paragraph; ///< what is left of the current one
+    QStringView m_rest;      ///< the paragraphs behind it
     const TextMeasure& m_measure;
     double m_width;
 };

@@ -36,29 +36,22 @@ double offset(int position, int length)
 
 PreviewLayout::PreviewLayout(const PreviewWindow& window, const PageSize& page,
                              double magnification)
-    : m_picture((fittingPicture(window, page) * magnification).toSize().expandedTo({1, 1}))
+    : picture((fittingPicture(window, page) * magnification).toSize().expandedTo({1, 1}))
 {
     const int raised = qRound(RaisedTwips * window.dotsPerInch / TwipsPerInch);
-    m_home = {(window.view.width() - m_picture.width()) / 2,
-              (window.view.height() - raised - m_picture.height()) / 2};
+    home = {(window.view.width() - picture.width()) / 2,
+            (window.view.height() - raised - picture.height()) / 2};
 }
 
 QPoint PreviewLayout::place(const ScrollPosition& position) const
 {
-    return m_home +
-           QPointF{offset(position.x, m_picture.width()), offset(position.y, m_picture.height())}
-               .toPoint();
+    return home + QPointF{offset(position.x, picture.width()), offset(position.y, picture.height())}
+                      .toPoint();
 }
 
 ScrollPosition PreviewLayout::centredOn(QPointF point) const
 {
-    return {.x = scrolled(point.x(), m_picture.width()),
-            .y = scrolled(point.y(), m_picture.height())};
-}
-
-QPointF PreviewLayout::pointAt(QPoint viewPlace, const ScrollPosition& position) const
-{
-    return viewPlace - place(position);
+    return {.x = scrolled(point.x(), picture.width()), .y = scrolled(point.y(), picture.height())};
 }
 
 } // namespace zelto::print

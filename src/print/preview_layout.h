@@ -36,38 +36,34 @@ struct ScrollPosition
 };
 
 /// The page picture in the window: its size, its home and where scrolling takes it.
-class PreviewLayout
+struct PreviewLayout
 {
-public:
     PreviewLayout() = default;
 
     /// The page that fits four fifths of the window, times the magnification.
     PreviewLayout(const PreviewWindow& window, const PageSize& page, double magnification);
 
-    /// In pixels, at least one.
-    [[nodiscard]] QSize picture() const { return m_picture; }
-
-    /// The centred place of the picture's top-left corner in the view.
-    [[nodiscard]] QPoint home() const { return m_home; }
-
     /// The place in the view around which the page moves.
     [[nodiscard]] QPoint middle() const
     {
-        return m_home + QPoint{m_picture.width() / 2, m_picture.height() / 2};
+        return home + QPoint{picture.width() / 2, picture.height() / 2};
     }
 
-    /// Where the corner is at the scroll position: at home when it is in the middle.
+    /// Where the picture's top-left corner is at the scroll position: at home when it is in the
+    /// middle.
     [[nodiscard]] QPoint place(const ScrollPosition& position) const;
 
     /// The scroll position that brings the point of the picture (pixels) to middle().
     [[nodiscard]] ScrollPosition centredOn(QPointF point) const;
 
     /// The point of the picture that the scroll position puts at the place in the view.
-    [[nodiscard]] QPointF pointAt(QPoint viewPlace, const ScrollPosition& position) const;
+    [[nodiscard]] QPointF pointAt(QPoint viewPlace, const ScrollPosition& position) const
+    {
+        return viewPlace - place(position);
+    }
 
-private:
-    QSize m_picture{1, 1};
-    QPoint m_home;
+    QSize picture{1, 1}; ///< in pixels, at least one
+    QPoint home;
 };
 
 } // namespace zelto::print

@@ -92,36 +92,33 @@ void PrintEngine::openPage(int index)
     m_pageCount = index + 1;
 }
 
-void PrintEngine::SetFontName(const QString& name)
+template <typename Value>
+void PrintEngine::setFont(Value FontState::*part, const Value& value, Opcode opcode)
 {
-    m_font.name = name;
+    m_font.*part = value;
     m_metrics.reset();
     if (isRecording())
-        m_page.write(Opcode::FontName, name);
+        m_page.write(opcode, value);
+}
+
+void PrintEngine::SetFontName(const QString& name)
+{
+    setFont(&FontState::name, name, Opcode::FontName);
 }
 
 void PrintEngine::SetFontSize(float points)
 {
-    m_font.size = points;
-    m_metrics.reset();
-    if (isRecording())
-        m_page.write(Opcode::FontSize, points);
+    setFont(&FontState::size, points, Opcode::FontSize);
 }
 
 void PrintEngine::SetFontBold(bool on)
 {
-    m_font.bold = on;
-    m_metrics.reset();
-    if (isRecording())
-        m_page.write(Opcode::FontBold, on);
+    setFont(&FontState::bold, on, Opcode::FontBold);
 }
 
 void PrintEngine::SetFontUnderline(bool on)
 {
-    m_font.underline = on;
-    m_metrics.reset();
-    if (isRecording())
-        m_page.write(Opcode::FontUnderline, on);
+    setFont(&FontState::underline, on, Opcode::FontUnderline);
 }
 
 void PrintEngine::SetFontItalic(bool on)
@@ -134,11 +131,9 @@ void PrintEngine::SetColours(ColourNumber fill, ColourNumber fore)
 {
     if (isRecording())
         return m_page.write(Opcode::Colours, fill, fore);
-    const auto colour = [](ColourNumber number) {
-        return QColor{number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF};
-    };
+    // Boxes are outlines and texts have no ground: nothing is filled.
     if (m_surface != nullptr)
-        m_surface->setColours(colour(fill), colour(fore));
+        m_surface->setColour({fore & 0xFF, (fore >> 8) & 0xFF, (fore >> 16) & 0xFF});
 }
 
 float PrintEngine::textWidth(const QString& text) const
@@ -168,6 +163,11 @@ QPointF PrintEngine::position(float row, float column) const
         return std::isnan(place) ? 0 : std::clamp(place, -Limit, Limit);
     };
     return {twips(column, m_charWidth), twips(row, m_lineHeight)};
+}
+
+double PrintEngine::widthInTwips(float columns) const
+{
+    return static_cast<double>(columns) * static_cast<double>(m_charWidth);
 }
 
 } // namespace zelto::print

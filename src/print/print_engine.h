@@ -4,7 +4,6 @@
 
 #include "print/font_metrics.h"
 #include "print/page_file.h"
-#include "print/page_folder.h"
 #include "print/page_size.h"
 #include "print/paragraph.h"
 #include "print/surface.h"
@@ -153,22 +152,24 @@ private:
     void openPage(int index);
     [[nodiscard]] const FontMetrics& metrics() const;
     [[nodiscard]] QPointF position(float row, float column) const;
+    [[nodiscard]] double widthInTwips(float columns) const;
+    template <typename Value>
+    void setFont(Value FontState::*part, const Value& value, Opcode opcode);
     [[nodiscard]] QString clipped(const QString& text, float width,
                                   const FontMetrics& metrics) const;
-    void drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics);
+    void drawText(QPointF point, const QString& text, Alignment alignment,
+                  const FontMetrics& metrics);
     void drawLine(QPointF from, QPointF to, float penWidth);
-    void drawAligned(QPointF point, const QString& text, Alignment alignment,
-                     const FontMetrics& metrics);
-    void drawField(float row, float column, float width, const FieldStyle& style,
-                   const QString& text);
-    void drawBox(float top, float left, float bottom, float right, float penWidth);
     void drawShadow(float top, float left, float bottom, float right, float penWidth);
     void printLine(float row, float column, float width, const ParagraphLine& line,
                    Alignment alignment);
     void printJustified(float row, float column, float width, QStringView line);
     void replayRecord(const RecordFields& record);
-    void replayState(const RecordFields& record);
-    void replayField(const RecordFields& record);
+    void replayState(float lineHeight, float charWidth, const QString& fontName, float fontSize,
+                     bool bold, bool underline, bool italic);
+    void replayField(float row, float column, float width, float size, int alignment,
+                     const QString& flags, const QString& text);
+    void replayBox(float top, float left, float bottom, float right, float penWidth, int shadow);
 
     PageFolder m_pages;
     PageFileWriter m_page;

@@ -2,7 +2,9 @@
 // Failures of the print engine as the user reads them.
 #pragma once
 
+#include "store/files/passing_folder.h"
 #include "text/error.h"
+#include "text/system_reason.h"
 
 #include <QFileDevice>
 #include <QString>
@@ -14,7 +16,6 @@ enum class PrintErrorNumber : int {
     FileNotFound = 53,
     DeviceFailed = 57,
     PathAccess = 75,
-    PathNotFound = 76,
     PrinterFailed = 482,
 };
 
@@ -27,12 +28,10 @@ public:
     {}
 
     /// "<what> «<file>»: <what the system says about it>."
-    PrintError(PrintErrorNumber number, const QString& what, const QFileDevice& file);
-
-    [[nodiscard]] PrintErrorNumber number() const noexcept
-    {
-        return static_cast<PrintErrorNumber>(code());
-    }
+    PrintError(PrintErrorNumber number, const QString& what, const QFileDevice& file)
+        : PrintError(number, u"%1 «%2»: %3."_s.arg(what, store::targetPath(file.fileName()),
+                                                   text::systemReason(file)))
+    {}
 };
 
 /// A document without pages.

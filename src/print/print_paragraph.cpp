@@ -6,38 +6,19 @@ namespace zelto::print {
 void PrintEngine::PrintParagraph(float column, float width, float& row, float lastRow,
                                  QString& text, Alignment alignment)
 {
-    const auto font = m_fonts.find(m_font);
-    const LineBreaker breaker(*font, static_cast<double>(width) * static_cast<double>(m_charWidth));
-    QStringView rest = text;
-    QStringView paragraph;
-    bool full = false;
-    while (!full && !rest.isEmpty()) {
-        paragraph = takeParagraph(rest);
-        bool last = false;
-        while (!full && !last) {
-            const ParagraphLine line = breaker.takeLine(paragraph);
-            printLine(row, column, width, line, alignment);
-            row += 1;
-            full = row >= lastRow;
-            last = line.last;
-        }
+    RunningText rest(text, metrics(), widthInTwips(width));
+    for (bool full = false; !full && !rest.isEmpty(); full = row >= lastRow) {
+        printLine(row, column, width, rest.takeLine(), alignment);
+        row += 1;
     }
-    text =
-        paragraph.isEmpty() ? rest.toString() : paragraph.toString() + u"\r\n"_s + rest.toString();
+    text = rest.rest();
 }
 
 void PrintEngine::CountWrappedLines(float width, QString& text, int& count) const
 {
-    const auto font = m_fonts.find(m_font);
-    const LineBreaker breaker(*font, static_cast<double>(width) * static_cast<double>(m_charWidth));
-    count = 0;
-    QStringView rest = text;
-    while (!rest.isEmpty()) {
-        QStringView paragraph = takeParagraph(rest);
-        do
-            ++count;
-        while (!breaker.takeLine(paragraph).last);
-    }
+    RunningText rest(text, metrics(), widthInTwips(width));
+    for (count = 0; !rest.isEmpty(); ++count)
+        rest.takeLine();
     text.clear();
 }
 
@@ -59,9 +40,8 @@ void PrintEngine::printLine(float row, float column, float width, const Paragrap
 void PrintEngine::printJustified(float row, float column, float width, QStringView line)
 {
     const double blank = metrics().width(u" ");
-    const double room =
-        static_cast<double>(width) * static_cast<double>(m_charWidth) - metrics().width(line);
-    const auto extraBlanks = room > 0 && blank > 0 ? static_cast<qsizetype>(room / blank) : 0;
+    const double spare = widthInTwips(width) - metrics().width(line);
+    const auto extraBlanks = spare > 0 && blank > 0 ? static_cast<qsizetype>(spare / blank) : 0;
     const JustifiedLine justified = justify(line, extraBlanks);
     PrintText(row, column, 0, justified.head);
     if (!justified.lastWord.isEmpty())

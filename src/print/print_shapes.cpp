@@ -11,16 +11,11 @@ void PrintEngine::DrawBox(float top, float left, float bottom, float right, floa
 {
     if (isRecording())
         return m_page.write(Opcode::Box, top, left, bottom, right, penWidth, shadow ? 1 : 0);
-    drawBox(top, left, bottom, right, penWidth);
-    if (shadow)
-        drawShadow(top, left, bottom, right, 2 * penWidth);
-}
-
-void PrintEngine::drawBox(float top, float left, float bottom, float right, float penWidth)
-{
     if (m_surface != nullptr)
         m_surface->drawBox(QRectF{position(top, left), position(bottom, right)}.normalized(),
                            penWidth);
+    if (shadow)
+        drawShadow(top, left, bottom, right, 2 * penWidth);
 }
 
 void PrintEngine::drawShadow(float top, float left, float bottom, float right, float penWidth)

@@ -70,35 +70,6 @@ double readNumber(std::string_view field)
 
 } // namespace
 
-int fieldCount(Opcode opcode)
-{
-    switch (opcode) {
-    case Opcode::State:
-    case Opcode::Field:
-        return 8;
-    case Opcode::FontName:
-    case Opcode::FontSize:
-    case Opcode::FontBold:
-    case Opcode::FontUnderline:
-        return 2;
-    case Opcode::Colours:
-        return 3;
-    case Opcode::Number:
-        return 4;
-    case Opcode::Text:
-    case Opcode::Right:
-    case Opcode::Centred:
-    case Opcode::HLine:
-    case Opcode::VLine:
-        return 5;
-    case Opcode::Picture:
-        return 6;
-    case Opcode::Box:
-        return 7;
-    }
-    return 0;
-}
-
 void RecordBuffer::grow()
 {
     const std::size_t used = size();
@@ -173,22 +144,11 @@ float RecordFields::number(std::size_t field) const
     return static_cast<float>(std::clamp(readNumber(m_fields.at(field)), -Limit, Limit));
 }
 
-int RecordFields::integer(std::size_t field) const
-{
-    return static_cast<int>(number(field));
-}
-
 QString RecordFields::text(std::size_t field) const
 {
     const std::string_view bytes = m_fields.at(field);
-    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
-QString RecordFields::tabbedText(std::size_t field) const
-{
-    QString tabbed = text(field);
-    tabbed.replace(QLatin1Char{TabInText}, QLatin1Char{Tab});
-    return tabbed;
+    QString text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    return text.replace(QLatin1Char{TabInText}, QLatin1Char{Tab});
 }
 
 } // namespace zelto::print

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace zelto::print {
@@ -30,9 +31,6 @@ enum class Opcode : int {
     Picture = 90,
 };
 
-/// Fields of a record of the opcode, the opcode included; 0 for a number that is no opcode.
-[[nodiscard]] int fieldCount(Opcode opcode);
-
 /// As many UTF-16 units as a text field takes: more than any page can show on one line.
 inline constexpr qsizetype MaxRecordText = 16'384;
 
@@ -52,7 +50,7 @@ public:
     template <typename... Fields>
     void append(Opcode opcode, const Fields&... fields)
     {
-        makeRoom();
+        reserve();
         appendField(static_cast<int>(opcode));
         ((*m_end++ = '\t', appendField(fields)), ...);
         *m_end++ = '\r';
@@ -67,8 +65,8 @@ public:
     void clear() { m_end = m_block.data(); }
 
 private:
-    /// Fields are written without asking for room: a whole record has it before it begins.
-    void makeRoom()
+    /// Space for a whole record, so that its fields need not ask.
+    void reserve()
     {
         if (m_block.size() - size() < MaxRecordLength)
             grow();
@@ -100,12 +98,21 @@ public:
 
     /// Between -1e9 and 1e9; either decimal separator is read.
     [[nodiscard]] float number(std::size_t field) const;
-    [[nodiscard]] int integer(std::size_t field) const;
-    [[nodiscard]] bool flag(std::size_t field) const { return integer(field) != 0; }
-    [[nodiscard]] QString text(std::size_t field) const;
 
     /// The text with its TABs put back.
-    [[nodiscard]] QString tabbedText(std::size_t field) const;
+    [[nodiscard]] QString text(std::size_t field) const;
+
+    /// The field as a value of the type that was written.
+    template <typename Value>
+    [[nodiscard]] Value value(std::size_t field) const
+    {
+        if constexpr (std::is_same_v<Value, QString>)
+            return text(field);
+        else if constexpr (std::is_same_v<Value, bool>)
+            return static_cast<int>(number(field)) != 0;
+        else
+            return static_cast<Value>(number(field));
+    }
 
 private:
     static constexpr std::size_t MaxFields = 11;

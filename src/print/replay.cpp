@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "print/page_reader.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
 #include "store/files/own_file.h"
@@ -9,6 +8,9 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace zelto::print {
 
@@ -25,6 +27,56 @@ Alignment alignmentOf(int number)
 float gridUnit(float twips)
 {
     return std::clamp(twips, 0.0F, 100'000.0F);
+}
+
+/// Uses every line of the device without its end and what it holds beyond MaxRecordLength bytes.
+/// Throws PrintError when the device cannot be read.
+template <typename Use>
+void forEachLine(QIODevice& device, const Use& use)
+{
+    std::string line;
+    const auto grow = [&](std::string_view piece) {
+        line += piece.substr(0, MaxRecordLength - line.size());
+    };
+    const auto end = [&] {
+        if (line.ends_with('\r'))
+            line.pop_back();
+        use(line);
+        line.clear();
+    };
+    std::vector<char> block(MaxRecordLength);
+    qint64 count = 0;
+    while ((count = device.read(block.data(), static_cast<qint64>(block.size()))) > 0) {
+        std::string_view rest(block.data(), static_cast<std::size_t>(count));
+        for (std::size_t length = 0; (length = rest.find('\n')) < rest.size();) {
+            grow(rest.substr(0, length));
+            end();
+            rest.remove_prefix(length + 1);
+        }
+        grow(rest);
+    }
+    if (count < 0)
+        throw PrintError(
+            PrintErrorNumber::DeviceFailed,
+            u"Impossibile leggere il file di pagina: %1."_s.arg(text::systemReason(device)));
+    if (!line.empty())
+        end();
+}
+
+/// Calls the operation with the fields behind the opcode, one for each parameter; a record of fewer
+/// is skipped.
+template <typename... Parameters>
+void call(PrintEngine& engine, void (PrintEngine::*operation)(Parameters...),
+          const RecordFields& record)
+{
+    constexpr std::size_t Count = sizeof...(Parameters);
+    if (record.count() <= static_cast<int>(Count))
+        return;
+    [&]<std::size_t... Index>(std::index_sequence<Index...>)
+    {
+        (engine.*operation)(record.value<std::remove_cvref_t<Parameters>>(Index + 1)...);
+    }
+    (std::make_index_sequence<Count>{});
 }
 
 } // namespace
@@ -47,9 +99,7 @@ void PrintEngine::ReplayPage()
 void PrintEngine::ReplayRecords(QIODevice& device)
 {
     m_page.abandon();
-    PageReader reader(device);
-    while (const auto line = reader.nextLine())
-        replayRecord(RecordFields{*line});
+    forEachLine(device, [this](std::string_view line) { replayRecord(RecordFields{line}); });
 }
 
 void PrintEngine::PrintDocument(int first, int last)
@@ -64,69 +114,57 @@ void PrintEngine::PrintDocument(int first, int last)
 
 void PrintEngine::replayRecord(const RecordFields& record)
 {
-    const Opcode opcode = record.opcode();
-    const int fields = fieldCount(opcode);
-    if (fields == 0 || record.count() < fields)
-        return;
-    const auto number = [&](std::size_t field) { return record.number(field); };
-    switch (opcode) {
-    case Opcode::State:
-        return replayState(record);
-    case Opcode::FontName:
-        return SetFontName(record.text(1));
-    case Opcode::FontSize:
-        return SetFontSize(number(1));
-    case Opcode::FontBold:
-        return SetFontBold(record.flag(1));
-    case Opcode::FontUnderline:
-        return SetFontUnderline(record.flag(1));
-    case Opcode::Colours:
-        return SetColours(record.integer(1), record.integer(2));
-    case Opcode::Field:
-        return replayField(record);
-    case Opcode::Text:
-        return PrintText(number(1), number(2), number(3), record.tabbedText(4));
-    case Opcode::Right:
-        return PrintRight(number(1), number(2), number(3), record.tabbedText(4));
-    case Opcode::Centred:
-        return PrintCentred(number(1), number(2), number(3), record.tabbedText(4));
-    case Opcode::Number:
-        return PrintNumber(number(1), number(2), record.text(3));
-    case Opcode::Box:
-        return DrawBox(number(1), number(2), number(3), number(4), number(5),
-                       record.integer(6) == 1);
-    case Opcode::HLine:
-        return DrawHLine(number(1), number(2), number(3), number(4));
-    case Opcode::VLine:
-        return DrawVLine(number(1), number(2), number(3), number(4));
-    case Opcode::Picture:
-        return DrawPicture(number(1), number(2), number(3), number(4), record.text(5));
-    }
+    const auto on = [&, opcode = record.opcode()](Opcode wanted, auto operation) {
+        if (opcode == wanted)
+            call(*this, operation, record);
+    };
+    on(Opcode::State, &PrintEngine::replayState);
+    on(Opcode::FontName, &PrintEngine::SetFontName);
+    on(Opcode::FontSize, &PrintEngine::SetFontSize);
+    on(Opcode::FontBold, &PrintEngine::SetFontBold);
+    on(Opcode::FontUnderline, &PrintEngine::SetFontUnderline);
+    on(Opcode::Colours, &PrintEngine::SetColours);
+    on(Opcode::Field, &PrintEngine::replayField);
+    on(Opcode::Text, &PrintEngine::PrintText);
+    on(Opcode::Right, &PrintEngine::PrintRight);
+    on(Opcode::Centred, &PrintEngine::PrintCentred);
+    on(Opcode::Number, &PrintEngine::PrintNumber);
+    on(Opcode::Box, &PrintEngine::replayBox);
+    on(Opcode::HLine, &PrintEngine::DrawHLine);
+    on(Opcode::VLine, &PrintEngine::DrawVLine);
+    on(Opcode::Picture, &PrintEngine::DrawPicture);
 }
 
-void PrintEngine::replayState(const RecordFields& record)
+void PrintEngine::replayState(float lineHeight, float charWidth, const QString& fontName,
+                              float fontSize, bool bold, bool underline, bool italic)
 {
-    m_lineHeight = gridUnit(record.number(1));
-    m_charWidth = gridUnit(record.number(2));
-    if (const QString name = record.text(3); !name.trimmed().isEmpty())
-        SetFontName(name);
-    if (const float size = record.number(4); size != 0)
-        SetFontSize(size);
-    SetFontBold(record.flag(5));
-    SetFontUnderline(record.flag(6));
-    SetFontItalic(record.flag(7));
+    m_lineHeight = gridUnit(lineHeight);
+    m_charWidth = gridUnit(charWidth);
+    if (!fontName.trimmed().isEmpty())
+        SetFontName(fontName);
+    if (fontSize != 0)
+        SetFontSize(fontSize);
+    SetFontBold(bold);
+    SetFontUnderline(underline);
+    SetFontItalic(italic);
 }
 
-void PrintEngine::replayField(const RecordFields& record)
+void PrintEngine::replayField(float row, float column, float width, float size, int alignment,
+                              const QString& flags, const QString& text)
 {
-    const QString flags = record.text(6);
-    const auto on = [&](qsizetype place) { return flags.size() > place && flags[place] == u'1'; };
-    const FieldStyle style{.size = record.number(4),
-                           .alignment = alignmentOf(record.integer(5)),
+    const auto on = [&](qsizetype place) { return flags.mid(place, 1) == u'1'; };
+    const FieldStyle style{.size = size,
+                           .alignment = alignmentOf(alignment),
                            .bold = on(0),
                            .italic = on(1),
                            .underline = on(2)};
-    PrintField(record.number(1), record.number(2), record.number(3), style, record.tabbedText(7));
+    PrintField(row, column, width, style, text);
+}
+
+void PrintEngine::replayBox(float top, float left, float bottom, float right, float penWidth,
+                            int shadow)
+{
+    DrawBox(top, left, bottom, right, penWidth, shadow == 1);
 }
 
 } // namespace zelto::print

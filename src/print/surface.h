@@ -30,7 +30,8 @@ public:
 
     virtual void drawPicture(const QRectF& area, const QImage& picture) = 0;
 
-    virtual void setColours(QColor fill, QColor fore) = 0;
+    /// Of texts, lines and boxes from now on.
+    virtual void setColour(QColor colour) = 0;
 
     /// What is drawn from now on goes to the next page.
     virtual void newPage() = 0;
@@ -39,7 +40,7 @@ public:
     virtual void finish() = 0;
 
     /// Size of a picture in relation to the printed page; 0 for paper.
-    [[nodiscard]] virtual double zoom() const = 0;
+    [[nodiscard]] virtual double zoom() const { return 0; }
 };
 
 } // namespace zelto::print

@@ -73,6 +73,7 @@ private:
         const bool digit = c == '#' || c == '0';
         if (i < m_point && digit) {
             ++m_integerPlaces;
+            m_integerLimit *= 10;
             if (c == '0' || m_minInteger > 0)
                 ++m_minInteger;
         } else if (digit) {
@@ -88,6 +89,7 @@ private:
     std::string_view m_field;
     std::size_t m_point = 0;
     int m_integerPlaces = 0;
+    double m_integerLimit = 1; ///< more than the integer places hold
     int m_minInteger = 0;
     int m_places = 0;
     int m_minPlaces = 0;

@@ -196,6 +196,8 @@ double NumberMask::shown(Real number) const
 template <std::floating_point Real>
 bool NumberMask::fits(Real number) const
 {
+    if (number >= 0 && double{number} < m_integerLimit - 1) // whatever rounding adds
+        return true;
     if (!std::isfinite(number))
         return false;
     const std::size_t digits = std::max(roundDigits(std::abs(number), m_places).integerDigits,

@@ -37,13 +37,9 @@ public:
         note(u"picture"_s, {area.left(), area.top(), area.right(), area.bottom(),
                             static_cast<double>(picture.width())});
     }
-    void setColours(QColor fill, QColor fore) override
-    {
-        note(u"colours"_s, {}, {fill.name(), fore.name()});
-    }
+    void setColour(QColor colour) override { note(u"colour"_s, {}, {colour.name()}); }
     void newPage() override { note(u"page"_s); }
     void finish() override { note(u"finish"_s); }
-    [[nodiscard]] double zoom() const override { return 0; }
 
     /// What was drawn since the last call.
     QStringList take() { return std::exchange(drawn, {}); }

@@ -4,10 +4,28 @@
 #include "support/runner.h"
 
 #include <QFontInfo>
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
+
+namespace {
+
+/// A strip of paper on which a text is drawn, in twips.
+template <typename Drawing>
+QImage picture(const Drawing& draw)
+{
+    QImage image(4500, 60, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(0.1, 0.1);
+    draw(painter);
+    return image;
+}
+
+} // namespace
 
 class TestFontMetrics : public QObject
 {
@@ -20,21 +38,19 @@ private slots:
         QCOMPARE(QFontInfo(QFont(u"Times New Roman"_s)).family(), u"Liberation Serif"_s);
     }
 
-    void aTextIsAsWideAsItsCharacters_data()
+    void fonts_data()
     {
         QTest::addColumn<FontState>("state");
-        for (const QString& name : {u"Arial"_s, u"Times New Roman"_s}) {
-            for (const float size : {9.0F, 10.0F, 11.0F, 20.0F}) {
-                const auto points = static_cast<int>(size);
-                QTest::addRow("%s %d", qPrintable(name), points)
-                    << FontState{.name = name, .size = size};
-                QTest::addRow("%s %d bold italic", qPrintable(name), points)
-                    << FontState{.name = name, .size = size, .bold = true, .italic = true};
-            }
-        }
+        for (const QString& name : {u"Arial"_s, u"Times New Roman"_s})
+            for (const float size : {9.0F, 10.0F, 11.0F, 20.0F})
+                for (const bool strong : {false, true})
+                    QTest::addRow("%s %g%s", qPrintable(name), static_cast<double>(size),
+                                  strong ? " bold italic" : "")
+                        << FontState{.name = name, .size = size, .bold = strong, .italic = strong};
     }
 
-    void aTextIsAsWideAsItsCharacters()
+    /// A text is as wide, and looks, as a painter lays it out.
+    void fonts()
     {
         QFETCH(FontState, state);
         const FontMetrics metrics(state);
@@ -50,23 +66,31 @@ private slots:
             QVERIFY2(qAbs(metrics.width(text) - laidOut) < 0.01, qPrintable(text));
         }
         QCOMPARE(metrics.width(u"a\tb\x01"), metrics.width(u"a b "));
+        const QString latin =
+            everyCharacter.left(everyCharacter.indexOf(u'\u0100')).remove(u'\u00AD');
+        const auto glyphs = metrics.glyphRun(u'\t' + latin);
+        QVERIFY(glyphs);
+        QCOMPARE(picture([&](QPainter& painter) {
+                     painter.drawGlyphRun({0, 400}, *glyphs);
+                 }),
+                 picture([&](QPainter& painter) {
+                     painter.setFont(metrics.font());
+                     painter.drawText(QPointF{0, 400}, u' ' + latin);
+                 }));
     }
 
-    void sizes_data()
+    void whatHasToBeLaidOutHasNoGlyphs()
     {
-        QTest::addColumn<float>("points");
-        QTest::addColumn<int>("twips");
-        QTest::addRow("whole") << 10.0F << 200;
-        QTest::addRow("half") << 8.5F << 170;
-        QTest::addRow("none") << 0.0F << 2;
-        QTest::addRow("negative") << -5.0F << 2;
-        QTest::addRow("huge") << 1e9F << 20'000;
+        for (const QString& text : {u"L’ufficio"_s, u"a\u00ADb"_s, u"citta\u0300"_s})
+            QVERIFY(!FontMetrics({}).glyphRun(text));
+        QVERIFY(!FontMetrics({.underline = true}).glyphRun(u"a"_s));
     }
 
-    void sizes()
+    void sizesAreKeptWithinBounds()
     {
-        QFETCH(float, points);
-        QTEST(FontMetrics({.size = points}).font().pixelSize(), "twips");
+        for (const auto& [points, twips] : {std::pair{10.0F, 200}, std::pair{8.5F, 170},
+                                            std::pair{-5.0F, 2}, std::pair{1e9F, 20'000}})
+            QCOMPARE(FontMetrics({.size = points}).font().pixelSize(), twips);
     }
 
     void complexTextIsLaidOut()

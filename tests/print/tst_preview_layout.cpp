@@ -34,44 +34,22 @@ private slots:
         const PreviewLayout layout(
             {.size = window, .barHeight = 50, .view = window - QSize(20, 70), .dotsPerInch = 96},
             Page, magnification);
-        QTEST(layout.picture(), "picture");
-        QTEST(layout.home(), "home");
-        QCOMPARE(layout.place({}), layout.home());
-    }
-
-    void scrolling_data()
-    {
-        QTest::addColumn<int>("x");
-        QTest::addColumn<int>("y");
-        QTest::addColumn<QPoint>("moved");
-        QTest::addRow("left edge") << 0 << 500 << QPoint(400, 0);
-        QTest::addRow("right edge") << 1000 << 500 << QPoint(-400, 0);
-        QTest::addRow("a quarter down") << 500 << 250 << QPoint(0, 300);
+        QTEST(layout.picture, "picture");
+        QTEST(layout.home, "home");
+        QCOMPARE(layout.place({}), layout.home);
     }
 
     void scrolling()
     {
-        QFETCH(int, x);
-        QFETCH(int, y);
-        const PreviewLayout layout = enlarged();
-        QTEST(layout.place({x, y}) - layout.home(), "moved");
-    }
-
-    void aPointComesToTheMiddle()
-    {
-        const PreviewLayout layout = enlarged();
+        const PreviewLayout layout(
+            {.size = {1000, 800}, .barHeight = 50, .view = {980, 730}, .dotsPerInch = 96}, Page, 2);
+        QCOMPARE(layout.place({0, 500}) - layout.home, QPoint(400, 0));
+        QCOMPARE(layout.place({1000, 250}) - layout.home, QPoint(-400, 300));
         const ScrollPosition position = layout.centredOn({200, 900});
         QCOMPARE(position, (ScrollPosition{.x = 250, .y = 750}));
         QCOMPARE(layout.middle(), QPoint(490, 352));
         QCOMPARE(layout.pointAt(layout.middle(), position).toPoint(), QPoint(200, 900));
         QCOMPARE(layout.centredOn({-50, 5000}), (ScrollPosition{.x = 0, .y = 1000}));
-    }
-
-private:
-    static PreviewLayout enlarged()
-    {
-        return {
-            {.size = {1000, 800}, .barHeight = 50, .view = {980, 730}, .dotsPerInch = 96}, Page, 2};
     }
 };
 

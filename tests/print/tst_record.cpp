@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "print/record.h"
+// Records of page files: as they are written, and what is drawn from those that no report wrote:
+// damaged, foreign or made to hurt.
+#include "print/print_engine.h"
+#include "probe_surface.h"
 #include "support/property.h"
 #include "support/runner.h"
 #include "text/decimal_text.h"
 
+#include <QBuffer>
 #include <QTest>
 
 #include <algorithm>
@@ -11,6 +15,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
+using zelto::test::ProbeSurface;
 
 namespace {
 
@@ -25,6 +30,17 @@ QByteArray recordOf(char separator, Opcode opcode, const Fields&... fields)
 std::string_view line(const QByteArray& record)
 {
     return {record.data(), static_cast<std::size_t>(record.size() - 2)};
+}
+
+QStringList drawnFrom(QByteArray page)
+{
+    ProbeSurface probe;
+    PrintEngine print(QString(), {});
+    print.setSurface(&probe);
+    QBuffer device(&page);
+    device.open(QIODevice::ReadOnly);
+    print.ReplayRecords(device);
+    return probe.drawn;
 }
 
 } // namespace
@@ -122,8 +138,61 @@ private slots:
                 text += QChar(unit % 0x500 == 27 ? u' ' : static_cast<char16_t>(unit % 0x500));
             const QByteArray record = recordOf(',', Opcode::FontName, text);
             text.replace(u'\r', u' ').replace(u'\n', u' ');
-            RC_ASSERT(RecordFields(line(record)).tabbedText(1) == text);
+            RC_ASSERT(RecordFields(line(record)).text(1) == text);
         }));
+    }
+
+    void records_data()
+    {
+        QTest::addColumn<QByteArray>("page");
+        QTest::addColumn<QStringList>("drawn");
+        const QStringList line{u"line 144 240 288 240 1"_s};
+        const QByteArray record = " 31 \t 1 \t 1 \t 2 \t 1 \r\n";
+        QTest::addRow("written on a comma machine")
+            << " 31 \t 0,5 \t 1,5 \t 2 \t 1 \r\n"_ba << QStringList{u"line 216 120 288 120 1"_s};
+        QTest::addRow("unknown opcode") << " 99 \t 1 \r\n"_ba + record << line;
+        QTest::addRow("empty lines") << "\r\n\n"_ba + record << line;
+        QTest::addRow("opcodes that are none")
+            << "-31 \t 1 \t 1 \t 2 \t 1 \r\n 31,5 \t 1 \t 1 \t 2 \t 1 \r\n"_ba << QStringList();
+        QTest::addRow("words") << "una riga\t1\t2\t3\t4\t5\t6\t7\r\n"_ba + record << line;
+        QTest::addRow("fields missing") << " 31 \t 1 \t 1 \r\n"_ba + record << line;
+        QTest::addRow("last line open") << record.chopped(2) << line;
+        QTest::addRow("too many fields") << record.chopped(2) + QByteArray(500, '\t') + "\r\n"
+                                         << line;
+        QTest::addRow("endless line") << "x"_ba.repeated(300'000) + "\r\n" + record << line;
+        QTest::addRow("state without a font")
+            << " 0 \t 100 \t 10 \t  \t 0 \t 0 \t 0 \t-1 \r\n 21 \t 1 \t 1 \t 0 \tx\r\n"_ba
+            << QStringList{u"text 10 100 Arial 200 italic x"_s};
+        QTest::addRow("state out of range")
+            << " 0 \t-240 \t 1E30 \tArial\t 1E30 \t 0 \t 0 \t 0 \r\n 31 \t 1 \t 1 \t 1E30 \t 1 \r\n"_ba
+            << QStringList{u"line 100000 0 10000000 0 1"_s};
+        QTest::addRow("field of any alignment and style")
+            << " 20 \t 1 \t 1 \t 0 \t 10 \t-7 \t1\ti\r\n"_ba
+            << QStringList{u"text 116 240 Arial 200 bold i"_s};
+        QTest::addRow("shadow that is none") << " 30 \t 1 \t 1 \t 2 \t 2 \t 1 \t 2 \r\n"_ba
+                                             << QStringList{u"box 144 240 288 480 1"_s};
+        QTest::addRow("picture without size")
+            << " 90 \t 1 \t 1 \t 0 \t-1 \t/dev/null\r\n"_ba << QStringList();
+        QTest::addRow("broken letters")
+            << " 21 \t 0 \t 0 \t 0 \t\xC3(\r\n"_ba << QStringList{u"text 0 0 Arial 200 \uFFFD("_s};
+    }
+
+    void records()
+    {
+        QFETCH(QByteArray, page);
+        QTEST(drawnFrom(page), "drawn");
+    }
+
+    void linesAreCutNotJoined()
+    {
+        const QByteArray start = " 21 \t 0 \t 0 \t 0 \t";
+        const qsizetype most = static_cast<qsizetype>(MaxRecordLength) - start.size();
+        for (const qsizetype length : {most - 1, most, most + 1, most + 2, 3 * most}) {
+            const QByteArray line = start + QByteArray(length, 'z') + "\r\n";
+            const QStringList drawn = drawnFrom(line + start + "dopo");
+            QCOMPARE(drawn.value(0).count(u'z'), std::min(length, most));
+            QCOMPARE(drawn.mid(1), QStringList{u"text 0 0 Arial 200 dopo"_s});
+        }
     }
 };
 

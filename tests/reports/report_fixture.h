@@ -48,10 +48,9 @@ public:
     }
     void drawBox(const QRectF& /*box*/, float /*penWidth*/) override {}
     void drawPicture(const QRectF& /*area*/, const QImage& /*picture*/) override {}
-    void setColours(QColor /*fill*/, QColor /*fore*/) override {}
+    void setColour(QColor /*colour*/) override {}
     void newPage() override { ++m_page; }
     void finish() override {}
-    [[nodiscard]] double zoom() const override { return 0; }
 
     /// Every text beginning with the given one.
     [[nodiscard]] std::vector<PlacedText> find(QStringView beginning) const

@@ -31,6 +31,7 @@ class TestPreview : public QObject
     /// Shows the preview of as many pages as wanted.
     void open(int pages)
     {
+        m_preview.reset(); // it takes its pages with it
         PrintEngine& engine = m_office->engine;
         engine.BeginDocument();
         for (int page = 1; page <= pages; ++page) {
@@ -62,13 +63,6 @@ class TestPreview : public QObject
     {
         return {find<QScrollBar>(u"HScroll1"_s)->value(), find<QScrollBar>(u"VScroll1"_s)->value()};
     }
-    [[nodiscard]] QString pdfInfo(const QString& name) const
-    {
-        QProcess process;
-        process.start(u"pdfinfo"_s, {m_office->path(name)});
-        return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput())
-                                         : QString();
-    }
 
 private slots:
     void init() { m_office = std::make_unique<PrintOffice>(); }
@@ -98,20 +92,16 @@ private slots:
         open(7);
         QCOMPARE(caption(), u"Pagina 1/7"_s);
         const QImage first = picture()->image();
-        struct Step
-        {
-            int key;
-            Qt::KeyboardModifiers modifiers;
-            int page;
-        };
-        for (const Step& step :
-             {Step{Qt::Key_PageUp, {}, 1}, Step{Qt::Key_PageDown, {}, 2},
-              Step{Qt::Key_PageDown, Qt::ShiftModifier, 2}, Step{Qt::Key_PageDown, {}, 3},
-              Step{Qt::Key_PageUp, {}, 2}, Step{Qt::Key_End, {}, 7}, Step{Qt::Key_PageDown, {}, 7},
-              Step{Qt::Key_Home, {}, 1}}) {
-            QTest::keyClick(m_preview.get(), static_cast<Qt::Key>(step.key), step.modifiers);
-            QCOMPARE(m_preview->page(), step.page);
+        for (const auto& [key, page] :
+             {std::pair{Qt::Key_PageUp, 1}, std::pair{Qt::Key_PageDown, 2},
+              std::pair{Qt::Key_PageDown, 3}, std::pair{Qt::Key_PageUp, 2},
+              std::pair{Qt::Key_End, 7}, std::pair{Qt::Key_PageDown, 7},
+              std::pair{Qt::Key_Home, 1}}) {
+            QTest::keyClick(m_preview.get(), key);
+            QCOMPARE(m_preview->page(), page);
         }
+        QTest::keyClick(m_preview.get(), Qt::Key_PageDown, Qt::ShiftModifier);
+        QCOMPARE(m_preview->page(), 1);
         QCOMPARE(picture()->image(), first);
         for (const auto& [button, page] :
              {std::pair{u"Ultima"_s, 7}, std::pair{u"Precedente"_s, 6}, std::pair{u"Prima"_s, 1},
@@ -181,23 +171,17 @@ private slots:
         QVERIFY((now - stays).manhattanLength() < 15);
     }
 
-    void printingWithoutAPrinter_data()
-    {
-        QTest::addColumn<bool>("wanted");
-        QTest::addRow("PDF instead") << true;
-        QTest::addRow("no") << false;
-    }
-
     void printingWithoutAPrinter()
     {
-        QFETCH(bool, wanted);
-        open(1);
-        m_office->user.saysYes = wanted;
-        m_office->user.files = QStringList{u"~/stampa"_s};
-        m_preview->print();
-        QVERIFY(m_office->user.said().contains(u"Nessuna stampante installata"));
-        QCOMPARE(QFile::exists(m_office->path(u"stampa.pdf"_s)), wanted);
-        QVERIFY(m_preview->isVisible());
+        for (const bool wanted : {false, true}) {
+            open(1);
+            m_office->user.saysYes = wanted;
+            m_office->user.files = QStringList{u"~/stampa"_s};
+            m_preview->print();
+            QVERIFY(m_office->user.said().contains(u"Nessuna stampante installata"));
+            QCOMPARE(QFile::exists(m_office->path(u"stampa.pdf"_s)), wanted);
+            QVERIFY(m_preview->isVisible());
+        }
     }
 
     void exportingARange()
@@ -212,7 +196,10 @@ private slots:
                 QCOMPARE(zelto::test::namelessControls(dialog), QStringList());
                 QTest::mouseClick(dialog.findChild<QPushButton*>(u"Esporta"_s), Qt::LeftButton);
             });
-        const QString info = pdfInfo(u"parte.pdf"_s);
+        QProcess pdfinfo;
+        pdfinfo.start(u"pdfinfo"_s, {m_office->path(u"parte.pdf"_s)});
+        QVERIFY(pdfinfo.waitForFinished());
+        const QString info = QString::fromUtf8(pdfinfo.readAllStandardOutput());
         for (const char* line : {"Prova & controllo", "Ada «B.»", "Pages:           2"})
             QVERIFY2(info.contains(QString::fromUtf8(line)), qPrintable(info));
         QFile file(m_office->path(u"parte.pdf"_s));
@@ -223,31 +210,25 @@ private slots:
         QVERIFY(bytes.contains("Prova &amp; controllo"));
     }
 
-    void anExistingFileStaysUnlessReplaced_data()
-    {
-        QTest::addColumn<bool>("replaced");
-        QTest::addRow("yes") << true;
-        QTest::addRow("no") << false;
-    }
-
     void anExistingFileStaysUnlessReplaced()
     {
-        QFETCH(bool, replaced);
         open(1);
         QFile old(m_office->path(u"vecchio.pdf"_s));
         QVERIFY(old.open(QIODevice::WriteOnly) && old.write("vecchio") == 7);
         old.close();
-        m_office->user.saysYes = replaced;
-        m_office->user.files = QStringList{u"~/vecchio.pdf"_s};
-        m_preview->exportPdf();
-        QVERIFY(m_office->user.said().contains(u"«vecchio.pdf» esiste già"));
-        QCOMPARE(QFileInfo(old).size() == 7, !replaced);
+        for (const bool replaced : {false, true}) {
+            m_office->user.saysYes = replaced;
+            m_office->user.files = QStringList{u"~/vecchio.pdf"_s};
+            m_preview->exportPdf();
+            QVERIFY(m_office->user.said().contains(u"«vecchio.pdf» esiste già"));
+            QCOMPARE(QFileInfo(old).size() == 7, !replaced);
+        }
     }
 
     void aPageThatIsGone()
     {
         open(3);
-        QVERIFY(QFile::remove(m_office->path(pageFileName(1))));
+        QVERIFY(QFile::remove(pageFilePath(m_office->path({}), 1)));
         QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
         QVERIFY(m_office->user.said().contains(u"report"));
         m_preview->resize(820, 720);

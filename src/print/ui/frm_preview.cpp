@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/frm_preview.h"
 
-#include "print/picture_surface.h"
+#include "print/painter_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
 #include "print/ui/icons.h"
@@ -36,16 +36,6 @@ QCursor lens(const QString& name)
     return QCursor(icon(name).pixmap(Size), Centre.x(), Centre.y());
 }
 
-/// Enter prints nothing by itself: a page was perhaps meant to be turned.
-QPushButton* addButton(QWidget& bar, const QString& name, const QString& caption)
-{
-    auto* button = new QPushButton(caption, &bar);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    bar.layout()->addWidget(button);
-    return button;
-}
-
 } // namespace
 
 frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
@@ -66,8 +56,7 @@ frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWi
     layout->addWidget(m_view, 1);
     m_view->setFocusPolicy(Qt::StrongFocus);
     m_view->setFocus();
-    connectNavigator();
-    connectView();
+    connectParts();
     const QSize screenSize = QGuiApplication::primaryScreen()->availableSize();
     resize(screenSize.width() * 3 / 4, screenSize.height() * 9 / 10);
     m_services.engine.setPageSize(m_services.printers.pageSize());
@@ -85,28 +74,25 @@ void frmPreview::buildBar()
     auto* layout = new QHBoxLayout(m_barra);
     layout->addWidget(m_navigator);
     layout->addStretch(1);
-    connect(addButton(*m_barra, u"Stampa"_s, u"&Stampa ..."_s), &QPushButton::clicked, this,
-            &frmPreview::print);
-    connect(addButton(*m_barra, u"EsportaPDF"_s, u"&Esporta PDF ..."_s), &QPushButton::clicked,
-            this, &frmPreview::exportPdf);
-    connect(addButton(*m_barra, u"Chiudi"_s, u"&Chiudi"_s), &QPushButton::clicked, this,
-            &frmPreview::reject);
+    addButton(u"Stampa"_s, u"&Stampa ..."_s, &frmPreview::print);
+    addButton(u"EsportaPDF"_s, u"&Esporta PDF ..."_s, &frmPreview::exportPdf);
+    addButton(u"Chiudi"_s, u"&Chiudi"_s, &frmPreview::reject);
 }
 
-void frmPreview::connectNavigator()
+void frmPreview::addButton(const QString& name, const QString& caption,
+                           void (frmPreview::*action)())
 {
-    connect(m_navigator, &PageNavigator::firstRequested, this, [this] { showPage(1); });
-    connect(m_navigator, &PageNavigator::previousRequested, this, [this] { showPage(m_page - 1); });
-    connect(m_navigator, &PageNavigator::nextRequested, this, [this] { showPage(m_page + 1); });
-    connect(m_navigator, &PageNavigator::lastRequested, this, [this] { showPage(m_pageCount); });
-    connect(m_navigator, &PageNavigator::pageRequested, this, [this](int page) {
-        m_view->setFocus();
-        showPage(page);
-    });
+    auto* button = new QPushButton(caption, m_barra);
+    button->setObjectName(name);
+    button->setAutoDefault(false); // Enter was perhaps meant to turn a page
+    m_barra->layout()->addWidget(button);
+    connect(button, &QPushButton::clicked, this, action);
 }
 
-void frmPreview::connectView()
+void frmPreview::connectParts()
 {
+    connect(m_navigator, &PageNavigator::pageRequested, this, &frmPreview::showPage);
+    connect(m_navigator, &PageNavigator::numberTyped, m_view, qOverload<>(&QWidget::setFocus));
     connect(m_view, &PageView::resized, this, [this] {
         if (m_page > 0)
             layOut(m_magnification == WholePage ? ScrollPosition{} : m_view->scrollPosition());
@@ -159,7 +145,7 @@ void frmPreview::layOut(const ScrollPosition& position)
 /// An empty page in the size that the layout gives it.
 QImage frmPreview::PreparePreview(const PreviewLayout& layout) const
 {
-    QImage picture(layout.picture() * devicePixelRatio(), QImage::Format_RGB32);
+    QImage picture(layout.picture * devicePixelRatio(), QImage::Format_RGB32);
     picture.setDevicePixelRatio(devicePixelRatio());
     picture.fill(Qt::white);
     return picture;
@@ -198,16 +184,10 @@ void frmPreview::zoom(int steps, QPoint place)
     m_view->setScrollPosition(m_view->pageLayout().centredOn(middle));
 }
 
-bool frmPreview::isLargerThanView() const
-{
-    const QSize picture = m_view->pageLayout().picture();
-    return picture.height() > m_view->viewSize().height() ||
-           picture.width() > m_view->viewSize().width();
-}
-
 void frmPreview::turnWheel(int stepsX, int stepsY)
 {
-    if (isLargerThanView())
+    const QSize picture = m_view->pageLayout().picture;
+    if (picture.boundedTo(m_view->viewSize()) != picture)
         m_view->scrollBy(stepsX, stepsY);
     else
         showPage(m_page + stepsY);
@@ -215,50 +195,35 @@ void frmPreview::turnWheel(int stepsX, int stepsY)
 
 bool frmPreview::zoomByKey(const QKeyEvent& event)
 {
+    const int key = event.key();
     if (!event.modifiers().testFlag(Qt::ControlModifier))
         return false;
-    const QPoint middle = m_view->pageLayout().middle();
-    switch (event.key()) {
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-        zoom(1, middle);
-        return true;
-    case Qt::Key_Minus:
-        zoom(-1, middle);
-        return true;
-    case Qt::Key_0:
+    if (key == Qt::Key_Plus || key == Qt::Key_Equal)
+        zoom(1, m_view->pageLayout().middle());
+    else if (key == Qt::Key_Minus)
+        zoom(-1, m_view->pageLayout().middle());
+    else if (key == Qt::Key_0) {
         m_magnification = WholePage;
         layOut({});
-        return true;
-    default:
+    } else
         return false;
-    }
+    return true;
 }
 
 bool frmPreview::moveByKey(const QKeyEvent& event)
 {
-    switch (event.key()) {
-    case Qt::Key_Home:
+    const int key = event.key();
+    if (key == Qt::Key_Home)
         showPage(1);
-        return true;
-    case Qt::Key_End:
+    else if (key == Qt::Key_End)
         showPage(m_pageCount);
-        return true;
-    case Qt::Key_Left:
-        m_view->scrollBy(-1, 0);
-        return true;
-    case Qt::Key_Right:
-        m_view->scrollBy(1, 0);
-        return true;
-    case Qt::Key_Up:
-        m_view->scrollBy(0, -1);
-        return true;
-    case Qt::Key_Down:
-        m_view->scrollBy(0, 1);
-        return true;
-    default:
+    else if (key == Qt::Key_Left || key == Qt::Key_Right)
+        m_view->scrollBy(key == Qt::Key_Left ? -1 : 1, 0);
+    else if (key == Qt::Key_Up || key == Qt::Key_Down)
+        m_view->scrollBy(0, key == Qt::Key_Up ? -1 : 1);
+    else
         return false;
-    }
+    return true;
 }
 
 void frmPreview::keyPressEvent(QKeyEvent* event)

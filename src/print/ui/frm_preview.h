@@ -39,8 +39,8 @@ protected:
 
 private:
     void buildBar();
-    void connectNavigator();
-    void connectView();
+    void addButton(const QString& name, const QString& caption, void (frmPreview::*action)());
+    void connectParts();
     void showPage(int page);
 
     /// Lays the window out for the magnification and draws the page.
@@ -53,7 +53,6 @@ private:
     bool zoomByKey(const QKeyEvent& event);
     bool moveByKey(const QKeyEvent& event);
     void turnWheel(int stepsX, int stepsY);
-    [[nodiscard]] bool isLargerThanView() const;
     bool reporting(const Drawing& drawing);
 
     PrintServices m_services;

@@ -21,25 +21,24 @@ PageNavigator::PageNavigator(int pageCount, QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    m_first = addButton(u"Prima"_s, u"pagina_prima"_s, u"Prima pagina (Home)"_s,
-                        &PageNavigator::firstRequested);
+    m_first = addButton(u"Prima"_s, u"pagina_prima"_s, u"Prima pagina (Home)"_s, [] { return 1; });
     m_previous = addButton(u"Precedente"_s, u"pagina_precedente"_s, u"Pagina precedente (PagSu)"_s,
-                           &PageNavigator::previousRequested);
+                           [this] { return m_page - 1; });
     m_caption->setObjectName(u"Pagina"_s);
     m_caption->setAlignment(Qt::AlignCenter);
     m_caption->setMinimumWidth(
         m_caption->fontMetrics().horizontalAdvance(u"Pagina %1/%1 "_s.arg(qMax(pageCount, 100))));
     layout->addWidget(m_caption);
     m_next = addButton(u"Successiva"_s, u"pagina_successiva"_s, u"Pagina successiva (PagGiù)"_s,
-                       &PageNavigator::nextRequested);
+                       [this] { return m_page + 1; });
     m_last = addButton(u"Ultima"_s, u"pagina_ultima"_s, u"Ultima pagina (Fine)"_s,
-                       &PageNavigator::lastRequested);
+                       [this] { return m_pageCount; });
     addField();
     showPage(0);
 }
 
 QToolButton* PageNavigator::addButton(const QString& name, const QString& iconName,
-                                      const QString& hint, Request request)
+                                      const QString& hint, const std::function<int()>& target)
 {
     auto* button = new QToolButton(this);
     button->setObjectName(name);
@@ -48,7 +47,7 @@ QToolButton* PageNavigator::addButton(const QString& name, const QString& iconNa
     button->setAccessibleName(hint);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    connect(button, &QToolButton::clicked, this, request);
+    connect(button, &QToolButton::clicked, this, [=, this] { emit pageRequested(target()); });
     layout()->addWidget(button);
     return button;
 }
@@ -70,6 +69,7 @@ void PageNavigator::addField()
 
 void PageNavigator::showPage(int page)
 {
+    m_page = page;
     // A document of one page keeps its first caption.
     if (page > 0 && m_pageCount > 1)
         m_caption->setText(u"Pagina %1/%2"_s.arg(page).arg(m_pageCount));
@@ -92,6 +92,7 @@ void PageNavigator::takeNumber()
 {
     const int page = m_field->text().toInt();
     m_field->clear();
+    emit numberTyped();
     emit pageRequested(page);
 }
 

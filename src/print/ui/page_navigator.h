@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QLabel;
 class QLineEdit;
 class QToolButton;
@@ -25,21 +27,18 @@ public:
     void typeNumber(const QString& text);
 
 signals:
-    void firstRequested();
-    void previousRequested();
-    void nextRequested();
-    void lastRequested();
-    /// The number is one of the document's.
     void pageRequested(int page);
+    /// By a number in the field, which needs no more keys.
+    void numberTyped();
 
 private:
-    using Request = void (PageNavigator::*)();
     QToolButton* addButton(const QString& name, const QString& iconName, const QString& hint,
-                           Request request);
+                           const std::function<int()>& target);
     void addField();
     void takeNumber();
 
     int m_pageCount;
+    int m_page = 0; ///< the one shown
     QLabel* m_caption;
     QLineEdit* m_field;
     QToolButton* m_first;

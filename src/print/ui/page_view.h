@@ -46,7 +46,7 @@ public:
 
     [[nodiscard]] PagePicture& picture() { return *m_picture; }
 
-    /// Room for the picture.
+    /// Space for the picture.
     [[nodiscard]] QSize viewSize() const { return m_area->size(); }
 
     /// Shows the image of the layout at the scroll position.
@@ -60,7 +60,7 @@ public:
     void scrollBy(int stepsX, int stepsY);
 
 signals:
-    /// The room for the picture has changed.
+    /// The space for the picture has changed.
     void resized();
     /// The wheel was turned with Ctrl held, over the place of the view; more than 0 enlarges.
     void zoomRequested(int steps, QPoint place);

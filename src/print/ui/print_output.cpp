@@ -12,14 +12,23 @@
 
 namespace zelto::print {
 
+namespace {
+
+void drawOn(PagedSurface& surface, const PrintServices& services, const Drawing& drawing)
+{
+    const DrawingTarget target(services.engine, surface);
+    services.engine.setPageSize(services.printers.pageSize());
+    drawing();
+}
+
+} // namespace
+
 void drawOnPrinter(const PrintServices& services, const QString& title, const Drawing& drawing)
 {
     QPrinter& printer = services.printers.printer();
     printer.setDocName(title);
     PagedSurface surface(printer);
-    const DrawingTarget target(services.engine, surface);
-    services.engine.setPageSize(services.printers.pageSize());
-    drawing();
+    drawOn(surface, services, drawing);
     surface.finish();
     printer.setCopyCount(1); // copies are chosen for one document, not for the next
     if (surface.isEmpty())
@@ -30,9 +39,7 @@ void drawIntoPdf(const PrintServices& services, const QString& path, const PdfIn
                  const Drawing& drawing)
 {
     PdfSurface surface(chosenPath(path), info, services.printers.pageLayout());
-    const DrawingTarget target(services.engine, surface);
-    services.engine.setPageSize(services.printers.pageSize());
-    drawing();
+    drawOn(surface, services, drawing);
     surface.commit();
 }
 
