@@ -60,7 +60,7 @@ private:
 
 public:
     store::Database job;
-    store::MasterDatabase master{QStringLiteral(MASTER)};
+    QStringList descriptions = store::groupDescriptions(QStringLiteral(MASTER));
     store::Settings settings{m_folder.filePath(u"Zelto.ini"_s)};
     test::ScriptedUser user{m_folder.path()};
 };
@@ -75,7 +75,7 @@ void showAndClose(QDialog& dialog)
 void openVariabili(benchmark::State& state, Desk& desk)
 {
     for (auto _ : state) {
-        coefficients::Variabili screen(desk.job, desk.master, desk.user, desk.settings);
+        coefficients::Variabili screen(desk.job, desk.descriptions, desk.user, desk.settings);
         showAndClose(screen);
     }
 }

@@ -3,9 +3,9 @@
 // must keep the rules of a job.
 #include "fuzz_input.h"
 #include "store/database.h"
+#include "store/format_check.h"
 #include "store/recovery/job_salvage.h"
 #include "store/recovery/salvage_writer.h"
-#include "store/schema_check.h"
 
 #include <QTemporaryDir>
 

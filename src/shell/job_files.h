@@ -11,7 +11,6 @@
 
 namespace zelto::store {
 class JobCopies;
-class MasterDatabase;
 } // namespace zelto::store
 
 namespace zelto::widgets {
@@ -35,7 +34,7 @@ public:
 
     /// All of it outlives the operations.
     JobFiles(widgets::MainWindowServices& window, widgets::Dialogs& dialogs, RecentJobs& recent,
-             store::MasterDatabase& master, const store::JobCopies& copies, JobCheck check);
+             const store::JobCopies& copies, JobCheck check);
 
     [[nodiscard]] OpenJob& job() { return m_job; }
     [[nodiscard]] const QString& JobPath() const { return m_job.JobPath(); }
@@ -81,7 +80,7 @@ private:
     /// Runs the operation; the user hears of what it throws.
     void reportingErrors(const Operation& operation);
 
-    /// Lets go of the open job and the master database while the operation runs.
+    /// Lets go of the open job while the operation runs.
     void withFilesClosed(const Operation& operation);
 
     /// Nothing shows the open job any more; false when a window refuses to close.
@@ -115,7 +114,6 @@ private:
     widgets::MainWindowServices& m_window;
     widgets::Dialogs& m_dialogs;
     const RecentJobs& m_recent;
-    store::MasterDatabase& m_master;
     const store::JobCopies& m_copies;
     JobCheck m_check;
     OpenJob m_job;

@@ -5,7 +5,6 @@
 #include "store/files/file_operations.h"
 #include "store/files/job_copies.h"
 #include "store/files/new_file.h"
-#include "store/master_database.h"
 #include "store/recovery/repair.h"
 #include "widgets/main_window_services.h"
 
@@ -52,9 +51,7 @@ QString restoredName(const store::JobCopy& copy)
 void JobFiles::withFilesClosed(const Operation& operation)
 {
     m_job.suspend();
-    m_master.close();
     reportingErrors(operation);
-    reportingErrors([&] { m_master.reopen(); });
     reportingErrors([&] { m_job.resume(); });
 }
 
