@@ -3,6 +3,7 @@
 // a bare table of the same cells; and one key typed in a cell against one typed in a bare field.
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
+#include "store/database.h"
 #include "store/master_database.h"
 #include "store/schema.h"
 #include "store/settings.h"

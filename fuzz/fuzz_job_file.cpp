@@ -21,10 +21,9 @@ using namespace zelto::fuzz;
 
 namespace {
 
-class Nobody : public store::UserInterface
+class Nobody : public store::Messages
 {
 public:
-    void SetStatus(const QString& /*text*/, bool /*busy*/) override {}
     void showMessage(const QString& /*text*/) override {}
     void ReportError(const std::exception& /*error*/) override {}
 };
