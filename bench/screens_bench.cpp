@@ -3,6 +3,7 @@
 // a bare table of the same cells; and one key typed in a cell against one typed in a bare field.
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
+#include "store/database.h"
 #include "store/master_database.h"
 #include "store/schema.h"
 #include "store/settings.h"
@@ -60,7 +61,7 @@ private:
 
 public:
     store::Database job;
-    store::MasterDatabase master{QStringLiteral(MASTER)};
+    QStringList descriptions = store::groupDescriptions(QStringLiteral(MASTER));
     store::Settings settings{m_folder.filePath(u"Zelto.ini"_s)};
     test::ScriptedUser user{m_folder.path()};
 };
@@ -75,7 +76,7 @@ void showAndClose(QDialog& dialog)
 void openVariabili(benchmark::State& state, Desk& desk)
 {
     for (auto _ : state) {
-        coefficients::Variabili screen(desk.job, desk.master, desk.user, desk.settings);
+        coefficients::Variabili screen(desk.job, desk.descriptions, desk.user, desk.settings);
         showAndClose(screen);
     }
 }

@@ -25,15 +25,14 @@ void requireGroups(const DataText& text)
         names += row.cells[0];
     }
     if (names != expected)
-        throw DataFault(
-            text.path(), 0,
-            QStringLiteral("i gruppi devono essere %1.").arg(expected.join(QStringLiteral(", "))));
+        throw DataFault(text.path(), 0,
+                        u"i gruppi devono essere %1."_s.arg(expected.join(u", "_s)));
 }
 
 void writeMaster(const QString& path, const DataText& text)
 {
     Database master = Database::create(path);
-    master.Execute(QStringLiteral("PRAGMA user_version = %1").arg(store::masterAccessMark()));
+    master.Execute(u"PRAGMA user_version = %1"_s.arg(store::MasterAccessMark));
     master.appendTable(store::masterTable());
     const store::TableDef& table = store::masterTable();
     store::RecordWriter writer = master.writer(table);

@@ -7,12 +7,6 @@
 namespace zelto::data {
 namespace {
 
-QString faultMessage(const QString& path, int line, const QString& what)
-{
-    return line > 0 ? QStringLiteral("%1:%2: %3").arg(path).arg(line).arg(what)
-                    : QStringLiteral("%1: %2").arg(path, what);
-}
-
 QStringList readLines(const QString& path)
 {
     QFile file(path);
@@ -21,7 +15,7 @@ QStringList readLines(const QString& path)
     QStringDecoder decode(QStringDecoder::Utf8);
     QString text = decode(file.readAll());
     if (decode.hasError())
-        throw DataFault(path, 0, QStringLiteral("il testo non è in UTF-8."));
+        throw DataFault(path, 0, u"il testo non è in UTF-8."_s);
     text.remove(u'\r');
     if (text.endsWith(u'\n'))
         text.chop(1);
@@ -42,7 +36,8 @@ Row parseRow(const QString& text, int line)
 } // namespace
 
 DataFault::DataFault(const QString& path, int line, const QString& what)
-    : std::runtime_error(faultMessage(path, line, what).toStdString())
+    : std::runtime_error(
+          ((line > 0 ? u"%1:%2: "_s.arg(path).arg(line) : path + u": "_s) + what).toStdString())
 {}
 
 DataText DataText::read(const QString& path)
@@ -54,7 +49,7 @@ DataText DataText::read(const QString& path)
         ++line;
         // Stored tables separate their cells with it.
         if (text.contains(u'\t'))
-            throw DataFault(path, line, QStringLiteral("tabulazione al posto degli spazi."));
+            throw DataFault(path, line, u"tabulazione al posto degli spazi."_s);
         const QString trimmed = text.trimmed();
         if (!trimmed.isEmpty() && !trimmed.startsWith(u'#'))
             result.m_rows.push_back(parseRow(text, line));
@@ -70,20 +65,20 @@ void DataText::fail(const Row& row, const QString& what) const
 void DataText::requireCells(const Row& row, qsizetype count) const
 {
     if (row.cells.size() != count)
-        fail(row, QStringLiteral("%1 celle invece di %2.").arg(row.cells.size()).arg(count));
+        fail(row, u"%1 celle invece di %2."_s.arg(row.cells.size()).arg(count));
 }
 
 QString DataText::cell(const Row& row, qsizetype index, qsizetype maxLength) const
 {
     const QString& text = row.cells.at(index);
     if (text.size() > maxLength)
-        fail(row, QStringLiteral("«%1» è più lungo di %2 caratteri.").arg(text).arg(maxLength));
+        fail(row, u"«%1» è più lungo di %2 caratteri."_s.arg(text).arg(maxLength));
     return text;
 }
 
 QString readParagraphs(const QString& path)
 {
-    const QString paragraphEnd = QStringLiteral("\r\n");
+    const QString paragraphEnd = u"\r\n"_s;
     QString result;
     for (const QString& text : readLines(path)) {
         const QString line = text.trimmed();
@@ -91,7 +86,7 @@ QString readParagraphs(const QString& path)
         if (line.isEmpty())
             result += paragraphEnd;
         else if (inParagraph)
-            result += (line.startsWith(u"- ") ? paragraphEnd : QStringLiteral(" ")) + line;
+            result += (line.startsWith(u"- ") ? paragraphEnd : u" "_s) + line;
         else
             result += line;
     }

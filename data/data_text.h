@@ -2,6 +2,8 @@
 // The readable text that the delivered databases are built from: rows of cells and running text.
 #pragma once
 
+#include "text/literals.h"
+
 #include <QString>
 #include <QStringList>
 

@@ -1,26 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data/output_file.h"
 
-#include "data/data_text.h"
+#include "store/files/new_file.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <cstdio>
-#include <filesystem>
 
 namespace zelto::data {
 
 void buildFile(const QString& output, const std::function<void(const QString& path)>& write)
 {
-    const QTemporaryDir workFolder(QFileInfo(output).absolutePath() +
-                                   QStringLiteral("/.build-XXXXXX"));
-    if (!workFolder.isValid())
-        throw DataFault(output, 0, workFolder.errorString());
-    const QString built = workFolder.filePath(QFileInfo(output).fileName());
-    write(built);
-    std::filesystem::rename(built.toStdU16String(), output.toStdU16String());
+    store::NewFile built(output);
+    write(built.path());
+    built.replace();
 }
 
 int runBuilder(int argc, char** argv, const char* usage,

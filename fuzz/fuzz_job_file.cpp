@@ -8,7 +8,6 @@
 #include "fuzz_input.h"
 #include "fuzz_job_tables.h"
 #include "store/format_check.h"
-#include "store/schema_check.h"
 #include "store/user_interface.h"
 
 #include <QTemporaryDir>

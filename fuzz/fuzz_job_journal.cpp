@@ -5,7 +5,7 @@
 #include "fuzz_input.h"
 #include "fuzz_journal.h"
 #include "store/database.h"
-#include "store/schema_check.h"
+#include "store/format_check.h"
 
 #include <QDirIterator>
 #include <QMap>

@@ -84,8 +84,8 @@ QString literal(std::string_view& bytes)
 
 Database looseJob()
 {
-    Database job(std::make_shared<store::Connection>(
-        u"LAVORO.ZLT"_s, SQLite::Database(":memory:", SQLite::OPEN_READWRITE)));
+    Database job(std::make_shared<store::Connection>(u"LAVORO.ZLT"_s, u":memory:"_s,
+                                                     SQLite::OPEN_READWRITE));
     for (const TableDef& table : store::jobTables())
         job.Execute(u"CREATE TABLE %1 (%2)"_s.arg(store::quoted(table.name), fieldList(table)));
     fill(job);

@@ -3,8 +3,8 @@
 // must keep the rules of a job.
 #include "fuzz_input.h"
 #include "store/database.h"
+#include "store/format_check.h"
 #include "store/recovery/job_salvage.h"
-#include "store/schema_check.h"
 
 #include <QTemporaryDir>
 

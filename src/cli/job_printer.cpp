@@ -12,7 +12,6 @@
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
 #include "store/jet/jet_file.h"
-#include "store/schema_check.h"
 #include "text/system_reason.h"
 
 #include <QDir>

@@ -46,7 +46,6 @@ QString storedText(std::size_t text, QString shown)
         return date.isValid() ? date.toString(Qt::ISODate) : shown.trimmed();
     }
     case FieldType::Integer:
-    case FieldType::Long:
         text::StripBlanks(shown);
         return shown;
     default:

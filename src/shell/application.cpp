@@ -11,6 +11,7 @@
 #include "shell/guide_chapters.h"
 #include "shell/program_launcher.h"
 #include "store/application_folder.h"
+#include "store/master_database.h"
 #include "widgets/dialogs.h"
 
 #include <QApplication>
@@ -20,9 +21,10 @@
 namespace zelto::shell {
 
 Application::Application(const store::ApplicationFolder& folder, widgets::Dialogs& dialogs)
-    : m_settings(folder.settingsPath()), m_master(folder.masterPath()), m_dialogs(dialogs),
+    : m_settings(folder.settingsPath()),
+      m_groupDescriptions(store::groupDescriptions(folder.masterPath())), m_dialogs(dialogs),
       m_window(m_recentJobs), m_copies(folder.copiesFolder()),
-      m_jobFiles(m_window, dialogs, m_recentJobs, m_master, m_copies,
+      m_jobFiles(m_window, dialogs, m_recentJobs, m_copies,
                  [](store::Database& lavoro) { (void)calc::CaricaLavoro(lavoro); }),
       m_outputFolder(folder.path()), m_engine(print::TempFolder(folder.path()), m_separators)
 {
@@ -165,7 +167,8 @@ void Application::showScreen(const QString& key)
         return;
     store::Database& lavoro = job.JobDatabase();
     if (key == u"Variabili")
-        showModal(coefficients::Variabili(lavoro, m_master, m_dialogs, m_settings, &m_window));
+        showModal(
+            coefficients::Variabili(lavoro, m_groupDescriptions, m_dialogs, m_settings, &m_window));
     else if (key == u"DatiGenerali")
         showModal(coefficients::DatiGenerali(lavoro, m_dialogs, m_settings, &m_window));
     else

@@ -8,7 +8,6 @@
 #include "shell/main_window.h"
 #include "shell/recent_jobs.h"
 #include "store/files/job_copies.h"
-#include "store/master_database.h"
 #include "store/settings.h"
 #include "text/decimal_text.h"
 
@@ -40,7 +39,7 @@ class Application : public QObject
     Q_OBJECT
 
 public:
-    /// Throws DatabaseError when the master database cannot be opened. The dialogs outlive it.
+    /// Throws DatabaseError when the master database cannot be read. The dialogs outlive it.
     Application(const store::ApplicationFolder& folder, widgets::Dialogs& dialogs);
 
     /// Starts the program with the window not yet shown; shows why and gives nothing when the
@@ -76,7 +75,7 @@ private:
 
     store::Settings m_settings;
     RecentJobs m_recentJobs;
-    store::MasterDatabase m_master;
+    QStringList m_groupDescriptions;
     widgets::Dialogs& m_dialogs;
     MainWindow m_window;
     store::JobCopies m_copies;

@@ -2,14 +2,12 @@
 #include "shell/job_files.h"
 
 #include "shell/recent_jobs.h"
-#include "store/files/duplicate_plan.h"
 #include "store/files/file_operations.h"
 #include "store/files/job_copies.h"
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
 #include "store/jet/jet_file.h"
-#include "store/master_database.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
 
@@ -22,9 +20,8 @@ namespace zelto::shell {
 using Request = widgets::FileDialogRequest;
 
 JobFiles::JobFiles(widgets::MainWindowServices& window, widgets::Dialogs& dialogs,
-                   RecentJobs& recent, store::MasterDatabase& master,
-                   const store::JobCopies& copies, JobCheck check)
-    : m_window(window), m_dialogs(dialogs), m_recent(recent), m_master(master), m_copies(copies),
+                   RecentJobs& recent, const store::JobCopies& copies, JobCheck check)
+    : m_window(window), m_dialogs(dialogs), m_recent(recent), m_copies(copies),
       m_check(std::move(check)), m_job(window, recent)
 {}
 

@@ -10,7 +10,6 @@
 
 namespace zelto::store {
 class JobCopies;
-class MasterDatabase;
 } // namespace zelto::store
 
 namespace zelto::widgets {
@@ -37,7 +36,7 @@ public:
 
     /// All of it outlives the operations.
     JobFiles(widgets::MainWindowServices& window, widgets::Dialogs& dialogs, RecentJobs& recent,
-             store::MasterDatabase& master, const store::JobCopies& copies, JobCheck check);
+             const store::JobCopies& copies, JobCheck check);
 
     [[nodiscard]] OpenJob& job() { return m_job; }
     [[nodiscard]] const QString& JobPath() const { return m_job.JobPath(); }
@@ -77,7 +76,7 @@ public:
 private:
     enum class Conversion { No, Yes };
 
-    /// Lets go of the open job and the master database while the operation runs; what fails is
+    /// Lets go of the open job while the operation runs; what fails is
     /// reported.
     void withFilesClosed(const std::function<void()>& operation);
 
@@ -123,7 +122,6 @@ private:
     widgets::MainWindowServices& m_window;
     widgets::Dialogs& m_dialogs;
     const RecentJobs& m_recent;
-    store::MasterDatabase& m_master;
     const store::JobCopies& m_copies;
     JobCheck m_check;
     OpenJob m_job;

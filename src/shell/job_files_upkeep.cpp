@@ -4,7 +4,6 @@
 #include "store/files/file_operations.h"
 #include "store/files/job_copies.h"
 #include "store/files/new_file.h"
-#include "store/master_database.h"
 #include "store/recovery/repair.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
@@ -60,9 +59,7 @@ void JobFiles::withFilesClosed(const std::function<void()>& operation)
         }
     };
     m_job.suspend();
-    m_master.close();
     reporting(operation);
-    reporting([&] { m_master.reopen(); });
     reporting([&] { m_job.resume(); });
 }
 

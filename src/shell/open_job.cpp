@@ -3,7 +3,7 @@
 
 #include "shell/recent_jobs.h"
 #include "store/files/file_names.h"
-#include "store/schema_check.h"
+#include "store/format_check.h"
 #include "widgets/main_window_services.h"
 
 #include <utility>

@@ -36,7 +36,7 @@ QString faultOf(const QFileInfo& master)
     if (!master.isFile())
         return u"«%1» non è un file."_s.arg(master.filePath());
     try {
-        (void)MasterDatabase(master.filePath()).groupDescriptions();
+        (void)groupDescriptions(master.filePath());
     } catch (const DatabaseError& error) {
         if (error.number() != ErrorNumber::InUse)
             return error.description();

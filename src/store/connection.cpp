@@ -1,21 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/connection.h"
 
-#include "store/engine_errors.h"
+#include "store/database_error.h"
+#include "store/engine_file.h"
 #include "store/file_check.h"
-#include "store/files/file_names.h"
-#include "store/files/passing_folder.h"
-#include "store/job_limits.h"
-#include "store/object_check.h"
-#include "text/system_reason.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
-#include <SQLiteCpp/Backup.h>
-#include <SQLiteCpp/Statement.h>
 #include <array>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <utility>
 
 namespace zelto::store {
@@ -61,23 +57,6 @@ void harden(SQLite::Database& handle)
     handle.exec("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0; PRAGMA synchronous=EXTRA;");
 }
 
-DatabaseError damaged(const QString& path, const char* detail)
-{
-    return damagedFile(path, QString::fromUtf8(detail));
-}
-
-/// The header as the engine has it, after what a journal took back.
-QByteArray headerOf(SQLite::Database& handle)
-{
-    QByteArray header(HeaderSize, '\0');
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(handle.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    const bool read =
-        file != nullptr && file->pMethods != nullptr &&
-        file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0) == SQLITE_OK;
-    return read ? header : QByteArray();
-}
-
 constexpr int StepsBetweenLooks = 100'000;
 
 int statementBegins(unsigned int /*event*/, void* count, void* /*statement*/, void* /*sql*/)
@@ -94,169 +73,76 @@ int statementGoesOn(void* count)
     return steps->taken > steps->most ? 1 : 0;
 }
 
+} // namespace
+
+Connection::Connection(QString shown, const QString& file, int flags)
+    : path(std::move(shown)), handle(QFile::encodeName(file).toStdString(),
+                                     flags | SQLite::OPEN_NOMUTEX, BusyTimeoutMilliseconds),
+      m_inMemory(file == u":memory:")
+{
+    limitSteps(QFileInfo(path).size());
+    harden(handle);
+}
+
 /// Checking a file of rooms and nothing else takes about ten steps for each of its bytes.
-void limitSteps(Connection& connection, qint64 fileSize)
+void Connection::limitSteps(qint64 fileSize)
 {
     constexpr qint64 Always = 100'000'000;
     constexpr qint64 ForEachByte = 100;
-    connection.steps->most = Always + ForEachByte * fileSize;
-    sqlite3* const engine = connection.handle.getHandle();
-    sqlite3_trace_v2(engine, SQLITE_TRACE_STMT, statementBegins, connection.steps.get());
-    sqlite3_progress_handler(engine, StepsBetweenLooks, statementGoesOn, connection.steps.get());
+    steps.most = Always + ForEachByte * fileSize;
+    sqlite3* const engine = handle.getHandle();
+    sqlite3_trace_v2(engine, SQLITE_TRACE_STMT, statementBegins, &steps);
+    sqlite3_progress_handler(engine, StepsBetweenLooks, statementGoesOn, &steps);
 }
 
-/// Without the CHECK conditions: ControllaTabelle names the field that breaks one.
-void checkStructure(SQLite::Database& handle, const QString& path)
+QByteArray Connection::header()
 {
-    handle.exec("PRAGMA ignore_check_constraints=ON");
-    SQLite::Statement check(handle, "PRAGMA quick_check(1)");
-    const std::string result = check.executeStep() ? check.getColumn(0).getString() : std::string();
-    handle.exec("PRAGMA ignore_check_constraints=OFF");
-    if (result != "ok")
-        throw damaged(path, result.c_str());
+    QByteArray bytes(HeaderSize, '\0');
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    const bool read =
+        file != nullptr && file->pMethods != nullptr &&
+        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), 0) == SQLITE_OK;
+    return read ? bytes : QByteArray();
 }
 
-/// The path has no links, and is absolute: no name can then be taken for a URI or for ":memory:".
-ConnectionPtr connect(const QString& path, const QString& shown, int flags)
+FileState Connection::state()
 {
-    auto connection = std::make_shared<Connection>(
-        shown, SQLite::Database(QFile::encodeName(path).toStdString(), flags | SQLite::OPEN_NOMUTEX,
-                                BusyTimeoutMilliseconds));
-    limitSteps(*connection, QFileInfo(path).size());
-    return connection;
+    constexpr qsizetype CounterAt = 24;
+    struct stat found = {};
+    if (::stat(QFile::encodeName(path).constData(), &found) != 0)
+        return {};
+    const QByteArray bytes = header().leftJustified(HeaderSize, '\0');
+    return {.device = found.st_dev,
+            .file = found.st_ino,
+            .size = found.st_size,
+            .seconds = found.st_mtim.tv_sec,
+            .nanoseconds = found.st_mtim.tv_nsec,
+            .counter = qFromBigEndian<std::uint32_t>(bytes.constData() + CounterAt)};
 }
 
-QString absolute(const QString& path)
+void Connection::remember()
 {
-    return QFileInfo(realPath(path)).absoluteFilePath();
+    if (!m_inMemory)
+        m_known = state();
 }
 
-void checkContents(SQLite::Database& handle, const QString& path)
+void Connection::requireUnchanged()
 {
-    try {
-        checkObjects(handle, path);
-        checkStructure(handle, path);
-    } catch (const SQLite::Exception& failure) {
-        // Our own statements are sound: what does not run is a table definition of the file.
-        if (failure.getErrorCode() == SQLITE_ERROR)
-            throw damaged(path, failure.what());
-        throw;
-    }
-}
-
-/// Opens the file at the path, which is looked at already. Throws SQLite::Exception as well.
-ConnectionPtr openEngine(const QString& path, const QString& shown, int flags)
-{
-    ConnectionPtr connection = connect(path, shown, flags);
-    harden(connection->handle);
-    // The first read takes back what a journal says.
-    connection->handle.exec("PRAGMA main.schema_version");
-    checkHeader(headerOf(connection->handle), shown);
-    requireFileSize(QFileInfo(path).size(), shown);
-    connection->handle.exec("PRAGMA journal_mode=DELETE");
-    return connection;
-}
-
-ConnectionPtr openChecked(const QString& path, const QString& shown, int flags)
-{
-    ConnectionPtr connection = openEngine(path, shown, flags);
-    checkContents(connection->handle, shown);
-    connection->witness.remember(connection->handle, path);
-    return connection;
-}
-
-/// After a power failure the file waits for its last change to be taken back, which only a writer
-/// can do. A reader lets it be done on a copy.
-ConnectionPtr openReadOnly(const QString& file, const QString& shown)
-{
-    try {
-        return openChecked(file, shown, SQLite::OPEN_READONLY);
-    } catch (const SQLite::Exception& failure) {
-        if (failure.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK)
-            throw;
-    }
-    auto copy = std::make_unique<PrivateCopy>(file, shown);
-    (void)openEngine(copy->path(), shown, SQLite::OPEN_READWRITE);
-    ConnectionPtr connection = openChecked(copy->path(), shown, SQLite::OPEN_READONLY);
-    connection->copy = std::move(copy);
-    return connection;
-}
-
-/// What a journal would make of the file is looked at on a copy before it happens.
-ConnectionPtr openForWriting(const QString& file, const QString& shown)
-{
-    if (hasJournal(file))
-        (void)openReadOnly(file, shown);
-    return openChecked(file, shown, SQLite::OPEN_READWRITE);
-}
-
-/// Never touches what exists already, not even by a race.
-void claimName(const QString& path)
-{
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+    if (m_inMemory)
         return;
-    const QFileInfo info(path);
-    if (info.exists() || info.isSymLink())
-        throw DatabaseError(ErrorNumber::FileExists, u"Il file «%1» esiste già."_s.arg(path));
-    throw DatabaseError(ErrorNumber::CannotOpen, u"Impossibile creare il file «%1» (%2)."_s.arg(
-                                                     targetPath(path), text::systemReason(file)));
-}
-
-} // namespace
-
-ConnectionPtr createFile(const QString& path)
-{
-    claimName(path);
-    try {
-        return onFile(path, [&] {
-            ConnectionPtr connection = connect(absolute(path), path, SQLite::OPEN_READWRITE);
-            harden(connection->handle);
-            connection->handle.exec("PRAGMA journal_mode=DELETE; PRAGMA application_id=" +
-                                    std::to_string(ApplicationId));
-            connection->witness.remember(connection->handle, path);
-            return connection;
-        });
-    } catch (...) {
-        QFile::remove(path);
-        throw;
-    }
-}
-
-ConnectionPtr openFile(const QString& path, OpenMode mode)
-{
-    const QString file = absolute(path);
-    checkFile(file, path);
-    return onFile(path, [&] {
-        return mode == OpenMode::ReadOnly ? openReadOnly(file, path) : openForWriting(file, path);
-    });
-}
-
-ConnectionPtr openForRebuilding(const QString& path)
-{
-    auto copy = std::make_unique<PrivateCopy>(absolute(path), path);
-    return onFile(path, [&] {
-        ConnectionPtr connection = openEngine(copy->path(), path, SQLite::OPEN_READWRITE);
-        connection->copy = std::move(copy);
-        removeForeignObjects(connection->handle);
-        checkStructure(connection->handle, path);
-        return connection;
-    });
-}
-
-ConnectionPtr copyToMemory(const QString& path)
-{
-    const ConnectionPtr source = openFile(path, OpenMode::ReadOnly);
-    return onFile(path, [&] {
-        auto copy = std::make_shared<Connection>(
-            path, SQLite::Database(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX));
-        limitSteps(*copy, QFileInfo(path).size());
-        harden(copy->handle);
-        SQLite::Backup backup(copy->handle, source->handle);
-        if (const int result = backup.executeStep(); result != SQLITE_DONE)
-            throw SQLite::Exception(sqlite3_errstr(result), result);
-        return copy;
-    });
+    const FileState now = state();
+    const bool replaced = now.device != m_known.device || now.file != m_known.file;
+    if (now.file == 0)
+        throw DatabaseError(ErrorNumber::RecordChanged,
+                            u"Il file «%1» non c'è più: è stato spostato o eliminato mentre era "
+                            "aperto. Nulla è stato memorizzato."_s.arg(path));
+    if (replaced || (now.counter == m_known.counter && now != m_known))
+        throw DatabaseError(ErrorNumber::RecordChanged,
+                            u"Il file «%1» è stato sostituito o riscritto da un altro programma "
+                            "mentre era aperto. Nulla è stato memorizzato: chiudere la finestra, "
+                            "riaprire il lavoro e ripetere."_s.arg(path));
+    m_known = now;
 }
 
 } // namespace zelto::store

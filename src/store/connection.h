@@ -1,26 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Opening a file from a stranger: everything the engine could be talked into is switched off and
-// the file's structure is checked before the first record is read.
 #pragma once
 
-#include "store/files/file_witness.h"
-#include "store/files/private_copy.h"
+#include "store/files/passing_folder.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <SQLiteCpp/Database.h>
+#include <cstdint>
 #include <memory>
-#include <utility>
 
 namespace zelto::store {
-
-/// Marks our files among all files of the engine: the ASCII characters "ZLT9".
-inline constexpr int ApplicationId = 0x5A4C5439;
-
-/// How long an operation waits for another program to let go of the file.
-inline constexpr int BusyTimeoutMilliseconds = 5000;
-
-enum class OpenMode { ReadWrite, ReadOnly };
 
 /// How many steps of the engine a statement may take before it is ended, and has taken.
 struct StepCount
@@ -29,29 +19,54 @@ struct StepCount
     qint64 taken = 0;
 };
 
+/// A file as it is at one moment; without a number when there is none any more.
+struct FileState
+{
+    std::uint64_t device = 0;
+    std::uint64_t file = 0;
+    std::int64_t size = 0;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+    std::uint32_t counter = 0; ///< the engine's, one further with every change
+
+    bool operator==(const FileState&) const = default;
+};
+
 /// The engine's handle of one file, shared by the database, its queries and its writers.
 struct Connection
 {
-    Connection(QString name, SQLite::Database engine)
-        : path(std::move(name)), handle(std::move(engine))
-    {}
+    /// Opens the file, or ":memory:", which errors name as shown, with everything switched off that
+    /// a file from a stranger could talk the engine into. Throws SQLite::Exception.
+    Connection(QString shown, const QString& file, int flags);
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// The file's first bytes as the engine has them, after what a journal took back; none of a
+    /// database in memory. Through the engine's own descriptor: closing another one would drop the
+    /// locks that this process holds on the file.
+    [[nodiscard]] QByteArray header();
+
+    /// The file as it is now is the one that the engine knows. One in memory is not looked at.
+    void remember();
+
+    /// Within a transaction: throws RecordChanged when another file has taken the name, or this one
+    /// was overwritten by a program that is no engine, so that no stale pages are written into it.
+    /// The engine itself goes by the file's counter alone, and a copy of the job has the same one.
+    void requireUnchanged();
 
     QString path;
-    std::unique_ptr<PrivateCopy> copy; ///< what is read in place of the file, if anything
-    std::unique_ptr<StepCount> steps = std::make_unique<StepCount>();
+    std::unique_ptr<PassingFolder> copy; ///< of what is read in place of the file, if anything
+    StepCount steps;
     SQLite::Database handle;
-    FileWitness witness;
+
+private:
+    void limitSteps(qint64 fileSize);
+    [[nodiscard]] FileState state();
+
+    bool m_inMemory;
+    FileState m_known;
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;
-
-/// As the operations of Database with these names.
-[[nodiscard]] ConnectionPtr createFile(const QString& path);
-[[nodiscard]] ConnectionPtr openFile(const QString& path, OpenMode mode);
-[[nodiscard]] ConnectionPtr copyToMemory(const QString& path);
-
-/// A private copy of a file whose tables need not be ours, for a repair that makes them so. Without
-/// what would run when it is read; Damaged when the rest is not sound.
-[[nodiscard]] ConnectionPtr openForRebuilding(const QString& path);
 
 } // namespace zelto::store

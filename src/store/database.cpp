@@ -9,21 +9,6 @@
 
 namespace zelto::store {
 
-Database Database::create(const QString& path)
-{
-    return Database(createFile(path));
-}
-
-Database Database::open(const QString& path, OpenMode mode)
-{
-    return Database(openFile(path, mode));
-}
-
-Database Database::openCopyInMemory(const QString& path)
-{
-    return Database(copyToMemory(path));
-}
-
 QStringList Database::tableNames() const
 {
     return onFile(path(), [&] {
@@ -48,25 +33,6 @@ void Database::appendTable(const TableDef& table)
         throw DatabaseError(ErrorNumber::TableExists,
                             u"La tabella «%1» esiste già nel file «%2»."_s.arg(table.name, path()));
     Execute(createTableSql(table));
-}
-
-int Database::Execute(const QString& sql, std::span<const Value> parameters)
-{
-    return execute(*m_connection, sql, parameters);
-}
-
-qint64 Database::dataVersion() const
-{
-    return onFile(path(), [&] {
-        SQLite::Statement statement(m_connection->handle, "PRAGMA data_version");
-        statement.executeStep();
-        return static_cast<qint64>(statement.getColumn(0).getInt64());
-    });
-}
-
-Query Database::query(const QString& sql, std::span<const Value> parameters)
-{
-    return {m_connection, sql, sql, parameters};
 }
 
 Query Database::records(QStringView table, const std::vector<Condition>& conditions,
@@ -94,20 +60,68 @@ int Database::count(QStringView table)
 Database::Transaction::Transaction(Database& database) : m_connection(database.m_connection)
 {
     onFile(m_connection->path, [&] {
-        m_transaction = std::make_unique<SQLite::Transaction>(
+        m_transaction = std::make_shared<SQLite::Transaction>(
             m_connection->handle, SQLite::TransactionBehavior::IMMEDIATE);
-        m_connection->witness.check(m_connection->handle, m_connection->path);
+        m_connection->requireUnchanged();
     });
 }
-
-Database::Transaction::~Transaction() = default;
 
 void Database::Transaction::commit()
 {
     onFile(m_connection->path, [&] {
         m_transaction->commit();
-        m_connection->witness.remember(m_connection->handle, m_connection->path);
+        m_connection->remember();
     });
+}
+
+void RecordWriter::add(std::span<const Value> record)
+{
+    onFile(m_connection->path, [&] {
+        if (!m_insert) {
+            const QStringList places(static_cast<qsizetype>(m_table->fields.size()), u"?"_s);
+            const QString sql =
+                u"INSERT INTO %1 VALUES (%2)"_s.arg(quoted(m_table->name), places.join(u", "_s));
+            m_insert = std::make_shared<SQLite::Statement>(m_connection->handle, sql.toStdString());
+        }
+        m_insert->tryReset();
+        m_insert->clearBindings();
+        int place = 0;
+        for (const Value& value : record)
+            bindValue(*m_insert, ++place, value);
+        m_insert->exec();
+        noteWritten(*m_connection);
+    });
+}
+
+void RecordWriter::change(const Record& before, const Record& after)
+{
+    const bool keyed = !m_table->primaryKey.isEmpty();
+    QStringList settings;
+    Record values;
+    for (std::size_t field = 0; field < after.size(); ++field)
+        if (after[field] != before[field]) {
+            values.push_back(after[field]);
+            settings += u"%1 = :%2"_s.arg(quoted(m_table->fields[field].name)).arg(values.size());
+        }
+    if (settings.isEmpty())
+        return;
+    const QString found =
+        keyed ? u"%1 = :%2"_s.arg(quoted(m_table->primaryKey)).arg(values.size() + 1)
+              : u"rowid = (SELECT min(rowid) FROM %1)"_s.arg(quoted(m_table->name));
+    if (keyed)
+        values.push_back(before.front());
+    execute(
+        *m_connection,
+        u"UPDATE %1 SET %2 WHERE %3"_s.arg(quoted(m_table->name), settings.join(u", "_s), found),
+        values);
+}
+
+void RecordWriter::remove(const Value& key)
+{
+    execute(
+        *m_connection,
+        u"DELETE FROM %1 WHERE %2 = :1"_s.arg(quoted(m_table->name), quoted(m_table->primaryKey)),
+        {&key, 1});
 }
 
 } // namespace zelto::store

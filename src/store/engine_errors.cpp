@@ -47,14 +47,6 @@ constexpr std::array FailureTexts{
 /// How the engine begins to say so; it has no code of its own.
 constexpr QStringView NoSuchTable = u"no such table: ";
 
-DatabaseError checkError(const QString& constraint)
-{
-    const std::optional<FieldRule> rule = FieldRule::fromConstraintName(constraint);
-    if (!rule)
-        return {ErrorNumber::BadValue, u"Il valore non rispetta la regola «%1»."_s.arg(constraint)};
-    return rule->error();
-}
-
 /// "Table.Field", as the engine names a field in its messages.
 DatabaseError keyError(ErrorNumber number, QStringView description, const QString& column)
 {
@@ -68,7 +60,7 @@ DatabaseError constraintError(const SQLite::Exception& failure)
     const QString subject = message.section(u": "_s, 1);
     switch (failure.getExtendedErrorCode()) {
     case SQLITE_CONSTRAINT_CHECK:
-        return checkError(subject);
+        return brokenRule(subject);
     case SQLITE_CONSTRAINT_NOTNULL:
         return keyError(ErrorNumber::NullKey,
                         u"Il campo chiave «%1» della tabella «%2» non può essere vuoto.", subject);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/engine_file.h"
 
-#include "store/connection.h"
 #include "store/database_error.h"
 #include "store/engine_errors.h"
 #include "store/job_limits.h"
@@ -31,14 +30,10 @@ void require(int result, const QString& shown)
 
 } // namespace
 
-void EngineFile::NameDeleter::operator()(const char* name) const
-{
-    sqlite3_free_filename(const_cast<char*>(name));
-}
-
 EngineFile::EngineFile(const QString& path, const QString& shown)
     : m_shown(shown),
-      m_name(sqlite3_create_filename(QFile::encodeName(path).constData(), "", "", 0, nullptr))
+      m_name(sqlite3_create_filename(QFile::encodeName(path).constData(), "", "", 0, nullptr),
+             [](const char* name) { sqlite3_free_filename(const_cast<char*>(name)); })
 {
     requirePlainFile(path, shown);
     sqlite3_vfs* const layer = sqlite3_vfs_find(nullptr);
@@ -127,6 +122,17 @@ void requirePlainFile(const QString& path, const QString& shown)
     }
     if (!S_ISREG(found.st_mode))
         throw DatabaseError(ErrorNumber::CannotOpen, u"«%1» non è un file."_s.arg(shown));
+}
+
+void requireFileSize(qint64 size, const QString& path)
+{
+    constexpr int Megabyte = 20; // as a power of 2
+    if (size > LargestFile)
+        throw DatabaseError(
+            ErrorNumber::Damaged,
+            u"Il file «%1» è troppo grande per un lavoro: %2 MB, al massimo %3."_s.arg(path)
+                .arg(size >> Megabyte)
+                .arg(LargestFile >> Megabyte));
 }
 
 } // namespace zelto::store

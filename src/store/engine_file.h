@@ -12,6 +12,9 @@ struct sqlite3_file;
 
 namespace zelto::store {
 
+/// How long an operation waits for another program to let go of the file.
+inline constexpr int BusyTimeoutMilliseconds = 5000;
+
 /// The bytes of a plain file, read through the engine's own layer. A descriptor of another kind
 /// must never be opened on a job: closing it would drop the locks by which a connection of this
 /// process holds the file. Every operation throws DatabaseError.
@@ -43,19 +46,17 @@ public:
     void copyTo(const QString& target) const;
 
 private:
-    struct NameDeleter
-    {
-        void operator()(const char* name) const;
-    };
-
     [[nodiscard]] sqlite3_file* file() const;
 
     QString m_shown;
-    std::unique_ptr<const char, NameDeleter> m_name; ///< the engine's file refers to it
-    std::vector<std::byte> m_memory;                 ///< of the engine's file
+    std::shared_ptr<const char> m_name; ///< the engine's file refers to it
+    std::vector<std::byte> m_memory;    ///< of the engine's file
 };
 
 /// Throws as the constructor of EngineFile does; nothing is opened. Links are not followed.
 void requirePlainFile(const QString& path, const QString& shown);
+
+/// Throws Damaged for a file of more bytes than a job may have.
+void requireFileSize(qint64 size, const QString& path);
 
 } // namespace zelto::store

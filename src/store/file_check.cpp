@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/file_check.h"
 
-#include "store/big_endian.h"
 #include "store/database_error.h"
 #include "store/engine_file.h"
 #include "store/files/file_names.h"
+#include "store/files/passing_folder.h"
 #include "store/job_limits.h"
 
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <string_view>
 
@@ -20,9 +21,14 @@ namespace {
 constexpr std::string_view JournalMagic("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7", 8);
 
 // Places in a journal's head.
-constexpr std::size_t PagesAt = 16;
-constexpr std::size_t PageSizeAt = 24;
+constexpr qsizetype PagesAt = 16;
+constexpr qsizetype PageSizeAt = 24;
 constexpr qint64 JournalHead = 28;
+
+QString journalOf(const QString& path)
+{
+    return path + u"-journal"_s;
+}
 
 DatabaseError refused(QStringView description, const QString& shown)
 {
@@ -32,13 +38,13 @@ DatabaseError refused(QStringView description, const QString& shown)
 /// The engine gives the file the size that the journal says it had.
 void checkFormerSize(const QByteArray& head, const QString& shown)
 {
-    const std::uint64_t pages = numberAt(viewOf(head), PagesAt, 4).value_or(0);
-    const std::uint64_t pageSize = numberAt(viewOf(head), PageSizeAt, 4).value_or(0);
+    const auto number = [&](qsizetype place) {
+        return qFromBigEndian<quint32>(head.constData() + place);
+    };
     // 0 stands for the size that the file has.
-    constexpr std::uint64_t LargestPage = 65536;
-    const bool given = pageSize != 0 && pageSize < LargestPage;
-    const std::uint64_t size = pages * (given ? pageSize : LargestPage);
-    requireFileSize(static_cast<qint64>(size), shown);
+    constexpr quint32 LargestPage = 65536;
+    const bool given = number(PageSizeAt) != 0 && number(PageSizeAt) < LargestPage;
+    requireFileSize(qint64{number(PagesAt)} * (given ? number(PageSizeAt) : LargestPage), shown);
 }
 
 void checkJournal(const QString& path, const QString& shown)
@@ -55,7 +61,8 @@ void checkJournal(const QString& path, const QString& shown)
         throw refused(u"«%1» nomina un altro file, come non fa nessun lavoro, e non viene usato. "
                       "«Riparazione archivio» ricostruisce il lavoro senza.",
                       shown);
-    if (const QByteArray head = journal.read(0, JournalHead); head.startsWith(magic))
+    const QByteArray head = journal.read(0, JournalHead);
+    if (head.size() == JournalHead && head.startsWith(magic))
         checkFormerSize(head, shown);
 }
 
@@ -109,9 +116,21 @@ bool hasJournal(const QString& path)
     return QFileInfo(journalOf(path)).size() > 0;
 }
 
-QString journalOf(const QString& path)
+QString copyForReading(const QString& path, const QString& shown, const PassingFolder& folder)
 {
-    return path + u"-journal"_s;
+    if (!folder.isValid())
+        throw DatabaseError(ErrorNumber::CannotOpen,
+                            u"Il file «%1» non può essere copiato per la lettura (%2)."_s.arg(
+                                shown, text::systemReason(folder.error())));
+    const QString copy = folder.filePath(u"copia"_s);
+    EngineFile source(path, shown);
+    source.lockForReading();
+    source.copyTo(copy);
+    if (hasJournal(path))
+        EngineFile(journalOf(path), journalOf(shown)).copyTo(journalOf(copy));
+    // Another program may have changed what was looked at before.
+    checkFile(copy, shown);
+    return copy;
 }
 
 } // namespace zelto::store

@@ -8,6 +8,8 @@
 
 namespace zelto::store {
 
+class PassingFolder;
+
 /// How many bytes checkHeader wants to see.
 inline constexpr qint64 HeaderSize = 100;
 
@@ -23,7 +25,10 @@ void checkHeader(const QByteArray& header, const QString& shown);
 /// Whether a journal lies beside the file.
 [[nodiscard]] bool hasJournal(const QString& path);
 
-/// The journal's name.
-[[nodiscard]] QString journalOf(const QString& path);
+/// Copies a file and the journal beside it into the folder while no program can write the file, and
+/// returns the path of the copy. What the journal takes back is taken back there. Paths and errors
+/// as with checkFile, and DiskFull or CannotOpen when there is no place.
+[[nodiscard]] QString copyForReading(const QString& path, const QString& shown,
+                                     const PassingFolder& folder);
 
 } // namespace zelto::store

@@ -2,8 +2,7 @@
 // How large a job may be, whichever edition made it.
 #pragma once
 
-#include <QString>
-#include <QStringView>
+#include <QtGlobal>
 
 namespace zelto::store {
 
@@ -32,17 +31,5 @@ inline constexpr int MostGroupRows = 200;
 
 /// Pages of a printed document.
 inline constexpr int MostPages = 9'999;
-
-/// Throws DatabaseError Damaged for a file of more bytes than a job may have.
-void requireFileSize(qint64 size, const QString& path);
-
-/// Throws DatabaseError TextTooLong for a text of more characters than a memo may have; subject
-/// says whose it is: "«Note» della tabella «Dati Generali»".
-void requireMemoLength(qint64 length, const QString& subject);
-
-/// Throws DatabaseError Damaged for more units, or for more rooms of the unit, than can be told
-/// apart.
-void requireUnits(qint64 count, const QString& path);
-void requireRoomsOfUnit(qint64 count, const QString& unit, const QString& path);
 
 } // namespace zelto::store

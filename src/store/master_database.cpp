@@ -1,29 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/master_database.h"
 
-#include <QByteArrayView>
-#include <QCryptographicHash>
-#include <QtEndian>
-
-#include <utility>
+#include "store/database.h"
+#include "store/job_limits.h"
 
 namespace zelto::store {
-
-namespace {
-
-constexpr QByteArrayView Credentials = "admin:vurtemol";
-
-Database openMaster(const QString& path)
-{
-    Database database = Database::open(path, OpenMode::ReadOnly);
-    if (database.query(u"PRAGMA user_version"_s).integer(0) != masterAccessMark())
-        throw DatabaseError(
-            ErrorNumber::WrongAccess,
-            u"Il file «%1» non è il database principale del programma."_s.arg(path));
-    return database;
-}
-
-} // namespace
 
 const TableDef& masterTable()
 {
@@ -34,30 +15,16 @@ const TableDef& masterTable()
     return table;
 }
 
-int masterAccessMark()
+QStringList groupDescriptions(const QString& masterPath)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(Credentials);
-    return qFromBigEndian<qint32>(hash.result().constData());
-}
-
-MasterDatabase::MasterDatabase(QString path) : m_path(std::move(path))
-{
-    reopen();
-}
-
-void MasterDatabase::reopen()
-{
-    m_database = openMaster(m_path);
-}
-
-QStringList MasterDatabase::groupDescriptions()
-{
-    if (!m_database)
-        reopen();
+    Database master = Database::open(masterPath, OpenMode::ReadOnly);
+    if (master.query(u"PRAGMA user_version"_s).integer(0) != MasterAccessMark)
+        throw DatabaseError(
+            ErrorNumber::WrongAccess,
+            u"Il file «%1» non è il database principale del programma."_s.arg(masterPath));
     QStringList descriptions;
-    for (Query records = m_database->records(TabellaCoefficenti);
-         !records.atEnd() && descriptions.size() < MaxDescriptions; records.next())
+    for (Query records = master.records(TabellaCoefficenti);
+         !records.atEnd() && descriptions.size() < Groups; records.next())
         descriptions += records.text(0);
     return descriptions;
 }

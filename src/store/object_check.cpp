@@ -5,7 +5,7 @@
 #include "store/master_database.h"
 #include "store/schema.h"
 
-#include <QStringList>
+#include <QString>
 
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
@@ -17,32 +17,16 @@ namespace zelto::store {
 
 namespace {
 
-/// A table of ours and every text in which a version of the program has written it. When
-/// createTableSql or a table changes, the former text stays here.
-struct KnownTable
-{
-    QString name;
-    QStringList texts;
-};
-
-std::vector<KnownTable> knownTables()
-{
-    std::vector<KnownTable> known;
-    for (const TableDef& table : jobTables())
-        known.push_back({.name = table.name, .texts = {createTableSql(table)}});
-    known.push_back(
-        {.name = TabellaCoefficenti.toString(), .texts = {createTableSql(masterTable())}});
-    return known;
-}
-
 /// The table of ours of that name; nullptr for others.
-const KnownTable* findKnown(const QString& name)
+const TableDef* findOurs(const QString& name)
 {
-    static const std::vector<KnownTable> known = knownTables();
-    const auto found = std::ranges::find_if(known, [&](const KnownTable& table) {
+    const auto isNamed = [&](const TableDef& table) {
         return table.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == known.end() ? nullptr : &*found;
+    };
+    if (isNamed(masterTable()))
+        return &masterTable();
+    const auto found = std::ranges::find_if(jobTables(), isNamed);
+    return found == jobTables().end() ? nullptr : &*found;
 }
 
 /// The end of what begins at the place and is no word: a name in quotes, a text, a comment, or a
@@ -88,11 +72,6 @@ bool hasWord(QStringView sql, std::initializer_list<QStringView> reserved)
     return false;
 }
 
-bool hasGeneratedColumns(QStringView sql)
-{
-    return hasWord(sql, {u"AS"});
-}
-
 struct Object
 {
     QString type;
@@ -126,12 +105,14 @@ std::vector<Object> objectsOf(SQLite::Database& handle)
     return objects;
 }
 
-/// Indexes without a text belong to the keys of their table.
-bool isOurs(const Object& object, const KnownTable& table)
+/// Indexes without a text belong to the keys of their table. When createTableSql or a table
+/// changes, the texts that were written before must go on being accepted here.
+bool isOurs(const Object& object, const TableDef& table)
 {
     return object.type == u"index"
                ? object.sql.isEmpty()
-               : object.type == u"table" && table.texts.contains(object.sql, Qt::CaseInsensitive);
+               : object.type == u"table" &&
+                     object.sql.compare(createTableSql(table), Qt::CaseInsensitive) == 0;
 }
 
 bool isPlain(const Object& object)
@@ -148,14 +129,14 @@ bool isPlain(const Object& object)
 void checkObjects(SQLite::Database& handle, const QString& path)
 {
     for (const Object& object : objectsOf(handle)) {
-        const KnownTable* const known = findKnown(object.table);
-        if (known == nullptr ? isPlain(object) : isOurs(object, *known))
+        const TableDef* const ours = findOurs(object.table);
+        if (ours == nullptr ? isPlain(object) : isOurs(object, *ours))
             continue;
-        if (known != nullptr && (object.type == u"table" || object.type == u"index"))
+        if (ours != nullptr && (object.type == u"table" || object.type == u"index"))
             throw DatabaseError(
                 ErrorNumber::Damaged,
                 u"La tabella «%1» del file «%2» non è come la scrive Zelto. «Riparazione "
-                "archivio» la ricostruisce con i suoi dati."_s.arg(known->name, path));
+                "archivio» la ricostruisce con i suoi dati."_s.arg(ours->name, path));
         throw DatabaseError(ErrorNumber::NotADatabase,
                             u"Il file «%1» contiene un oggetto non ammesso («%2»). «Riparazione "
                             u"archivio» ricostruisce "
@@ -167,9 +148,9 @@ void removeForeignObjects(SQLite::Database& handle)
 {
     for (const Object& object : objectsOf(handle)) {
         const bool isTable = object.type == u"table";
-        const bool isTableOfOurs = isTable && findKnown(object.name) != nullptr;
+        const bool isTableOfOurs = isTable && findOurs(object.name) != nullptr;
         // The code of a virtual table would remove it, and columns that are computed stay so.
-        if (isTable && (!object.hasPages || (isTableOfOurs && hasGeneratedColumns(object.sql))))
+        if (isTable && (!object.hasPages || (isTableOfOurs && hasWord(object.sql, {u"AS"}))))
             throw SQLite::Exception("code", SQLITE_CORRUPT);
         if (!isTableOfOurs && !isPlain(object) && !object.sql.isEmpty())
             handle.exec(

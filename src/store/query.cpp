@@ -23,6 +23,19 @@ std::string_view bytesOf(const SQLite::Column& column)
     return {text, static_cast<std::size_t>(column.getBytes())};
 }
 
+void bindText(SQLite::Statement& statement, int place, const QString& text)
+{
+    constexpr qsizetype Beginning = 20;
+    requireMemoLength(text.size(), u"«%1…»"_s.arg(text.left(Beginning)));
+    const std::string utf8 = text.toStdString();
+    // A text that the engine knows to end with NUL is not copied by every rule that looks at it;
+    // one that has a NUL inside has to reach the rule that refuses it.
+    if (utf8.find('\0') == std::string::npos)
+        statement.bind(place, utf8.c_str());
+    else
+        statement.bind(place, utf8);
+}
+
 /// Binds the n-th parameter to ":n"; every name must have a parameter and every parameter a name.
 void bindParameters(SQLite::Statement& statement, std::span<const Value> parameters)
 {
@@ -165,7 +178,7 @@ int execute(Connection& connection, const QString& sql, std::span<const Value> p
 void noteWritten(Connection& connection)
 {
     if (sqlite3_get_autocommit(connection.handle.getHandle()) != 0)
-        connection.witness.remember(connection.handle, connection.path);
+        connection.remember();
 }
 
 void bindValue(SQLite::Statement& statement, int place, const Value& value)
@@ -175,15 +188,17 @@ void bindValue(SQLite::Statement& statement, int place, const Value& value)
     else if (value.isInteger())
         statement.bind(place, static_cast<int64_t>(value.integer()));
     else
-        statement.bind(place, storedText(value).toStdString());
+        bindText(statement, place, value.text());
 }
 
-QString storedText(const Value& value)
+void requireMemoLength(qint64 length, const QString& subject)
 {
-    constexpr qsizetype Beginning = 20;
-    QString text = value.text();
-    requireMemoLength(text.size(), u"«%1…»"_s.arg(text.left(Beginning)));
-    return text;
+    if (length > LongestMemo)
+        throw DatabaseError(
+            ErrorNumber::TextTooLong,
+            u"Il testo di %1 è troppo lungo: %2 caratteri, al massimo %3."_s.arg(subject)
+                .arg(length)
+                .arg(LongestMemo));
 }
 
 } // namespace zelto::store

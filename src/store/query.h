@@ -77,10 +77,12 @@ int execute(Connection& connection, const QString& sql, std::span<const Value> p
 /// To be called behind a change: outside of a transaction the file is another one by now.
 void noteWritten(Connection& connection);
 
-/// Binds one value to the place, counted from 1.
+/// Binds one value to the place, counted from 1; throws TextTooLong for a text that is longer than
+/// a memo.
 void bindValue(SQLite::Statement& statement, int place, const Value& value);
 
-/// The text of a value that goes to a file; throws TextTooLong when it is longer than a memo.
-[[nodiscard]] QString storedText(const Value& value);
+/// Throws TextTooLong for a text of more characters than a memo may have; subject says whose it is:
+/// "«Note» della tabella «Dati Generali»".
+void requireMemoLength(qint64 length, const QString& subject);
 
 } // namespace zelto::store

@@ -5,14 +5,11 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <utility>
 
 namespace zelto::store {
 
 namespace {
-
-constexpr int RoomTextSize = 15;
 
 FieldDef text(QString name, int size)
 {
@@ -67,12 +64,14 @@ TableDef unita()
 
 TableDef vani()
 {
+    constexpr int TextSize = 15;
     TableDef table{.name = TabellaVani.toString(),
-                   .fields = {key(10), number(u"Riferimento unità"_s), number(u"Posizione"_s)},
+                   .fields = {key(10), number(u"Riferimento unità"_s), number(u"Posizione"_s),
+                              text(u"Ambiente"_s, TextSize),
+                              text(u"Consistenza reale"_s, TextSize)},
                    .primaryKey = u"Chiave"_s};
-    for (const QStringView name : GroupNames)
-        table.fields.push_back(text(name.toString(), RoomTextSize));
-    table.fields.insert(table.fields.begin() + 4, text(u"Consistenza reale"_s, RoomTextSize));
+    for (const QStringView coefficient : std::span(GroupNames).subspan(1))
+        table.fields.push_back(text(coefficient.toString(), TextSize));
     return table;
 }
 

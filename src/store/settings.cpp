@@ -21,19 +21,17 @@ namespace {
 /// Far above what the program writes; a larger file is not a settings file.
 constexpr qint64 MaxFileSize = 1 << 20;
 
-enum class Reading { Done, NoFile, Failed };
-
-Reading read(const QString& path, CSimpleIniA& ini)
+/// Whether the file could be read, or there is none.
+bool read(const QString& path, CSimpleIniA& ini)
 {
     QFile file(path);
     if (!file.exists())
-        return Reading::NoFile;
+        return true;
     // Opening a FIFO would wait for its other end.
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > MaxFileSize)
-        return Reading::Failed;
+        return false;
     const std::string bytes = file.readAll().toStdString();
-    const bool done = file.error() == QFileDevice::NoError && ini.LoadData(bytes) >= 0;
-    return done ? Reading::Done : Reading::Failed;
+    return file.error() == QFileDevice::NoError && ini.LoadData(bytes) >= 0;
 }
 
 void write(const QString& path, CSimpleIniA& ini)
@@ -44,11 +42,7 @@ void write(const QString& path, CSimpleIniA& ini)
         return;
     try {
         NewFile next(path);
-        QFile file(next.path());
-        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
-            file.write(bytes.data(), static_cast<qint64>(bytes.size())) < 0 || !file.flush())
-            return;
-        file.close();
+        next.write(QByteArray::fromStdString(bytes));
         if (QFileInfo(path).exists())
             next.takePermissions(path);
         next.replace();
@@ -68,7 +62,7 @@ std::string lineOf(const QString& value)
 QString Settings::LeggiIni(const QString& section, const QString& key) const
 {
     CSimpleIniA ini;
-    if (read(m_path, ini) != Reading::Done)
+    if (!read(m_path, ini))
         return {};
     QString value =
         QString::fromUtf8(ini.GetValue(section.toUtf8().constData(), key.toUtf8().constData(), ""));
@@ -87,7 +81,7 @@ void Settings::ScriviIni(const QString& section, const KeyValues& values)
 {
     CSimpleIniA ini;
     // A file that exists but cannot be read would lose what it holds.
-    if (read(m_path, ini) == Reading::Failed)
+    if (!read(m_path, ini))
         return;
     for (const auto& [key, value] : values)
         ini.SetValue(section.toUtf8().constData(), key.toUtf8().constData(), lineOf(value).c_str());

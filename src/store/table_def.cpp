@@ -4,67 +4,55 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
+#include <limits>
+#include <utility>
 
 namespace zelto::store {
 
 namespace {
 
-using Kind = FieldRule::Kind;
-
-struct KindText
+/// A kind of rule, by which the name of its constraint ends.
+struct RuleKind
 {
-    Kind kind;
     QStringView name;
     ErrorNumber number;
     QStringView description;
 };
 
-constexpr std::array KindTexts{
-    KindText{Kind::Type, u"tipo", ErrorNumber::BadValue,
-             u"Il valore non è del tipo del campo «%1» della tabella «%2»."},
-    KindText{Kind::NotEmpty, u"vuoto", ErrorNumber::EmptyNotAllowed,
-             u"Il campo «%1» della tabella «%2» non può essere una stringa vuota."},
-    KindText{Kind::Length, u"lunghezza", ErrorNumber::TextTooLong,
-             u"Il testo è troppo lungo per il campo «%1» della tabella «%2»."},
-    KindText{Kind::NoNulCharacter, u"caratteri", ErrorNumber::BadValue,
-             u"Il testo per il campo «%1» della tabella «%2» contiene caratteri non ammessi."},
-    KindText{Kind::Range, u"intervallo", ErrorNumber::BadValue,
-             u"Il numero è fuori dall'intervallo del campo «%1» della tabella «%2»."},
-    KindText{Kind::Date, u"data", ErrorNumber::BadValue,
-             u"Il valore non è una data valida per il campo «%1» della tabella «%2»."},
-};
+constexpr RuleKind OfType{u"tipo", ErrorNumber::BadValue,
+                          u"Il valore non è del tipo del campo «%1» della tabella «%2»."};
+constexpr RuleKind NotEmpty{u"vuoto", ErrorNumber::EmptyNotAllowed,
+                            u"Il campo «%1» della tabella «%2» non può essere una stringa vuota."};
+constexpr RuleKind OfLength{u"lunghezza", ErrorNumber::TextTooLong,
+                            u"Il testo è troppo lungo per il campo «%1» della tabella «%2»."};
+constexpr RuleKind WithoutNul{
+    u"caratteri", ErrorNumber::BadValue,
+    u"Il testo per il campo «%1» della tabella «%2» contiene caratteri non ammessi."};
+constexpr RuleKind InRange{u"intervallo", ErrorNumber::BadValue,
+                           u"Il numero è fuori dall'intervallo del campo «%1» della tabella «%2»."};
+constexpr RuleKind ADate{u"data", ErrorNumber::BadValue,
+                         u"Il valore non è una data valida per il campo «%1» della tabella «%2»."};
 
-const KindText& textOf(Kind kind)
-{
-    return *std::ranges::find(KindTexts, kind, &KindText::kind);
-}
+using Conditions = std::vector<std::pair<RuleKind, QString>>;
 
-struct KindCondition
+Conditions textConditions(const FieldDef& field, const QString& column)
 {
-    Kind kind;
-    QString condition;
-};
-
-std::vector<KindCondition> textConditions(const FieldDef& field, const QString& column)
-{
-    std::vector<KindCondition> conditions{
-        {Kind::Type, u"typeof(%1) IN ('text', 'null')"_s.arg(column)},
-        // length() stops at the first NUL, so no text may hold one.
-        {Kind::NoNulCharacter, u"instr(%1, char(0)) = 0"_s.arg(column)}};
+    Conditions conditions{{OfType, u"typeof(%1) IN ('text', 'null')"_s.arg(column)},
+                          // length() stops at the first NUL, so no text may hold one.
+                          {WithoutNul, u"instr(%1, char(0)) = 0"_s.arg(column)}};
     if (!field.allowEmpty)
-        conditions.push_back({Kind::NotEmpty, u"%1 <> ''"_s.arg(column)});
+        conditions.emplace_back(NotEmpty, u"%1 <> ''"_s.arg(column));
     if (field.type == FieldType::Text)
-        conditions.push_back(
-            {Kind::Length, u"length(%1) <= %2"_s.arg(column, QString::number(field.size))});
+        conditions.emplace_back(OfLength, u"length(%1) <= %2"_s.arg(column).arg(field.size));
     return conditions;
 }
 
-std::vector<KindCondition> integerConditions(const QString& column, QStringView low,
-                                             QStringView high)
+template <typename Integer>
+Conditions integerConditions(const QString& column)
 {
-    return {{Kind::Type, u"typeof(%1) IN ('integer', 'null')"_s.arg(column)},
-            {Kind::Range, u"%1 BETWEEN %2 AND %3"_s.arg(column, low, high)}};
+    using Limits = std::numeric_limits<Integer>;
+    return {{OfType, u"typeof(%1) IN ('integer', 'null')"_s.arg(column)},
+            {InRange, u"%1 BETWEEN %2 AND %3"_s.arg(column).arg(Limits::min()).arg(Limits::max())}};
 }
 
 /// date() alone lets the 30th of February pass and fails on "now".
@@ -74,39 +62,33 @@ QString dateCondition(const QString& column)
            "THEN date(%1, '+0 days') IS %1 ELSE %1 IS NULL END"_s.arg(column);
 }
 
-std::vector<KindCondition> conditionsOf(const FieldDef& field)
+Conditions conditionsOf(const FieldDef& field)
 {
     const QString column = quoted(field.name);
     switch (field.type) {
     case FieldType::Integer:
-        return integerConditions(column, u"-32768", u"32767");
-    case FieldType::Long:
+        return integerConditions<qint16>(column);
     case FieldType::AutoNumber:
-        return integerConditions(column, u"-2147483648", u"2147483647");
+        return integerConditions<qint32>(column);
     case FieldType::Date:
-        return {{Kind::Date, dateCondition(column)}};
-    case FieldType::Text:
-    case FieldType::Memo:
-        break;
+        return {{ADate, dateCondition(column)}};
+    default:
+        return textConditions(field, column);
     }
-    return textConditions(field, column);
 }
 
 QString columnType(FieldType type)
 {
     switch (type) {
     case FieldType::Integer:
-    case FieldType::Long:
         return u"INTEGER"_s;
     case FieldType::AutoNumber:
         return u"INTEGER PRIMARY KEY"_s;
     case FieldType::Date:
         return u"TEXT"_s;
-    case FieldType::Text:
-    case FieldType::Memo:
-        break;
+    default:
+        return u"TEXT COLLATE NOCASE"_s;
     }
-    return u"TEXT COLLATE NOCASE"_s;
 }
 
 bool isAutoNumber(const FieldDef& field)
@@ -116,36 +98,24 @@ bool isAutoNumber(const FieldDef& field)
 
 } // namespace
 
-QString FieldRule::constraintName() const
+std::vector<FieldRule> rulesOf(const TableDef& table)
 {
-    return QStringList{table, field, textOf(kind).name.toString()}.join(u'|');
+    std::vector<FieldRule> rules;
+    for (const FieldDef& field : table.fields)
+        for (const auto& [kind, condition] : conditionsOf(field))
+            rules.push_back({.field = field.name,
+                             .name = u"%1|%2|%3"_s.arg(table.name, field.name, kind.name),
+                             .condition = condition});
+    return rules;
 }
 
-std::optional<FieldRule> FieldRule::fromConstraintName(const QString& name)
+DatabaseError brokenRule(const QString& name)
 {
     const QStringList parts = name.split(u'|');
-    if (parts.size() != 3)
-        return std::nullopt;
-    const auto* const text = std::ranges::find(KindTexts, QStringView(parts[2]), &KindText::name);
-    if (text == KindTexts.end())
-        return std::nullopt;
-    return FieldRule{.table = parts[0], .field = parts[1], .kind = text->kind};
-}
-
-DatabaseError FieldRule::error() const
-{
-    const KindText& text = textOf(kind);
-    return {text.number, text.description.toString().arg(field, table)};
-}
-
-std::vector<RuleCondition> rulesOf(const TableDef& table)
-{
-    std::vector<RuleCondition> rules;
-    for (const FieldDef& field : table.fields)
-        for (const KindCondition& check : conditionsOf(field))
-            rules.push_back({.rule = {.table = table.name, .field = field.name, .kind = check.kind},
-                             .condition = check.condition});
-    return rules;
+    for (const RuleKind& kind : {OfType, NotEmpty, OfLength, WithoutNul, InRange, ADate})
+        if (parts.size() == 3 && parts[2] == kind.name)
+            return {kind.number, kind.description.toString().arg(parts[1], parts[0])};
+    return {ErrorNumber::BadValue, u"Il valore non rispetta la regola «%1»."_s.arg(name)};
 }
 
 QString createTableSql(const TableDef& table)
@@ -156,9 +126,8 @@ QString createTableSql(const TableDef& table)
         lines += quoted(field.name) + u' ' + columnType(field.type) +
                  (textKey ? u" NOT NULL PRIMARY KEY"_s : QString());
     }
-    for (const RuleCondition& check : rulesOf(table))
-        lines +=
-            u"CONSTRAINT %1 CHECK (%2)"_s.arg(quoted(check.rule.constraintName()), check.condition);
+    for (const FieldRule& rule : rulesOf(table))
+        lines += u"CONSTRAINT %1 CHECK (%2)"_s.arg(quoted(rule.name), rule.condition);
     // A key of its own makes the key the table's order on disk, so that reading in key order
     // reads the file front to back.
     const bool ordered =

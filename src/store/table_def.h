@@ -7,13 +7,12 @@
 #include <QString>
 #include <QStringView>
 
-#include <optional>
 #include <vector>
 
 namespace zelto::store {
 
-/// AutoNumber is a Long that the database assigns; Date is a text "YYYY-MM-DD".
-enum class FieldType { Text, Memo, Integer, Long, AutoNumber, Date };
+/// AutoNumber is assigned by the database; Date is a text "YYYY-MM-DD".
+enum class FieldType { Text, Memo, Integer, AutoNumber, Date };
 
 /// One field; size (in characters) counts for Text only, allowEmpty for Text and Memo.
 struct FieldDef
@@ -32,34 +31,19 @@ struct TableDef
     QString primaryKey{};
 };
 
-/// One condition on a field. Its constraint name in the file says which field of which table
-/// refused a value, and why.
+/// A rule of a field.
 struct FieldRule
 {
-    enum class Kind { Type, NotEmpty, Length, NoNulCharacter, Range, Date };
-
-    QString table;
     QString field;
-    Kind kind = Kind::Type;
-
-    [[nodiscard]] QString constraintName() const;
-
-    /// The rule of that constraint; none when the name is not one of ours.
-    static std::optional<FieldRule> fromConstraintName(const QString& name);
-
-    /// What the user reads when a value breaks the rule.
-    [[nodiscard]] DatabaseError error() const;
-};
-
-/// A rule with its SQL condition, which is true for Null.
-struct RuleCondition
-{
-    FieldRule rule;
-    QString condition;
+    QString name;      ///< of its constraint, which says which field of which table refused a value
+    QString condition; ///< in SQL; true for Null
 };
 
 /// The rules of all fields in field order.
-[[nodiscard]] std::vector<RuleCondition> rulesOf(const TableDef& table);
+[[nodiscard]] std::vector<FieldRule> rulesOf(const TableDef& table);
+
+/// What the user reads when a value breaks the rule of that name, which need not be one of ours.
+[[nodiscard]] DatabaseError brokenRule(const QString& name);
 
 /// The CREATE TABLE statement with every rule as a named CHECK constraint.
 [[nodiscard]] QString createTableSql(const TableDef& table);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/database_error.h"
+#include "text/literals.h"
+
 #include <QString>
 
 #include <concepts>
@@ -32,11 +35,26 @@ public:
     [[nodiscard]] bool isInteger() const { return std::holds_alternative<qint64>(m_content); }
 
     /// The text, a number in decimal; empty for Null.
-    [[nodiscard]] QString text() const;
+    [[nodiscard]] QString text() const
+    {
+        if (isInteger())
+            return QString::number(std::get<qint64>(m_content));
+        return isNull() ? QString() : std::get<QString>(m_content);
+    }
 
     /// The number, also of a text that is a whole number and nothing else; 0 for Null. Throws
     /// DatabaseError BadValue for any other text.
-    [[nodiscard]] qint64 integer() const;
+    [[nodiscard]] qint64 integer() const
+    {
+        if (isNull() || isInteger())
+            return isNull() ? 0 : std::get<qint64>(m_content);
+        bool whole = false;
+        const qint64 number = text().toLongLong(&whole);
+        if (!whole)
+            throw DatabaseError(ErrorNumber::BadValue,
+                                u"«%1» non è un numero intero."_s.arg(text()));
+        return number;
+    }
 
     bool operator==(const Value&) const = default;
 

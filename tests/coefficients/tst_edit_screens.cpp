@@ -31,7 +31,7 @@ class Desk
 public:
     Desk() : job(store::Database::open(folder.newJob())) {}
 
-    void showVariabili() { show(std::make_unique<Variabili>(job, master, user, settings)); }
+    void showVariabili() { show(std::make_unique<Variabili>(job, descriptions, user, settings)); }
     void showDatiGenerali() { show(std::make_unique<DatiGenerali>(job, user, settings)); }
 
     template <typename Widget>
@@ -70,7 +70,7 @@ public:
     test::JobFolder folder;
     store::Database job;
     test::ScriptedUser user{folder.file({})};
-    store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
+    QStringList descriptions = store::groupDescriptions(QStringLiteral(ZELTO_MASTER));
     store::Settings settings{folder.file(u"Zelto.ini"_s)};
     std::unique_ptr<widgets::EditDialog> screen;
 
@@ -153,8 +153,7 @@ private slots:
         desk.job.Execute(u"UPDATE Variabili SET Var0 = 'x', Var2 = '1' || char(9) || 'A' || "
                          "char(9) || 'Alto' || char(9) || 'resto', Var3 = NULL, Var4 = 'y'"_s);
         desk.showVariabili();
-        QCOMPARE(desk.find<QPlainTextEdit>(u"Text1"_s).toPlainText(),
-                 desk.master.groupDescriptions().at(1));
+        QCOMPARE(desk.find<QPlainTextEdit>(u"Text1"_s).toPlainText(), desk.descriptions.at(1));
         QTest::keyClick(&desk.grid(), Qt::Key_Tab, Qt::ControlModifier);
         QCOMPARE(desk.find<QTabBar>(u"TabStrip1"_s).currentIndex(), 1);
         QCOMPARE(desk.grid().cells().text(0, 2), u"Alto"_s);

@@ -4,7 +4,6 @@
 
 #include "shell/job_files.h"
 #include "shell/recent_jobs.h"
-#include "store/master_database.h"
 #include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
@@ -58,9 +57,8 @@ public:
     JobFolder home; ///< of the user
     ScriptedUser user{QFileInfo(folder.file(u"x"_s)).path()};
     shell::RecentJobs recent;
-    store::MasterDatabase master{QStringLiteral(ZELTO_MASTER)};
     store::JobCopies copies{home.file(u"copie"_s)};
-    shell::JobFiles jobs{user, user, recent, master, copies, [](store::Database& /*job*/) {}};
+    shell::JobFiles jobs{user, user, recent, copies, [](store::Database& /*job*/) {}};
 };
 
 } // namespace zelto::test

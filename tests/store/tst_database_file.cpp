@@ -103,24 +103,16 @@ class TestDatabaseFile : public QObject
 
 private slots:
     void createdFile();
-    void createRefuses_data();
     void createRefuses();
     void unfitFiles_data();
     void unfitFiles();
-    void acceptsForeignFiles_data();
     void acceptsForeignFiles();
-    void readingLeavesTheFileAlone();
-    void copyInMemoryIsWritable();
-    void waitsForAnotherProgram();
-    void refusesWhatAnotherProgramHolds();
+    void readersLeaveTheFileAlone();
+    void heldByAnotherProgram();
     void undoesAnInterruptedWrite();
     void overwrittenWhileOpen_data();
     void overwrittenWhileOpen();
     void locksStay();
-    void transactions();
-    void statements();
-    void textBeyondTheLimit();
-    void fullDisk();
 };
 
 void TestDatabaseFile::createdFile()
@@ -130,33 +122,26 @@ void TestDatabaseFile::createdFile()
     const QString name = u"file:è ?mode=memory&%41.ZLT"_s;
     const QString path = folder.newJob(name);
     QCOMPARE(folder.names(), QStringList{name});
-    QVERIFY(bytesOf(path).startsWith("SQLite format 3"));
     QCOMPARE(bytesOf(path).mid(68, 4), "ZLT9");
     QCOMPARE(Database::open(path).path(), path);
 }
 
-void TestDatabaseFile::createRefuses_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("error");
-    QTest::newRow("existing file") << u"file"_s << 3204;
-    QTest::newRow("folder") << u"folder"_s << 3204;
-    QTest::newRow("dangling link") << u"link"_s << 3204;
-    QTest::newRow("below a file") << u"file/x.ZLT"_s << 3051;
-    QTest::newRow("in no folder") << u"none/x.ZLT"_s << 3051;
-}
-
 void TestDatabaseFile::createRefuses()
 {
-    QFETCH(QString, name);
     const JobFolder folder;
     writeBytes(folder.file(u"file"_s), "precious");
     QVERIFY(QDir().mkdir(folder.file(u"folder"_s)));
     QVERIFY(QFile::link(folder.file(u"nowhere"_s), folder.file(u"link"_s)));
-    const QStringList before = folder.names();
-    QTEST(errorOf([&] { Database::create(folder.file(name)); }), "error");
-    QCOMPARE(folder.names(), before);
-    QCOMPARE(bytesOf(folder.file(u"file"_s)), "precious");
+    const auto before = folder.contents();
+    for (const auto& [name, error] : {std::pair(u"file"_s, 3204),
+                                      {u"folder"_s, 3204},
+                                      {u"link"_s, 3204},
+                                      {u"file/x.ZLT"_s, 3051},
+                                      {u"none/x.ZLT"_s, 3051}}) {
+        const QString path = folder.file(name);
+        QCOMPARE(errorOf([&] { Database::create(path); }), error);
+    }
+    QCOMPARE(folder.contents(), before);
 }
 
 void TestDatabaseFile::unfitFiles_data()
@@ -173,10 +158,6 @@ void TestDatabaseFile::unfitFiles_data()
     row("empty", 3343, bytes([](const QByteArray&) { return QByteArray(); }));
     row("text", 3343, bytes([](const QByteArray&) { return QByteArray(5000, 'x'); }));
     row("header cut", 3343, bytes([](const QByteArray& all) { return all.left(60); }));
-    row("encrypted", 3343, bytes([](QByteArray all) {
-            std::ranges::for_each(all, [](char& c) { c = static_cast<char>(c ^ 0x5b); });
-            return all;
-        }));
     row("cut in the middle", 3049,
         bytes([](const QByteArray& all) { return all.left(all.size() / 2); }));
     row("page overwritten", 3049,
@@ -225,55 +206,39 @@ void TestDatabaseFile::unfitFiles()
     QCOMPARE(folder.contents(), before);
 }
 
-void TestDatabaseFile::acceptsForeignFiles_data()
-{
-    QTest::addColumn<QByteArray>("settings");
-    QTest::newRow("no application id") << QByteArray();
-    QTest::newRow("small pages") << QByteArray("PRAGMA page_size=512;");
-    QTest::newRow("UTF-16") << QByteArray("PRAGMA encoding='UTF-16';");
-    QTest::newRow("auto-vacuum") << QByteArray("PRAGMA auto_vacuum=FULL;");
-    QTest::newRow("plain tables") << QByteArray(
-        "CREATE TABLE x ([check] INTEGER PRIMARY KEY, \"as\" TEXT DEFAULT 'x AS y', -- "
-        "CHECK (1)\n b UNIQUE); CREATE INDEX i ON x (b DESC);");
-}
-
+/// Files of other programs, and of earlier editions.
 void TestDatabaseFile::acceptsForeignFiles()
 {
-    QFETCH(QByteArray, settings);
-    const JobFolder folder;
-    const QString path = folder.file(u"a.db"_s);
-    RawFile(path).run(settings + "CREATE TABLE t (a TEXT); INSERT INTO t VALUES ('già €𝄞')");
-    for (Database database : {Database::open(path), Database::open(path, OpenMode::ReadOnly),
-                              Database::openCopyInMemory(path)})
-        QCOMPARE(database.records(u"T").text(0), u"già €𝄞"_s);
+    for (const QByteArray settings :
+         {"", "PRAGMA page_size=512;", "PRAGMA encoding='UTF-16';", "PRAGMA auto_vacuum=FULL;",
+          "CREATE TABLE x ([check] INTEGER PRIMARY KEY, \"as\" TEXT DEFAULT 'x AS y', -- "
+          "CHECK (1)\n b UNIQUE); CREATE INDEX i ON x (b DESC);"}) {
+        const JobFolder folder;
+        const QString path = folder.file(u"a.db"_s);
+        RawFile(path).run(settings + "CREATE TABLE t (a TEXT); INSERT INTO t VALUES ('già €𝄞')");
+        for (Database database : {Database::open(path), Database::open(path, OpenMode::ReadOnly),
+                                  Database::openCopyInMemory(path)})
+            QCOMPARE(database.records(u"T").text(0), u"già €𝄞"_s);
+    }
 }
 
-void TestDatabaseFile::readingLeavesTheFileAlone()
+void TestDatabaseFile::readersLeaveTheFileAlone()
 {
     const JobFolder folder;
     const QString path = folder.newJob();
-    const QByteArray before = bytesOf(path);
+    const auto before = folder.contents();
     Database database = Database::open(path, OpenMode::ReadOnly);
     QCOMPARE(errorOf([&] { setField(database, TabellaUnita, 2, u"A"_s); }), 3027);
-    QCOMPARE(errorOf([&] { database.Execute(u"DELETE FROM Vani"_s); }), 3027);
-    QCOMPARE(bytesOf(path), before);
-    QCOMPARE(folder.names().size(), 1);
-}
-
-void TestDatabaseFile::copyInMemoryIsWritable()
-{
-    const JobFolder folder;
-    const QString path = folder.newJob();
-    const QByteArray before = bytesOf(path);
     Database copy = Database::openCopyInMemory(path);
     QCOMPARE(copy.path(), path);
     copy.Execute(u"DROP TABLE Variabili"_s);
     copy.appendTable(jobTable(TabellaVariabili));
     QVERIFY(copy.records(TabellaVariabili).atEnd());
-    QCOMPARE(bytesOf(path), before);
+    QCOMPARE(folder.contents(), before);
 }
 
-void TestDatabaseFile::waitsForAnotherProgram()
+/// Waited for, but not for ever.
+void TestDatabaseFile::heldByAnotherProgram()
 {
     const JobFolder folder;
     const QString path = folder.newJob();
@@ -287,17 +252,11 @@ void TestDatabaseFile::waitsForAnotherProgram()
     }));
     other->start();
     locked.acquire();
-    QCOMPARE(errorOf([&] { Database::open(path); }), 0);
-    other->wait();
-}
-
-void TestDatabaseFile::refusesWhatAnotherProgramHolds()
-{
-    const JobFolder folder;
-    const QString path = folder.newJob();
     Database database = Database::open(path);
-    RawFile other(path);
-    other.run("BEGIN IMMEDIATE");
+    other->wait();
+
+    RawFile raw(path);
+    raw.run("BEGIN IMMEDIATE");
     QCOMPARE(errorOf([&] { database.Execute(u"DELETE FROM Vani"_s); }), 3045);
     QCOMPARE(database.count(TabellaVani), 1);
 }
@@ -354,7 +313,6 @@ void TestDatabaseFile::overwrittenWhileOpen_data()
     const auto row = [](const char* name, int error, const Tampering& tamper) {
         QTest::addRow("%s", name) << tamper << error;
     };
-    row("nothing", 0, [](const QString&) {});
     row("another program's change", 0, sql("UPDATE Vani SET Ambiente = 'altro'"));
     row("a copy written over it", 3197, bytes([](QByteArray all) { return all; }));
     row("shorter", 3049, bytes([](const QByteArray& all) { return all.left(all.size() - 4096); }));
@@ -386,69 +344,6 @@ void TestDatabaseFile::overwrittenWhileOpen()
     const int error = errorOf(change);
     QTEST(error, "error");
     QCOMPARE(bytesOf(path) == before, error != 0);
-}
-
-void TestDatabaseFile::transactions()
-{
-    const JobFolder folder;
-    Database database = Database::open(folder.newJob());
-    const auto rooms = [&] { return database.count(TabellaVani); };
-    {
-        Database::Transaction transaction(database);
-        database.Execute(u"DELETE FROM Vani"_s);
-        QCOMPARE(errorOf([&] { Database::Transaction inner(database); }), 3146);
-        QCOMPARE(rooms(), 0);
-    }
-    QCOMPARE(rooms(), 1);
-    {
-        Database::Transaction transaction(database);
-        database.Execute(u"DELETE FROM Vani"_s);
-        transaction.commit();
-    }
-    QCOMPARE(rooms(), 0);
-}
-
-void TestDatabaseFile::statements()
-{
-    const JobFolder folder;
-    Database database = Database::open(folder.newJob());
-    const std::array<Value, 2> values{u"x"_s, 1};
-    const QString update = u"UPDATE Vani SET Ambiente = :1 WHERE [Riferimento unità] = :2"_s;
-    QCOMPARE(database.Execute(update, values), 1);
-    // The number counts, not the place in the statement.
-    const Query room = database.query(
-        u"SELECT Ambiente FROM Vani WHERE Posizione = :2 AND Ambiente = :1"_s, values);
-    QCOMPARE(room.text(0), u"x"_s);
-    QCOMPARE(errorOf([&] { database.Execute(update, std::span(values).first(1)); }), 3146);
-    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE nulla SET x = 1"_s); }), 3078);
-    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Vani SET Ambiente = \"x\""_s); }), 3146);
-    QCOMPARE(errorOf([&] { database.appendTable({.name = u"vani"_s}); }), 3010);
-    const std::array<Value, 1> memo{QString((1 << 20) + 1, u'x')};
-    QCOMPARE(errorOf([&] { database.Execute(u"UPDATE Variabili SET Var0 = :1"_s, memo); }), 3163);
-    QCOMPARE(errorOf([&] {
-                 (void)database.query(u"WITH n(i) AS (SELECT 1 UNION ALL SELECT i FROM n) "
-                                      "SELECT count(*) FROM n"_s);
-             }),
-             3049);
-}
-
-void TestDatabaseFile::textBeyondTheLimit()
-{
-    const JobFolder folder;
-    const QString path = folder.newJob();
-    RawFile(path).run("UPDATE Variabili SET Var0 = hex(zeroblob(10000000))");
-    Database database = Database::open(path);
-    QCOMPARE(errorOf([&] { (void)database.records(TabellaVariabili); }), 3163);
-}
-
-void TestDatabaseFile::fullDisk()
-{
-    const JobFolder folder;
-    Database database = Database::open(folder.newJob());
-    (void)database.query(u"PRAGMA max_page_count = 1"_s);
-    QCOMPARE(errorOf([&] { setField(database, TabellaVariabili, 0, QString(100'000, u'x')); }),
-             3026);
-    QCOMPARE(database.records(TabellaVariabili).text(0), u" "_s);
 }
 
 ZELTO_TEST(TestDatabaseFile)

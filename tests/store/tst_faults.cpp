@@ -7,6 +7,7 @@
 #include "store/jet/conversion.h"
 #include "store/recovery/repair.h"
 #include "store_fixture.h"
+#include "support/dump.h"
 #include "support/runner.h"
 #include "system_faults.h"
 
@@ -36,12 +37,7 @@ QByteArray stateOf(const QString& path)
 {
     try {
         Database job = Database::open(path, OpenMode::ReadOnly);
-        QByteArray all;
-        for (const QString& table : job.tableNames())
-            for (Query records = job.records(table); !records.atEnd(); records.next())
-                for (int field = 0; field < records.fieldCount(); ++field)
-                    all += records.text(field).toUtf8() + '|';
-        return all;
+        return dumpOf(job).toUtf8();
     } catch (const DatabaseError&) {
         return bytesOf(path);
     }

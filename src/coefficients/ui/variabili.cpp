@@ -3,7 +3,6 @@
 
 #include "calc/figure_remarks.h"
 #include "store/database.h"
-#include "store/master_database.h"
 #include "store/schema.h"
 #include "store/settings.h"
 #include "text/table_text.h"
@@ -40,10 +39,10 @@ std::vector<widgets::GridColumn> groupColumns()
 
 } // namespace
 
-Variabili::Variabili(store::Database& lavoro, store::MasterDatabase& master,
+Variabili::Variabili(store::Database& lavoro, const QStringList& descriptions,
                      widgets::Dialogs& dialogs, store::Settings& settings, QWidget* parent)
     : EditDialog(Section, u"Dettaglio variabili"_s, dialogs, settings, parent), m_lavoro(lavoro),
-      m_descriptions(master.groupDescriptions()), m_loaded(loadGroups(lavoro)), m_groups(m_loaded),
+      m_descriptions(descriptions), m_loaded(loadGroups(lavoro)), m_groups(m_loaded),
       m_tabs(new QTabBar), m_text1(new QPlainTextEdit)
 {
     resize(680, 520);

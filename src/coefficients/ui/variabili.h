@@ -7,9 +7,7 @@
 class QPlainTextEdit;
 class QTabBar;
 
-namespace zelto::store {
-class MasterDatabase;
-} // namespace zelto::store
+namespace zelto::store {} // namespace zelto::store
 
 namespace zelto::widgets {
 class Grid;
@@ -23,9 +21,9 @@ class Variabili : public widgets::EditDialog
     Q_OBJECT
 
 public:
-    /// Throws DatabaseError when job or master database cannot be read. All of it outlives the
+    /// Throws DatabaseError when the job cannot be read. All of it outlives the
     /// screen.
-    Variabili(store::Database& lavoro, store::MasterDatabase& master, widgets::Dialogs& dialogs,
+    Variabili(store::Database& lavoro, const QStringList& descriptions, widgets::Dialogs& dialogs,
               store::Settings& settings, QWidget* parent = nullptr);
 
 protected:

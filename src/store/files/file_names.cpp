@@ -6,7 +6,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <array>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
@@ -14,8 +13,6 @@
 namespace zelto::store {
 
 namespace {
-
-constexpr std::array<QStringView, 3> EngineSuffixes{u"-journal", u"-wal", u"-shm"};
 
 QString byRule(const QString& chosen, NameRule rule, const QString& typed)
 {
@@ -107,19 +104,9 @@ bool isSameFile(const QString& one, const QString& other)
     return std::filesystem::equivalent(one.toStdU16String(), other.toStdU16String(), failed);
 }
 
-bool isEngineFile(const QString& name)
-{
-    return std::ranges::any_of(EngineSuffixes, [&](QStringView suffix) {
-        return name.endsWith(suffix, Qt::CaseInsensitive);
-    });
-}
-
 QStringList engineFilesOf(const QString& path)
 {
-    QStringList files;
-    for (const QStringView suffix : EngineSuffixes)
-        files += path + suffix.toString();
-    return files;
+    return {path + u"-journal"_s, path + u"-wal"_s, path + u"-shm"_s};
 }
 
 } // namespace zelto::store

@@ -62,7 +62,6 @@ struct TargetName
 [[nodiscard]] bool isSameFile(const QString& one, const QString& other);
 
 /// Companions that the engine keeps beside a file while it is written.
-[[nodiscard]] bool isEngineFile(const QString& name);
 [[nodiscard]] QStringList engineFilesOf(const QString& path);
 
 } // namespace zelto::store

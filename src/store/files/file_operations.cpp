@@ -3,13 +3,17 @@
 
 #include "store/database.h"
 #include "store/engine_errors.h"
-#include "store/files/exclusive_access.h"
 #include "store/files/file_names.h"
 #include "store/files/new_file.h"
 #include "store/schema.h"
 #include "text/system_reason.h"
 
+#include <QDir>
 #include <QFile>
+
+#include <SQLiteCpp/Statement.h>
+#include <algorithm>
+#include <sqlite3.h>
 
 namespace zelto::store {
 
@@ -42,6 +46,56 @@ void requireNoWriter(const QString& path)
     }
 }
 
+QString stemOf(const QString& jobName)
+{
+    return jobName.chopped(JobExtension.size());
+}
+
+/// How much of the name a job's stem accounts for, 0 when the file is not the job's. A stem in the
+/// name's own letter case counts for more than the same in another.
+qsizetype claim(const QString& stem, const QString& name)
+{
+    const QString beginning = stem + u'.';
+    if (!name.startsWith(beginning, Qt::CaseInsensitive))
+        return 0;
+    return 2 * beginning.size() + (name.startsWith(beginning) ? 1 : 0);
+}
+
+bool belongsToAnother(const QString& name, const QString& stem, const QStringList& names)
+{
+    return std::ranges::any_of(names, [&](const QString& other) {
+        return hasJobExtension(other) && claim(stemOf(other), name) > claim(stem, name);
+    });
+}
+
+QStringList companions(const QString& folder, const QString& job)
+{
+    const QStringList all = QDir(folder + u'/').entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    const QString stem = nameOf(withoutExtension(job));
+    const auto isEngines = [&](const QString& name) {
+        return std::ranges::any_of(engineFilesOf({}), [&](const QString& suffix) {
+            return name.endsWith(suffix, Qt::CaseInsensitive);
+        });
+    };
+    QStringList names = all;
+    names.removeIf([&](const QString& name) {
+        return claim(stem, name) == 0 || name == job || isEngines(name) ||
+               belongsToAnother(name, stem, all);
+    });
+    return names;
+}
+
+void requireDifferentTargets(const std::vector<FileCopy>& plan)
+{
+    for (auto one = plan.begin(); one != plan.end(); ++one)
+        for (auto other = plan.begin(); other != one; ++other)
+            if (one->target.compare(other->target, Qt::CaseInsensitive) == 0)
+                throw DatabaseError(
+                    ErrorNumber::FileExists,
+                    u"I file «%1» e «%2» avrebbero la stessa copia «%3»: rinominarne uno."_s.arg(
+                        other->source, one->source, one->target));
+}
+
 } // namespace
 
 void createJobFile(const QString& path)
@@ -57,7 +111,7 @@ void createJobFile(const QString& path)
 void copyDatabase(const QString& source, const QString& target)
 {
     NewFile copy(target);
-    writeCompacted(*openFile(source, OpenMode::ReadOnly), copy);
+    writeCompacted(Database::open(source, OpenMode::ReadOnly), copy);
     copy.publish();
 }
 
@@ -84,6 +138,21 @@ void copyFile(const QString& source, const QString& target, Existing existing)
         copy.publish();
 }
 
+std::vector<FileCopy> duplicatePlan(const QString& job, const QString& target)
+{
+    const QString folder = folderOf(job);
+    const QString name = nameOf(job);
+    const qsizetype stemLength = nameOf(withoutExtension(job)).size();
+    const QString targetStem = target.chopped(JobExtension.size());
+    std::vector<FileCopy> plan;
+    for (const QString& companion : companions(folder, name))
+        plan.push_back({.source = folder + u'/' + companion,
+                        .target = targetStem + companion.sliced(stemLength)});
+    plan.push_back({.source = job, .target = target});
+    requireDifferentTargets(plan);
+    return plan;
+}
+
 bool deleteFile(const QString& path, const Trash& trash)
 {
     requireNoWriter(path);
@@ -96,6 +165,43 @@ bool deleteFile(const QString& path, const Trash& trash)
     return trashed;
 }
 
+Database openExclusively(const QString& path)
+{
+    Database database = Database::open(path);
+    SQLite::Database& engine = database.connection().handle;
+    onFile(path, [&] {
+        if (sqlite3_db_readonly(engine.getHandle(), "main") != 0)
+            throw SQLite::Exception("", SQLITE_READONLY);
+        // In this mode the lock of the first change stays.
+        engine.exec("PRAGMA main.locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT;");
+    });
+    return database;
+}
+
+void writeCompacted(const Database& source, NewFile& target)
+{
+    try {
+        SQLite::Statement vacuum(source.connection().handle, "VACUUM INTO ?");
+        vacuum.bind(1, QFile::encodeName(target.path()).toStdString());
+        vacuum.exec();
+    } catch (const SQLite::Exception& failure) {
+        const int code = failure.getErrorCode() & 0xff;
+        const bool ofTarget = code == SQLITE_FULL || code == SQLITE_CANTOPEN;
+        throw translated(failure, ofTarget ? target.target() : source.path());
+    }
+    checkWhole(Database::open(target.path(), OpenMode::ReadOnly));
+    target.takePermissions(source.path());
+}
+
+void checkWhole(const Database& database)
+{
+    const std::string result = onFile(database.path(), [&] {
+        return database.connection().handle.execAndGet("PRAGMA integrity_check(1)").getString();
+    });
+    if (result != "ok")
+        throw damagedFile(database.path(), QString::fromStdString(result));
+}
+
 void compact(const QString& path, const QString& backup)
 {
     if (isSameFile(path, backup))
@@ -103,8 +209,8 @@ void compact(const QString& path, const QString& backup)
                             u"Il file «%1» è già la copia di sicurezza."_s.arg(path));
     const QString file = realPath(path);
     NewFile compacted(file);
-    const ConnectionPtr database = openExclusively(file);
-    writeCompacted(*database, compacted);
+    const Database database = openExclusively(file);
+    writeCompacted(database, compacted);
     compacted.replaceKeeping(folderOf(file) + u'/' + nameOf(backup));
 }
 

@@ -6,7 +6,6 @@
 #include "store/files/file_operations.h"
 #include "store/files/new_file.h"
 #include "store/schema.h"
-#include "text/system_reason.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -73,12 +72,7 @@ void makeFolder(const QString& folder, const QString& job)
     if (originOf(folder) == job)
         return;
     NewFile origin(QDir(folder).filePath(OriginName.toString()));
-    QFile file(origin.path());
-    if (!file.open(QIODevice::WriteOnly) || file.write(job.toUtf8()) < 0 || !file.flush())
-        throw DatabaseError(ErrorNumber::CannotOpen,
-                            u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(
-                                folder, text::systemReason(file)));
-    file.close();
+    origin.write(job.toUtf8());
     origin.replace();
 }
 
@@ -125,19 +119,15 @@ bool isKept(const QString& job, const QString& copy)
 void copyVerified(const QString& job, const QString& copy)
 {
     copyDatabase(job, copy);
-    bool same = false;
     try {
-        same = sameContent(job, copy);
+        if (!sameContent(job, copy))
+            throw DatabaseError(ErrorNumber::Damaged,
+                                u"La copia «%1» non corrisponde al lavoro «%2»; forse un altro "
+                                "programma lo sta modificando."_s.arg(copy, job));
     } catch (...) {
         QFile::remove(copy);
         throw;
     }
-    if (same)
-        return;
-    QFile::remove(copy);
-    throw DatabaseError(ErrorNumber::Damaged,
-                        u"La copia «%1» non corrisponde al lavoro «%2»; forse un altro "
-                        "programma lo sta modificando."_s.arg(copy, job));
 }
 
 /// What there is one copy of: a day within the last month, a week within the last year; nothing

@@ -15,64 +15,47 @@ namespace zelto::store {
 
 namespace {
 
-bool isOurs(const QByteArray& folder)
-{
-    struct stat found = {};
-    return ::lstat(folder.constData(), &found) == 0 && S_ISDIR(found.st_mode) &&
-           found.st_uid == ::geteuid() && (found.st_mode & 0077U) == 0;
-}
-
-/// A folder that only the user can enter, of the session or below that for temporary files; empty
-/// when there is none.
+/// A folder that only the user can write to, of the session or below that for temporary files;
+/// empty when there is none.
 QString privateFolder()
 {
     const QString session = qEnvironmentVariable("XDG_RUNTIME_DIR");
     for (const QString& folder :
          {session.isEmpty() ? QString() : session + u"/zelto"_s,
           u"%1/zelto-finestre-%2"_s.arg(QDir::tempPath()).arg(::geteuid())}) {
-        const QByteArray name = QFile::encodeName(folder);
-        ::mkdir(name.constData(), S_IRWXU);
-        if (isOurs(name))
+        ::mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
+        if (isPrivateFolder(folder))
             return folder;
     }
     return {};
 }
 
-int openLockFile(const QString& job)
+std::optional<OwnFile> lockFile(const QString& job)
 {
     struct stat found = {};
-    if (::stat(QFile::encodeName(job).constData(), &found) != 0)
-        return -1;
     const QString folder = privateFolder();
-    if (folder.isEmpty())
-        return -1;
+    if (folder.isEmpty() || ::stat(QFile::encodeName(job).constData(), &found) != 0)
+        return std::nullopt;
     const QString name = u"%1/lavoro-%2-%3"_s.arg(folder).arg(found.st_dev).arg(found.st_ino);
-    return ::open(QFile::encodeName(name).constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC,
-                  S_IRUSR | S_IWUSR);
+    return OwnFile(QFile::encodeName(name), O_RDWR | O_CREAT);
 }
 
 } // namespace
 
-JobLock::JobLock(const QString& job) : m_descriptor(openLockFile(job))
+JobLock::JobLock(const QString& job) : m_file(lockFile(job))
 {
     // Waits for those who look whether they are alone, which takes them a moment.
-    if (m_descriptor >= 0)
-        ::flock(m_descriptor, LOCK_SH);
-}
-
-JobLock::~JobLock()
-{
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
+    if (m_file && m_file->isOpen())
+        ::flock(m_file->descriptor(), LOCK_SH);
 }
 
 bool JobLock::isAlone() const
 {
-    if (m_descriptor < 0)
+    if (!m_file || !m_file->isOpen())
         return true;
-    const bool alone = ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0;
+    const bool alone = ::flock(m_file->descriptor(), LOCK_EX | LOCK_NB) == 0;
     // One that was refused has lost the shared lock, too.
-    ::flock(m_descriptor, LOCK_SH);
+    ::flock(m_file->descriptor(), LOCK_SH);
     return alone;
 }
 

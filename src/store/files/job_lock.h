@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/files/own_file.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace zelto::store {
 
@@ -14,15 +18,12 @@ class JobLock
 public:
     /// Holds nothing when there is no job of that path.
     explicit JobLock(const QString& job);
-    ~JobLock();
-    JobLock(const JobLock&) = delete;
-    JobLock& operator=(const JobLock&) = delete;
 
     /// Whether nobody else holds a lock on the same job at this moment.
     [[nodiscard]] bool isAlone() const;
 
 private:
-    int m_descriptor = -1;
+    std::optional<OwnFile> m_file;
 };
 
 } // namespace zelto::store

@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -44,6 +43,12 @@ int renameWith(const QString& from, const QString& to, unsigned int flags)
                        QFile::encodeName(to).constData(), flags);
 }
 
+void rename(const QString& from, const QString& to)
+{
+    if (renameWith(from, to, 0) != 0)
+        throw systemError(errno, to);
+}
+
 /// The file system does not know such a rename.
 bool isUnsupported(int error)
 {
@@ -68,6 +73,12 @@ void moveEngineFiles(const QString& path, const QString& newPath)
             throw systemError(errno, to[i]);
 }
 
+DatabaseError notWritable(const QString& folder, const QString& reason)
+{
+    return {ErrorNumber::CannotOpen,
+            u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(folder, reason)};
+}
+
 DatabaseError fileExists(const QString& path)
 {
     return {ErrorNumber::FileExists, u"Il file «%1» esiste già."_s.arg(path)};
@@ -85,11 +96,9 @@ NewFile::NewFile(QString target)
     if (!QFileInfo(folder).isDir())
         throw DatabaseError(ErrorNumber::FileNotFound,
                             u"La cartella «%1» non è stata trovata."_s.arg(folder));
-    const bool isFull = m_folder->error() == ENOSPC || m_folder->error() == EDQUOT;
-    throw isFull ? systemError(m_folder->error(), m_target)
-                 : DatabaseError(ErrorNumber::CannotOpen,
-                                 u"Impossibile scrivere nella cartella «%1» (%2)."_s.arg(
-                                     folder, text::systemReason(m_folder->error())));
+    const int error = m_folder->error();
+    throw error == ENOSPC || error == EDQUOT ? systemError(error, m_target)
+                                             : notWritable(folder, text::systemReason(error));
 }
 
 NewFile::NewFile(QString target, const NewFile& neighbour)
@@ -99,6 +108,14 @@ NewFile::NewFile(QString target, const NewFile& neighbour)
 QString NewFile::path() const
 {
     return m_folder->filePath(QFileInfo(m_target).fileName());
+}
+
+void NewFile::write(const QByteArray& bytes) const
+{
+    QFile file(path());
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || file.write(bytes) < 0 ||
+        !file.flush())
+        throw notWritable(QFileInfo(m_target).absolutePath(), text::systemReason(file));
 }
 
 void NewFile::takePermissions(const QString& model)
@@ -117,7 +134,7 @@ void NewFile::takePermissions(const QString& model)
 void NewFile::publish()
 {
     requireFreeName(m_target);
-    sync();
+    syncToDisk(path());
     removeEngineFiles(m_target);
     if (renameWith(path(), m_target, RENAME_NOREPLACE) != 0) {
         if (errno == EEXIST)
@@ -131,14 +148,14 @@ void NewFile::publish()
 
 void NewFile::replace()
 {
-    sync();
+    syncToDisk(path());
     rename(path(), m_target);
     syncFolderOf(m_target);
 }
 
 void NewFile::replaceKeeping(const QString& backup)
 {
-    sync();
+    syncToDisk(path());
     moveEngineFiles(m_target, backup);
     if (renameWith(path(), m_target, RENAME_EXCHANGE) == 0)
         exchangeKeeping(backup);
@@ -151,7 +168,8 @@ void NewFile::replaceKeeping(const QString& backup)
 
 void NewFile::replaceAll(const std::vector<std::unique_ptr<NewFile>>& files)
 {
-    std::ranges::for_each(files, &NewFile::sync);
+    for (const auto& file : files)
+        syncToDisk(file->path());
     std::size_t named = 0;
     try {
         for (; named < files.size(); ++named)
@@ -216,17 +234,6 @@ void NewFile::moveKeeping(const QString& backup)
         renameWith(backup, m_target, 0);
         throw;
     }
-}
-
-void NewFile::sync() const
-{
-    syncToDisk(path());
-}
-
-void NewFile::rename(const QString& from, const QString& to) const
-{
-    if (renameWith(from, to, 0) != 0)
-        throw systemError(errno, to);
 }
 
 DatabaseError systemError(int error, const QString& path)

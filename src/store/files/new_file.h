@@ -4,6 +4,7 @@
 
 #include "store/database_error.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -29,6 +30,9 @@ public:
     [[nodiscard]] QString path() const;
     [[nodiscard]] const QString& target() const { return m_target; }
 
+    /// Writes a short file whole.
+    void write(const QByteArray& bytes) const;
+
     /// Gives it the permissions of the file, and makes it writable for its owner.
     void takePermissions(const QString& model);
 
@@ -46,10 +50,8 @@ public:
     static void replaceAll(const std::vector<std::unique_ptr<NewFile>>& files);
 
 private:
-    void sync() const;
     void takeName();
     void giveNameBack() const;
-    void rename(const QString& from, const QString& to) const;
     void exchangeKeeping(const QString& backup);
     void moveKeeping(const QString& backup);
 

@@ -27,16 +27,16 @@ namespace {
 constexpr QByteArrayView Proof = "Zelto: cartella di passaggio\n";
 
 /// The folders of this program. Never destroyed: a thread that ends the program may need it.
-struct Register
+struct OwnFolders
 {
     std::mutex mutex;
-    std::vector<QString> folders;
+    std::vector<QString> paths;
 };
 
-Register& folderRegister()
+OwnFolders& ownFolders()
 {
-    static auto* const theRegister = new Register;
-    return *theRegister;
+    static auto* const folders = new OwnFolders;
+    return *folders;
 }
 
 QByteArray proofPath(const QString& folder)
@@ -85,10 +85,10 @@ void removeLeftovers(const QString& parent)
 
 PassingFolder::PassingFolder(const QString& parent)
 {
-    const std::scoped_lock lock(folderRegister().mutex);
+    const std::scoped_lock lock(ownFolders().mutex);
     removeLeftovers(parent);
     if (make(parent))
-        folderRegister().folders.push_back(m_path);
+        ownFolders().paths.push_back(m_path);
     else
         m_error = errno;
 }
@@ -120,17 +120,17 @@ PassingFolder::~PassingFolder()
 {
     if (!isValid())
         return;
-    const std::scoped_lock lock(folderRegister().mutex);
+    const std::scoped_lock lock(ownFolders().mutex);
     removeFolder(m_path);
-    std::erase(folderRegister().folders, m_path);
+    std::erase(ownFolders().paths, m_path);
     ::close(m_lock);
 }
 
 void PassingFolder::removeAll()
 {
-    folderRegister().mutex.lock();
+    ownFolders().mutex.lock();
     constexpr int Attempts = 100; // while others go on making files
-    auto& folders = folderRegister().folders;
+    auto& folders = ownFolders().paths;
     for (int attempt = 0; !folders.empty() && attempt < Attempts; ++attempt)
         std::erase_if(folders, removeFolder);
 }

@@ -7,7 +7,6 @@
 #include "store/format_check.h"
 #include "store/jet/table.h"
 #include "store/schema.h"
-#include "store/schema_check.h"
 #include "text/decimal_text.h"
 
 #include <QDate>

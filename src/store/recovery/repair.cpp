@@ -5,14 +5,13 @@
 #include "store/database.h"
 #include "store/engine_file.h"
 #include "store/file_check.h"
-#include "store/files/exclusive_access.h"
 #include "store/files/file_names.h"
+#include "store/files/file_operations.h"
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/recovery/job_salvage.h"
 #include "store/recovery/salvaged_record.h"
 #include "store/schema.h"
-#include "store/schema_check.h"
 
 #include <QFileInfo>
 
@@ -48,9 +47,9 @@ void rebuild(const QString& path)
 {
     checkJob(path);
     NewFile rebuilt(path);
-    const ConnectionPtr database = openExclusively(path);
-    checkWhole(*database);
-    writeCompacted(*database, rebuilt);
+    const Database database = openExclusively(path);
+    checkWhole(database);
+    writeCompacted(database, rebuilt);
     rebuilt.replace();
 }
 
@@ -149,13 +148,12 @@ SalvagedJob takeTables(Database& database)
 /// stay.
 RepairResult replaceForeign(const QString& path)
 {
-    const ConnectionPtr copy = openForRebuilding(path);
-    Database database(copy);
+    Database database = Database::openForRebuilding(path);
     const SalvagedJob job = takeTables(database);
     requireRows(job, path);
     RepairResult result = writeRepaired(job, database);
     NewFile repaired(path);
-    writeCompacted(*copy, repaired);
+    writeCompacted(database, repaired);
     takePlace(repaired, path, result);
     return result;
 }
@@ -191,7 +189,7 @@ RepairResult replaceDamaged(const QString& path)
     }
     result.damaged = true;
     countPages(bytes, result);
-    checkWhole(*openFile(repaired.path(), OpenMode::ReadOnly));
+    checkWhole(Database::open(repaired.path(), OpenMode::ReadOnly));
     repaired.takePermissions(path);
     takePlace(repaired, path, result);
     return result;

@@ -32,10 +32,10 @@ bool insert(Database& database, const TableDef& table, const Record& record)
     }
 }
 
-bool breaks(Database& database, const RuleCondition& check, const Value& value)
+bool breaks(Database& database, const FieldRule& rule, const Value& value)
 {
-    const QString sql = u"SELECT 1 FROM (SELECT :1 AS %1) WHERE NOT (%2)"_s.arg(
-        quoted(check.rule.field), check.condition);
+    const QString sql =
+        u"SELECT 1 FROM (SELECT :1 AS %1) WHERE NOT (%2)"_s.arg(quoted(rule.field), rule.condition);
     return !database.query(sql, std::span(&value, 1)).atEnd();
 }
 
@@ -55,10 +55,10 @@ int cutTexts(Record& record)
 int dropRefused(Database& database, const TableDef& table, Record& record)
 {
     int dropped = cutTexts(record);
-    for (const RuleCondition& check : rulesOf(table)) {
-        const auto field = std::ranges::find(table.fields, check.rule.field, &FieldDef::name);
+    for (const FieldRule& rule : rulesOf(table)) {
+        const auto field = std::ranges::find(table.fields, rule.field, &FieldDef::name);
         Value& value = record[static_cast<std::size_t>(field - table.fields.begin())];
-        if (!breaks(database, check, value))
+        if (!breaks(database, rule, value))
             continue;
         value = Value();
         ++dropped;
