@@ -6,6 +6,7 @@
 #include "store/files/file_names.h"
 #include "store/files/passing_folder.h"
 #include "store/job_limits.h"
+#include "text/system_reason.h"
 
 #include <QFileInfo>
 #include <QtEndian>
