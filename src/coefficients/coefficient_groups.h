@@ -1,36 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The lists of values that the attributes of a room are chosen from.
+// The lists of values that the attributes of a room are chosen from. A job keeps each as a table
+// text with the cells Valore, Variabile and Descrizione in every row.
 #pragma once
 
-#include <QString>
+#include "text/literals.h"
+
 #include <QStringList>
 
-#include <array>
-
-namespace zelto::store {
-class Database;
-} // namespace zelto::store
-
 namespace zelto::coefficients {
-
-inline constexpr int NumGroups = 7;
 
 /// Rows of a group that readers take notice of.
 inline constexpr int MaxGroupRows = 200;
 
-/// One table text for each group, with the cells Valore, Variabile and Descrizione in every row.
-using GroupTexts = std::array<QString, NumGroups>;
+/// The field of the job that keeps the group, 0 to 6.
+[[nodiscard]] inline QString groupField(int group)
+{
+    return u"Var%1"_s.arg(group);
+}
 
 /// Names of the groups: Ambiente, then the six coefficients.
-[[nodiscard]] const QStringList& groupNames();
-
-/// The groups of a job; one that is Null is empty. A job without a record of groups gets one of
-/// blanks first. Throws DatabaseError.
-[[nodiscard]] GroupTexts loadGroups(store::Database& lavoro);
-
-/// Stores all groups at once, an empty one as Null, in place of those that were loaded. Throws
-/// DatabaseError and leaves the job as it was then: RecordChanged when it holds other groups by
-/// now.
-void saveGroups(store::Database& lavoro, const GroupTexts& groups, const GroupTexts& loaded);
+[[nodiscard]] inline const QStringList& groupNames()
+{
+    static const QStringList names{u"Ambiente"_s,       u"Destinazione"_s, u"Orientamento"_s,
+                                   u"Prospetto"_s,      u"Luminosità"_s,   u"Funzionalità"_s,
+                                   u"Piano riduttore"_s};
+    return names;
+}
 
 } // namespace zelto::coefficients

@@ -12,7 +12,6 @@
 using namespace Qt::StringLiterals;
 using namespace zelto::widgets;
 using Desk = zelto::test::GridDesk;
-using zelto::test::Rows;
 
 class TestGridBlocks : public QObject
 {
@@ -53,7 +52,7 @@ private slots:
         QFETCH(QString, place);
         QFETCH(bool, appends);
         QFETCH(QString, refusal);
-        Desk desk(Rows, appends ? Grid::AtEnd::AppendsRow : Grid::AtEnd::Stays);
+        Desk desk(appends ? Grid::AtEnd::AppendsRow : Grid::AtEnd::Stays);
         QSignalSpy refusals(&desk.grid, &Grid::pasteRefused);
         QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
         desk.grid.setMostRows([] { return 4; });
@@ -91,7 +90,7 @@ private slots:
     void selection()
     {
         QFETCH(QList<QKeyCombination>, keys);
-        Desk desk(Rows);
+        Desk desk;
         for (const QKeyCombination key : std::as_const(keys))
             QTest::keyClick(&desk.grid, key.key(), key.keyboardModifiers());
         const auto all = desk.grid.selectionModel()->selectedIndexes();
@@ -109,7 +108,7 @@ private slots:
     /// With the mouse: Ctrl begins anew, Shift and dragging stretch, headers do nothing.
     void selectionByMouse()
     {
-        Desk desk(Rows);
+        Desk desk;
         const auto click = [&](int row, int column, Qt::KeyboardModifiers modifiers,
                                Qt::MouseButton button = Qt::LeftButton) {
             QTest::mouseClick(desk.grid.viewport(), button, modifiers, desk.cell(row, column));
@@ -143,7 +142,7 @@ private slots:
 
     void blocksOfTheSelection()
     {
-        Desk desk(Rows);
+        Desk desk;
         const auto select = [&](int downs, int rights) {
             desk.grid.setCurrentCell(0, 0);
             for (int i = 0; i < downs; ++i)

@@ -6,7 +6,7 @@
 
 namespace zelto::registro {
 
-using widgets::FieldTag;
+using widgets::FieldKind;
 using widgets::GridColumn;
 using widgets::PickerEntry;
 
@@ -20,8 +20,7 @@ GridColumn coefficient(const QString& header, calc::CoefficientList& lista)
     return {
         .header = header,
         .alignment = RightCentre,
-        .tag = u"AOL"_s,
-        .holds = FieldTag::Holds::Figures,
+        .kind = FieldKind::FreeFigure,
         .maxLength = 15,
         .width = 1000,
         .editing = GridColumn::Editing::ByScreen,
@@ -48,7 +47,7 @@ std::vector<GridColumn> unitColumns(const RegisterLists& lists)
              }},
         {.header = u"H"_s,
          .alignment = RightCentre,
-         .tag = u"SOL"_s,
+         .kind = FieldKind::DecimalNumber,
          .maxLength = 10,
          .width = 800,
          .remark = calc::osservaCifra}};
@@ -66,7 +65,7 @@ std::vector<GridColumn> roomColumns(calc::Liste& liste)
     std::vector<GridColumn> columns{{.header = u"Ambiente"_s, .maxLength = 15, .width = 1600},
                                     {.header = u"Consistenza"_s,
                                      .alignment = RightCentre,
-                                     .tag = u"SOL"_s,
+                                     .kind = FieldKind::DecimalNumber,
                                      .maxLength = 10,
                                      .width = 1000,
                                      .remark = calc::osservaConsistenza}};

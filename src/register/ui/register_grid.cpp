@@ -73,12 +73,12 @@ void RegisterGrid::goTo(int number, int field)
 }
 
 void RegisterGrid::openPicker(int row, int column, const std::vector<widgets::PickerEntry>& entries,
-                              int current, int keyCode)
+                              int current, const QString& typed)
 {
     m_picked = m_grid->cells().index(row, column);
     const QRect inside = m_grid->visualRect(m_picked);
     const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
-    m_picker->open(entries, current, place, keyCode);
+    m_picker->open(entries, current, place, typed);
 }
 
 QString RegisterGrid::textOf(const CellChange& change, const QString& /*soFar*/) const
@@ -147,7 +147,7 @@ void RegisterGrid::showMenu()
         action.setEnabled(entries.at(i).enabled);
     }
     const QPoint place = m_grid->viewport()->mapToGlobal(m_grid->visualRect(cell).bottomLeft());
-    if (const int choice = m_context.menu.choose(place).toInt(); choice >= 0)
+    if (const int choice = m_context.menu.choose(place); choice >= 0)
         entries.at(static_cast<std::size_t>(choice)).command();
 }
 

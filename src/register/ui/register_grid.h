@@ -66,7 +66,7 @@ protected:
 
     /// Lays the picker over the cell.
     void openPicker(int row, int column, const std::vector<widgets::PickerEntry>& entries,
-                    int current, int keyCode);
+                    int current, const QString& typed);
 
     /// An entry was chosen for the cell.
     virtual void choose(int row, int column, int entry) = 0;

@@ -67,7 +67,7 @@ const std::vector<CoefficientEntry>& RoomList::entriesOf(int column) const
 }
 
 /// In the order of the list, the blank entry behind.
-void RoomList::openEntries(int row, int column, int keyCode)
+void RoomList::openEntries(int row, int column, const QString& typed)
 {
     if (numberIn(row) == 0)
         return;
@@ -87,7 +87,7 @@ void RoomList::openEntries(int row, int column, int keyCode)
         return;
     }
     entries.emplace_back();
-    openPicker(row, column, entries, std::max(current, 0), keyCode);
+    openPicker(row, column, entries, std::max(current, 0), typed);
 }
 
 void RoomList::choose(int row, int column, int entry)

@@ -35,7 +35,7 @@ private:
     [[nodiscard]] int unit() const { return model().unit().number; }
     [[nodiscard]] QString title() const;
     [[nodiscard]] const std::vector<CoefficientEntry>& entriesOf(int column) const;
-    void openEntries(int row, int column, int keyCode);
+    void openEntries(int row, int column, const QString& typed);
 
     QLabel* m_title;
     int m_shown = 0; ///< the unit whose rooms are shown

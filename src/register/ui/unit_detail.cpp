@@ -2,7 +2,6 @@
 #include "register/ui/unit_detail.h"
 
 #include "calc/figure_remarks.h"
-#include "widgets/grid.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -16,26 +15,26 @@
 namespace zelto::registro {
 
 using widgets::CellPicker;
-using widgets::FieldTag;
+using widgets::FieldKind;
 using widgets::TypedLine;
 
 namespace {
 
-struct FieldKind
+struct Field
 {
     QString label;
     int maxLength;
-    FieldTag::Holds holds = FieldTag::Holds::Words;
+    FieldKind kind = FieldKind::Words;
 };
 
-const std::array<FieldKind, UnitDetail::NumFields>& fieldKinds()
+const std::array<Field, UnitDetail::NumFields>& fields()
 {
-    static const std::array<FieldKind, UnitDetail::NumFields> kinds{
+    static const std::array<Field, UnitDetail::NumFields> fields{
         {{u" Riferimento"_s, 23},
          {u" Livello"_s, 20},
          {u" Codice scala"_s, 4},
-         {u" H piano"_s, 10, FieldTag::Holds::Figures}}};
-    return kinds;
+         {u" H piano"_s, 10, FieldKind::FreeFigure}}};
+    return fields;
 }
 
 /// The keys by which lists are opened on this desktop.
@@ -68,9 +67,8 @@ UnitDetail::UnitDetail(QWidget* parent) : QWidget(parent), m_combo1(new CellPick
 void UnitDetail::addFields(QFormLayout& form)
 {
     for (int i = 0; i < NumFields; ++i) {
-        const FieldKind& kind = fieldKinds().at(static_cast<std::size_t>(i));
-        auto* field = new TypedLine(this);
-        field->setTag(FieldTag(u"AOL"_s, kind.holds), kind.maxLength);
+        const Field& kind = fields().at(static_cast<std::size_t>(i));
+        auto* field = new TypedLine(kind.kind, kind.maxLength, this);
         field->setOnEntry(TypedLine::OnEntry::Nothing);
         field->setObjectName(u"Dati%1"_s.arg(i));
         field->setAccessibleName(kind.label.trimmed());
@@ -150,7 +148,7 @@ bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
 void UnitDetail::openScale()
 {
     m_combo1->open(scalaEntries(m_scale), scalaEntry(m_scale, scala().text()), scala().geometry(),
-                   widgets::Grid::F2Code);
+                   {});
 }
 
 } // namespace zelto::registro

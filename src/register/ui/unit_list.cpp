@@ -184,14 +184,14 @@ bool UnitList::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-void UnitList::openCell(int row, int column, int keyCode)
+void UnitList::openCell(int row, int column, const QString& typed)
 {
     if (numberIn(row) == 0)
         return;
     const QStringList& scale = model().lists().scale;
     if (column == ColumnScala)
         openPicker(row, column, scalaEntries(scale),
-                   scalaEntry(scale, grid().cells().text(row, column)), keyCode);
+                   scalaEntry(scale, grid().cells().text(row, column)), typed);
     else
         turnFlag(row, column - ColumnFirstTable + 1);
 }

@@ -55,7 +55,7 @@ protected:
 private:
     QComboBox* addFilter(const QString& name);
     [[nodiscard]] QLayout* filterRow();
-    void openCell(int row, int column, int keyCode);
+    void openCell(int row, int column, const QString& typed);
     void turnFlag(int row, int table);
     void search(int from, int step);
 
