@@ -192,7 +192,7 @@ bool CellPicker::eventFilter(QObject* watched, QEvent* event)
         const auto& key = *static_cast<QKeyEvent*>(event);
         return filterKey(key.key(), typedBy(key));
     }
-    // Another window in front is no answer.
+    // A menu or another window in front leaves the list open.
     if (event->type() == QEvent::FocusOut && !isPassing(static_cast<QFocusEvent*>(event)->reason()))
         dismiss();
     return QFrame::eventFilter(watched, event);

@@ -76,7 +76,7 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& in
         return Selection::NoUpdate; // the menu is about what is selected
     const auto* input = dynamic_cast<const QInputEvent*>(event);
     const bool shift = input != nullptr && input->modifiers().testFlag(Qt::ShiftModifier);
-    // Cleared in any case: a click beside the cells makes what is selected final.
+    // Cleared in any case, because Qt keeps for good what was selected before a click beside cells.
     return shift || type == QEvent::MouseMove ? Selection::Clear | Selection::SelectCurrent
                                               : Selection::ClearAndSelect;
 }

@@ -70,7 +70,7 @@ void Grid::fitColumns()
         fitColumn(column);
 }
 
-/// A width that nobody chose leaves room for the header.
+/// A width that nobody chose is at least that of the header.
 void Grid::fitColumn(int column)
 {
     const QScopedValueRollback fitting(m_fitting, true);

@@ -133,7 +133,7 @@ int GridModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
-/// A cell without a text would not be heard of at all.
+/// Screen readers pass over a cell without a text, so that empty ones say that they are.
 QString GridModel::spokenText(int row, int column) const
 {
     const QString& content = text(row, column);

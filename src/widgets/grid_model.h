@@ -24,8 +24,8 @@ struct GridColumn
     int maxLength = 0; ///< in characters, 0 for any
     int width = 1200;  ///< in twips, until the user changes it
     Editing editing = Editing::InPlace;
-    /// What a cell has to say of its text to who rests the mouse on it and to assistive technology;
-    /// empty for nothing.
+    /// What is odd about a cell's text, as tool tip and for assistive technology; empty for
+    /// nothing.
     std::function<QString(const QString& text)> remark = {};
     QString hint = {};   ///< what the header stands for, where its caption does not say it
     bool unused = false; ///< nothing is kept in it for now: dimmed and narrow

@@ -11,7 +11,7 @@ namespace zelto::widgets {
 
 namespace {
 
-/// With AltGr a key has none of them, or one of its own beside them.
+/// AltGr sets none of them, or GroupSwitch as well.
 bool hasModifier(const QKeyEvent& key, Qt::KeyboardModifiers wanted)
 {
     return key.modifiers().testAnyFlags(wanted) &&

@@ -223,7 +223,7 @@ void TypedLine::takeFocusBack()
 {
     if (hasFocus() || !isVisible() || !isEnabled())
         return;
-    // A field that the user did not get to must not claim the focus for itself.
+    // The field that has the focus for this moment must not check its own text and claim it back.
     if (auto* other = qobject_cast<TypedLine*>(window()->focusWidget()))
         other->m_enteredText.reset();
     setFocus(Qt::OtherFocusReason);

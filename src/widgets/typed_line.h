@@ -39,8 +39,8 @@ public:
     enum class OnEntry { Selects, Nothing };
     void setOnEntry(OnEntry onEntry) { m_onEntry = onEntry; }
 
-    /// What is odd about the text, shown by a mark in the corner and to who rests the mouse on the
-    /// field; empty for nothing.
+    /// What is odd about the text, shown by a mark in the corner and as tool tip; empty for
+    /// nothing.
     void setRemark(const QString& remark);
 
 signals:

@@ -14,51 +14,62 @@ using namespace Qt::StringLiterals;
 using namespace zelto::widgets;
 using Desk = zelto::test::GridDesk;
 
+namespace {
+
+/// The text of the editor that a key opens in the first row; "(closed)" for none, and what the
+/// screen is asked to edit by.
+QString openedBy(int column, Qt::Key key, const QString& text)
+{
+    Desk desk;
+    QSignalSpy requests(&desk.grid, &Grid::cellRequested);
+    desk.grid.setCurrentCell(0, column);
+    QTest::sendKeyEvent(QTest::Click, &desk.grid, key, text, Qt::NoModifier);
+    if (!requests.isEmpty())
+        return u"(asked by %1)"_s.arg(requests[0][2].toString());
+    if (!desk.grid.isEditing())
+        return u"(closed)"_s;
+    const TypedLine& editor = desk.editor();
+    const bool ready =
+        editor.hasFocus() && editor.cursorPosition() == editor.text().size() &&
+        editor.geometry() == desk.grid.visualRect(desk.grid.cells().index(0, column)) &&
+        desk.content() == u"uno|1.5|A/due|2|B/tre|3|C/";
+    return ready ? editor.text() : u"(wrong)"_s;
+}
+
+/// Content and current cell when the key ends the editor in row 1, column 0, with "x" typed there.
+QString leftBy(Qt::Key key)
+{
+    Desk desk;
+    QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
+    desk.grid.setCurrentCell(1, 0);
+    QTest::keyClick(&desk.grid, Qt::Key_X);
+    QTest::keyClick(&desk.editor(), key);
+    const bool left = !desk.grid.isEditing() && desk.editor().isHidden() && desk.grid.hasFocus() &&
+                      changes.size() == (key == Qt::Key_Escape ? 0 : 1);
+    desk.grid.commitEditor();
+    return left ? desk.grid.cells().text(1, 0) + u' ' + desk.place() : u"(wrong)"_s;
+}
+
+} // namespace
+
 class TestGrid : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void opening_data()
-    {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("opened");
-        QTest::addRow("letter, text") << 0 << Qt::Key_X << u"x"_s << u"x"_s;
-        QTest::addRow("blank, text") << 0 << Qt::Key_Space << u" "_s << u"uno"_s;
-        QTest::addRow("F2, text") << 0 << Qt::Key_F2 << QString() << u"uno"_s;
-        QTest::addRow("Backspace") << 0 << Qt::Key_Backspace << u"\b"_s << u"uno"_s;
-        QTest::addRow("accented") << 0 << Qt::Key_Egrave << u"è"_s << u"è"_s;
-        QTest::addRow("digit, number") << 1 << Qt::Key_7 << u"7"_s << u"7"_s;
-        QTest::addRow("minus, number") << 1 << Qt::Key_Minus << u"-"_s << u"-"_s;
-        QTest::addRow("letter, number") << 1 << Qt::Key_X << u"x"_s << u"1.5"_s;
-        QTest::addRow("F2, number") << 1 << Qt::Key_F2 << QString() << u"1.5"_s;
-        QTest::addRow("function key") << 0 << Qt::Key_F5 << QString() << QString();
-        QTest::addRow("Esc") << 0 << Qt::Key_Escape << u"\x1b"_s << QString();
-        QTest::addRow("by the screen") << 2 << Qt::Key_X << u"x"_s << QString();
-    }
     void opening()
     {
-        QFETCH(int, column);
-        QFETCH(Qt::Key, key);
-        QFETCH(QString, text);
-        QFETCH(QString, opened);
-        Desk desk;
-        QSignalSpy requests(&desk.grid, &Grid::cellRequested);
-        desk.grid.setCurrentCell(0, column);
-        QTest::sendKeyEvent(QTest::Click, &desk.grid, key, text, Qt::NoModifier);
-        QCOMPARE(desk.grid.isEditing(), !opened.isEmpty());
-        QCOMPARE(requests.isEmpty() ? QString() : requests[0][2].toString(),
-                 column == 2 ? text : QString());
-        if (opened.isEmpty())
-            return;
-        QCOMPARE(desk.editor().text(), opened);
-        QCOMPARE(desk.editor().cursorPosition(), opened.size());
-        QVERIFY(desk.editor().hasFocus());
-        QCOMPARE(desk.editor().geometry(),
-                 desk.grid.visualRect(desk.grid.cells().index(0, column)));
-        QCOMPARE(desk.content(), u"uno|1.5|A/due|2|B/tre|3|C/"_s);
+        QCOMPARE(openedBy(0, Qt::Key_X, u"x"_s), u"x"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Space, u" "_s), u"uno"_s);
+        QCOMPARE(openedBy(0, Qt::Key_F2, {}), u"uno"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Backspace, u"\b"_s), u"uno"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Egrave, u"è"_s), u"è"_s);
+        QCOMPARE(openedBy(1, Qt::Key_7, u"7"_s), u"7"_s);
+        QCOMPARE(openedBy(1, Qt::Key_Minus, u"-"_s), u"-"_s);
+        QCOMPARE(openedBy(1, Qt::Key_X, u"x"_s), u"1.5"_s);
+        QCOMPARE(openedBy(0, Qt::Key_F5, {}), u"(closed)"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Escape, u"\x1b"_s), u"(closed)"_s);
+        QCOMPARE(openedBy(2, Qt::Key_X, u"x"_s), u"(asked by x)"_s);
     }
 
     void doubleClickOpensWithTheCellsText()
@@ -69,35 +80,14 @@ private slots:
         QCOMPARE(desk.editor().text(), u"2"_s);
     }
 
-    /// From row 1, column 0, with "x" typed there.
-    void leaving_data()
-    {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("place");
-        const QString stored = u"uno|1.5|A/x|2|B/tre|3|C/"_s;
-        QTest::addRow("Enter") << Qt::Key_Return << stored << u"1,0"_s;
-        QTest::addRow("Up") << Qt::Key_Up << stored << u"0,0"_s;
-        QTest::addRow("Down") << Qt::Key_Down << stored << u"2,0"_s;
-        QTest::addRow("Tab") << Qt::Key_Tab << stored << u"1,1"_s;
-        QTest::addRow("Shift+Tab") << Qt::Key_Backtab << stored << u"0,2"_s;
-        QTest::addRow("Esc") << Qt::Key_Escape << u"uno|1.5|A/due|2|B/tre|3|C/"_s << u"1,0"_s;
-    }
     void leaving()
     {
-        QFETCH(Qt::Key, key);
-        Desk desk;
-        QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
-        desk.grid.setCurrentCell(1, 0);
-        QTest::keyClick(&desk.grid, Qt::Key_X);
-        QTest::keyClick(&desk.editor(), key);
-        QVERIFY(!desk.grid.isEditing() && desk.editor().isHidden());
-        QTEST(desk.content(), "content");
-        QTEST(desk.place(), "place");
-        QVERIFY(desk.grid.hasFocus());
-        QCOMPARE(changes.size(), key == Qt::Key_Escape ? 0 : 1);
-        desk.grid.commitEditor();
-        QTEST(desk.content(), "content");
+        QCOMPARE(leftBy(Qt::Key_Return), u"x 1,0"_s);
+        QCOMPARE(leftBy(Qt::Key_Up), u"x 0,0"_s);
+        QCOMPARE(leftBy(Qt::Key_Down), u"x 2,0"_s);
+        QCOMPARE(leftBy(Qt::Key_Tab), u"x 1,1"_s);
+        QCOMPARE(leftBy(Qt::Key_Backtab), u"x 0,2"_s);
+        QCOMPARE(leftBy(Qt::Key_Escape), u"due 1,0"_s);
     }
 
     void clickingElsewhereStores()
@@ -177,30 +167,24 @@ private slots:
         QVERIFY(settings.LeggiIni(u"Prova"_s, u"Colonna0"_s).toInt() > 0);
     }
 
-    void wheel_data()
-    {
-        QTest::addColumn<int>("start");
-        QTest::addColumn<QList<int>>("turns"); // in eighths of a degree
-        QTest::addColumn<int>("row");
-        QTest::addRow("one notch down") << 0 << QList{-120} << 3;
-        QTest::addRow("two notches up at once") << 50 << QList{240} << 44;
-        QTest::addRow("fine-grained") << 10 << QList{-30, -30, -30, -30} << 13;
-        QTest::addRow("less than a row") << 10 << QList{-39} << 10;
-        QTest::addRow("at the top") << 2 << QList{120} << 0;
-    }
     void wheel()
     {
-        QFETCH(int, start);
-        QFETCH(QList<int>, turns);
         Desk desk(Grid::AtEnd::Stays, u"\r\n"_s.repeated(100));
-        desk.grid.verticalScrollBar()->setValue(start);
-        const QPointF place = desk.grid.viewport()->rect().center();
-        for (const int turn : std::as_const(turns)) {
-            QWheelEvent event(place, desk.grid.viewport()->mapToGlobal(place), {}, {0, turn},
-                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(desk.grid.viewport(), &event);
-        }
-        QTEST(desk.grid.rowAt(0), "row");
+        const auto turned = [&](int start, const QList<int>& turns) { // in eighths of a degree
+            desk.grid.verticalScrollBar()->setValue(start);
+            const QPointF place = desk.grid.viewport()->rect().center();
+            for (const int turn : turns) {
+                QWheelEvent event(place, desk.grid.viewport()->mapToGlobal(place), {}, {0, turn},
+                                  Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                QCoreApplication::sendEvent(desk.grid.viewport(), &event);
+            }
+            return desk.grid.rowAt(0);
+        };
+        QCOMPARE(turned(0, {-120}), 3);
+        QCOMPARE(turned(50, {240}), 44);
+        QCOMPARE(turned(10, {-30, -30, -30, -30}), 13);
+        QCOMPARE(turned(2, {120}), 0);
+        QCOMPARE(turned(10, {-39}), 10); // less than a row
     }
 
     /// The shade is the one of old in a light theme, and leaves light text legible in a dark one.
