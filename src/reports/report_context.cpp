@@ -12,7 +12,8 @@ QString ReportContext::jobReference() const
 
 QString documentTitle(const QString& kind, const calc::ModelloLavoro& modello)
 {
-    const QString building = u"%1 %2"_s.arg(modello.Descrizione, modello.Descrizione2);
+    const QString building = u"%1 %2"_s.arg(modello.datiGenerali[u"Descrizione"_s],
+                                            modello.datiGenerali[u"Descrizionee"_s]);
     return building.trimmed().isEmpty() ? kind : kind + u" - "_s + building.simplified();
 }
 
