@@ -200,7 +200,9 @@ void TypedLine::enter()
         deselect(); // Qt selects the text of a field that is entered by the Tab key
         return;
     }
-    turnCommas();
+    if (isNumeric(m_kind))
+        if (const QString turned = text::ToPointDecimal(text()); turned != text())
+            setText(turned);
     if (m_kind != FieldKind::RunningText)
         selectAll();
 }
@@ -211,8 +213,6 @@ void TypedLine::leave()
     if (ValidateField()) {
         if (text() != entered)
             emit changed();
-        if (m_onEntry == OnEntry::Selects)
-            turnCommas();
     } else if (isVisible() && isEnabled() && !isLeftUnchecked(QApplication::focusWidget())) {
         refuse(*this);
         emit held();
@@ -227,13 +227,6 @@ void TypedLine::takeFocusBack()
     if (auto* other = qobject_cast<TypedLine*>(window()->focusWidget()))
         other->m_enteredText.reset();
     setFocus(Qt::OtherFocusReason);
-}
-
-void TypedLine::turnCommas()
-{
-    if (isNumeric(m_kind))
-        if (const QString turned = text::ToPointDecimal(text()); turned != text())
-            setText(turned);
 }
 
 void TypedLine::setRemark(const QString& remark)

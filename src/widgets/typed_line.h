@@ -67,7 +67,6 @@ private:
     void enter();
     void leave();
     void takeFocusBack();
-    void turnCommas();
 
     FieldKind m_kind = FieldKind::Words;
     int m_maxLength = 0;

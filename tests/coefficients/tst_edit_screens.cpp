@@ -138,7 +138,9 @@ private slots:
     void unchanged()
     {
         Desk desk;
+        desk.job.Execute(u"DELETE FROM Variabili"_s);
         desk.showVariabili();
+        QVERIFY(desk.dump().contains(u"Variabili: [ ] [ ] [ ] [ ] [ ] [ ] [ ]"));
         QTest::mouseDClick(desk.grid().viewport(), Qt::LeftButton, {}, {40, 5});
         QVERIFY(desk.grid().isEditing());
         desk.grid().setWidthInTwips(3, 3000);
@@ -194,10 +196,12 @@ private slots:
         QVERIFY(codes.startsWith(u"\t\t\r\n\t\t\r\nC\t\t1.5\r\n"));
     }
 
-    /// A date that is none keeps the screen open, is named, and loses nothing.
-    void wrongDate()
+    /// A date that is none keeps the screen open, is named, and loses nothing. A missing record is
+    /// added, and what is empty stays Null.
+    void dates()
     {
         Desk desk;
+        desk.job.Execute(u"DELETE FROM [Dati Generali]"_s);
         desk.showDatiGenerali();
         auto& date = desk.find<widgets::TypedLine>(u"Dati3"_s);
         date.setFocus();
@@ -212,7 +216,16 @@ private slots:
         QCOMPARE(date.text(), u"28/02/2013"_s);
         QCOMPARE(desk.find<QLabel>(u"Stato"_s).text(), QString());
         desk.finish(u"BtOK"_s);
-        QCOMPARE(desk.job.records(u"Dati Generali").text(4), u"2013-02-28"_s);
+        QVERIFY(desk.dump().contains(
+            u"Dati Generali: [1] - - - [2013-02-28] - - - - - - - - - - - [\t\t\r\n"));
+        desk.showDatiGenerali();
+        auto& shown = desk.find<widgets::TypedLine>(u"Dati3"_s);
+        QCOMPARE(shown.text(), u"28/02/2013"_s);
+        shown.clear();
+        QTest::keyClicks(&desk.find<widgets::TypedLine>(u"Dati14"_s), u"Ascensore"_s);
+        desk.finish(u"BtOK"_s);
+        QVERIFY(
+            desk.dump().contains(u"Dati Generali: [1] - - - - - - - - - - - - - - [Ascensore] ["));
     }
 
     /// A job that another program changed or holds: reported, and the screen keeps what was typed.
