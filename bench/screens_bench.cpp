@@ -7,6 +7,7 @@
 #include "store/schema.h"
 #include "store/settings.h"
 #include "support/scripted_user.h"
+#include "text/table_text.h"
 #include "widgets/grid.h"
 
 #include <QApplication>
