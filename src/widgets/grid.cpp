@@ -108,7 +108,7 @@ void Grid::step(bool forward)
 void Grid::appendRow()
 {
     m_model->appendRow();
-    emit rowAppended(m_model->rowCount() - 1);
+    emit rowAppended();
 }
 
 // Keys and mouse

@@ -91,7 +91,7 @@ signals:
     /// longer than the grid, rows behind the last one are the owner's to add.
     void cellsChanged(const QList<zelto::widgets::CellChange>& changes);
     /// By Enter, Tab or a paste.
-    void rowAppended(int row);
+    void rowAppended();
     /// Nothing was pasted; why, and which cell is the first that does not fit.
     void pasteRefused(const QString& why);
     /// A cell of a column that the screen edits itself was to be opened.

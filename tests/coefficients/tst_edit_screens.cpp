@@ -176,6 +176,17 @@ private slots:
             u"Variabili: [x] [\t\t\r\n] [1\tB\tAlto\r\n] - [y] [ ] [\t\t\r\n]"));
     }
 
+    void rowsThatNobodyReads()
+    {
+        Desk desk;
+        desk.job.Execute(u"UPDATE Variabili SET Var1 = '%1'"_s.arg(u"1\r\n"_s.repeated(200)));
+        desk.showVariabili();
+        QCOMPARE(desk.find<QLabel>(u"Stato"_s).text(), QString());
+        desk.grid().setCurrentCell(199, 2);
+        QTest::keyClick(&desk.grid(), Qt::Key_Return);
+        QVERIFY(desk.find<QLabel>(u"Stato"_s).text().contains(u"prime 200 righe"));
+    }
+
     void codesOfStaircases()
     {
         Desk desk;
