@@ -33,7 +33,9 @@ int chosenBy(int current, const QString& opener, const QString& keys)
                {u"SER"_s, u"1.2"_s, {}},
                {u"S"_s, u"1.1"_s, {}},
                {u"se"_s, u"0.35"_s, u"Servizi"_s},
-               {}},
+               {},
+               {u"VERANDA"_s, u"2"_s, {}},
+               {u"vetro"_s, u"3"_s, {}}},
               current, {10, 190, 80, 20}, opener);
     static const QHash<QChar, Qt::Key> named{{u'~', Qt::Key_Return},    {u'^', Qt::Key_Escape},
                                              {u'<', Qt::Key_Backspace}, {u'{', Qt::Key_Home},
@@ -67,7 +69,7 @@ private slots:
         QCOMPARE(chosenBy(-1, {}, u"~^"_s), -1);
         QCOMPARE(chosenBy(3, u" "_s, u"~"_s), 3);
         QCOMPARE(chosenBy(0, {}, u" ~"_s), 5); // a blank means the blank entry
-        QCOMPARE(chosenBy(0, {}, u"}~"_s), 5);
+        QCOMPARE(chosenBy(0, {}, u"}~"_s), 7);
         QCOMPARE(chosenBy(3, {}, u"{~"_s), 0);
         QCOMPARE(chosenBy(2, {}, u">"_s), 2);
         QCOMPARE(chosenBy(2, {}, u"&"_s), 2);
@@ -80,7 +82,9 @@ private slots:
         QCOMPARE(chosenBy(0, u"S"_s, u"~"_s), 3); // an exact code before a longer one
         QCOMPARE(chosenBy(0, u"S"_s, u"E~"_s), 4);
         QCOMPARE(chosenBy(0, u"s"_s, u"er~"_s), 2);
-        QCOMPARE(chosenBy(0, u"s"_s, u"e~"_s), 4); // letter case where it is there
+        QCOMPARE(chosenBy(0, u"V"_s, u"e~"_s), 6);
+        QCOMPARE(chosenBy(0, u"v"_s, u"e~"_s), 7); // letter case where it is there
+        QCOMPARE(chosenBy(0, u"s"_s, u"e~"_s), 4);
         QCOMPARE(chosenBy(0, u"0"_s, u".35~"_s), 4);
         QCOMPARE(chosenBy(0, u"0"_s, u",9~"_s), 1);
         QCOMPARE(chosenBy(0, u"1"_s, u"~"_s), 0); // a whole value before a longer one
