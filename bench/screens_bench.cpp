@@ -8,6 +8,7 @@
 #include "store/schema.h"
 #include "store/settings.h"
 #include "support/scripted_user.h"
+#include "text/table_text.h"
 #include "widgets/grid.h"
 
 #include <QApplication>
@@ -121,12 +122,12 @@ void typeInCell(benchmark::State& state)
     std::vector<widgets::GridRow> rows;
     for (int row = 1; row <= 300; ++row)
         rows.push_back({.number = QString::number(row), .cells = {cellText(row, 1)}});
-    grid.cells().setRows(rows);
+    grid.cells().followRows(rows);
     grid.resize(700, 600);
     grid.show();
     QApplication::processEvents();
     grid.setCurrentCell(150, 0);
-    grid.MsFlexGridEdit(widgets::Grid::F2Code);
+    grid.MsFlexGridEdit();
     typeAKey(state, *QApplication::focusWidget());
 }
 

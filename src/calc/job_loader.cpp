@@ -38,20 +38,24 @@ std::vector<CodiceScala> leggiCodici(const QString& tableText)
     return codici;
 }
 
-void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
+/// What reports print of the general data.
+void leggiDatiStampati(store::Database& lavoro, ModelloLavoro& modello)
 {
     const store::Query dati = lavoro.records(store::TabellaDatiGenerali, {}, store::CampoChiave);
     if (dati.atEnd())
         return;
-    modello.Descrizione = dati.text(1);
-    modello.Descrizione2 = dati.text(2);
-    modello.Note = dati.text(3);
-    modello.DataLavoro = QDate::fromString(dati.text(4), Qt::ISODate).toString(u"dd.MM.yyyy"_s);
-    modello.Relazione = dati.text(5);
+    for (int i = 0; const auto& campo : store::jobTable(store::TabellaDatiGenerali).fields) {
+        const store::Value valore = dati.field(i++);
+        if (valore.isNull())
+            continue;
+        QString& testo = modello.datiGenerali[campo.name] = valore.text();
+        if (campo.type == store::FieldType::Date)
+            testo = QDate::fromString(testo, Qt::ISODate).toString(u"dd.MM.yyyy"_s);
+    }
     for (int t = 1; t <= store::SpecialTables; ++t)
-        if (!dati.isNull(5 + t))
-            modello.NomeTabella.push_back(dati.text(5 + t));
-    modello.tabellaCodici = leggiCodici(dati.text(16));
+        if (const QString campo = u"Tabella %1"_s.arg(t); modello.datiGenerali.contains(campo))
+            modello.NomeTabella.push_back(modello.datiGenerali[campo]);
+    modello.tabellaCodici = leggiCodici(modello.datiGenerali.value(u"Tabella Codici"_s));
 }
 
 UnitaImmobiliare leggiUnita(const store::Query& record)
@@ -134,7 +138,7 @@ ModelloLavoro CaricaLavoro(store::Database& lavoro)
 {
     ModelloLavoro modello;
     Liste liste = CaricaListe(lavoro);
-    leggiDatiGenerali(lavoro, modello);
+    leggiDatiStampati(lavoro, modello);
     leggiElencoUnita(lavoro, modello);
 
     store::Query vani = store::roomsByKey(lavoro);

@@ -4,6 +4,7 @@
 
 #include "store/job_limits.h"
 
+#include <QMap>
 #include <QString>
 
 #include <array>
@@ -63,11 +64,8 @@ struct CodiceScala
 /// The job: general data and units in the order of their keys.
 struct ModelloLavoro
 {
-    QString Descrizione;
-    QString Descrizione2;
-    QString Note;
-    QString DataLavoro; ///< dd.mm.yyyy, empty for none
-    QString Relazione;
+    /// What general data holds that is not Null, by the names of the fields; a date as dd.mm.yyyy.
+    QMap<QString, QString> datiGenerali;
     std::vector<QString> NomeTabella; ///< names of the special tables, packed
     std::vector<CodiceScala> tabellaCodici;
     std::vector<UnitaImmobiliare> unita;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register_lists.h"
 
-#include "coefficients/coefficient_groups.h"
-#include "coefficients/general_data.h"
+#include "coefficients/job_texts.h"
 #include "store/job_queries.h"
 #include "store/schema.h"
 #include "text/table_text.h"
@@ -103,18 +102,17 @@ std::vector<TreeUnit> readTree(store::Database& lavoro, std::optional<int> numbe
 
 RegisterLists LeggiDatiGenerali(store::Database& lavoro)
 {
-    const coefficients::GeneralTexts texts = coefficients::loadGeneralData(lavoro);
-    RegisterLists lists{.scale = readCodes(texts.at(coefficients::TextTabellaCodici)),
+    const coefficients::JobTexts texts =
+        coefficients::loadTexts(lavoro, store::TabellaDatiGenerali);
+    RegisterLists lists{.scale = readCodes(texts.value(u"Tabella Codici"_s)),
                         .livelli = store::levels(lavoro),
                         .tabelle = {},
                         .coefficienti = {}};
-    std::size_t table = coefficients::TextFirstTable;
-    for (QString& name : lists.tabelle)
-        name = texts.at(table++).trimmed();
-    const coefficients::GroupTexts groups = coefficients::loadGroups(lavoro);
-    std::size_t group = 1;
-    for (std::vector<CoefficientEntry>& entries : lists.coefficienti)
-        entries = readEntries(groups.at(group++));
+    for (int table = 1; QString & name : lists.tabelle)
+        name = texts.value(u"Tabella %1"_s.arg(table++)).trimmed();
+    const coefficients::JobTexts groups = coefficients::loadTexts(lavoro, store::TabellaVariabili);
+    for (int group = 1; std::vector<CoefficientEntry> & entries : lists.coefficienti)
+        entries = readEntries(groups.value(coefficients::groupField(group++)));
     return lists;
 }
 

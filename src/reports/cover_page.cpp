@@ -19,8 +19,8 @@ void drawFrame(const ReportContext& context)
     engine.SetFontSize(20);
     constexpr float Width = RightRule - LeftRule;
     engine.PrintCentred(21.5F, Centre, Width, u"TABELLE MILLESIMALI"_s);
-    engine.PrintCentred(23.5F, Centre, Width, context.modello.Descrizione);
-    engine.PrintCentred(25.5F, Centre, Width, context.modello.Descrizione2);
+    engine.PrintCentred(23.5F, Centre, Width, context.modello.datiGenerali[u"Descrizione"_s]);
+    engine.PrintCentred(25.5F, Centre, Width, context.modello.datiGenerali[u"Descrizionee"_s]);
     engine.DrawHLine(29, LeftRule, RightRule, RuleWidth);
 }
 
@@ -28,8 +28,8 @@ void drawDate(const ReportContext& context)
 {
     context.engine.SetFontSize(12);
     context.engine.SetFontBold(true);
-    if (!context.modello.DataLavoro.trimmed().isEmpty())
-        context.engine.PrintText(60, 60, 0, u"Data - "_s + context.modello.DataLavoro);
+    if (const QString date = context.modello.datiGenerali[u"Data"_s]; !date.trimmed().isEmpty())
+        context.engine.PrintText(60, 60, 0, u"Data - "_s + date);
     context.engine.SetFontBold(false);
 }
 
@@ -39,7 +39,7 @@ void drawNotes(const ReportContext& context)
     constexpr float Rows = 10;
     context.engine.setLineHeight(300);
     context.engine.WriteState(); // a replay has to learn of the new line height
-    QString notes = context.modello.Note;
+    QString notes = context.modello.datiGenerali[u"Note"_s];
     float row = FirstRow;
     context.engine.PrintParagraph(12, 58, row, FirstRow + Rows, notes, print::Alignment::Justified);
 }

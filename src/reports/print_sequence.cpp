@@ -136,7 +136,10 @@ const DocumentKind& documentKind(const OpzioniStampa& opzioni)
 
 print::PdfInfo documentInfo(const OpzioniStampa& opzioni, const calc::ModelloLavoro& modello)
 {
-    const QString building = u"%1 %2"_s.arg(modello.Descrizione, modello.Descrizione2).simplified();
+    const QString building =
+        u"%1 %2"_s
+            .arg(modello.datiGenerali[u"Descrizione"_s], modello.datiGenerali[u"Descrizionee"_s])
+            .simplified();
     QString title = documentKind(opzioni).title;
     if (!building.isEmpty())
         title += u" - "_s + building;

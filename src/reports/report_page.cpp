@@ -53,11 +53,11 @@ void ReportPage::header()
     m_row = HeaderRow - 1;
     rule();
     nextRow();
-    left(NumberColumn, u"DATA - "_s + m_context.modello.DataLavoro);
+    left(NumberColumn, u"DATA - "_s + m_context.modello.datiGenerali[u"Data"_s]);
     nextRow();
     left(JobColumn,
-         u"- %1 - %2 %3"_s.arg(m_context.jobPath, m_context.modello.Descrizione,
-                               m_context.modello.Descrizione2),
+         u"- %1 - %2 %3"_s.arg(m_context.jobPath, m_context.modello.datiGenerali[u"Descrizione"_s],
+                               m_context.modello.datiGenerali[u"Descrizionee"_s]),
          RuleTo - JobColumn);
     nextRow();
     left(NumberColumn, u"PAG. N. %1"_s.arg(m_pageNumber));

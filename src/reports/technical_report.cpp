@@ -59,11 +59,11 @@ void drawPage(const ReportContext& context, int page, QString& text)
 void StampaRelazione(const ReportContext& context)
 {
     context.status.SetStatus(u"Stampa relazione tecnica"_s, true);
-    if (context.modello.Relazione.isEmpty())
+    QString text = context.modello.datiGenerali[u"Relazione"_s];
+    if (text.isEmpty())
         return;
     setGrid(context.engine);
     drawHeading(context.engine);
-    QString text = context.modello.Relazione;
     for (int page = 1; !text.isEmpty(); ++page)
         drawPage(context, page, text);
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/cell_picker.h"
 
-#include "widgets/field_rules.h"
-#include "widgets/grid.h"
+#include "text/literals.h"
+#include "widgets/keys.h"
 #include "widgets/marks.h"
 #include "widgets/typed_line.h"
 
@@ -14,7 +14,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <functional>
+#include <array>
 
 namespace zelto::widgets {
 
@@ -22,43 +22,33 @@ namespace {
 
 constexpr int Columns = 3;
 
-template <typename Matches>
-int firstEntry(const std::vector<PickerEntry>& entries, const Matches& matches)
+constexpr int NoMatch = 6;
+
+/// How well the entry matches what was typed, 0 best.
+int rank(const PickerEntry& entry, const QString& typed)
 {
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const PickerEntry& entry) {
-        return !entry.isBlank() && matches(entry);
-    });
-    return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
+    const auto withPoint = [](QString text) { return text.replace(u',', u'.'); };
+    const QString value = withPoint(entry.value);
+    const QString figure = withPoint(typed);
+    const std::array<bool, NoMatch> matches{entry.code == typed,
+                                            entry.code.compare(typed, Qt::CaseInsensitive) == 0,
+                                            entry.code.startsWith(typed),
+                                            entry.code.startsWith(typed, Qt::CaseInsensitive),
+                                            value == figure,
+                                            value.startsWith(figure, Qt::CaseInsensitive)};
+    return static_cast<int>(std::ranges::find(matches, true) - matches.begin());
+}
+
+/// The entry that is meant by what was typed, -1 for none.
+int entryTyped(const std::vector<PickerEntry>& entries, const QString& typed)
+{
+    const auto best =
+        std::ranges::min_element(entries, {}, [&](const auto& e) { return rank(e, typed); });
+    const bool found = best != entries.end() && rank(*best, typed) < NoMatch;
+    return found ? static_cast<int>(best - entries.begin()) : -1;
 }
 
 } // namespace
-
-int entryTyped(const std::vector<PickerEntry>& entries, const QString& typed)
-{
-    if (typed.isEmpty())
-        return -1;
-    const QString figure = QString(typed).replace(u',', u'.');
-    const auto value = [](const PickerEntry& entry) {
-        return QString(entry.value).replace(u',', u'.');
-    };
-    using Rule = std::function<bool(const PickerEntry&)>;
-    for (const Rule& rule :
-         {Rule([&](const PickerEntry& entry) { return entry.code == typed; }),
-          Rule([&](const PickerEntry& entry) {
-              return entry.code.compare(typed, Qt::CaseInsensitive) == 0;
-          }),
-          Rule([&](const PickerEntry& entry) { return entry.code.startsWith(typed); }),
-          Rule([&](const PickerEntry& entry) {
-              return entry.code.startsWith(typed, Qt::CaseInsensitive);
-          }),
-          Rule([&](const PickerEntry& entry) { return value(entry) == figure; }),
-          Rule([&](const PickerEntry& entry) {
-              return value(entry).startsWith(figure, Qt::CaseInsensitive);
-          })})
-        if (const int entry = firstEntry(entries, rule); entry >= 0)
-            return entry;
-    return -1;
-}
 
 CellPicker::CellPicker(QWidget* parent)
     : QFrame(parent), m_typed(new QLabel(this)), m_list(new QTreeWidget(this))
@@ -88,7 +78,7 @@ CellPicker::CellPicker(QWidget* parent)
 }
 
 void CellPicker::open(const std::vector<PickerEntry>& entries, int current, const QRect& place,
-                      int keyCode)
+                      const QString& typed)
 {
     m_entries = entries;
     m_opened = current;
@@ -100,8 +90,8 @@ void CellPicker::open(const std::vector<PickerEntry>& entries, int current, cons
     raise();
     setFocus(Qt::PopupFocusReason);
     m_list->scrollToItem(m_list->currentItem());
-    if (keyCode > Grid::DoubleClickCode)
-        search(QChar(static_cast<char16_t>(keyCode)));
+    if (!typed.isEmpty() && typed != u" ")
+        search(typed);
 }
 
 void CellPicker::fill()
@@ -161,9 +151,9 @@ void CellPicker::placeOver(const QRect& place)
     width = std::max({width, place.width(), m_typed->sizeHint().width() + frame});
     QRect list(place.topLeft() - QPoint(0, header),
                QSize(width, header + std::clamp(count, 1, MostRows) * rowHeight + frame));
-    const QRect room = parentWidget()->rect();
-    list.moveRight(std::min(list.right(), std::max(room.right(), list.width() - 1)));
-    list.moveBottom(std::min(list.bottom(), std::max(room.bottom(), list.height() - 1)));
+    const QRect all = parentWidget()->rect();
+    list.moveRight(std::min(list.right(), std::max(all.right(), list.width() - 1)));
+    list.moveBottom(std::min(list.bottom(), std::max(all.bottom(), list.height() - 1)));
     list.moveTop(std::max(list.top(), 0));
     setGeometry(list);
 }
@@ -202,7 +192,7 @@ bool CellPicker::eventFilter(QObject* watched, QEvent* event)
         const auto& key = *static_cast<QKeyEvent*>(event);
         return filterKey(key.key(), typedBy(key));
     }
-    // Another window in front is no answer.
+    // A menu or another window in front leaves the list open.
     if (event->type() == QEvent::FocusOut && !isPassing(static_cast<QFocusEvent*>(event)->reason()))
         dismiss();
     return QFrame::eventFilter(watched, event);
@@ -231,8 +221,7 @@ bool CellPicker::filterKey(int key, const QString& typed)
     if (typed.isEmpty())
         return false;
     // A blank alone means the blank entry.
-    const auto blank = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [](const PickerEntry& entry) { return entry.isBlank(); });
+    const auto blank = std::ranges::find_if(m_entries, &PickerEntry::isBlank);
     if (m_search.isEmpty() && typed == u" " && blank != m_entries.end())
         select(static_cast<int>(blank - m_entries.begin()));
     else

@@ -21,14 +21,11 @@ struct PickerEntry
     [[nodiscard]] bool isBlank() const { return code.isEmpty() && value.isEmpty(); }
 };
 
-/// The entry that is meant by what was typed, letter case aside where nothing matches with it: the
-/// one of that code, else the first whose code begins so, else the first whose value does, with a
-/// comma for its point if one likes. -1 for none.
-[[nodiscard]] int entryTyped(const std::vector<PickerEntry>& entries, const QString& typed);
-
 /// A list laid over a cell or a field, from which one entry is chosen: by Enter, Tab or a click.
 /// Esc and the loss of the focus hide it without a choice. What is typed stands above the list and
-/// goes to the entry that is meant; what means none selects none.
+/// selects the entry that is meant: the one of that code, else the first whose code begins so, else
+/// the first whose value does, with a comma for its point if one likes; or none. Letter case counts
+/// only where an entry matches with it.
 class CellPicker : public QFrame
 {
     Q_OBJECT
@@ -40,10 +37,10 @@ public:
     explicit CellPicker(QWidget* parent);
 
     /// Shows the entries, the current one selected (-1 for none), with the first one over the
-    /// place, in coordinates of the parent, and as wide at least; of what does not fit below, the
-    /// list moves up. The key code of a character begins what is typed.
+    /// place, in coordinates of the parent, and as wide at least; a list that does not fit below
+    /// moves up. A character but a blank begins what is typed.
     void open(const std::vector<PickerEntry>& entries, int current, const QRect& place,
-              int keyCode);
+              const QString& typed);
 
     /// Hides the list, if it is open, without a choice.
     void dismiss();

@@ -29,12 +29,12 @@ void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QStr
 }
 
 void saveColumnWidths(const Grid& grid, store::Settings& settings, const QString& section,
-                      const QString& prefix, int minimum)
+                      const QString& prefix)
 {
     store::Settings::KeyValues widths;
     for (int column = 0; column <= grid.cells().columnCount(); ++column)
         widths.emplace_back(prefix + QString::number(column),
-                            QString::number(std::max(grid.widthInTwips(column), minimum)));
+                            QString::number(std::max(grid.widthInTwips(column), LeastWidth)));
     settings.ScriviIni(section, widths);
 }
 

@@ -18,8 +18,7 @@ class Grid;
 void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QString& section,
                          const QString& prefix);
 
-/// Narrower columns are stored with the minimum.
 void saveColumnWidths(const Grid& grid, store::Settings& settings, const QString& section,
-                      const QString& prefix, int minimum = 0);
+                      const QString& prefix);
 
 } // namespace zelto::widgets

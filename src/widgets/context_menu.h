@@ -5,12 +5,10 @@
 
 #include <QMenu>
 
-#include <array>
-
 namespace zelto::widgets {
 
 /// The context menu "MnuDxMouse" that the grids borrow: reset it, give captions to the entries that
-/// are needed, show it and read the choice.
+/// are needed, show it and carry out the choice.
 class ContextMenu : public QMenu
 {
     Q_OBJECT
@@ -18,26 +16,29 @@ class ContextMenu : public QMenu
 public:
     static constexpr int EntryCount = 6;
 
-    explicit ContextMenu(QWidget* parent = nullptr);
-
-    /// Entry 0 visible, entries 1 to 5 hidden; all enabled and without caption.
-    void ResetContextMenu();
-
-    /// Entry 0 to 5.
-    [[nodiscard]] QAction& DxMouse(int entry)
+    explicit ContextMenu(QWidget* parent = nullptr) : QMenu(parent)
     {
-        return *m_entries.at(static_cast<std::size_t>(entry));
+        setObjectName(u"MnuDxMouse"_s);
+        for (int entry = 0; entry < EntryCount; ++entry)
+            addAction(QString());
+        ResetContextMenu();
     }
 
-    /// The number of the last entry clicked, "0" to "5"; "-1" when none was since it was shown.
-    [[nodiscard]] const QString& menuChoice() const { return m_menuChoice; }
+    /// Entry 0 visible, entries 1 to 5 hidden; all enabled and without caption.
+    void ResetContextMenu()
+    {
+        for (int entry = 0; entry < EntryCount; ++entry) {
+            DxMouse(entry).setText({});
+            DxMouse(entry).setVisible(entry == 0);
+            DxMouse(entry).setEnabled(true);
+        }
+    }
 
-    /// Shows the menu at the place on the screen until it closes and gives the choice.
-    QString choose(const QPoint& place);
+    /// Entry 0 to 5.
+    [[nodiscard]] QAction& DxMouse(int entry) const { return *actions().at(entry); }
 
-private:
-    std::array<QAction*, EntryCount> m_entries{};
-    QString m_menuChoice = u"-1"_s;
+    /// Shows the menu at the place on the screen until it closes. The entry chosen, -1 for none.
+    int choose(const QPoint& place) { return static_cast<int>(actions().indexOf(exec(place))); }
 };
 
 } // namespace zelto::widgets

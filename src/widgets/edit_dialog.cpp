@@ -3,6 +3,7 @@
 
 #include "store/database_error.h"
 #include "store/settings.h"
+#include "widgets/column_widths.h"
 #include "widgets/dialogs.h"
 #include "widgets/typed_line.h"
 
@@ -19,34 +20,40 @@ namespace {
 const QString WindowKey = u"Finestra"_s;
 
 /// Enter belongs to fields and grids, so no button is the default one.
-QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption)
+QPushButton* newButton(const QString& name, const QString& caption)
 {
     auto* button = new QPushButton(caption);
     button->setObjectName(name);
     button->setAutoDefault(false);
-    row.addWidget(button);
     return button;
 }
 
 } // namespace
 
-EditDialog::EditDialog(const QString& name, const QString& caption, Dialogs& dialogs,
-                       store::Settings& settings, QWidget* parent)
-    : QDialog(parent), m_dialogs(dialogs), m_settings(settings), m_layout(new QVBoxLayout(this)),
+EditDialog::EditDialog(const Screen& screen, Dialogs& dialogs, store::Settings& settings,
+                       QWidget* parent)
+    : QDialog(parent), m_dialogs(dialogs), m_settings(settings), m_widthKey(screen.widthKey),
+      m_grid(u"n."_s, screen.columns, Grid::AtEnd::AppendsRow), m_layout(new QVBoxLayout(this)),
       m_remark(new QLabel(this))
 {
-    setObjectName(name);
-    setWindowTitle(caption);
+    setObjectName(screen.name);
+    setWindowTitle(screen.caption);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_remark->setObjectName(u"Stato"_s);
     m_remark->setAccessibleName(u"Osservazioni"_s);
     m_remark->setWordWrap(true);
+    m_grid.setObjectName(u"Lavori"_s);
+    connect(&m_grid, &Grid::editorOpenedByKey, this, &EditDialog::markChanged);
+    connect(&m_grid, &Grid::cellsChanged, this, &EditDialog::markChanged);
+    connect(&m_grid, &Grid::pasteRefused, this,
+            [this](const QString& why) { m_dialogs.showMessage(why); });
 }
 
 void EditDialog::setContents(QWidget* contents)
 {
     m_layout->addWidget(contents, 1);
     addButtons();
+    restoreColumnWidths(m_grid, m_settings, objectName(), m_widthKey);
     restoreGeometry(
         QByteArray::fromBase64(m_settings.LeggiIni(objectName(), WindowKey).toLatin1()));
 }
@@ -55,31 +62,33 @@ void EditDialog::addButtons()
 {
     auto* row = new QHBoxLayout;
     row->addWidget(m_remark, 1);
-    m_applica = addButton(*row, u"BtApplica"_s, u"&Applica"_s);
-    m_applica->setEnabled(false);
-    QPushButton* annulla = addButton(*row, u"BtAnnulla"_s, u"A&nnulla"_s);
-    annulla->setProperty(TypedLine::LeavesUnchecked, true);
-    QPushButton* ok = addButton(*row, u"BtOK"_s, u"&OK"_s);
+    m_applica = newButton(u"BtApplica"_s, u"&Applica"_s);
+    QPushButton* annulla = newButton(u"BtAnnulla"_s, u"A&nnulla"_s);
+    QPushButton* ok = newButton(u"BtOK"_s, u"&OK"_s);
+    for (QPushButton* button : {m_applica, annulla, ok})
+        row->addWidget(button);
     m_layout->addLayout(row);
+    m_applica->setEnabled(false);
+    annulla->setProperty(TypedLine::LeavesUnchecked, true);
     connect(m_applica, &QPushButton::clicked, this, &EditDialog::apply);
     connect(annulla, &QPushButton::clicked, this, &EditDialog::reject);
     connect(ok, &QPushButton::clicked, this, &EditDialog::close);
 }
 
-void EditDialog::setChanged(bool changed)
-{
-    m_changed = changed;
-    m_applica->setEnabled(changed);
-}
-
 void EditDialog::markChanged()
 {
-    setChanged(true);
+    m_applica->setEnabled(true);
 }
 
 void EditDialog::showRemark(const QString& text)
 {
     m_remark->setText(text);
+}
+
+bool EditDialog::finishTyping()
+{
+    m_grid.commitEditor();
+    return true;
 }
 
 void EditDialog::apply()
@@ -98,7 +107,7 @@ bool EditDialog::askAndStore()
         m_dialogs.ReportError(error);
         return false;
     }
-    setChanged(false);
+    m_applica->setEnabled(false);
     return true;
 }
 
@@ -110,13 +119,13 @@ void EditDialog::reject()
 
 void EditDialog::closeEvent(QCloseEvent* event)
 {
-    const bool kept = !m_discarded && (!finishTyping() || (m_changed && !askAndStore()));
+    const bool kept =
+        !m_discarded && (!finishTyping() || (m_applica->isEnabled() && !askAndStore()));
     if (kept) {
         event->ignore();
         return;
     }
-    setChanged(false);
-    saveSettings();
+    saveColumnWidths(m_grid, m_settings, objectName(), m_widthKey);
     m_settings.ScriviIni(objectName(), WindowKey, QString::fromLatin1(saveGeometry().toBase64()));
     event->accept();
 }

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/grid.h"
+
 #include <QDialog>
+
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -15,22 +19,28 @@ namespace zelto::widgets {
 
 class Dialogs;
 
-/// A modal screen on a working copy. Only "Applica" stores it, after a question; closing a changed
-/// screen asks as well. What cannot be stored is reported and stays on the screen.
+/// A modal screen with a grid on a working copy. Only "Applica" stores it, after a question;
+/// closing a changed screen asks as well. What cannot be stored is reported and stays on the
+/// screen.
 class EditDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    [[nodiscard]] bool isChanged() const { return m_changed; }
-
     /// Esc and "Annulla": closes without storing.
     void reject() override;
 
 protected:
-    /// The name is the screen's section in the settings; dialogs and settings outlive the screen.
-    EditDialog(const QString& name, const QString& caption, Dialogs& dialogs,
-               store::Settings& settings, QWidget* parent);
+    struct Screen
+    {
+        QString name; ///< also its section in the settings
+        QString caption;
+        std::vector<GridColumn> columns;
+        QString widthKey; ///< what the keys of the columns' widths begin with
+    };
+
+    /// Dialogs and settings outlive the screen.
+    EditDialog(const Screen& screen, Dialogs& dialogs, store::Settings& settings, QWidget* parent);
 
     /// Puts the screen's own part over the buttons; once, at the end of construction.
     void setContents(QWidget* contents);
@@ -41,18 +51,15 @@ protected:
     /// A remark below the contents; empty for none.
     void showRemark(const QString& text);
 
-    [[nodiscard]] Dialogs& dialogs() { return m_dialogs; }
-    [[nodiscard]] store::Settings& settings() { return m_settings; }
+    /// The screen's table, which is part of the contents. Changing it marks the screen as changed.
+    [[nodiscard]] Grid& grid() { return m_grid; }
 
     /// Takes over what is still being typed; false, with the focus on the field, when a text must
     /// not stay as it is.
-    virtual bool finishTyping() = 0;
+    virtual bool finishTyping();
 
     /// Throws DatabaseError when the working copy cannot be stored.
     virtual void store() = 0;
-
-    /// The screen is about to close.
-    virtual void saveSettings() = 0;
 
     void closeEvent(QCloseEvent* event) override;
 
@@ -61,14 +68,14 @@ private:
     void apply();
     /// Asks and stores; false when it could not be stored.
     bool askAndStore();
-    void setChanged(bool changed);
 
     Dialogs& m_dialogs;
     store::Settings& m_settings;
+    QString m_widthKey;
+    Grid m_grid; // without a parent until it has its place, for the order of the Tab key
     QVBoxLayout* m_layout;
     QLabel* m_remark;
-    QPushButton* m_applica = nullptr;
-    bool m_changed = false;
+    QPushButton* m_applica = nullptr; ///< enabled while something is to be stored
     bool m_discarded = false;
 };
 

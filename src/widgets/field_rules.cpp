@@ -3,15 +3,14 @@
 
 #include "text/literals.h"
 
-#include <QKeyEvent>
+#include <QDate>
+#include <QRegularExpression>
 
 #include <algorithm>
 
 namespace zelto::widgets {
 
 namespace {
-
-constexpr QChar Backspace = u'\b';
 
 bool isDigit(QChar c)
 {
@@ -38,16 +37,24 @@ bool isThirdDecimal(const FieldText& field)
     return whole > 0 && field.selectionStart > whole && field.text.size() - whole >= 2;
 }
 
-bool keepsFigure(const FieldTag& tag, QChar key, const FieldText& field)
+bool keepsFigure(FieldKind kind, QChar key, const FieldText& field)
 {
     const bool sign = key == u'-' || key == u'.';
     if (!sign && !isDigit(key))
         return false;
-    if (key == u'.' && tag.kind() == FieldTag::Kind::WholeNumber)
+    if (key == u'.' && kind == FieldKind::WholeNumber)
         return false;
     if (sign && field.text.contains(key))
         return false;
-    return tag.kind() != FieldTag::Kind::Amount || !isThirdDecimal(field);
+    return kind != FieldKind::Amount || !isThirdDecimal(field);
+}
+
+/// Whether a character typed at the caret is kept.
+bool keepsKey(FieldKind kind, QChar key, const FieldText& field)
+{
+    if (kind == FieldKind::Date)
+        return isDigit(key) || key == u'/';
+    return isNumeric(kind) ? keepsFigure(kind, key, field) : isTextCharacter(key);
 }
 
 /// One character as a unit or a pair of units; a half pair alone is none.
@@ -68,53 +75,16 @@ QString withDateSeparators(QString text)
     return text;
 }
 
-std::optional<QString> checkedDate(const QString& text)
+/// Day, month and year in figures; invalid when there is no such day.
+QDate readDate(const QString& text)
 {
-    const auto isBlank = [](QChar c) { return c == u' '; };
-    if (std::all_of(text.begin(), text.end(), isBlank))
-        return text;
-    const std::optional<QDate> date = readDate(withDateSeparators(text));
-    if (!date)
-        return std::nullopt;
-    return date->toString(u"dd/MM/yyyy"_s);
-}
-
-bool hasOnly(QStringView text, const QString& allowed)
-{
-    return std::all_of(text.begin(), text.end(), [&](QChar c) { return allowed.contains(c); });
-}
-
-/// The figures as a number, nothing when there are too few, too many or other characters.
-std::optional<int> readFigures(QStringView text, qsizetype fewest, qsizetype most)
-{
-    if (text.size() < fewest || text.size() > most ||
-        !std::all_of(text.begin(), text.end(), isDigit))
-        return std::nullopt;
-    return text.toInt();
-}
-
-std::optional<int> readYear(QStringView text)
-{
+    static const QRegularExpression pattern(u"^([0-9]{1,2})/([0-9]{1,2})/([0-9]{2}|[0-9]{4})$"_s);
+    const QRegularExpressionMatch parts = pattern.match(text.trimmed());
     constexpr int FirstOfThisCentury = 30; // years before it follow 2000, the others 1900
-    const std::optional<int> year = readFigures(text, 2, 4);
-    if (!year || text.size() == 3)
-        return std::nullopt;
-    if (text.size() == 4)
-        return year;
-    return *year + (*year < FirstOfThisCentury ? 2000 : 1900);
-}
-
-/// With AltGr a key has none of them, or one of its own beside them.
-bool hasModifier(const QKeyEvent& key, Qt::KeyboardModifiers wanted)
-{
-    return key.modifiers().testAnyFlags(wanted) &&
-           !key.modifiers().testFlag(Qt::GroupSwitchModifier);
-}
-
-bool bearsCharacter(const QKeyEvent& key)
-{
-    const QString text = key.text();
-    return !text.isEmpty() && text.front().category() != QChar::Other_Control;
+    int year = parts.captured(3).toInt();
+    if (parts.capturedLength(3) == 2)
+        year += year < FirstOfThisCentury ? 2000 : 1900;
+    return {year, parts.captured(2).toInt(), parts.captured(1).toInt()};
 }
 
 bool isReference(QStringView text)
@@ -125,28 +95,25 @@ bool isReference(QStringView text)
 /// Digits with signs, separators and blanks, however they are mixed.
 bool looksLikeFigure(QStringView text)
 {
-    return std::all_of(text.begin(), text.end(),
-                       [](QChar c) { return isDigit(c) || c.isSpace() || u"+-.,"_s.contains(c); });
+    return std::ranges::all_of(
+        text, [](QChar c) { return isDigit(c) || c.isSpace() || u"+-.,"_s.contains(c); });
 }
 
 } // namespace
 
-bool keepsKey(const FieldTag& tag, QChar key, const FieldText& field)
+bool isNumeric(FieldKind kind)
 {
-    if (key == Backspace)
-        return true;
-    switch (tag.kind()) {
-    case FieldTag::Kind::Date:
-        return isDigit(key) || key == u'/';
-    case FieldTag::Kind::Text:
-    case FieldTag::Kind::MultilineText:
-        return isTextCharacter(key);
-    default:
-        return keepsFigure(tag, key, field);
-    }
+    return kind == FieldKind::WholeNumber || kind == FieldKind::DecimalNumber ||
+           kind == FieldKind::Amount;
 }
 
-QString typeable(const FieldTag& tag, QStringView typed, FieldText field, int maxLength)
+bool hasDecimals(FieldKind kind)
+{
+    return kind == FieldKind::DecimalNumber || kind == FieldKind::Amount ||
+           kind == FieldKind::FreeFigure;
+}
+
+QString typeable(FieldKind kind, QStringView typed, FieldText field, int maxLength)
 {
     QString taken;
     for (qsizetype i = 0; i < typed.size();) {
@@ -154,8 +121,7 @@ QString typeable(const FieldTag& tag, QStringView typed, FieldText field, int ma
         i += std::max<qsizetype>(character.size(), 1);
         const qsizetype length = field.text.size() - field.selectionLength + character.size();
         const bool fits = maxLength == 0 || length <= maxLength;
-        if (character.isEmpty() || character.front() == Backspace || !fits ||
-            !keepsKey(tag, character.front(), field))
+        if (character.isEmpty() || !fits || !keepsKey(kind, character.front(), field))
             continue;
         field.text.replace(field.selectionStart, field.selectionLength, character.toString());
         field.selectionStart += static_cast<int>(character.size());
@@ -165,76 +131,35 @@ QString typeable(const FieldTag& tag, QStringView typed, FieldText field, int ma
     return taken;
 }
 
-QString withPoints(const FieldTag& tag, QString text, QStringView field)
+QString withPoints(FieldKind kind, QString text, QStringView field)
 {
-    const bool reference = !tag.isNumeric() && (isReference(field) || isReference(text));
-    return tag.hasDecimals() && !reference ? text.replace(u',', u'.') : text;
+    const bool reference = !isNumeric(kind) && (isReference(field) || isReference(text));
+    return hasDecimals(kind) && !reference ? text.replace(u',', u'.') : text;
 }
 
-std::optional<QString> pasteable(const FieldTag& tag, const QString& text)
+std::optional<QString> pasteable(FieldKind kind, const QString& text)
 {
     QString line = text;
     while (line.endsWith(u'\n') || line.endsWith(u'\r'))
         line.chop(1);
-    if (std::any_of(line.begin(), line.end(), [](QChar c) { return !isTextCharacter(c); }))
+    if (!std::ranges::all_of(line, isTextCharacter))
         return std::nullopt;
-    if (!tag.hasDecimals() || (!tag.isNumeric() && !looksLikeFigure(line)))
-        return withPoints(tag, line, {});
-    QString figure = withPoints(tag, line, {});
+    QString figure = withPoints(kind, line, {});
+    if (!hasDecimals(kind) || (!isNumeric(kind) && !looksLikeFigure(line)))
+        return figure;
     if (figure.count(u'.') > 1)
         return std::nullopt;
     figure.removeIf([](QChar c) { return c.isSpace(); });
     return figure;
 }
 
-std::optional<QString> checkedText(const FieldTag& tag, const QString& text, int maxLength)
+std::optional<QString> checkedText(FieldKind kind, const QString& text)
 {
-    bool passes = true;
-    switch (tag.check()) {
-    case FieldTag::Check::None:
-        break;
-    case FieldTag::Check::Characters:
-        passes = hasOnly(QStringView(text).left(maxLength), tag.checkData());
-        break;
-    case FieldTag::Check::Values:
-        passes = tag.checkData().contains(u';' + text.toUpper() + u';');
-        break;
-    case FieldTag::Check::Date:
-        return checkedDate(text);
-    }
-    return passes ? std::optional(text) : std::nullopt;
-}
-
-std::optional<QDate> readDate(QStringView text)
-{
-    const QList<QStringView> parts = text.trimmed().split(u'/');
-    if (parts.size() != 3)
-        return std::nullopt;
-    const std::optional<int> day = readFigures(parts[0], 1, 2);
-    const std::optional<int> month = readFigures(parts[1], 1, 2);
-    const std::optional<int> year = readYear(parts[2]);
-    if (!day || !month || !year || !QDate::isValid(*year, *month, *day))
-        return std::nullopt;
-    return QDate(*year, *month, *day);
-}
-
-QString typedBy(const QKeyEvent& key)
-{
-    const QString text = key.text();
-    if (!bearsCharacter(key) || isChord(key))
-        return {};
-    const bool keypad = key.modifiers().testFlag(Qt::KeypadModifier);
-    return keypad && (text == u","_s || text == u"."_s) ? u"."_s : text;
-}
-
-bool isChord(const QKeyEvent& key)
-{
-    return hasModifier(key, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-}
-
-bool isWithAlt(const QKeyEvent& key)
-{
-    return hasModifier(key, Qt::AltModifier | Qt::MetaModifier);
+    const auto isBlank = [](QChar c) { return c == u' '; };
+    if (kind != FieldKind::Date || std::ranges::all_of(text, isBlank))
+        return text;
+    const QDate date = readDate(withDateSeparators(text));
+    return date.isValid() ? std::optional(date.toString(u"dd/MM/yyyy"_s)) : std::nullopt;
 }
 
 } // namespace zelto::widgets

@@ -2,17 +2,29 @@
 // What may be typed into a field and what may stay in it, without the field itself.
 #pragma once
 
-#include "widgets/field_tag.h"
-
-#include <QDate>
 #include <QString>
 #include <QStringView>
 
 #include <optional>
 
-class QKeyEvent;
-
 namespace zelto::widgets {
+
+/// What a typed field takes.
+enum class FieldKind {
+    Words,
+    RunningText, ///< words as well, but Enter stays in the field and entering it selects nothing
+    FreeFigure,  ///< any text, but it counts in the calculation
+    WholeNumber,
+    DecimalNumber,
+    Amount, ///< of two decimals
+    Date    ///< dd/mm/yyyy
+};
+
+/// Whether only digits, sign and point get in.
+[[nodiscard]] bool isNumeric(FieldKind kind);
+
+/// Whether a comma that comes in, by whatever way, is the decimal point.
+[[nodiscard]] bool hasDecimals(FieldKind kind);
 
 /// The text of a field and what is selected in it; the caret is where the selection begins.
 struct FieldText
@@ -22,42 +34,22 @@ struct FieldText
     int selectionLength = 0;
 };
 
-/// Whether a character typed at the caret is kept. Backspace is in every field; other control
-/// characters and line separators are in none, because table texts cannot hold them.
-[[nodiscard]] bool keepsKey(const FieldTag& tag, QChar key, const FieldText& field);
-
 /// What of the text gets in when it is typed character by character in place of the selection.
-/// maxLength is the longest text of the field in characters, 0 for any.
-[[nodiscard]] QString typeable(const FieldTag& tag, QStringView typed, FieldText field,
-                               int maxLength);
+/// Control characters and line separators never do: table texts cannot hold them. maxLength is the
+/// longest text of the field in characters, 0 for any.
+[[nodiscard]] QString typeable(FieldKind kind, QStringView typed, FieldText field, int maxLength);
 
-/// The text as it is typed behind what the field holds: where the tag has decimals, each comma is
-/// the decimal point. A reference, which begins with "[", keeps its commas.
-[[nodiscard]] QString withPoints(const FieldTag& tag, QString text, QStringView field);
+/// The text as it is typed behind what the field holds: where there are decimals, each comma is the
+/// decimal point. A reference, which begins with "[", keeps its commas.
+[[nodiscard]] QString withPoints(FieldKind kind, QString text, QStringView field);
 
 /// The text as it is pasted or dropped: a figure without the blanks between its digits and with a
 /// decimal point. Nothing for several cells or lines, which would run into one, and for a figure
 /// with more than one separator: which of them is the decimal one cannot be told.
-[[nodiscard]] std::optional<QString> pasteable(const FieldTag& tag, const QString& text);
+[[nodiscard]] std::optional<QString> pasteable(FieldKind kind, const QString& text);
 
-/// The text in the form in which it may stay, nothing when it fails the tag's check.
-/// maxLength as in typeable; without one the check of characters has nothing to look at.
-[[nodiscard]] std::optional<QString> checkedText(const FieldTag& tag, const QString& text,
-                                                 int maxLength);
-
-/// The date that day/month/year stand for, all in figures; years of two figures lie between 1930
-/// and 2029. Nothing when there is no such day.
-[[nodiscard]] std::optional<QDate> readDate(QStringView text);
-
-/// The text that a key types, empty when it is a command, as every key with Ctrl, Alt or Super is.
-/// The decimal key of the keypad types a point whatever the keyboard's language.
-[[nodiscard]] QString typedBy(const QKeyEvent& key);
-
-/// Whether the key is held together with Ctrl, Alt or Super. With AltGr it is not, though some
-/// desktops say so.
-[[nodiscard]] bool isChord(const QKeyEvent& key);
-
-/// Whether Alt or Super is held: Qt's own fields would type, or delete, all the same.
-[[nodiscard]] bool isWithAlt(const QKeyEvent& key);
+/// The text in the form in which it may stay: a date with its separators and four figures of the
+/// year, of which two lie between 1930 and 2029. Nothing for a date that is none.
+[[nodiscard]] std::optional<QString> checkedText(FieldKind kind, const QString& text);
 
 } // namespace zelto::widgets

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/grid.h"
 
-#include "widgets/field_rules.h"
 #include "widgets/grid_delegate.h"
+#include "widgets/keys.h"
 #include "widgets/typed_line.h"
-#include "widgets/wheel_scroller.h"
 
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -16,15 +16,15 @@ namespace zelto::widgets {
 
 Grid::Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, AtEnd atEnd,
            QWidget* parent)
-    : QTableView(parent), m_model(new GridModel(numberHeader, columns, this)), m_atEnd(atEnd),
-      m_editor(new TypedLine(viewport()))
+    : QTableView(parent), m_numberHeader(numberHeader), m_model(new GridModel(columns, this)),
+      m_atEnd(atEnd), m_editor(new TypedLine(FieldKind::Words, 0, viewport()))
 {
     setModel(m_model);
     setItemDelegate(new GridDelegate(this));
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
-    new WheelScroller(this);
+    setVerticalScrollMode(ScrollPerItem);
     setUpHeaders();
     buildEditor();
 }
@@ -76,7 +76,7 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& in
         return Selection::NoUpdate; // the menu is about what is selected
     const auto* input = dynamic_cast<const QInputEvent*>(event);
     const bool shift = input != nullptr && input->modifiers().testFlag(Qt::ShiftModifier);
-    // Cleared in any case: a click beside the cells makes what is selected final.
+    // Cleared in any case, because Qt keeps for good what was selected before a click beside cells.
     return shift || type == QEvent::MouseMove ? Selection::Clear | Selection::SelectCurrent
                                               : Selection::ClearAndSelect;
 }
@@ -107,9 +107,8 @@ void Grid::step(bool forward)
 
 void Grid::appendRow()
 {
-    const int row = m_model->rowCount();
-    m_model->appendRow(QString::number(row + 1));
-    emit rowAppended(row);
+    m_model->appendRow();
+    emit rowAppended();
 }
 
 // Keys and mouse
@@ -125,22 +124,24 @@ void Grid::keyPressEvent(QKeyEvent* event)
     const QString typed = typedBy(*event);
     const bool control = event->modifiers() == Qt::NoModifier &&
                          (event->key() == Qt::Key_Backspace || event->key() == Qt::Key_F2);
-    if (typed.isEmpty() && !control) {
+    if (typed.isEmpty() && !control)
         QTableView::keyPressEvent(event);
-        return;
-    }
-    const int code = typed.isEmpty() ? F2Code : typed.front().unicode();
-    MsFlexGridEdit(code);
+    else
+        editByKey(typed);
+}
+
+void Grid::editByKey(const QString& typed)
+{
+    MsFlexGridEdit(typed.left(1));
     if (isEditing())
-        emit editorOpened(true);
+        emit editorOpenedByKey();
 }
 
 /// The keys that do something to the grid itself.
 bool Grid::command(QKeyEvent* event)
 {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && !isChord(*event))
+    if (isEnter(*event) && !isChord(*event))
         step(true);
     else if (event->matches(QKeySequence::Copy))
         copySelection();
@@ -156,12 +157,8 @@ bool Grid::command(QKeyEvent* event)
 /// Characters that are composed, as accented ones are on some keyboards.
 void Grid::inputMethodEvent(QInputMethodEvent* event)
 {
-    const QString& typed = event->commitString();
-    if (typed.isEmpty())
-        return;
-    MsFlexGridEdit(typed.front().unicode());
-    if (isEditing())
-        emit editorOpened(true);
+    if (!event->commitString().isEmpty())
+        editByKey(event->commitString());
 }
 
 void Grid::mouseDoubleClickEvent(QMouseEvent* event)
@@ -172,9 +169,23 @@ void Grid::mouseDoubleClickEvent(QMouseEvent* event)
         return;
     }
     setCurrentCell(cell.row(), cell.column());
-    MsFlexGridEdit(DoubleClickCode);
-    if (isEditing())
-        emit editorOpened(false);
+    MsFlexGridEdit();
+}
+
+/// Three rows for each notch, whatever the desktop's own setting.
+void Grid::wheelEvent(QWheelEvent* event)
+{
+    if (event->angleDelta().y() == 0) {
+        QTableView::wheelEvent(event);
+        return;
+    }
+    constexpr int TurnPerRow = QWheelEvent::DefaultDeltasPerStep / 3;
+    // Fine-grained wheels and touchpads turn by parts of a row.
+    m_wheelTurn += event->angleDelta().y();
+    const int rows = m_wheelTurn / TurnPerRow;
+    m_wheelTurn %= TurnPerRow;
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - rows);
+    event->accept();
 }
 
 bool Grid::eventFilter(QObject* watched, QEvent* event)
@@ -184,6 +195,22 @@ bool Grid::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     return watched == m_editor ? filterEditor(event) : QTableView::eventFilter(watched, event);
+}
+
+/// Only cells whose text becomes another count as changed.
+void Grid::apply(const QList<CellChange>& changes)
+{
+    QList<CellChange> real;
+    for (const CellChange& change : changes) {
+        const bool listed = change.row < m_model->rowCount();
+        if (listed && m_model->text(change.row, change.column) == change.after)
+            continue;
+        if (listed)
+            m_model->setText(change.row, change.column, change.after);
+        real.append(change);
+    }
+    if (!real.isEmpty())
+        emit cellsChanged(real);
 }
 
 } // namespace zelto::widgets

@@ -23,7 +23,6 @@ struct CellChange
 {
     int row = 0;
     int column = 0;
-    QString before;
     QString after;
 };
 
@@ -38,10 +37,6 @@ public:
     /// What Enter does in the last column of the last row. Rows that a pasted block is longer by
     /// are appended as well, or else left to the owner.
     enum class AtEnd { Stays, AppendsRow };
-
-    /// The character codes by which the editor is opened other than by a character.
-    static constexpr int F2Code = 0;
-    static constexpr int DoubleClickCode = 32;
 
     Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, AtEnd atEnd,
          QWidget* parent = nullptr);
@@ -72,21 +67,14 @@ public:
     /// How many rows a paste may lead to, asked when something is pasted.
     void setMostRows(std::function<int()> rows) { m_mostRows = std::move(rows); }
 
-    /// Opens the editor over the current cell. A character (33 and above, or negative) starts the
-    /// text, in numeric columns only one of "0123456789-."; otherwise the editor starts with the
-    /// cell's text. A column that the screen edits itself emits cellRequested instead.
-    void MsFlexGridEdit(int keyCode);
-
-    /// What Enter, Esc, Up and Down (Qt::Key) do in the editor.
-    void EditKeyCode(int key);
+    /// Opens the editor over the current cell with the character that was typed, if the column's
+    /// kind takes it and it is no blank, or else with the cell's text. A column that the screen
+    /// edits itself emits cellRequested instead.
+    void MsFlexGridEdit(const QString& typed = {});
 
     /// Closes the editor and puts into its cell what was typed; nothing when it is closed already.
     void commitEditor();
     [[nodiscard]] bool isEditing() const;
-
-    void copySelection() const;
-    void pasteBlock();
-    void emptySelection();
 
     /// Width of a column as the settings keep it: 0 is the number column, then the others; twips.
     /// Of a column that is narrow because it is unused, the one that it has otherwise.
@@ -97,22 +85,23 @@ public:
     void setHint(int column, const QString& hint, bool unused);
 
 signals:
-    /// byKey: by a key or F2, not by a double click.
-    void editorOpened(bool byKey);
+    /// Not by a double click.
+    void editorOpenedByKey();
     /// The user changed these cells, by the editor, a paste or a deletion. Of a block that is
     /// longer than the grid, rows behind the last one are the owner's to add.
     void cellsChanged(const QList<zelto::widgets::CellChange>& changes);
     /// By Enter, Tab or a paste.
-    void rowAppended(int row);
+    void rowAppended();
     /// Nothing was pasted; why, and which cell is the first that does not fit.
     void pasteRefused(const QString& why);
     /// A cell of a column that the screen edits itself was to be opened.
-    void cellRequested(int row, int column, int keyCode);
+    void cellRequested(int row, int column, const QString& typed);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -131,22 +120,27 @@ private:
     void fitColumn(int column);
     void fitNumbers();
     void paintCorner();
-    [[nodiscard]] int numberWidth() const;
 
     // The editor
     void buildEditor();
+    void editByKey(const QString& typed);
     void openEditor(const QString& typed);
     void placeEditor();
     void hideEditor();
     bool filterEditor(QEvent* event);
+    bool EditKeyCode(int key);
     void appendRow();
     bool command(QKeyEvent* event);
 
     // Blocks
     [[nodiscard]] QModelIndexList selectedCells() const;
     void selectBlock(const QModelIndex& first, const QModelIndex& last);
+    void copySelection() const;
+    void pasteBlock();
+    void emptySelection();
     void fillSelection(const QString& cell);
     void pasteAt(const QModelIndex& first, const CellBlock& block);
+    bool accept(int row, int column, const QString& cell, QList<CellChange>& changes);
     void apply(const QList<CellChange>& changes);
 
     /// A column's width when it is not unused.
@@ -156,15 +150,17 @@ private:
         bool chosen = false; ///< by the user or the settings
     };
 
+    QString m_numberHeader;
     GridModel* m_model;
     AtEnd m_atEnd;
     std::function<int()> m_mostRows = [] { return std::numeric_limits<int>::max(); };
     TypedLine* m_editor;
     QAbstractButton* m_corner = nullptr;
     QPersistentModelIndex m_edited;
-    std::vector<Width> m_widths;
+    QList<Width> m_widths;
     bool m_fitting = false; ///< columns change their widths by themselves
     int m_numberWidth = 0;  ///< as the user set it, in pixels
+    int m_wheelTurn = 0;    ///< not yet scrolled, in eighths of a degree
 };
 
 } // namespace zelto::widgets

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/grid_block.h"
 
-#include "widgets/field_rules.h"
+#include "text/literals.h"
+
+#include <optional>
 
 namespace zelto::widgets {
 
@@ -83,15 +85,6 @@ QString blockText(const CellBlock& block)
 CellBlock readBlock(const QString& text)
 {
     return BlockReader(text).read();
-}
-
-std::optional<QString> acceptedCell(const GridModel& model, int column, const QString& cell)
-{
-    const FieldTag& tag = model.tag(column);
-    std::optional<QString> wanted = pasteable(tag, cell);
-    if (wanted && typeable(tag, *wanted, {}, model.column(column).maxLength) != *wanted)
-        wanted.reset();
-    return wanted;
 }
 
 } // namespace zelto::widgets

@@ -2,12 +2,9 @@
 // Blocks of cells on the clipboard, in the form in which spreadsheets take and give them.
 #pragma once
 
-#include "widgets/grid_model.h"
-
 #include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <vector>
 
 namespace zelto::widgets {
@@ -21,10 +18,5 @@ using CellBlock = std::vector<QStringList>;
 /// Reads a block. Cells in double quotes may hold TABs, line breaks and doubled quotes. A text that
 /// ends its last row has no empty row behind it.
 [[nodiscard]] CellBlock readBlock(const QString& text);
-
-/// The cell as the column takes it: in numeric columns with a decimal point. Nothing when its keys
-/// could not have typed it.
-[[nodiscard]] std::optional<QString> acceptedCell(const GridModel& model, int column,
-                                                  const QString& cell);
 
 } // namespace zelto::widgets

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Blocks of cells between a grid and the clipboard.
+#include "widgets/field_rules.h"
 #include "widgets/grid.h"
 
 #include <QApplication>
@@ -13,14 +14,23 @@ namespace zelto::widgets {
 namespace {
 
 /// The first cell of a block that does not fit, as the user finds it in the grid.
-QString refusal(const GridModel& model, int row, int column, const QString& cell)
+QString refusal(const GridColumn& wanted, int row, const QString& cell)
 {
-    const GridColumn& wanted = model.column(column);
     return u"Niente è stato incollato: alla riga %1 il testo «%2» non può stare nella "
            u"colonna «%3»%4."_s.arg(QString::number(row + 1), cell, wanted.header,
                                     wanted.maxLength > 0 && cell.size() > wanted.maxLength
                                         ? u", che prende %1 caratteri"_s.arg(wanted.maxLength)
                                         : QString());
+}
+
+/// The cell as the column takes it: a figure with a decimal point. Nothing when keys could not have
+/// typed it.
+std::optional<QString> accepted(const GridColumn& column, const QString& cell)
+{
+    std::optional<QString> wanted = pasteable(column.kind, cell);
+    if (wanted && typeable(column.kind, *wanted, {}, column.maxLength) != *wanted)
+        wanted.reset();
+    return wanted;
 }
 
 QString tooWide(int cells, int columns)
@@ -30,10 +40,10 @@ QString tooWide(int cells, int columns)
                .arg(columns);
 }
 
-QString tooLong(int rows, int room)
+QString tooLong(int rows, int most)
 {
     return u"Niente è stato incollato: le righe sono %1 e qui ce ne stanno solo %2."_s.arg(rows)
-        .arg(room);
+        .arg(most);
 }
 
 } // namespace
@@ -76,26 +86,32 @@ void Grid::pasteBlock()
         pasteAt(cells.front(), block);
 }
 
+/// Adds the pasted cell to the changes, or refuses the whole paste because of it.
+bool Grid::accept(int row, int column, const QString& cell, QList<CellChange>& changes)
+{
+    const std::optional<QString> taken = accepted(m_model->column(column), cell);
+    if (taken)
+        changes.append({row, column, *taken});
+    else
+        emit pasteRefused(refusal(m_model->column(column), row, cell));
+    return taken.has_value();
+}
+
 void Grid::fillSelection(const QString& cell)
 {
     QList<CellChange> changes;
-    for (const QModelIndex& place : selectedCells()) {
-        const std::optional<QString> accepted = acceptedCell(*m_model, place.column(), cell);
-        if (!accepted) {
-            emit pasteRefused(refusal(*m_model, place.row(), place.column(), cell));
+    for (const QModelIndex& place : selectedCells())
+        if (!accept(place.row(), place.column(), cell, changes))
             return;
-        }
-        changes.append({place.row(), place.column(), {}, *accepted});
-    }
     apply(changes);
 }
 
 void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
 {
-    const int room = m_mostRows() - first.row();
+    const int most = m_mostRows() - first.row();
     const auto rows = static_cast<int>(block.size());
-    if (rows > room && rows > m_model->rowCount() - first.row()) {
-        emit pasteRefused(tooLong(rows, std::max(room, 0)));
+    if (rows > most && rows > m_model->rowCount() - first.row()) {
+        emit pasteRefused(tooLong(rows, std::max(most, 0)));
         return;
     }
     const int columns = m_model->columnCount() - first.column();
@@ -107,14 +123,9 @@ void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
             return;
         }
         int column = first.column();
-        for (const QString& cell : cells) {
-            const std::optional<QString> accepted = acceptedCell(*m_model, column, cell);
-            if (!accepted) {
-                emit pasteRefused(refusal(*m_model, row, column, cell));
+        for (const QString& cell : cells)
+            if (!accept(row, column++, cell, changes))
                 return;
-            }
-            changes.append({row, column++, {}, *accepted});
-        }
         ++row;
     }
     while (m_atEnd == AtEnd::AppendsRow && m_model->rowCount() < row)
@@ -131,26 +142,8 @@ void Grid::emptySelection()
 {
     QList<CellChange> changes;
     for (const QModelIndex& cell : selectedCells())
-        changes.append({cell.row(), cell.column(), {}, {}});
+        changes.append({cell.row(), cell.column(), {}});
     apply(changes);
-}
-
-/// Only cells whose text becomes another count as changed.
-void Grid::apply(const QList<CellChange>& changes)
-{
-    QList<CellChange> real;
-    for (CellChange change : changes) {
-        const bool listed = change.row < m_model->rowCount();
-        if (listed)
-            change.before = m_model->text(change.row, change.column);
-        if (listed && change.before == change.after)
-            continue;
-        if (listed)
-            m_model->setText(change.row, change.column, change.after);
-        real.append(change);
-    }
-    if (!real.isEmpty())
-        emit cellsChanged(real);
 }
 
 } // namespace zelto::widgets

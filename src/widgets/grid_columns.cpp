@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Headers of a grid, heights of its rows and widths of its columns.
 #include "widgets/grid.h"
-#include "widgets/twips.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -13,6 +12,22 @@
 #include <algorithm>
 
 namespace zelto::widgets {
+
+namespace {
+
+constexpr int TwipsPerInch = 1440;
+
+int twipsOf(const QWidget& widget, int pixels)
+{
+    return qRound(static_cast<double>(pixels) * TwipsPerInch / widget.logicalDpiX());
+}
+
+int pixelsOf(const QWidget& widget, int twips)
+{
+    return qRound(static_cast<double>(twips) * widget.logicalDpiX() / TwipsPerInch);
+}
+
+} // namespace
 
 /// A click on a header does nothing: whole columns are too easily emptied.
 void Grid::setUpHeaders()
@@ -29,11 +44,11 @@ void Grid::setUpHeaders()
         m_corner->installEventFilter(this);
         m_corner->setAccessibleName(u"Numeri di riga"_s);
     }
-    m_widths.resize(static_cast<std::size_t>(m_model->columnCount()));
+    m_widths.resize(m_model->columnCount());
     connect(horizontalHeader(), &QHeaderView::sectionResized, this,
             [this](int column, int /*before*/, int pixels) {
                 if (!m_fitting)
-                    m_widths[static_cast<std::size_t>(column)] = {pixels, true};
+                    m_widths[column] = {pixels, true};
                 placeEditor();
             });
     connect(m_model, &QAbstractItemModel::modelReset, this, &Grid::fitNumbers);
@@ -55,12 +70,12 @@ void Grid::fitColumns()
         fitColumn(column);
 }
 
-/// A width that nobody chose leaves room for the header.
+/// A width that nobody chose is at least that of the header.
 void Grid::fitColumn(int column)
 {
     const QScopedValueRollback fitting(m_fitting, true);
     const GridColumn& kind = m_model->column(column);
-    Width& width = m_widths[static_cast<std::size_t>(column)];
+    Width& width = m_widths[column];
     if (!width.chosen)
         width.pixels =
             std::max(pixelsOf(*this, kind.width), horizontalHeader()->sectionSizeHint(column));
@@ -71,7 +86,13 @@ void Grid::fitColumn(int column)
 
 void Grid::fitNumbers()
 {
-    verticalHeader()->setFixedWidth(numberWidth());
+    constexpr int Margins = 8;
+    const int rows = m_model->rowCount();
+    int width = m_numberWidth;
+    for (const QString& text :
+         {u"00"_s, m_numberHeader, rows > 0 ? m_model->number(rows - 1) : QString()})
+        width = std::max(width, fontMetrics().horizontalAdvance(u' ' + text + u' ') + Margins);
+    verticalHeader()->setFixedWidth(width);
 }
 
 void Grid::changeEvent(QEvent* event)
@@ -87,27 +108,14 @@ void Grid::paintCorner()
     QStyleOptionHeader option;
     option.initFrom(m_corner);
     option.state |= QStyle::State_Enabled;
-    option.text = m_model->numberHeader();
+    option.text = m_numberHeader;
     option.textAlignment = Qt::AlignCenter;
     painter.drawControl(QStyle::CE_Header, option);
 }
 
-int Grid::numberWidth() const
-{
-    constexpr int Margins = 8;
-    const int rows = m_model->rowCount();
-    const QStringList texts{u"00"_s, m_model->numberHeader(),
-                            rows > 0 ? m_model->number(rows - 1) : QString()};
-    int width = m_numberWidth;
-    for (const QString& text : texts)
-        width = std::max(width, fontMetrics().horizontalAdvance(u' ' + text + u' ') + Margins);
-    return width;
-}
-
 int Grid::widthInTwips(int column) const
 {
-    return twipsOf(*this, column == 0 ? verticalHeader()->width()
-                                      : m_widths[static_cast<std::size_t>(column - 1)].pixels);
+    return twipsOf(*this, column == 0 ? verticalHeader()->width() : m_widths[column - 1].pixels);
 }
 
 void Grid::setWidthInTwips(int column, int twips)
@@ -118,7 +126,7 @@ void Grid::setWidthInTwips(int column, int twips)
         fitNumbers();
         return;
     }
-    m_widths[static_cast<std::size_t>(column - 1)] = {pixels, true};
+    m_widths[column - 1] = {pixels, true};
     fitColumn(column - 1);
 }
 

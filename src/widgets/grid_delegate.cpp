@@ -11,7 +11,7 @@ namespace zelto::widgets {
 
 namespace {
 
-/// One part of the second colour in so many.
+/// A colour of which one in so many parts is the second.
 QColor mixed(const QColor& under, const QColor& over, int parts)
 {
     const auto mix = [parts](int one, int other) { return (one * (parts - 1) + other) / parts; };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The editor that a grid lays over its current cell.
-#include "widgets/field_rules.h"
 #include "widgets/grid.h"
+#include "widgets/keys.h"
 #include "widgets/typed_line.h"
 
 #include <QKeyEvent>
@@ -13,7 +13,6 @@ namespace zelto::widgets {
 void Grid::buildEditor()
 {
     m_editor->setObjectName(u"TxtEdit"_s);
-    m_editor->setEnter(TypedLine::Enter::IsIgnored);
     m_editor->setOnEntry(TypedLine::OnEntry::Nothing);
     m_editor->setTextMargins(-2, -2, -2, -2); // its frame must fit into a row
     m_editor->hide();
@@ -25,32 +24,31 @@ bool Grid::isEditing() const
     return m_edited.isValid();
 }
 
-void Grid::MsFlexGridEdit(int keyCode)
+void Grid::MsFlexGridEdit(const QString& typed)
 {
     const QModelIndex cell = currentIndex();
     if (!cell.isValid())
         return;
     if (m_model->column(cell.column()).editing == GridColumn::Editing::ByScreen) {
-        emit cellRequested(cell.row(), cell.column(), keyCode);
+        emit cellRequested(cell.row(), cell.column(), typed);
         return;
     }
-    const bool character = keyCode < 0 || keyCode > DoubleClickCode;
-    openEditor(character ? QString(QChar(static_cast<char16_t>(keyCode))) : QString());
+    openEditor(typed == u" " ? QString() : typed);
 }
 
-/// With what was typed in place of the cell's text, if a key of the column may begin one.
+/// With what was typed in place of the cell's text, if the column takes it.
 void Grid::openEditor(const QString& typed)
 {
     const QModelIndex cell = currentIndex();
     const GridColumn& column = m_model->column(cell.column());
-    const FieldTag& tag = m_model->tag(cell.column());
     const QString& text = m_model->text(cell.row(), cell.column());
-    const QString begun = typeable(tag, withPoints(tag, typed, {}), {}, column.maxLength);
+    const QString begun =
+        typeable(column.kind, withPoints(column.kind, typed, {}), {}, column.maxLength);
     scrollTo(cell);
     m_edited = cell;
     // A text that is longer than it may be is shown whole, as long as nobody changes it.
     const auto length = static_cast<int>(text.size());
-    m_editor->setTag(tag, column.maxLength > 0 ? std::max(column.maxLength, length) : 0);
+    m_editor->setKind(column.kind, column.maxLength > 0 ? std::max(column.maxLength, length) : 0);
     m_editor->setAlignment((column.alignment & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter);
     m_editor->setText(begun.isEmpty() ? text : begun);
     m_editor->setModified(!begun.isEmpty());
@@ -61,35 +59,32 @@ void Grid::openEditor(const QString& typed)
     m_editor->end(false);
 }
 
-void Grid::EditKeyCode(int key)
+/// Whether the key is one that does something to the grid from within the editor.
+bool Grid::EditKeyCode(int key)
 {
-    const int row = m_edited.row();
     const int column = m_edited.column();
+    const int neighbour = m_edited.row() + (key == Qt::Key_Down ? 1 : -1);
     switch (key) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         setFocus();
         step(key == Qt::Key_Tab);
-        break;
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         setFocus();
-        break;
+        return true;
     case Qt::Key_Escape:
         hideEditor();
-        break;
+        return true;
     case Qt::Key_Up:
-        setFocus();
-        if (row > 0)
-            setCurrentCell(row - 1, column);
-        break;
     case Qt::Key_Down:
         setFocus();
-        if (row < m_model->rowCount() - 1)
-            setCurrentCell(row + 1, column);
-        break;
+        if (neighbour >= 0 && neighbour < m_model->rowCount())
+            setCurrentCell(neighbour, column);
+        return true;
     default:
-        break;
+        return false;
     }
 }
 
@@ -97,7 +92,7 @@ void Grid::commitEditor()
 {
     if (!isEditing())
         return;
-    const CellChange change{m_edited.row(), m_edited.column(), {}, m_editor->text()};
+    const CellChange change{m_edited.row(), m_edited.column(), m_editor->text()};
     const bool typed = m_editor->isModified();
     hideEditor();
     if (typed)
@@ -151,26 +146,15 @@ void Grid::hideEvent(QHideEvent* event)
 
 bool Grid::filterEditor(QEvent* event)
 {
-    if (event->type() == QEvent::FocusOut) {
-        const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (!isPassing(reason))
-            commitEditor();
-    }
-    if (event->type() != QEvent::KeyPress || isChord(*static_cast<QKeyEvent*>(event)))
+    if (event->type() == QEvent::FocusOut && !isPassing(static_cast<QFocusEvent*>(event)->reason()))
+        commitEditor();
+    if (event->type() != QEvent::KeyPress)
         return false;
-    switch (const int key = static_cast<QKeyEvent*>(event)->key()) {
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Escape:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        EditKeyCode(key);
-        return true;
-    default:
-        return false;
-    }
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (!isChord(key))
+        return EditKeyCode(key.key());
+    event->setAccepted(!isEnter(key)); // Ctrl+Enter is the screen's
+    return isEnter(key);
 }
 
 } // namespace zelto::widgets

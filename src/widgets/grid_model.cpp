@@ -1,45 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/grid_model.h"
 
+#include "text/table_text.h"
+
 #include <QGuiApplication>
 #include <QPalette>
 
 #include <algorithm>
-#include <utility>
 
 namespace zelto::widgets {
 
-GridModel::GridModel(QString numberHeader, const std::vector<GridColumn>& columns, QObject* parent)
-    : QAbstractTableModel(parent), m_numberHeader(std::move(numberHeader)), m_columns(columns)
-{
-    m_tags.reserve(columns.size());
-    for (const GridColumn& column : columns)
-        m_tags.emplace_back(column.tag, column.holds);
-}
-
-const GridColumn& GridModel::column(int column) const
-{
-    return m_columns[static_cast<std::size_t>(column)];
-}
-
-const FieldTag& GridModel::tag(int column) const
-{
-    return m_tags[static_cast<std::size_t>(column)];
-}
+GridModel::GridModel(const std::vector<GridColumn>& columns, QObject* parent)
+    : QAbstractTableModel(parent), m_columns(columns.begin(), columns.end())
+{}
 
 const QString& GridModel::text(int row, int column) const
 {
-    return this->row(row).cells[static_cast<std::size_t>(column)];
-}
-
-const QString& GridModel::number(int row) const
-{
-    return this->row(row).number;
+    return m_rows[row].cells[column];
 }
 
 void GridModel::setText(int row, int column, const QString& text)
 {
-    QString& cell = this->row(row).cells[static_cast<std::size_t>(column)];
+    QString& cell = m_rows[row].cells[column];
     if (cell == text)
         return;
     cell = text;
@@ -48,9 +30,8 @@ void GridModel::setText(int row, int column, const QString& text)
 
 void GridModel::setHint(int column, const QString& hint, bool unused)
 {
-    GridColumn& changed = m_columns[static_cast<std::size_t>(column)];
-    changed.hint = hint;
-    changed.unused = unused;
+    m_columns[column].hint = hint;
+    m_columns[column].unused = unused;
     emit headerDataChanged(Qt::Horizontal, column, column);
 }
 
@@ -59,37 +40,30 @@ void GridModel::remarksChanged()
     emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {MarkRole});
 }
 
-void GridModel::setRows(const text::CellTable& table, const text::CellRange& range)
+void GridModel::setTableText(const QString& content, int leastRows)
 {
+    m_tableRows = std::max(leastRows, text::rowCount(content));
+    const text::CellTable table = text::TextToTable(content, m_tableRows, columnCount());
     beginResetModel();
     m_rows.clear();
-    const int count = range.lastRow - range.firstRow + 1;
-    m_rows.reserve(static_cast<std::size_t>(count));
-    for (int i = range.firstRow; i <= range.lastRow; ++i) {
-        const int number = i - range.firstRow + 1;
-        Row row{.number = QString::number(number), .shaded = number % 2 == 0};
-        row.cells.reserve(m_columns.size());
-        for (int column = range.firstColumn; column <= range.lastColumn; ++column)
-            row.cells.push_back(table.at(i, column));
-        row.cells.resize(m_columns.size());
-        m_rows.push_back(std::move(row));
+    for (int row = 1; row <= m_tableRows; ++row) {
+        GridRow& shown = m_rows.emplace_back(GridRow{.number = QString::number(row)});
+        for (int column = 1; column <= columnCount(); ++column)
+            shown.cells << table.at(row, column);
     }
     endResetModel();
 }
 
 QString GridModel::tableText() const
 {
-    text::CellTable table(rowCount() + 1, columnCount() + 1);
-    for (int row = 0; row < rowCount(); ++row)
-        for (int column = 0; column < columnCount(); ++column)
-            table.at(row + 1, column + 1) = text(row, column);
-    return text::GridToText(table, {.lastRow = rowCount(), .lastColumn = columnCount()});
+    QString content;
+    for (const GridRow& row : m_rows)
+        content += row.cells.join(u'\t') + u"\r\n"_s;
+    return content;
 }
 
-GridModel::Row GridModel::newRow(const GridRow& content) const
+GridRow GridModel::complete(GridRow row) const
 {
-    Row row{.number = content.number};
-    row.cells.assign(content.cells.begin(), content.cells.end());
     row.cells.resize(m_columns.size());
     return row;
 }
@@ -98,13 +72,12 @@ void GridModel::followRows(std::vector<GridRow> rows)
 {
     if (rows.empty())
         rows.emplace_back();
-    constexpr std::size_t MostPatches = 20; // beyond, views are quicker to look at everything anew
-    const auto before = static_cast<std::size_t>(rowCount());
-    if (std::max(before, rows.size()) - std::min(before, rows.size()) > MostPatches) {
+    constexpr int MostPatches = 20; // beyond, views are quicker to look at everything anew
+    if (std::abs(rowCount() - static_cast<int>(rows.size())) > MostPatches) {
         beginResetModel();
         m_rows.clear();
         for (const GridRow& row : rows)
-            m_rows.push_back(newRow(row));
+            m_rows << complete(row);
         endResetModel();
         return;
     }
@@ -113,38 +86,40 @@ void GridModel::followRows(std::vector<GridRow> rows)
     for (const GridRow& wanted : rows) {
         const int next = wanted.number.toInt();
         while (at < rowCount() && numberAt(at) < next)
-            removeRow(at);
+            takeOut(at);
         if (at == rowCount() || numberAt(at) > next)
-            insertRow(at, wanted);
+            putIn(at, wanted);
         else
             for (int column = 0; column < columnCount(); ++column)
                 setText(at, column, wanted.cells.value(column));
         ++at;
     }
     while (rowCount() > at)
-        removeRow(rowCount() - 1);
+        takeOut(rowCount() - 1);
 }
 
 int GridModel::rowOf(int number) const
 {
-    const QString wanted = QString::number(number);
-    for (int row = 0; row < rowCount(); ++row)
-        if (this->number(row) == wanted)
-            return row;
-    return -1;
+    const auto found = std::ranges::find(m_rows, QString::number(number), &GridRow::number);
+    return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
 }
 
-void GridModel::insertRow(int row, const GridRow& content)
+void GridModel::appendRow()
+{
+    putIn(rowCount(), {.number = QString::number(rowCount() + 1)});
+}
+
+void GridModel::putIn(int row, const GridRow& content)
 {
     beginInsertRows({}, row, row);
-    m_rows.insert(m_rows.begin() + row, newRow(content));
+    m_rows.insert(row, complete(content));
     endInsertRows();
 }
 
-void GridModel::removeRow(int row)
+void GridModel::takeOut(int row)
 {
     beginRemoveRows({}, row, row);
-    m_rows.erase(m_rows.begin() + row);
+    m_rows.removeAt(row);
     endRemoveRows();
 }
 
@@ -158,20 +133,20 @@ int GridModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
-/// A cell without a text would not be heard of at all.
+/// Screen readers pass over a cell without a text, so that empty ones say that they are.
 QString GridModel::spokenText(int row, int column) const
 {
     const QString& content = text(row, column);
     return u"%1, %2 %3"_s
-        .arg(content.trimmed().isEmpty() ? u"vuoto"_s : content, this->column(column).header,
+        .arg(content.trimmed().isEmpty() ? u"vuoto"_s : content, m_columns[column].header,
              number(row))
         .trimmed();
 }
 
 QString GridModel::remark(int row, int column) const
 {
-    const GridColumn& kind = this->column(column);
-    return kind.remark ? kind.remark(text(row, column)) : QString();
+    const auto& remark = m_columns[column].remark;
+    return remark ? remark(text(row, column)) : QString();
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const
@@ -191,7 +166,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case UnusedRole:
         return column(index.column()).unused;
     case ShadedRole:
-        return row(index.row()).shaded;
+        return index.row() < m_tableRows && index.row() % 2 == 1;
     default:
         return {};
     }
@@ -202,14 +177,17 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     const bool rows = orientation == Qt::Vertical;
     if (role == Qt::DisplayRole)
         return rows ? number(section) : column(section).header;
-    if (!rows && role == Qt::ToolTipRole)
-        return column(section).hint;
-    if (!rows && role == Qt::AccessibleTextRole && !column(section).hint.isEmpty())
-        return u"%1, %2"_s.arg(column(section).header, column(section).hint);
-    if (!rows && role == Qt::ForegroundRole && column(section).unused)
-        return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::ButtonText);
     if (role == Qt::TextAlignmentRole)
         return QVariant(rows ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignCenter);
+    if (rows)
+        return {};
+    const GridColumn& shown = column(section);
+    if (role == Qt::ToolTipRole)
+        return shown.hint;
+    if (role == Qt::AccessibleTextRole && !shown.hint.isEmpty())
+        return u"%1, %2"_s.arg(shown.header, shown.hint);
+    if (role == Qt::ForegroundRole && shown.unused)
+        return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::ButtonText);
     return {};
 }
 

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "text/literals.h"
-#include "text/table_text.h"
-#include "widgets/field_tag.h"
+#include "widgets/field_rules.h"
 
 #include <QAbstractTableModel>
 #include <QStringList>
@@ -21,13 +20,12 @@ struct GridColumn
 
     QString header;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
-    QString tag = u"AOL"_s;
-    FieldTag::Holds holds = FieldTag::Holds::Words; ///< what a free text is about
-    int maxLength = 0;                              ///< in characters, 0 for any
-    int width = 1200;                               ///< in twips, until the user changes it
+    FieldKind kind = FieldKind::Words;
+    int maxLength = 0; ///< in characters, 0 for any
+    int width = 1200;  ///< in twips, until the user changes it
     Editing editing = Editing::InPlace;
-    /// What a cell has to say of its text to who rests the mouse on it and to assistive technology;
-    /// empty for nothing.
+    /// What is odd about a cell's text, as tool tip and for assistive technology; empty for
+    /// nothing.
     std::function<QString(const QString& text)> remark = {};
     QString hint = {};   ///< what the header stands for, where its caption does not say it
     bool unused = false; ///< nothing is kept in it for now: dimmed and narrow
@@ -37,7 +35,7 @@ struct GridColumn
 struct GridRow
 {
     QString number;
-    QStringList cells;
+    QStringList cells = {};
 };
 
 /// The texts of a grid. Rows and columns count from 0 and leave out header and number column.
@@ -52,15 +50,12 @@ public:
     static constexpr int MarkRole = Qt::UserRole + 1;
     static constexpr int UnusedRole = Qt::UserRole + 2;
 
-    GridModel(QString numberHeader, const std::vector<GridColumn>& columns,
-              QObject* parent = nullptr);
+    GridModel(const std::vector<GridColumn>& columns, QObject* parent);
 
-    [[nodiscard]] const GridColumn& column(int column) const;
-    [[nodiscard]] const FieldTag& tag(int column) const;
+    [[nodiscard]] const GridColumn& column(int column) const { return m_columns[column]; }
     [[nodiscard]] const QString& text(int row, int column) const;
     /// What the number column shows.
-    [[nodiscard]] const QString& number(int row) const;
-    [[nodiscard]] const QString& numberHeader() const { return m_numberHeader; }
+    [[nodiscard]] const QString& number(int row) const { return m_rows[row].number; }
 
     void setText(int row, int column, const QString& text);
 
@@ -70,11 +65,9 @@ public:
     /// Remarks may be others by now.
     void remarksChanged();
 
-    /// Replaces all rows by those of the table that lie within the range; they are numbered from 1
-    /// and every second one is shaded.
-    void setRows(const text::CellTable& table, const text::CellRange& range);
-
-    /// The table text of all rows.
+    /// Becomes the rows of a table text, and empty ones up to the least number of rows. They are
+    /// numbered from 1 and every second one is shaded.
+    void setTableText(const QString& content, int leastRows = 1);
     [[nodiscard]] QString tableText() const;
 
     /// Becomes these rows, which both before and after are in the order of their numbers: only what
@@ -82,10 +75,8 @@ public:
     /// any there is one row, empty and without number.
     void followRows(std::vector<GridRow> rows);
 
-    /// Rows put in later are never shaded.
-    void insertRow(int row, const GridRow& content);
-    void appendRow(const QString& number) { insertRow(rowCount(), {number, {}}); }
-    void removeRow(int row);
+    /// An empty row with the next number, which is not shaded.
+    void appendRow();
 
     /// The row of the number, -1 when there is none.
     [[nodiscard]] int rowOf(int number) const;
@@ -97,23 +88,15 @@ public:
                                       int role) const override;
 
 private:
-    struct Row
-    {
-        QString number;
-        std::vector<QString> cells = {};
-        bool shaded = false;
-    };
-
-    [[nodiscard]] Row newRow(const GridRow& content) const;
+    [[nodiscard]] GridRow complete(GridRow row) const;
+    void putIn(int row, const GridRow& content);
+    void takeOut(int row);
     [[nodiscard]] QString spokenText(int row, int column) const;
     [[nodiscard]] QString remark(int row, int column) const;
-    [[nodiscard]] const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
-    [[nodiscard]] Row& row(int row) { return m_rows[static_cast<std::size_t>(row)]; }
 
-    QString m_numberHeader;
-    std::vector<GridColumn> m_columns;
-    std::vector<FieldTag> m_tags;
-    std::vector<Row> m_rows;
+    QList<GridColumn> m_columns;
+    QList<GridRow> m_rows;
+    int m_tableRows = 0; ///< how many rows came from a table text
 };
 
 } // namespace zelto::widgets

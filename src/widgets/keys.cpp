@@ -1,10 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/keys.h"
 
+#include "text/literals.h"
+
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QTabBar>
 
 namespace zelto::widgets {
+
+namespace {
+
+/// AltGr sets none of them, or GroupSwitch as well.
+bool hasModifier(const QKeyEvent& key, Qt::KeyboardModifiers wanted)
+{
+    return key.modifiers().testAnyFlags(wanted) &&
+           !key.modifiers().testFlag(Qt::GroupSwitchModifier);
+}
+
+} // namespace
 
 void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>& command,
             Qt::ShortcutContext context)
@@ -25,6 +39,30 @@ void addTabKeys(QWidget& screen, QTabBar& tabs)
     addKey(screen, Qt::CTRL | Qt::Key_PageDown, turn(1));
     addKey(screen, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, turn(-1));
     addKey(screen, Qt::CTRL | Qt::Key_PageUp, turn(-1));
+}
+
+QString typedBy(const QKeyEvent& key)
+{
+    const QString text = key.text();
+    if (text.isEmpty() || text.front().category() == QChar::Other_Control || isChord(key))
+        return {};
+    const bool keypad = key.modifiers().testFlag(Qt::KeypadModifier);
+    return keypad && text == u"," ? u"."_s : text;
+}
+
+bool isEnter(const QKeyEvent& key)
+{
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
+
+bool isChord(const QKeyEvent& key)
+{
+    return hasModifier(key, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
+bool isWithAlt(const QKeyEvent& key)
+{
+    return hasModifier(key, Qt::AltModifier | Qt::MetaModifier);
 }
 
 } // namespace zelto::widgets

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class QKeyEvent;
 class QTabBar;
 class QWidget;
 
@@ -17,5 +18,18 @@ void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>
 /// Ctrl+Tab and Ctrl+Page Down anywhere in the screen go to the next tab, from the last one to the
 /// first; with Shift, or Page Up, the other way.
 void addTabKeys(QWidget& screen, QTabBar& tabs);
+
+/// The text that a key types, empty when it is a command, as every key with Ctrl, Alt or Super is.
+/// The decimal key of the keypad types a point whatever the keyboard's language.
+[[nodiscard]] QString typedBy(const QKeyEvent& key);
+
+[[nodiscard]] bool isEnter(const QKeyEvent& key);
+
+/// Whether the key is held together with Ctrl, Alt or Super. With AltGr it is not, though some
+/// desktops say so.
+[[nodiscard]] bool isChord(const QKeyEvent& key);
+
+/// Whether Alt or Super is held: Qt's own fields would type, or delete, all the same.
+[[nodiscard]] bool isWithAlt(const QKeyEvent& key);
 
 } // namespace zelto::widgets

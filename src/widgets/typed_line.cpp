@@ -2,7 +2,7 @@
 #include "widgets/typed_line.h"
 
 #include "text/decimal_text.h"
-#include "widgets/field_rules.h"
+#include "widgets/keys.h"
 #include "widgets/marks.h"
 
 #include <QAction>
@@ -25,7 +25,7 @@ QAction* pasteEntry(const QMenu& menu)
 {
     const QString caption = QLineEdit::tr("&Paste");
     const QList<QAction*> entries = menu.actions();
-    const auto entry = std::find_if(entries.begin(), entries.end(), [&](const QAction* action) {
+    const auto entry = std::ranges::find_if(entries, [&](const QAction* action) {
         return action->text().section(u'\t', 0, 0) == caption;
     });
     return entry == entries.end() ? nullptr : *entry;
@@ -44,46 +44,43 @@ bool isPassing(Qt::FocusReason reason)
            reason == Qt::MenuBarFocusReason;
 }
 
-TypedLine::TypedLine(const QString& tag, int maxLength, QWidget* parent) : QLineEdit(parent)
+TypedLine::TypedLine(FieldKind kind, int maxLength, QWidget* parent) : QLineEdit(parent)
 {
-    setTag(FieldTag(tag), maxLength);
+    setKind(kind, maxLength);
     // The change of focus under way must first come to its end.
     connect(this, &TypedLine::held, this, &TypedLine::takeFocusBack, Qt::QueuedConnection);
 }
 
-void TypedLine::setTag(const FieldTag& tag, int maxLength)
+void TypedLine::setKind(FieldKind kind, int maxLength)
 {
-    m_tag = tag;
+    m_kind = kind;
     m_maxLength = maxLength;
     setMaxLength(maxLength > 0 ? maxLength : std::numeric_limits<int>::max());
 }
 
 bool TypedLine::ValidateField()
 {
-    const std::optional<QString> checked = checkedText(m_tag, text(), m_maxLength);
+    const std::optional<QString> checked = checkedText(m_kind, text());
     if (checked && *checked != text())
         setText(*checked);
     return checked.has_value();
 }
 
+/// Types the text at the caret in place of the selection. Of a figure, a part would be another
+/// figure, so it gets in whole or not at all.
 void TypedLine::typeIn(const QString& text)
-{
-    typeExactly(withPoints(m_tag, text, this->text()));
-}
-
-void TypedLine::typeExactly(const QString& text)
 {
     if (isReadOnly())
         return;
     const FieldText field{.text = this->text(),
                           .selectionStart = hasSelectedText() ? selectionStart() : cursorPosition(),
                           .selectionLength = selectionLength()};
-    const QString taken = typeable(m_tag, text, field, m_maxLength);
-    const bool whole = m_tag.isNumeric() || m_tag.hasDecimals();
+    const QString taken = typeable(m_kind, text, field, m_maxLength);
+    const bool whole = isNumeric(m_kind) || hasDecimals(m_kind);
     if (!taken.isEmpty() && (taken.size() == text.size() || !whole))
         insert(taken);
     if (taken.size() < text.size())
-        refuse();
+        refuse(*this);
 }
 
 /// Undo and redo are the screen's where the field itself has nothing to take back.
@@ -101,25 +98,19 @@ bool TypedLine::event(QEvent* event)
 void TypedLine::keyPressEvent(QKeyEvent* event)
 {
     const QString typed = isReadOnly() ? QString() : typedBy(*event);
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        pressEnter(event);
-    else if (event->matches(QKeySequence::Paste))
+    if (isEnter(*event)) {
+        if (m_kind != FieldKind::RunningText)
+            focusNextChild();
+    } else if (event->matches(QKeySequence::Paste))
         pasteFrom(event->modifiers().testFlags(Qt::ControlModifier | Qt::ShiftModifier)
                       ? QClipboard::Selection
                       : QClipboard::Clipboard);
     else if (!typed.isEmpty())
-        typeIn(typed);
+        typeIn(withPoints(m_kind, typed, text()));
     else if (isWithAlt(*event))
         event->ignore();
     else
         QLineEdit::keyPressEvent(event);
-}
-
-void TypedLine::pressEnter(QKeyEvent* event)
-{
-    event->setAccepted(m_enter == Enter::MovesOn);
-    if (m_enter == Enter::MovesOn && m_tag.kind() != FieldTag::Kind::MultilineText)
-        focusNextChild();
 }
 
 void TypedLine::inputMethodEvent(QInputMethodEvent* event)
@@ -130,7 +121,7 @@ void TypedLine::inputMethodEvent(QInputMethodEvent* event)
     }
     // Composing removes the selection at once; where its outcome may be refused, the text must
     // stay as it is until then.
-    if (m_tag.kind() == FieldTag::Kind::Text || m_tag.kind() == FieldTag::Kind::MultilineText) {
+    if (m_kind != FieldKind::Date && !isNumeric(m_kind)) {
         QInputMethodEvent composing(event->preeditString(), event->attributes());
         QLineEdit::inputMethodEvent(&composing);
     }
@@ -138,7 +129,7 @@ void TypedLine::inputMethodEvent(QInputMethodEvent* event)
         return;
     if (event->replacementLength() > 0)
         setSelection(cursorPosition() + event->replacementStart(), event->replacementLength());
-    typeIn(event->commitString());
+    typeIn(withPoints(m_kind, event->commitString(), text()));
 }
 
 void TypedLine::mouseReleaseEvent(QMouseEvent* event)
@@ -196,10 +187,10 @@ void TypedLine::pasteFrom(QClipboard::Mode mode)
 
 void TypedLine::pasteIn(const QString& text)
 {
-    if (const std::optional<QString> pasted = pasteable(m_tag, text))
-        typeExactly(*pasted);
+    if (const std::optional<QString> pasted = pasteable(m_kind, text))
+        typeIn(*pasted);
     else
-        refuse();
+        refuse(*this);
 }
 
 void TypedLine::enter()
@@ -209,8 +200,10 @@ void TypedLine::enter()
         deselect(); // Qt selects the text of a field that is entered by the Tab key
         return;
     }
-    turnCommas();
-    if (m_tag.kind() != FieldTag::Kind::MultilineText)
+    if (isNumeric(m_kind))
+        if (const QString turned = text::ToPointDecimal(text()); turned != text())
+            setText(turned);
+    if (m_kind != FieldKind::RunningText)
         selectAll();
 }
 
@@ -220,10 +213,8 @@ void TypedLine::leave()
     if (ValidateField()) {
         if (text() != entered)
             emit changed();
-        if (m_onEntry == OnEntry::Selects)
-            turnCommas();
     } else if (isVisible() && isEnabled() && !isLeftUnchecked(QApplication::focusWidget())) {
-        refuse();
+        refuse(*this);
         emit held();
     }
 }
@@ -232,25 +223,10 @@ void TypedLine::takeFocusBack()
 {
     if (hasFocus() || !isVisible() || !isEnabled())
         return;
-    // A field that the user did not get to must not claim the focus for itself.
+    // The field that has the focus for this moment must not check its own text and claim it back.
     if (auto* other = qobject_cast<TypedLine*>(window()->focusWidget()))
         other->m_enteredText.reset();
     setFocus(Qt::OtherFocusReason);
-}
-
-void TypedLine::turnCommas()
-{
-    if (!m_tag.turnsCommas())
-        return;
-    const QString turned = text::ToPointDecimal(text());
-    if (turned != text())
-        setText(turned);
-}
-
-void TypedLine::refuse()
-{
-    widgets::refuse(*this);
-    emit refused();
 }
 
 void TypedLine::setRemark(const QString& remark)

@@ -2,7 +2,7 @@
 #include "widgets/typed_text.h"
 
 #include "text/literals.h"
-#include "widgets/field_rules.h"
+#include "widgets/keys.h"
 #include "widgets/marks.h"
 
 #include <QKeyEvent>
@@ -23,7 +23,7 @@ bool isLineBreak(QChar c)
 
 qsizetype storedLength(QStringView text)
 {
-    return text.size() + std::count_if(text.begin(), text.end(), isLineBreak);
+    return text.size() + std::ranges::count_if(text, isLineBreak);
 }
 
 /// One character for each line break, as the Enter key types it.
@@ -39,15 +39,11 @@ QString withoutControls(QString text)
 }
 
 /// As much of the beginning as fits, never half a character.
-QString beginning(const QString& text, qsizetype room)
+QString beginning(const QString& text, qsizetype length)
 {
     qsizetype end = 0;
-    while (end < text.size()) {
-        room -= isLineBreak(text[end]) ? 2 : 1;
-        if (room < 0)
-            break;
+    while (end < text.size() && (length -= isLineBreak(text[end]) ? 2 : 1) >= 0)
         ++end;
-    }
     if (end > 0 && end < text.size() && text[end - 1].isHighSurrogate())
         --end;
     return text.left(end);
@@ -82,19 +78,18 @@ QString TypedText::storedText() const
     return text;
 }
 
+/// At the caret in place of the selection, as much of it as fits.
 void TypedText::typeIn(const QString& text)
 {
     if (isReadOnly())
         return;
     const QString typed = withSingleLineBreaks(text);
-    const QString taken = beginning(withoutControls(typed), room());
+    const QString taken = beginning(withoutControls(typed), lengthLeft());
     if (!taken.isEmpty())
         insertPlainText(taken);
     ensureCursorVisible();
-    if (taken.size() < typed.size()) {
+    if (taken.size() < typed.size())
         refuse(*this);
-        emit refused();
-    }
 }
 
 void TypedText::keyPressEvent(QKeyEvent* event)
@@ -138,7 +133,7 @@ void TypedText::insertFromMimeData(const QMimeData* source)
     typeIn(source->text());
 }
 
-qsizetype TypedText::room() const
+qsizetype TypedText::lengthLeft() const
 {
     if (m_maxLength == 0)
         return std::numeric_limits<qsizetype>::max();

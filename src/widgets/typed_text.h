@@ -6,7 +6,7 @@
 namespace zelto::widgets {
 
 /// A field of several lines, whose text is stored with CR LF between them. It takes every key;
-/// what would make the stored text too long does not get in.
+/// what would make the stored text too long is refused with a beep.
 class TypedText : public QPlainTextEdit
 {
     Q_OBJECT
@@ -21,12 +21,7 @@ public:
     /// between them.
     [[nodiscard]] QString storedText() const;
 
-    /// Types the text at the caret in place of the selection, as much of it as fits.
-    void typeIn(const QString& text);
-
 signals:
-    /// A key or a part of a pasted text was refused; the beep has sounded.
-    void refused();
     /// The user changed the text.
     void edited();
 
@@ -37,7 +32,8 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
-    [[nodiscard]] qsizetype room() const;
+    void typeIn(const QString& text);
+    [[nodiscard]] qsizetype lengthLeft() const;
 
     int m_maxLength;
     QString m_stored;

@@ -76,7 +76,7 @@ private slots:
         const ModelloLavoro modello = job.load();
         QCOMPARE(modello.NumUI(), 1);
         QCOMPARE(modello.NumTabelle(), 0);
-        QCOMPARE(modello.DataLavoro, QString());
+        QCOMPARE(modello.datiGenerali, (QMap<QString, QString>{{u"Chiave"_s, u"1"_s}}));
         QCOMPARE(modello.unita.front().vani, std::vector<Vano>(1));
         for (const auto& table : {u"Dati Generali"_s, u"Variabili"_s, u"Unità immobiliari"_s})
             job.database().Execute(u"DELETE FROM \"%1\""_s.arg(table));
@@ -98,8 +98,8 @@ private slots:
         job.set(TabellaUnita, 6, u" X"_s);
 
         const ModelloLavoro modello = job.load();
-        QCOMPARE(modello.Descrizione2, u"Via Roma 1"_s);
-        QCOMPARE(modello.DataLavoro, u"09.03.2024"_s);
+        QCOMPARE(modello.datiGenerali[u"Descrizionee"_s], u"Via Roma 1"_s);
+        QCOMPARE(modello.datiGenerali[u"Data"_s], u"09.03.2024"_s);
         QCOMPARE(modello.NomeTabella, (std::vector<QString>{u"Ascensore"_s, u"Acqua"_s}));
         QVERIFY(!modello.unita[0].isInTable(1));
         QVERIFY(modello.unita[0].isInTable(2));

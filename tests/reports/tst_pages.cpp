@@ -68,9 +68,9 @@ private slots:
         QFETCH(QString, notes);
         QFETCH(QString, date);
         ModelloLavoro modello = building({{.size = 1}});
-        modello.Descrizione = u"Condominio"_s;
-        modello.DataLavoro = date;
-        modello.Note = notes;
+        modello.datiGenerali[u"Descrizione"_s] = u"Condominio"_s;
+        modello.datiGenerali[u"Data"_s] = date;
+        modello.datiGenerali[u"Note"_s] = notes;
         Printer printer(modello);
         QCOMPARE(printer.record(StampaPrimaPagina), 1);
         QCOMPARE(printer.user.status, QStringList{u"Stampa prima pagina"_s});
@@ -96,7 +96,7 @@ private slots:
         Printer nothing(modello);
         QCOMPARE(nothing.record(StampaRelazione), 0);
 
-        modello.Relazione = words(4500) + u"\r\nFine."_s;
+        modello.datiGenerali[u"Relazione"_s] = words(4500) + u"\r\nFine."_s;
         Printer printer(modello);
         const int pages = printer.record(StampaRelazione);
         QCOMPARE(pages, 3);
@@ -162,7 +162,7 @@ private slots:
     void prospectus()
     {
         ModelloLavoro modello = building({{.size = 12.345F}, {.size = 0}});
-        modello.Descrizione = u"Condominio"_s;
+        modello.datiGenerali[u"Descrizione"_s] = u"Condominio"_s;
         modello.unita[0].vani[0].Ambiente = u"Soggiorno con angolo cottura"_s;
         modello.unita[1].vani.clear();
         Printer printer(modello);
@@ -260,10 +260,11 @@ private slots:
     void nothingIsClippedOrOverlaps()
     {
         ModelloLavoro modello = units(300);
-        modello.Descrizione = modello.Descrizione2 = QString(30, u'W');
-        modello.DataLavoro = u"31.12.2024"_s;
-        modello.Note = words(400);
-        modello.Relazione = words(20000);
+        modello.datiGenerali[u"Descrizione"_s] = modello.datiGenerali[u"Descrizionee"_s] =
+            QString(30, u'W');
+        modello.datiGenerali[u"Data"_s] = u"31.12.2024"_s;
+        modello.datiGenerali[u"Note"_s] = words(400);
+        modello.datiGenerali[u"Relazione"_s] = words(20000);
         modello.NomeTabella = {QString(50, u'M')};
         for (auto& unita : modello.unita) {
             unita.Riferimento = QString(23, u'W');

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on jobs in which the n-th write, sync, truncation, rename or deletion fails or is the
 // last: every file is then whole, as it was or as it is to be.
-#include "coefficients/coefficient_groups.h"
+#include "coefficients/job_texts.h"
 #include "register/register.h"
 #include "store/files/file_operations.h"
 #include "store/jet/conversion.h"
@@ -175,10 +175,10 @@ void TestFaults::wholeAfterFault_data()
     });
     row("Applica", [](const QString& job) {
         Database database = Database::open(job);
-        const coefficients::GroupTexts loaded = coefficients::loadGroups(database);
-        coefficients::GroupTexts groups = loaded;
-        groups.front() = QString(20'000, u'x');
-        coefficients::saveGroups(database, groups, loaded);
+        const coefficients::JobTexts loaded = coefficients::loadTexts(database, TabellaVariabili);
+        coefficients::JobTexts groups = loaded;
+        groups[u"Var0"_s] = QString(20'000, u'x');
+        coefficients::saveTexts(database, TabellaVariabili, groups, loaded);
     });
     row(
         "open after an interruption", [](const QString& job) { (void)Database::open(job); },

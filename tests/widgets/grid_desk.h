@@ -19,18 +19,15 @@ using widgets::TypedLine;
 class GridDesk : public QWidget
 {
 public:
-    explicit GridDesk(const QString& rows, Grid::AtEnd atEnd = Grid::AtEnd::Stays)
+    explicit GridDesk(Grid::AtEnd atEnd = Grid::AtEnd::Stays,
+                      const QString& rows = u"uno\t1.5\tA\r\ndue\t2\tB\r\ntre\t3\tC\r\n"_s)
         : grid(u"n."_s,
                {{.header = u"Nome"_s, .maxLength = 5},
-                {.header = u"Misura"_s, .tag = u"SOL"_s, .maxLength = 6},
+                {.header = u"Misura"_s, .kind = widgets::FieldKind::DecimalNumber, .maxLength = 6},
                 {.header = u"Scelta"_s, .editing = GridColumn::Editing::ByScreen}},
                atEnd)
     {
-        const int count = text::rowCount(rows);
-        text::CellTable table(count + 1, 4);
-        const text::CellRange range{.lastRow = count, .lastColumn = 3};
-        text::TextToGrid(rows, table, range);
-        grid.cells().setRows(table, range);
+        grid.cells().setTableText(rows);
         auto* layout = new QVBoxLayout(this);
         layout->addWidget(&grid);
         layout->addWidget(&other);
@@ -59,7 +56,5 @@ public:
     Grid grid;
     QLineEdit other;
 };
-
-inline const QString Rows = u"uno\t1.5\tA\r\ndue\t2\tB\r\ntre\t3\tC\r\n"_s;
 
 } // namespace zelto::test

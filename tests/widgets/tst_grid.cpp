@@ -5,105 +5,94 @@
 #include "widgets/column_widths.h"
 #include "widgets/grid_delegate.h"
 
-#include <QApplication>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::widgets;
 using Desk = zelto::test::GridDesk;
-using zelto::test::Rows;
+
+namespace {
+
+/// The text of the editor that a key opens in the first row; "(closed)" for none, and what the
+/// screen is asked to edit by.
+QString openedBy(int column, Qt::Key key, const QString& text)
+{
+    Desk desk;
+    QSignalSpy requests(&desk.grid, &Grid::cellRequested);
+    desk.grid.setCurrentCell(0, column);
+    QTest::sendKeyEvent(QTest::Click, &desk.grid, key, text, Qt::NoModifier);
+    if (!requests.isEmpty())
+        return u"(asked by %1)"_s.arg(requests[0][2].toString());
+    if (!desk.grid.isEditing())
+        return u"(closed)"_s;
+    const TypedLine& editor = desk.editor();
+    const bool ready =
+        editor.hasFocus() && editor.cursorPosition() == editor.text().size() &&
+        editor.geometry() == desk.grid.visualRect(desk.grid.cells().index(0, column)) &&
+        desk.content() == u"uno|1.5|A/due|2|B/tre|3|C/";
+    return ready ? editor.text() : u"(wrong)"_s;
+}
+
+/// Content and current cell when the key ends the editor in row 1, column 0, with "x" typed there.
+QString leftBy(Qt::Key key)
+{
+    Desk desk;
+    QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
+    desk.grid.setCurrentCell(1, 0);
+    QTest::keyClick(&desk.grid, Qt::Key_X);
+    QTest::keyClick(&desk.editor(), key);
+    const bool left = !desk.grid.isEditing() && desk.editor().isHidden() && desk.grid.hasFocus() &&
+                      changes.size() == (key == Qt::Key_Escape ? 0 : 1);
+    desk.grid.commitEditor();
+    return left ? desk.grid.cells().text(1, 0) + u' ' + desk.place() : u"(wrong)"_s;
+}
+
+} // namespace
 
 class TestGrid : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void opening_data()
-    {
-        QTest::addColumn<int>("column");
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("opened");
-        QTest::addRow("letter, text") << 0 << Qt::Key_X << u"x"_s << u"x"_s;
-        QTest::addRow("blank, text") << 0 << Qt::Key_Space << u" "_s << u"uno"_s;
-        QTest::addRow("F2, text") << 0 << Qt::Key_F2 << QString() << u"uno"_s;
-        QTest::addRow("Backspace") << 0 << Qt::Key_Backspace << u"\b"_s << u"uno"_s;
-        QTest::addRow("accented") << 0 << Qt::Key_Egrave << u"è"_s << u"è"_s;
-        QTest::addRow("digit, number") << 1 << Qt::Key_7 << u"7"_s << u"7"_s;
-        QTest::addRow("minus, number") << 1 << Qt::Key_Minus << u"-"_s << u"-"_s;
-        QTest::addRow("letter, number") << 1 << Qt::Key_X << u"x"_s << u"1.5"_s;
-        QTest::addRow("F2, number") << 1 << Qt::Key_F2 << QString() << u"1.5"_s;
-        QTest::addRow("function key") << 0 << Qt::Key_F5 << QString() << QString();
-        QTest::addRow("Esc") << 0 << Qt::Key_Escape << u"\x1b"_s << QString();
-        QTest::addRow("by the screen") << 2 << Qt::Key_X << u"x"_s << QString();
-    }
     void opening()
     {
-        QFETCH(int, column);
-        QFETCH(Qt::Key, key);
-        QFETCH(QString, text);
-        QFETCH(QString, opened);
-        Desk desk(Rows);
-        QSignalSpy requests(&desk.grid, &Grid::cellRequested);
-        desk.grid.setCurrentCell(0, column);
-        QTest::sendKeyEvent(QTest::Click, &desk.grid, key, text, Qt::NoModifier);
-        QCOMPARE(desk.grid.isEditing(), !opened.isEmpty());
-        QCOMPARE(requests.size(), column == 2 ? 1 : 0);
-        if (opened.isEmpty())
-            return;
-        QCOMPARE(desk.editor().text(), opened);
-        QCOMPARE(desk.editor().cursorPosition(), opened.size());
-        QVERIFY(desk.editor().hasFocus());
-        QCOMPARE(desk.editor().geometry(),
-                 desk.grid.visualRect(desk.grid.cells().index(0, column)));
-        QCOMPARE(desk.content(), u"uno|1.5|A/due|2|B/tre|3|C/"_s);
+        QCOMPARE(openedBy(0, Qt::Key_X, u"x"_s), u"x"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Space, u" "_s), u"uno"_s);
+        QCOMPARE(openedBy(0, Qt::Key_F2, {}), u"uno"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Backspace, u"\b"_s), u"uno"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Egrave, u"è"_s), u"è"_s);
+        QCOMPARE(openedBy(1, Qt::Key_7, u"7"_s), u"7"_s);
+        QCOMPARE(openedBy(1, Qt::Key_Minus, u"-"_s), u"-"_s);
+        QCOMPARE(openedBy(1, Qt::Key_X, u"x"_s), u"1.5"_s);
+        QCOMPARE(openedBy(0, Qt::Key_F5, {}), u"(closed)"_s);
+        QCOMPARE(openedBy(0, Qt::Key_Escape, u"\x1b"_s), u"(closed)"_s);
+        QCOMPARE(openedBy(2, Qt::Key_X, u"x"_s), u"(asked by x)"_s);
     }
 
     void doubleClickOpensWithTheCellsText()
     {
-        Desk desk(Rows);
-        QSignalSpy opened(&desk.grid, &Grid::editorOpened);
+        Desk desk;
         QTest::mouseDClick(desk.grid.viewport(), Qt::LeftButton, {}, desk.cell(1, 1));
+        QVERIFY(desk.grid.isEditing());
         QCOMPARE(desk.editor().text(), u"2"_s);
-        QCOMPARE(opened.size(), 1);
-        QCOMPARE(opened[0][0].toBool(), false);
     }
 
-    /// From row 1, column 0, with "x" typed there.
-    void leaving_data()
-    {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("place");
-        const QString stored = u"uno|1.5|A/x|2|B/tre|3|C/"_s;
-        QTest::addRow("Enter") << Qt::Key_Return << stored << u"1,0"_s;
-        QTest::addRow("Up") << Qt::Key_Up << stored << u"0,0"_s;
-        QTest::addRow("Down") << Qt::Key_Down << stored << u"2,0"_s;
-        QTest::addRow("Tab") << Qt::Key_Tab << stored << u"1,1"_s;
-        QTest::addRow("Shift+Tab") << Qt::Key_Backtab << stored << u"0,2"_s;
-        QTest::addRow("Esc") << Qt::Key_Escape << u"uno|1.5|A/due|2|B/tre|3|C/"_s << u"1,0"_s;
-    }
     void leaving()
     {
-        QFETCH(Qt::Key, key);
-        Desk desk(Rows);
-        QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
-        desk.grid.setCurrentCell(1, 0);
-        QTest::keyClick(&desk.grid, Qt::Key_X);
-        QTest::keyClick(&desk.editor(), key);
-        QVERIFY(!desk.grid.isEditing() && desk.editor().isHidden());
-        QTEST(desk.content(), "content");
-        QTEST(desk.place(), "place");
-        QVERIFY(desk.grid.hasFocus());
-        QCOMPARE(changes.size(), key == Qt::Key_Escape ? 0 : 1);
-        desk.grid.commitEditor();
-        QTEST(desk.content(), "content");
+        QCOMPARE(leftBy(Qt::Key_Return), u"x 1,0"_s);
+        QCOMPARE(leftBy(Qt::Key_Up), u"x 0,0"_s);
+        QCOMPARE(leftBy(Qt::Key_Down), u"x 2,0"_s);
+        QCOMPARE(leftBy(Qt::Key_Tab), u"x 1,1"_s);
+        QCOMPARE(leftBy(Qt::Key_Backtab), u"x 0,2"_s);
+        QCOMPARE(leftBy(Qt::Key_Escape), u"due 1,0"_s);
     }
 
     void clickingElsewhereStores()
     {
-        Desk desk(Rows);
+        Desk desk;
         QTest::keyClick(&desk.grid, Qt::Key_X);
         QTest::mouseClick(desk.grid.viewport(), Qt::LeftButton, {}, desk.cell(2, 1));
         QCOMPARE(desk.content(), u"x|1.5|A/due|2|B/tre|3|C/"_s);
@@ -115,7 +104,7 @@ private slots:
 
     void enterMoves()
     {
-        Desk desk(Rows, Grid::AtEnd::AppendsRow);
+        Desk desk(Grid::AtEnd::AppendsRow);
         QSignalSpy appended(&desk.grid, &Grid::rowAppended);
         QStringList places;
         for (int i = 0; i < 9; ++i) {
@@ -129,7 +118,7 @@ private slots:
         QVERIFY(cells.data(cells.index(1, 0), GridModel::ShadedRole).toBool());
         QVERIFY(!cells.data(cells.index(3, 0), GridModel::ShadedRole).toBool());
 
-        Desk closed(Rows);
+        Desk closed;
         closed.grid.setCurrentCell(2, 2);
         QTest::keyClick(&closed.grid, Qt::Key_Enter);
         QCOMPARE(closed.place(), u"2,0"_s);
@@ -138,7 +127,7 @@ private slots:
     /// A text that nobody changed stays as it is, longer than its column or not.
     void untouchedEditor()
     {
-        Desk desk(u"uno\t1234.5678901\tA\r\n"_s);
+        Desk desk(Grid::AtEnd::Stays, u"uno\t1234.5678901\tA\r\n"_s);
         QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
         desk.grid.setCurrentCell(0, 1);
         QTest::keyClick(&desk.grid, Qt::Key_F2);
@@ -147,10 +136,10 @@ private slots:
         QCOMPARE(changes.size(), 0);
         QTest::sendKeyEvent(QTest::Click, &desk.grid, Qt::Key_Comma, u","_s, Qt::NoModifier);
         QTest::sendKeyEvent(QTest::Click, &desk.editor(), Qt::Key_5, u"5"_s, Qt::NoModifier);
-        QTest::sendKeyEvent(QTest::Click, &desk.editor(), Qt::Key_A, u"a"_s, Qt::AltModifier);
+        QTest::keyClick(&desk.editor(), Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(desk.grid.isEditing()); // that is the screen's
         QTest::keyClick(&desk.editor(), Qt::Key_Return);
         QCOMPARE(desk.content(), u"uno|.5|A/"_s);
-        QTest::sendKeyEvent(QTest::Click, &desk.grid, Qt::Key_A, u"a"_s, Qt::AltModifier);
         QTest::sendKeyEvent(QTest::Click, &desk.grid, Qt::Key_A, u"a"_s, Qt::MetaModifier);
         QVERIFY(!desk.grid.isEditing());
     }
@@ -159,27 +148,43 @@ private slots:
     {
         const QTemporaryDir folder;
         zelto::store::Settings settings(folder.filePath(u"Zelto.ini"_s));
-        settings.ScriviIni(u"Prova"_s, u"Colonna2"_s, u"3000"_s);
-        Desk desk(Rows);
-        const int before = desk.grid.columnWidth(0);
-        restoreColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s);
-        QCOMPARE(desk.grid.columnWidth(1), qRound(3000.0 * desk.grid.logicalDpiX() / 1440));
-        QCOMPARE(desk.grid.columnWidth(0), before);
+        Desk desk;
         const auto restored = [&](const QString& value) {
-            settings.ScriviIni(u"Prova"_s, u"Colonna1"_s, value);
+            settings.ScriviIni(u"Prova"_s, u"Colonna2"_s, value);
             restoreColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s);
-            return qRound(desk.grid.columnWidth(0) * 1440.0 / desk.grid.logicalDpiX());
+            return desk.grid.widthInTwips(2);
         };
-        QVERIFY(restored(u"2000000000"_s) <= 28'800);
-        const int largest = desk.grid.columnWidth(0);
-        QVERIFY(restored(u"largo"_s) > 0);
-        QCOMPARE(desk.grid.columnWidth(0), largest);
+        const int before = desk.grid.columnWidth(0);
+        QCOMPARE(restored(u"3000"_s), 3000);
+        QCOMPARE(desk.grid.columnWidth(1), qRound(3000.0 * desk.grid.logicalDpiX() / 1440));
+        QCOMPARE(restored(u"largo"_s), 3000);
+        QCOMPARE(restored(u"2000000000"_s), 28'800);
         QVERIFY(restored(u"-2000000000"_s) > 0);
+        QCOMPARE(desk.grid.columnWidth(0), before);
         desk.grid.setWidthInTwips(1, 30);
-        saveColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s, 50);
+        saveColumnWidths(desk.grid, settings, u"Prova"_s, u"Colonna"_s);
         QCOMPARE(settings.LeggiIni(u"Prova"_s, u"Colonna1"_s), u"50"_s);
-        QCOMPARE(settings.LeggiIni(u"Prova"_s, u"Colonna2"_s), u"3000"_s);
         QVERIFY(settings.LeggiIni(u"Prova"_s, u"Colonna0"_s).toInt() > 0);
+    }
+
+    void wheel()
+    {
+        Desk desk(Grid::AtEnd::Stays, u"\r\n"_s.repeated(100));
+        const auto turned = [&](int start, const QList<int>& turns) { // in eighths of a degree
+            desk.grid.verticalScrollBar()->setValue(start);
+            const QPointF place = desk.grid.viewport()->rect().center();
+            for (const int turn : turns) {
+                QWheelEvent event(place, desk.grid.viewport()->mapToGlobal(place), {}, {0, turn},
+                                  Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                QCoreApplication::sendEvent(desk.grid.viewport(), &event);
+            }
+            return desk.grid.rowAt(0);
+        };
+        QCOMPARE(turned(0, {-120}), 3);
+        QCOMPARE(turned(50, {240}), 44);
+        QCOMPARE(turned(10, {-30, -30, -30, -30}), 13);
+        QCOMPARE(turned(2, {120}), 0);
+        QCOMPARE(turned(10, {-39}), 10); // less than a row
     }
 
     /// The shade is the one of old in a light theme, and leaves light text legible in a dark one.

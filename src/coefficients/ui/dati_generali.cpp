@@ -2,13 +2,7 @@
 #include "coefficients/ui/dati_generali.h"
 
 #include "calc/figure_remarks.h"
-#include "store/database.h"
 #include "store/schema.h"
-#include "store/settings.h"
-#include "text/table_text.h"
-#include "widgets/column_widths.h"
-#include "widgets/dialogs.h"
-#include "widgets/grid.h"
 #include "widgets/keys.h"
 #include "widgets/typed_line.h"
 #include "widgets/typed_text.h"
@@ -23,21 +17,52 @@
 
 namespace zelto::coefficients {
 
-using widgets::Grid;
+using widgets::FieldKind;
 using widgets::TypedLine;
 using widgets::TypedText;
 
 namespace {
 
-const QString Section = u"DatiGenerali"_s;
-const QString WidthKey = u"colonna"_s;
-constexpr int LeastWidth = 50; ///< of a column in the settings, in twips
+const QString CodesField = u"Tabella Codici"_s;
 constexpr int CodeRows = 99;
 constexpr int CodeColumn = 0;
 
-int longest(QStringView field)
+/// A field of general data as it stands on its page, from top to bottom.
+struct GeneralField
 {
-    return store::longestText(store::TabellaDatiGenerali, field);
+    QString field;      ///< as the schema names it
+    QString label = {}; ///< beside the input; none where it goes on with the one above
+    QString name = {};  ///< for assistive technology, where the label does not say it
+    QString page = u"Generale"_s;
+    FieldKind kind = FieldKind::Words;
+    int share = 0;   ///< of the page's height; an input with one has several lines
+    int longest = 0; ///< in characters, where the schema sets no limit
+};
+
+std::vector<GeneralField> generalFields()
+{
+    std::vector<GeneralField> fields{
+        {.field = u"Descrizione"_s,
+         .label = u"Descrizione"_s,
+         .name = u"Descrizione, prima riga"_s,
+         .kind = FieldKind::RunningText},
+        {.field = u"Descrizionee"_s,
+         .name = u"Descrizione, seconda riga"_s,
+         .kind = FieldKind::RunningText},
+        {.field = u"Note"_s, .label = u"Note"_s, .share = 1, .longest = 400},
+        {.field = u"Data"_s, .label = u"Data"_s, .kind = FieldKind::Date, .longest = 10},
+        {.field = u"Relazione"_s, .label = u"Relazione"_s, .share = 3}};
+    for (int table = 1; table <= store::SpecialTables; ++table) {
+        const QString name = u"Tabella %1"_s.arg(table);
+        fields.push_back({.field = name, .label = name, .page = u"Tabelle"_s});
+    }
+    return fields;
+}
+
+int longestText(const GeneralField& field)
+{
+    const int stored = store::longestText(store::TabellaDatiGenerali, field.field);
+    return stored > 0 ? stored : field.longest;
 }
 
 /// A unit stores one character of a staircase's code, so that longer ones cannot be chosen for it.
@@ -55,174 +80,117 @@ std::vector<widgets::GridColumn> codeColumns()
             {.header = u"Descrizione"_s, .maxLength = 100, .width = 7400},
             {.header = u"%"_s,
              .alignment = Qt::AlignRight | Qt::AlignVCenter,
-             .tag = u"DOL"_s,
+             .kind = FieldKind::DecimalNumber,
              .maxLength = 10,
              .width = 1200,
              .remark = calc::osservaPercentuale}};
-}
-
-QLabel* labelOf(const QString& text, QWidget* buddy)
-{
-    auto* label = new QLabel(text);
-    label->setBuddy(buddy);
-    return label;
 }
 
 } // namespace
 
 DatiGenerali::DatiGenerali(store::Database& lavoro, widgets::Dialogs& dialogs,
                            store::Settings& settings, QWidget* parent)
-    : EditDialog(Section, u"Dati generali"_s, dialogs, settings, parent), m_lavoro(lavoro),
-      m_loaded(loadGeneralData(lavoro)), m_tabs(new QTabWidget),
-      m_lavori(new Grid(u"n."_s, codeColumns(), Grid::AtEnd::AppendsRow))
+    : EditDialog({u"DatiGenerali"_s, u"Dati generali"_s, codeColumns(), u"colonna"_s}, dialogs,
+                 settings, parent),
+      m_lavoro(lavoro), m_loaded(loadTexts(lavoro, store::TabellaDatiGenerali)),
+      m_tabs(new QTabWidget)
 {
     resize(760, 620);
+    grid().setAccessibleName(u"Codici delle scale"_s);
+    auto* codes = new QWidget;
+    (new QGridLayout(codes))->addWidget(&grid());
     m_tabs->setObjectName(u"TabStrip1"_s);
     m_tabs->setAccessibleName(u"Parti dei dati generali"_s);
-    m_tabs->addTab(buildGenerale(), u"Generale"_s);
-    m_tabs->addTab(buildTabelle(), u"Tabelle"_s);
-    m_tabs->addTab(buildScale(), u"Scale"_s);
+    for (const QString& page : {u"Generale"_s, u"Tabelle"_s})
+        m_tabs->addTab(buildPage(page), page);
+    m_tabs->addTab(codes, u"Scale"_s);
     widgets::addTabKeys(*this, *m_tabs->tabBar());
     setContents(m_tabs);
     showTexts();
-    connectGrid();
-    m_dati.front().line->setFocus();
+    connect(&grid(), &widgets::Grid::cellsChanged, this, &DatiGenerali::remarkCodes);
+    m_inputs.front().line->setFocus();
 }
 
-TypedLine* DatiGenerali::addLine(int text, const QString& tag, int maxLength, const QString& name)
+QWidget* DatiGenerali::buildPage(const QString& page)
 {
-    auto* line = new TypedLine(tag, maxLength);
-    line->setObjectName(u"Dati%1"_s.arg(text));
-    line->setAccessibleName(name);
-    line->setMinimumWidth(line->fontMetrics().averageCharWidth() * (maxLength + 4));
-    line->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-    connect(line, &TypedLine::textEdited, this, &DatiGenerali::markChanged);
-    connect(line, &TypedLine::changed, this, &DatiGenerali::markChanged);
-    m_dati.push_back({.text = text, .line = line});
-    return line;
-}
-
-TypedText* DatiGenerali::addText(int text, int maxLength, const QString& name)
-{
-    auto* lines = new TypedText(maxLength);
-    lines->setObjectName(u"Dati%1"_s.arg(text));
-    lines->setAccessibleName(name);
-    connect(lines, &TypedText::edited, this, &DatiGenerali::markChanged);
-    m_dati.push_back({.text = text, .lines = lines});
-    return lines;
-}
-
-QWidget* DatiGenerali::buildGenerale()
-{
-    auto* page = new QWidget;
-    auto* layout = new QGridLayout(page);
-    const QString multiline = u"MOL"_s;
-    TypedLine* first =
-        addLine(TextDescrizione, multiline, longest(u"Descrizione"), u"Descrizione, prima riga"_s);
-    layout->addWidget(labelOf(u" Descrizione"_s, first), 0, 0);
-    layout->addWidget(first, 0, 1);
-    layout->addWidget(addLine(TextDescrizionee, multiline, longest(u"Descrizionee"),
-                              u"Descrizione, seconda riga"_s),
-                      1, 1);
-
-    TypedText* note = addText(TextNote, 400, u"Note"_s);
-    layout->addWidget(labelOf(u" Note"_s, note), 2, 0, Qt::AlignTop);
-    layout->addWidget(note, 2, 1);
-
-    m_data = addLine(TextData, u"TOLD+"_s, 10, u"Data"_s);
-    m_data->setPlaceholderText(u"gg/mm/aaaa"_s);
-    connect(m_data, &TypedLine::held, this, &DatiGenerali::remarkDate);
-    connect(m_data, &TypedLine::changed, this, &DatiGenerali::remarkCodes);
-    layout->addWidget(labelOf(u" Data"_s, m_data), 3, 0);
-    layout->addWidget(m_data, 3, 1);
-
-    TypedText* relazione = addText(TextRelazione, 0, u"Relazione"_s);
-    layout->addWidget(labelOf(u" Relazione"_s, relazione), 4, 0, Qt::AlignTop);
-    layout->addWidget(relazione, 4, 1);
-    layout->setRowStretch(2, 1);
-    layout->setRowStretch(4, 3);
-    return page;
-}
-
-QWidget* DatiGenerali::buildTabelle()
-{
-    auto* page = new QWidget;
-    auto* layout = new QGridLayout(page);
-    for (int table = 1; table <= store::SpecialTables; ++table) {
-        const QString name = u"Tabella %1"_s.arg(table);
-        TypedLine* line = addLine(TextFirstTable + table - 1, u"AOL"_s, longest(name), name);
-        layout->addWidget(labelOf(u' ' + name, line), table - 1, 0);
-        layout->addWidget(line, table - 1, 1);
+    auto* widget = new QWidget;
+    auto* layout = new QGridLayout(widget);
+    int row = 0;
+    int shares = 0;
+    for (int place = 0; const GeneralField& field : generalFields()) {
+        const int number = place++;
+        if (field.page != page)
+            continue;
+        QWidget* input = field.share > 0 ? addText(field.field, longestText(field))
+                                         : addLine(field.field, field.kind, longestText(field));
+        input->setObjectName(u"Dati%1"_s.arg(number));
+        input->setAccessibleName(field.name.isEmpty() ? field.label : field.name);
+        if (!field.label.isEmpty()) {
+            auto* label = new QLabel(u' ' + field.label);
+            label->setBuddy(input);
+            layout->addWidget(label, row, 0, field.share > 0 ? Qt::AlignTop : Qt::Alignment());
+        }
+        layout->addWidget(input, row, 1);
+        layout->setRowStretch(row++, field.share);
+        shares += field.share;
     }
-    layout->setRowStretch(store::SpecialTables, 1);
-    layout->setColumnStretch(2, 1);
-    return page;
+    if (shares == 0) {
+        layout->setRowStretch(row, 1);
+        layout->setColumnStretch(2, 1);
+    }
+    return widget;
 }
 
-QWidget* DatiGenerali::buildScale()
+QWidget* DatiGenerali::addLine(const QString& field, FieldKind kind, int longest)
 {
-    m_lavori->setObjectName(u"Lavori"_s);
-    m_lavori->setAccessibleName(u"Codici delle scale"_s);
-    auto* page = new QWidget;
-    auto* layout = new QGridLayout(page);
-    layout->addWidget(m_lavori);
-    return page;
-}
-
-void DatiGenerali::connectGrid()
-{
-    connect(m_lavori, &Grid::editorOpened, this, [this](bool byKey) {
-        if (byKey)
-            markChanged();
-    });
-    connect(m_lavori, &Grid::cellsChanged, this, [this] {
+    auto* line = new TypedLine(kind, longest);
+    line->setMinimumWidth(line->fontMetrics().averageCharWidth() * (longest + 4));
+    line->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    if (kind == FieldKind::Date)
+        line->setPlaceholderText(u"gg/mm/aaaa"_s);
+    connect(line, &TypedLine::textEdited, this, &DatiGenerali::markChanged);
+    connect(line, &TypedLine::held, this, [this, line] { remarkDate(*line); });
+    connect(line, &TypedLine::changed, this, [this] {
         markChanged();
         remarkCodes();
     });
-    connect(m_lavori, &Grid::pasteRefused, this,
-            [this](const QString& why) { dialogs().showMessage(why); });
+    m_inputs.push_back({.field = field, .line = line});
+    return line;
+}
+
+QWidget* DatiGenerali::addText(const QString& field, int longest)
+{
+    auto* lines = new TypedText(longest);
+    connect(lines, &TypedText::edited, this, &DatiGenerali::markChanged);
+    m_inputs.push_back({.field = field, .lines = lines});
+    return lines;
 }
 
 void DatiGenerali::showTexts()
 {
-    for (const Input& input : m_dati) {
-        const QString& text = m_loaded.at(static_cast<std::size_t>(input.text));
+    for (const Input& input : m_inputs) {
+        const QString text = m_loaded.value(input.field);
         if (input.line != nullptr)
             input.line->setText(text);
         else
             input.lines->setStoredText(text);
     }
-    const QString& codes = m_loaded.at(TextTabellaCodici);
     // More rows than the usual ones are shown as well: storing what is shown must not lose them.
-    const int rows = std::max(CodeRows, text::rowCount(codes));
-    text::CellTable table(rows + 1, m_lavori->cells().columnCount() + 1);
-    const text::CellRange range{.lastRow = rows, .lastColumn = table.columns() - 1};
-    text::TextToGrid(codes, table, range);
-    m_lavori->cells().setRows(table, range);
-    m_lavori->setCurrentCell(0, 0);
-    widgets::restoreColumnWidths(*m_lavori, settings(), Section, WidthKey);
+    grid().cells().setTableText(m_loaded.value(CodesField), CodeRows);
+    grid().setCurrentCell(0, 0);
     remarkCodes();
 }
 
-GeneralTexts DatiGenerali::shownTexts() const
+/// Of a field whose text must not stay, which only a date's may not.
+void DatiGenerali::remarkDate(const TypedLine& date)
 {
-    GeneralTexts texts;
-    for (const Input& input : m_dati)
-        texts.at(static_cast<std::size_t>(input.text)) =
-            input.line != nullptr ? input.line->text() : input.lines->storedText();
-    texts.at(TextTabellaCodici) = m_lavori->cells().tableText();
-    return texts;
-}
-
-void DatiGenerali::remarkDate()
-{
-    showRemark(u"Data: «%1» non è una data del tipo gg/mm/aaaa."_s.arg(m_data->text()));
+    showRemark(u"Data: «%1» non è una data del tipo gg/mm/aaaa."_s.arg(date.text()));
 }
 
 /// The first one that is odd.
 void DatiGenerali::remarkCodes()
 {
-    const widgets::GridModel& cells = m_lavori->cells();
+    const widgets::GridModel& cells = grid().cells();
     for (int row = 0; row < cells.rowCount(); ++row)
         if (const QString remark = remarkOfCode(cells.text(row, CodeColumn)); !remark.isEmpty()) {
             showRemark(u"Riga %1. %2"_s.arg(QString::number(row + 1), remark));
@@ -233,26 +201,26 @@ void DatiGenerali::remarkCodes()
 
 bool DatiGenerali::finishTyping()
 {
-    m_lavori->commitEditor();
-    if (m_data->ValidateField())
+    EditDialog::finishTyping();
+    const auto wrong = std::ranges::find_if(m_inputs, [](const Input& input) {
+        return input.line != nullptr && !input.line->ValidateField();
+    });
+    if (wrong == m_inputs.end())
         return true;
     QApplication::beep();
-    m_tabs->setCurrentWidget(m_data->parentWidget());
-    m_data->setFocus();
-    remarkDate();
+    m_tabs->setCurrentWidget(wrong->line->parentWidget());
+    wrong->line->setFocus();
+    remarkDate(*wrong->line);
     return false;
 }
 
 void DatiGenerali::store()
 {
-    const GeneralTexts texts = shownTexts();
-    saveGeneralData(m_lavoro, texts, m_loaded);
-    m_loaded = loadGeneralData(m_lavoro);
-}
-
-void DatiGenerali::saveSettings()
-{
-    widgets::saveColumnWidths(*m_lavori, settings(), Section, WidthKey, LeastWidth);
+    JobTexts texts{{CodesField, grid().cells().tableText()}};
+    for (const Input& input : m_inputs)
+        texts[input.field] = input.line != nullptr ? input.line->text() : input.lines->storedText();
+    saveTexts(m_lavoro, store::TabellaDatiGenerali, texts, m_loaded);
+    m_loaded = loadTexts(m_lavoro, store::TabellaDatiGenerali);
 }
 
 } // namespace zelto::coefficients

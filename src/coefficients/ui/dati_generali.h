@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "coefficients/general_data.h"
+#include "coefficients/job_texts.h"
 #include "widgets/edit_dialog.h"
 
 #include <vector>
 
-class QGridLayout;
 class QTabWidget;
 
 namespace zelto::widgets {
-class Grid;
 class TypedLine;
 class TypedText;
 } // namespace zelto::widgets
@@ -31,34 +29,27 @@ public:
 protected:
     bool finishTyping() override;
     void store() override;
-    void saveSettings() override;
 
 private:
-    QWidget* buildGenerale();
-    QWidget* buildTabelle();
-    QWidget* buildScale();
-    widgets::TypedLine* addLine(int text, const QString& tag, int maxLength, const QString& name);
-    widgets::TypedText* addText(int text, int maxLength, const QString& name);
-    void connectGrid();
-    void showTexts();
-    [[nodiscard]] GeneralTexts shownTexts() const;
-    void remarkDate();
-    void remarkCodes();
-
-    /// An input of one line or of several; the grid of codes is neither.
+    /// How a field is entered: in one line or in several.
     struct Input
     {
-        int text;
+        QString field;
         widgets::TypedLine* line = nullptr;
         widgets::TypedText* lines = nullptr;
     };
 
+    QWidget* buildPage(const QString& page);
+    QWidget* addLine(const QString& field, widgets::FieldKind kind, int longest);
+    QWidget* addText(const QString& field, int longest);
+    void showTexts();
+    void remarkDate(const widgets::TypedLine& date);
+    void remarkCodes();
+
     store::Database& m_lavoro;
-    GeneralTexts m_loaded;
-    std::vector<Input> m_dati;
-    widgets::TypedLine* m_data = nullptr;
+    JobTexts m_loaded;
+    std::vector<Input> m_inputs;
     QTabWidget* m_tabs;
-    widgets::Grid* m_lavori;
 };
 
 } // namespace zelto::coefficients

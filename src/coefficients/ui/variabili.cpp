@@ -2,13 +2,7 @@
 #include "coefficients/ui/variabili.h"
 
 #include "calc/figure_remarks.h"
-#include "store/database.h"
 #include "store/schema.h"
-#include "store/settings.h"
-#include "text/table_text.h"
-#include "widgets/column_widths.h"
-#include "widgets/dialogs.h"
-#include "widgets/grid.h"
 #include "widgets/keys.h"
 
 #include <QPlainTextEdit>
@@ -17,19 +11,13 @@
 
 namespace zelto::coefficients {
 
-using widgets::Grid;
-
 namespace {
-
-const QString Section = u"Variabili"_s;
-const QString WidthKey = u"Colonna"_s;
-constexpr int LeastWidth = 50; ///< of a column in the settings, in twips
 
 std::vector<widgets::GridColumn> groupColumns()
 {
     return {{.header = u"Valore"_s,
              .alignment = Qt::AlignRight | Qt::AlignVCenter,
-             .holds = widgets::FieldTag::Holds::Figures,
+             .kind = widgets::FieldKind::FreeFigure,
              .maxLength = 10,
              .width = 1500,
              .remark = calc::osservaCifra},
@@ -41,31 +29,18 @@ std::vector<widgets::GridColumn> groupColumns()
 
 Variabili::Variabili(store::Database& lavoro, const QStringList& descriptions,
                      widgets::Dialogs& dialogs, store::Settings& settings, QWidget* parent)
-    : EditDialog(Section, u"Dettaglio variabili"_s, dialogs, settings, parent), m_lavoro(lavoro),
-      m_descriptions(descriptions), m_loaded(loadGroups(lavoro)), m_groups(m_loaded),
-      m_tabs(new QTabBar), m_text1(new QPlainTextEdit)
+    : EditDialog({u"Variabili"_s, u"Dettaglio variabili"_s, groupColumns(), u"Colonna"_s}, dialogs,
+                 settings, parent),
+      m_lavoro(lavoro), m_descriptions(descriptions),
+      m_loaded(loadTexts(lavoro, store::TabellaVariabili)), m_groups(m_loaded), m_tabs(new QTabBar),
+      m_description(new QPlainTextEdit)
 {
     resize(680, 520);
-    buildGrid();
+    grid().setAccessibleName(u"Valori del gruppo"_s);
+    connect(&grid(), &widgets::Grid::rowAppended, this, &Variabili::remarkLength);
     setContents(buildContents());
     showGroup(m_group);
-    widgets::restoreColumnWidths(*m_lavori, settings, Section, WidthKey);
-    m_lavori->setFocus();
-}
-
-void Variabili::buildGrid()
-{
-    m_lavori = new Grid(u"n."_s, groupColumns(), Grid::AtEnd::AppendsRow);
-    m_lavori->setObjectName(u"Lavori"_s);
-    m_lavori->setAccessibleName(u"Valori del gruppo"_s);
-    connect(m_lavori, &Grid::editorOpened, this, [this](bool byKey) {
-        if (byKey)
-            markChanged();
-    });
-    connect(m_lavori, &Grid::cellsChanged, this, &Variabili::markChanged);
-    connect(m_lavori, &Grid::rowAppended, this, &Variabili::remarkLength);
-    connect(m_lavori, &Grid::pasteRefused, this,
-            [this](const QString& why) { dialogs().showMessage(why); });
+    grid().setFocus();
 }
 
 QWidget* Variabili::buildContents()
@@ -74,77 +49,56 @@ QWidget* Variabili::buildContents()
     m_tabs->setAccessibleName(u"Gruppi di coefficienti"_s);
     m_tabs->setExpanding(false);
     m_tabs->setUsesScrollButtons(true);
-    for (int group = 1; group < store::Groups; ++group)
-        m_tabs->addTab(store::GroupNames.at(static_cast<std::size_t>(group)).toString());
-    connect(m_tabs, &QTabBar::currentChanged, this, [this](int tab) { switchTo(tab + 1); });
+    for (const QStringView name : std::span(store::GroupNames).subspan(1))
+        m_tabs->addTab(name.toString());
+    connect(m_tabs, &QTabBar::currentChanged, this, [this](int tab) {
+        keepGroup();
+        showGroup(tab + 1);
+    });
     widgets::addTabKeys(*this, *m_tabs);
 
-    m_text1->setObjectName(u"Text1"_s);
-    m_text1->setAccessibleName(u"Descrizione del gruppo"_s);
-    m_text1->setReadOnly(true);
-    m_text1->setTabChangesFocus(true);
-    m_text1->setFixedHeight(m_text1->fontMetrics().lineSpacing() * 3 + 14);
+    m_description->setObjectName(u"Text1"_s);
+    m_description->setAccessibleName(u"Descrizione del gruppo"_s);
+    m_description->setReadOnly(true);
+    m_description->setTabChangesFocus(true);
+    m_description->setFixedHeight(m_description->fontMetrics().lineSpacing() * 3 + 14);
 
     auto* contents = new QWidget;
     auto* layout = new QVBoxLayout(contents);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_tabs);
-    layout->addWidget(m_text1);
-    layout->addWidget(m_lavori, 1);
+    layout->addWidget(m_description);
+    layout->addWidget(&grid(), 1);
     return contents;
-}
-
-void Variabili::switchTo(int group)
-{
-    keepGroup();
-    showGroup(group);
 }
 
 void Variabili::showGroup(int group)
 {
-    const QString& text = m_groups.at(static_cast<std::size_t>(group));
-    const int rows = text::rowCount(text);
-    text::CellTable table(rows + 1, m_lavori->cells().columnCount() + 1);
-    const text::CellRange range{.lastRow = rows, .lastColumn = table.columns() - 1};
-    text::TextToGrid(text, table, range);
-    m_lavori->cells().setRows(table, range);
-    m_lavori->setCurrentCell(0, 0);
-    m_text1->setPlainText(m_descriptions.value(group));
+    grid().cells().setTableText(m_groups.value(groupField(group)));
+    grid().setCurrentCell(0, 0);
+    m_description->setPlainText(m_descriptions.value(group));
     m_group = group;
     remarkLength();
 }
 
 void Variabili::keepGroup()
 {
-    m_lavori->commitEditor();
-    m_groups.at(static_cast<std::size_t>(m_group)) = m_lavori->cells().tableText();
+    grid().commitEditor();
+    m_groups[groupField(m_group)] = grid().cells().tableText();
 }
 
 void Variabili::remarkLength()
 {
-    showRemark(m_lavori->cells().rowCount() > store::MostGroupRows
+    showRemark(grid().cells().rowCount() > store::MostGroupRows
                    ? u"Di un gruppo si usano solo le prime %1 righe."_s.arg(store::MostGroupRows)
                    : QString());
 }
 
-bool Variabili::finishTyping()
-{
-    m_lavori->commitEditor();
-    return true;
-}
-
 void Variabili::store()
 {
-    GroupTexts groups = m_groups;
-    groups.at(static_cast<std::size_t>(m_group)) = m_lavori->cells().tableText();
-    saveGroups(m_lavoro, groups, m_loaded);
-    m_groups = groups;
-    m_loaded = groups;
-}
-
-void Variabili::saveSettings()
-{
-    widgets::saveColumnWidths(*m_lavori, settings(), Section, WidthKey, LeastWidth);
+    keepGroup();
+    saveTexts(m_lavoro, store::TabellaVariabili, m_groups, m_loaded);
+    m_loaded = m_groups;
 }
 
 } // namespace zelto::coefficients

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "coefficients/coefficient_groups.h"
+#include "coefficients/job_texts.h"
 #include "widgets/edit_dialog.h"
+
+#include <QStringList>
 
 class QPlainTextEdit;
 class QTabBar;
 
 namespace zelto::store {} // namespace zelto::store
-
-namespace zelto::widgets {
-class Grid;
-} // namespace zelto::widgets
 
 namespace zelto::coefficients {
 
@@ -27,26 +25,21 @@ public:
               store::Settings& settings, QWidget* parent = nullptr);
 
 protected:
-    bool finishTyping() override;
     void store() override;
-    void saveSettings() override;
 
 private:
     QWidget* buildContents();
-    void buildGrid();
-    void switchTo(int group);
     void showGroup(int group);
     void keepGroup();
     void remarkLength();
 
     store::Database& m_lavoro;
     QStringList m_descriptions;
-    GroupTexts m_loaded;
-    GroupTexts m_groups;
+    JobTexts m_loaded;
+    JobTexts m_groups;
     int m_group = 1; ///< the one in the grid
     QTabBar* m_tabs;
-    widgets::Grid* m_lavori = nullptr;
-    QPlainTextEdit* m_text1;
+    QPlainTextEdit* m_description;
 };
 
 } // namespace zelto::coefficients

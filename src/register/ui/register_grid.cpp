@@ -95,14 +95,14 @@ void RegisterGrid::goTo(int number, int field)
 
 // Cells
 
-void RegisterGrid::openCell(int row, int column, int keyCode)
+void RegisterGrid::openCell(int row, int column, const QString& typed)
 {
     if (numberIn(row) == 0)
         return;
     if (this->column(column).holds == Holds::Flag)
         turnFlag(row, column);
     else
-        openPicker(row, column, keyCode);
+        openPicker(row, column, typed);
 }
 
 /// A table without a name has no members.
@@ -116,7 +116,7 @@ void RegisterGrid::turnFlag(int row, int column)
         [&](Register& registro) { return registro.MemorizzaFlag(numberIn(row), table + 1, on); });
 }
 
-void RegisterGrid::openPicker(int row, int column, int keyCode)
+void RegisterGrid::openPicker(int row, int column, const QString& typed)
 {
     const Column& kind = this->column(column);
     const QString& text = m_grid->cells().text(row, column);
@@ -132,7 +132,7 @@ void RegisterGrid::openPicker(int row, int column, int keyCode)
     m_offered = offer.entries;
     const QRect inside = m_grid->visualRect(m_picked);
     const QRect place(m_grid->viewport()->mapTo(this, inside.topLeft()), inside.size());
-    m_picker->open(m_offered, offer.current, place, keyCode);
+    m_picker->open(m_offered, offer.current, place, typed);
 }
 
 void RegisterGrid::choose(const widgets::PickerEntry& entry)
@@ -234,7 +234,7 @@ void RegisterGrid::showMenu()
         action.setEnabled(entries.at(i).enabled);
     }
     const QPoint place = m_grid->viewport()->mapToGlobal(m_grid->visualRect(cell).bottomLeft());
-    if (const int choice = m_menu.choose(place).toInt(); choice >= 0)
+    if (const int choice = m_menu.choose(place); choice >= 0)
         entries.at(static_cast<std::size_t>(choice)).command();
 }
 

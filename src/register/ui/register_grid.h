@@ -65,8 +65,8 @@ private:
     [[nodiscard]] const Column& column(int column) const;
     [[nodiscard]] bool canAdd() const;
     void addKeys();
-    void openCell(int row, int column, int keyCode);
-    void openPicker(int row, int column, int keyCode);
+    void openCell(int row, int column, const QString& typed);
+    void openPicker(int row, int column, const QString& typed);
     void turnFlag(int row, int column);
     void choose(const widgets::PickerEntry& entry);
     [[nodiscard]] QString newText(const widgets::CellChange& change, const QString& soFar) const;

@@ -29,7 +29,7 @@ GridColumn gridColumn(const Column& column, RegisterModel& model)
     case Holds::Height:
     case Holds::Size:
         shown.alignment = RightCentre;
-        shown.tag = u"SOL"_s;
+        shown.kind = widgets::FieldKind::DecimalNumber;
         shown.remark = column.holds == Holds::Size ? calc::osservaConsistenza : calc::osservaCifra;
         break;
     case Holds::Staircase:
@@ -44,7 +44,7 @@ GridColumn gridColumn(const Column& column, RegisterModel& model)
         break;
     case Holds::Coefficient:
         shown.alignment = RightCentre;
-        shown.holds = widgets::FieldTag::Holds::Figures;
+        shown.kind = widgets::FieldKind::FreeFigure;
         shown.editing = GridColumn::Editing::ByScreen;
         shown.remark = [&list = model.coefficients().at(static_cast<std::size_t>(column.index))](
                            const QString& text) { return calc::osservaCoefficiente(list, text); };

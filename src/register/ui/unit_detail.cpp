@@ -18,7 +18,7 @@
 namespace zelto::registro {
 
 using widgets::CellPicker;
-using widgets::FieldTag;
+using widgets::FieldKind;
 using widgets::TypedLine;
 
 namespace {
@@ -66,9 +66,7 @@ void UnitDetail::addField(QFormLayout& form, const Column& column)
     const bool figure = column.holds == Holds::Height;
     const QString name =
         store::jobTable(store::TabellaUnita).fields[static_cast<std::size_t>(column.field)].name;
-    auto* field = new TypedLine(this);
-    field->setTag(FieldTag(u"AOL"_s, figure ? FieldTag::Holds::Figures : FieldTag::Holds::Words),
-                  length);
+    auto* field = new TypedLine(figure ? FieldKind::FreeFigure : FieldKind::Words, length, this);
     field->setOnEntry(TypedLine::OnEntry::Nothing);
     field->setObjectName(u"Dati%1"_s.arg(m_dati.size()));
     field->setAccessibleName(name);
@@ -150,7 +148,7 @@ bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
 void UnitDetail::openScale()
 {
     const Offer offer = offeredStaircases(m_model.lists(), scala().text());
-    m_combo1->open(offer.entries, offer.current, scala().geometry(), widgets::Grid::F2Code);
+    m_combo1->open(offer.entries, offer.current, scala().geometry(), {});
 }
 
 } // namespace zelto::registro

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ui/millesimi.h"
 
-#include "widgets/keep_room.h"
+#include "widgets/keep_place.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -13,8 +13,8 @@ namespace zelto::reports {
 
 Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
     : PrintScreen(u"Millesimi"_s, u"Calcolo millesimi"_s, context, parent),
-      m_primaPagina(new widgets::TypedLine(u"IOL"_s, 3)), m_esteso(new QRadioButton(u"Esteso"_s)),
-      m_compatto(new QRadioButton(u"Compatto"_s))
+      m_primaPagina(new widgets::TypedLine(widgets::FieldKind::WholeNumber, 3)),
+      m_esteso(new QRadioButton(u"Esteso"_s)), m_compatto(new QRadioButton(u"Compatto"_s))
 {
     setContents(buildContents(), sectionWords());
     m_primaPagina->setFocus();
@@ -61,7 +61,7 @@ QWidget* Millesimi::buildSelection()
         if (!kind.hasIndex)
             continue;
         m_indice = addBox(*layout, u"Calc. indice prop. cons."_s, Indent);
-        widgets::keepRoomWhenHidden(*m_indice);
+        widgets::keepPlaceWhenHidden(*m_indice);
         connect(m_tabelle.back(), &QCheckBox::toggled, m_indice, &QWidget::setVisible);
     }
     return frame;

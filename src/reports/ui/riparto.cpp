@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ui/riparto.h"
 
-#include "widgets/keep_room.h"
+#include "widgets/keep_place.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -16,7 +16,7 @@ namespace zelto::reports {
 
 Riparto::Riparto(const StampaContext& context, QWidget* parent)
     : PrintScreen(u"Riparto"_s, u"Riparto importo"_s, context, parent),
-      m_importo(new widgets::TypedLine(u"EOL"_s, 12)),
+      m_importo(new widgets::TypedLine(widgets::FieldKind::Amount, 12)),
       m_indice(new QCheckBox(u"Calc. indice proporz. alla consist."_s)),
       m_quadratura(new QCheckBox(u"Quadratura al centesimo"_s))
 {
@@ -56,7 +56,7 @@ QWidget* Riparto::buildShares()
             layout->addWidget(m_indice, row++, 1);
     }
     m_indice->setObjectName(u"Sezione3"_s);
-    widgets::keepRoomWhenHidden(*m_indice);
+    widgets::keepPlaceWhenHidden(*m_indice);
     layout->setColumnStretch(1, 1);
     return frame;
 }
@@ -65,14 +65,14 @@ Riparto::Shares Riparto::addShares(const TableKind& kind, QGridLayout& layout, i
 {
     auto* button = new QRadioButton(kind.shareCaption);
     button->setObjectName(u"TabSel%1"_s.arg(m_tabSel.size()));
-    widgets::keepRoomWhenHidden(*button);
+    widgets::keepPlaceWhenHidden(*button);
     layout.addWidget(button, row, 0);
     if (kind.listName.isEmpty())
         return {button, nullptr};
     auto* list = new QComboBox;
     list->setObjectName(kind.listName);
     list->setAccessibleName(kind.shareCaption);
-    widgets::keepRoomWhenHidden(*list);
+    widgets::keepPlaceWhenHidden(*list);
     layout.addWidget(list, row, 1);
     for (const TableChoice& choice : kind.choices(modello()))
         list->addItem(choice.label, choice.key);

@@ -5,8 +5,8 @@
 
 namespace zelto::widgets {
 
-/// What comes and goes leaves its room empty meanwhile, so that nothing else moves.
-inline void keepRoomWhenHidden(QWidget& widget)
+/// A hidden widget keeps its place in the layout, so that nothing moves when it comes and goes.
+inline void keepPlaceWhenHidden(QWidget& widget)
 {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
