@@ -113,64 +113,68 @@ struct CommandOption
 };
 
 /// In the order of the help; those of the formats of tables stand before "mostra".
-const std::vector<CommandOption> GivenOptions{
-    {"pdf", u"FILE"_s,
-     u"le pagine stampate in un PDF; con più lavori FILE è una\n"
-     u"cartella, un PDF per lavoro (senza -o nessun PDF)"_s,
-     [](Pieces& pieces, const QString& value) { pieces.pdf = value; }, 'o'},
-    {"uscite", u"CARTELLA"_s,
-     u"cartella di %1\n"
-     u"(se manca, quella corrente; con più lavori una\n"
-     u"sottocartella per lavoro)"_s.arg(enumerated(reports::textFiles(), u" e "_s)),
-     [](Pieces& pieces, const QString& value) { pieces.uscite = value; }, 'u'},
-    {"sezioni", u"LISTA"_s, u"di %1 (se manca, tutte)"_s.arg(reports::sectionWords().join(u',')),
-     [](Pieces& pieces, const QString& value) {
-         pieces.sezioni = readList(value, u"--sezioni"_s, reports::sectionWords());
-     }},
-    {"calcolo", u"LISTA"_s, u"di %1 (se manca, tutte)"_s.arg(calculationWords().join(u',')),
-     [](Pieces& pieces, const QString& value) {
-         pieces.calcolo.tabelle = readList(value, u"--calcolo"_s, calculationWords());
-         pieces.calcolo.dettaglio = pieces.calcolo.tabelle.contains(Dettaglio);
-         pieces.calcoloGiven = true;
-     }},
-    {"formato", u"esteso|compatto"_s, u"formato del dettaglio (se manca, compatto)"_s,
-     [](Pieces& pieces, const QString& value) { pieces.calcolo.formato = readFormato(value); }},
-    {"indice-proporzionale",
-     {},
-     u"calcola l'indice di piano in proporzione alla consistenza"_s,
-     [](Pieces& pieces, const QString&) {
-         pieces.calcolo.indice = calc::IndicePiano::Proporzionale;
-     }},
-    {"prima-pagina", u"N"_s, u"numero della prima pagina di calcolo (se manca, 1)"_s,
-     [](Pieces& pieces, const QString& value) {
-         pieces.calcolo.primaPagina = readPrimaPagina(value);
-     }},
-    {"riparto", u"IMPORTO"_s, u"stampa il riparto dell'importo al posto del calcolo"_s,
-     [](Pieces& pieces, const QString& value) { pieces.importo = readImporto(value); }},
-    {"quote", shareWords().join(u'|'), u"millesimi del riparto (se manca, generali)"_s,
-     [](Pieces& pieces, const QString& value) { pieces.quote = readQuote(value); }},
-    {"quadratura",
-     {},
-     u"quote del riparto che sommano all'importo, al centesimo"_s,
-     [](Pieces& pieces, const QString&) { pieces.quadratura = true; }},
-    {"mostra",
-     {},
-     u"scrive anche le tabelle come testo allineato"_s,
-     [](Pieces& pieces, const QString&) { pieces.mostra = true; }},
-    {"help",
-     {},
-     u"questo aiuto"_s,
-     [](Pieces& pieces, const QString&) { pieces.action = Options::Action::ShowHelp; },
-     'h'},
-    {"version",
-     {},
-     u"versione del programma"_s,
-     [](Pieces& pieces, const QString&) { pieces.action = Options::Action::ShowVersion; }},
-};
+std::vector<CommandOption> givenOptions()
+{
+    return {
+        {"pdf", u"FILE"_s,
+         u"le pagine stampate in un PDF; con più lavori FILE è una\n"
+         u"cartella, un PDF per lavoro (senza -o nessun PDF)"_s,
+         [](Pieces& pieces, const QString& value) { pieces.pdf = value; }, 'o'},
+        {"uscite", u"CARTELLA"_s,
+         u"cartella di %1\n"
+         u"(se manca, quella corrente; con più lavori una\n"
+         u"sottocartella per lavoro)"_s.arg(enumerated(reports::textFiles(), u" e "_s)),
+         [](Pieces& pieces, const QString& value) { pieces.uscite = value; }, 'u'},
+        {"sezioni", u"LISTA"_s,
+         u"di %1 (se manca, tutte)"_s.arg(reports::sectionWords().join(u',')),
+         [](Pieces& pieces, const QString& value) {
+             pieces.sezioni = readList(value, u"--sezioni"_s, reports::sectionWords());
+         }},
+        {"calcolo", u"LISTA"_s, u"di %1 (se manca, tutte)"_s.arg(calculationWords().join(u',')),
+         [](Pieces& pieces, const QString& value) {
+             pieces.calcolo.tabelle = readList(value, u"--calcolo"_s, calculationWords());
+             pieces.calcolo.dettaglio = pieces.calcolo.tabelle.contains(Dettaglio);
+             pieces.calcoloGiven = true;
+         }},
+        {"formato", u"esteso|compatto"_s, u"formato del dettaglio (se manca, compatto)"_s,
+         [](Pieces& pieces, const QString& value) { pieces.calcolo.formato = readFormato(value); }},
+        {"indice-proporzionale",
+         {},
+         u"calcola l'indice di piano in proporzione alla consistenza"_s,
+         [](Pieces& pieces, const QString&) {
+             pieces.calcolo.indice = calc::IndicePiano::Proporzionale;
+         }},
+        {"prima-pagina", u"N"_s, u"numero della prima pagina di calcolo (se manca, 1)"_s,
+         [](Pieces& pieces, const QString& value) {
+             pieces.calcolo.primaPagina = readPrimaPagina(value);
+         }},
+        {"riparto", u"IMPORTO"_s, u"stampa il riparto dell'importo al posto del calcolo"_s,
+         [](Pieces& pieces, const QString& value) { pieces.importo = readImporto(value); }},
+        {"quote", shareWords().join(u'|'), u"millesimi del riparto (se manca, generali)"_s,
+         [](Pieces& pieces, const QString& value) { pieces.quote = readQuote(value); }},
+        {"quadratura",
+         {},
+         u"quote del riparto che sommano all'importo, al centesimo"_s,
+         [](Pieces& pieces, const QString&) { pieces.quadratura = true; }},
+        {"mostra",
+         {},
+         u"scrive anche le tabelle come testo allineato"_s,
+         [](Pieces& pieces, const QString&) { pieces.mostra = true; }},
+        {"help",
+         {},
+         u"questo aiuto"_s,
+         [](Pieces& pieces, const QString&) { pieces.action = Options::Action::ShowHelp; },
+         'h'},
+        {"version",
+         {},
+         u"versione del programma"_s,
+         [](Pieces& pieces, const QString&) { pieces.action = Options::Action::ShowVersion; }},
+    };
+}
 
 std::vector<CommandOption> commandOptions()
 {
-    std::vector<CommandOption> all = GivenOptions;
+    std::vector<CommandOption> all = givenOptions();
     auto place = std::ranges::find(all, QByteArray("mostra"), &CommandOption::name);
     for (const reports::TableFormat& format : reports::tableFormats())
         place = all.insert(place, {format.option.toUtf8(),
