@@ -57,19 +57,32 @@ std::string lineOf(const QString& value)
     return std::ranges::any_of(value, breaksLine) ? std::string() : value.toStdString();
 }
 
+QString shortened(QString value)
+{
+    value.truncate(Settings::MaxValueLength);
+    if (!value.isEmpty() && value.back().isHighSurrogate())
+        value.chop(1);
+    return value;
+}
+
 } // namespace
 
 QString Settings::LeggiIni(const QString& section, const QString& key) const
 {
+    return LeggiIni(section, QStringList{key}).front();
+}
+
+QStringList Settings::LeggiIni(const QString& section, const QStringList& keys) const
+{
     CSimpleIniA ini;
     if (!read(m_path, ini))
-        return {};
-    QString value =
-        QString::fromUtf8(ini.GetValue(section.toUtf8().constData(), key.toUtf8().constData(), ""));
-    value.truncate(MaxValueLength);
-    if (!value.isEmpty() && value.back().isHighSurrogate())
-        value.chop(1);
-    return value;
+        return QStringList(keys.size());
+    const QByteArray name = section.toUtf8();
+    QStringList values;
+    for (const QString& key : keys)
+        values << shortened(
+            QString::fromUtf8(ini.GetValue(name.constData(), key.toUtf8().constData(), "")));
+    return values;
 }
 
 void Settings::ScriviIni(const QString& section, const QString& key, const QString& value)
@@ -83,9 +96,19 @@ void Settings::ScriviIni(const QString& section, const KeyValues& values)
     // A file that exists but cannot be read would lose what it holds.
     if (!read(m_path, ini))
         return;
-    for (const auto& [key, value] : values)
-        ini.SetValue(section.toUtf8().constData(), key.toUtf8().constData(), lineOf(value).c_str());
-    write(m_path, ini);
+    const QByteArray name = section.toUtf8();
+    bool changed = false;
+    for (const auto& [key, value] : values) {
+        const QByteArray keyName = key.toUtf8();
+        const std::string line = lineOf(value);
+        const char* const old = ini.GetValue(name.constData(), keyName.constData());
+        if (old && old == line)
+            continue;
+        ini.SetValue(name.constData(), keyName.constData(), line.c_str());
+        changed = true;
+    }
+    if (changed) // a synced write takes longer than all the rest
+        write(m_path, ini);
 }
 
 } // namespace zelto::store

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <utility>
 #include <vector>
@@ -25,11 +26,15 @@ public:
     /// cannot be read.
     [[nodiscard]] QString LeggiIni(const QString& section, const QString& key) const;
 
+    /// The values of several keys of a section, in the order of the keys, from one reading.
+    [[nodiscard]] QStringList LeggiIni(const QString& section, const QStringList& keys) const;
+
     /// Writes the value, creating file, section and key as needed. A failure is ignored and leaves
     /// the file as it was. A value that does not fit on one line is written as empty.
     void ScriviIni(const QString& section, const QString& key, const QString& value);
 
-    /// The same for several keys of a section at once.
+    /// The same for several keys of a section at once. Values that are all there already leave the
+    /// file alone.
     void ScriviIni(const QString& section, const KeyValues& values);
 
 private:

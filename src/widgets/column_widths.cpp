@@ -19,12 +19,16 @@ constexpr int LargestWidth = 28'800; // 20 inches
 void restoreColumnWidths(Grid& grid, const store::Settings& settings, const QString& section,
                          const QString& prefix)
 {
-    for (int column = 0; column <= grid.cells().columnCount(); ++column) {
+    QStringList keys;
+    for (int column = 0; column <= grid.cells().columnCount(); ++column)
+        keys << prefix + QString::number(column);
+    int column = 0;
+    for (const QString& value : settings.LeggiIni(section, keys)) {
         bool isNumber = false;
-        const int twips =
-            settings.LeggiIni(section, prefix + QString::number(column)).toInt(&isNumber);
+        const int twips = value.toInt(&isNumber);
         if (isNumber)
             grid.setWidthInTwips(column, std::clamp(twips, LeastWidth, LargestWidth));
+        ++column;
     }
 }
 

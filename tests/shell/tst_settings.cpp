@@ -87,6 +87,11 @@ private slots:
         Settings(path).ScriviIni(u"Main"_s, {{u"a"_s, u"1"_s}, {u"b"_s, u"2"_s}});
         QCOMPARE(Settings(path).LeggiIni(u"Main"_s, u"b"_s), u"2"_s);
         QCOMPARE(folder.names(), QStringList(u"Zelto.ini"_s));
+        // A file that holds the value already is not written: its spacing stays.
+        const QByteArray spaced = "[Main]\na = 1\n";
+        writeBytes(path, spaced);
+        Settings(path).ScriviIni(u"Main"_s, u"a"_s, u"1"_s);
+        QCOMPARE(bytesOf(path), spaced);
         // Too large to have been written by the program: what is in it stays.
         const QByteArray large = "[Main]\na=1\n;" + QByteArray(2 << 20, 'x');
         writeBytes(path, large);
