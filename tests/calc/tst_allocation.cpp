@@ -16,41 +16,26 @@ class TestAllocation : public QObject
     Q_OBJECT
 
 private slots:
-    void amounts_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("cent");
-        QTest::addRow("comma") << u"1000,50"_s << 100050.0;
-        QTest::addRow("blank") << u"1 000"_s << 100000.0;
-        QTest::addRow("not whole in binary") << u"0.29"_s << 29.0;
-        QTest::addRow("negative") << u"-4.35"_s << -435.0;
-        QTest::addRow("no number") << u"euro"_s << 0.0;
-    }
-
     void amounts()
     {
-        QFETCH(QString, text);
-        QTEST(importoCent(text), "cent");
-    }
-
-    void parts_data()
-    {
-        QTest::addColumn<qint64>("tenThousandths");
-        QTest::addColumn<double>("cent");
-        QTest::addColumn<double>("part");
-        QTest::addRow("third") << qint64{3333340} << 10000.0 << 3333.0;
-        QTest::addRow("half to the even zero") << qint64{5000000} << 1.0 << 0.0;
-        QTest::addRow("half to the even two") << qint64{5000000} << 3.0 << 2.0;
-        QTest::addRow("half that binary fractions miss") << qint64{1450} << 100000.0 << 14.0;
-        QTest::addRow("same, odd below") << qint64{1350} << 100000.0 << 14.0;
-        QTest::addRow("large") << qint64{100000} << 99999999999.0 << 1000000000.0;
+        QCOMPARE(importoCent(u"1000,50"_s), 100050.0);
+        QCOMPARE(importoCent(u"1 000"_s), 100000.0);
+        QCOMPARE(importoCent(u"0.29"_s), 29.0); // not whole in binary
+        QCOMPARE(importoCent(u"-4.35"_s), -435.0);
+        QCOMPARE(importoCent(u"euro"_s), 0.0);
     }
 
     void parts()
     {
-        QFETCH(qint64, tenThousandths);
-        QFETCH(double, cent);
-        QTEST(quotaCent(Millesimi::fromTenThousandths(tenThousandths), cent), "part");
+        const auto part = [](qint64 tenThousandths, double cent) {
+            return quotaCent(Millesimi::fromTenThousandths(tenThousandths), cent);
+        };
+        QCOMPARE(part(3333340, 10000), 3333.0);
+        QCOMPARE(part(5000000, 1), 0.0); // a half goes to the even one
+        QCOMPARE(part(5000000, 3), 2.0);
+        QCOMPARE(part(1450, 100000), 14.0); // a half that binary fractions miss
+        QCOMPARE(part(1350, 100000), 14.0);
+        QCOMPARE(part(100000, 99999999999), 1000000000.0);
     }
 
     void closedParts_data()

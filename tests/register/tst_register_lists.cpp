@@ -42,23 +42,17 @@ private slots:
                  " Var6 = NULL");
     }
 
-    void filters_data()
-    {
-        QTest::addColumn<QString>("scala");
-        QTest::addColumn<QString>("livello");
-        QTest::addColumn<QString>("units");
-        QTest::addRow("none") << QString() << QString() << u"1234"_s;
-        QTest::addRow("blank entries") << u" "_s << u" "_s << u"1234"_s;
-        QTest::addRow("level, any case") << QString() << u"primo"_s << u"24"_s;
-        QTest::addRow("staircase, any case") << u"B"_s << QString() << u"2"_s;
-        QTest::addRow("both") << u"a"_s << u"Primo"_s << QString();
-        QTest::addRow("quote") << QString() << u"D'angolo"_s << u"3"_s;
-    }
     void filters()
     {
-        QFETCH(QString, scala);
-        QFETCH(QString, livello);
-        QTEST(numbersOf(readUnits(job(), {.scala = scala, .livello = livello})), "units");
+        const auto units = [this](const QString& scala, const QString& livello) {
+            return numbersOf(readUnits(job(), {.scala = scala, .livello = livello}));
+        };
+        QCOMPARE(units({}, {}), u"1234"_s);
+        QCOMPARE(units(u" "_s, u" "_s), u"1234"_s);
+        QCOMPARE(units({}, u"primo"_s), u"24"_s);
+        QCOMPARE(units(u"B"_s, {}), u"2"_s);
+        QCOMPARE(units(u"a"_s, u"Primo"_s), QString());
+        QCOMPARE(units({}, u"D'angolo"_s), u"3"_s);
     }
 
     void pickers()

@@ -95,23 +95,16 @@ private slots:
         QCOMPARE(leadingNumber(std::string_view{text.toStdString()}), number);
     }
 
-    void decimalTexts_data()
-    {
-        QTest::addColumn<QString>("asSingle");
-        QTest::addColumn<QString>("asDouble");
-        QTest::addColumn<double>("number");
-        QTest::addRow("tenth") << u"0.1"_s << u"0.1"_s << 0.1;
-        QTest::addRow("third") << u"0.3333333"_s << u"0.333333333333333"_s << 1.0 / 3;
-        QTest::addRow("whole") << u"1000"_s << u"1000"_s << 1000.0;
-        QTest::addRow("negative half") << u"-21.5"_s << u"-21.5"_s << -21.5;
-        QTest::addRow("many digits") << u"1234568"_s << u"1234567.89012345"_s << 1234567.89012345;
-    }
-
     void decimalTexts()
     {
-        QFETCH(double, number);
-        QTEST(decimalText(static_cast<float>(number)), "asSingle");
-        QTEST(decimalText(number), "asDouble");
+        const auto texts = [](double number) {
+            return decimalText(static_cast<float>(number)) + u' ' + decimalText(number);
+        };
+        QCOMPARE(texts(0.1), u"0.1 0.1"_s);
+        QCOMPARE(texts(1.0 / 3), u"0.3333333 0.333333333333333"_s);
+        QCOMPARE(texts(1000.0), u"1000 1000"_s);
+        QCOMPARE(texts(-21.5), u"-21.5 -21.5"_s);
+        QCOMPARE(texts(1234567.89012345), u"1234568 1234567.89012345"_s);
     }
 
     void everyDecimalTextReadsBack()

@@ -52,26 +52,19 @@ private slots:
         QTEST(FormatMask(mask, values), "expected");
     }
 
-    void rounding_data()
-    {
-        QTest::addColumn<double>("number");
-        QTest::addColumn<QString>("text");
-        QTest::addRow("half of the text, below in binary") << 1.0005 << u"1.001"_s;
-        QTest::addRow("half") << 0.0005 << u"0.001"_s;
-        QTest::addRow("below half") << 0.000499999999 << u"0.000"_s;
-        QTest::addRow("half at sixteen digits is a half") << 333.33349999999999 << u"333.334"_s;
-        QTest::addRow("carry") << 999.9995 << u"1000.000"_s;
-        QTest::addRow("carry from below one") << 0.9996 << u"1.000"_s;
-        QTest::addRow("far below") << 1e-300 << u"0.000"_s;
-        QTest::addRow("digits beyond fifteen are zero")
-            << 123456789012345678.0 << u"123456789012346000.000"_s;
-    }
-
     void rounding()
     {
-        QFETCH(double, number);
-        QFETCH(QString, text);
-        QCOMPARE(NumberMask{"####################0.000"}.format(number).trimmed(), text);
+        const auto rounded = [](double number) {
+            return NumberMask{"####################0.000"}.format(number).trimmed();
+        };
+        QCOMPARE(rounded(1.0005), u"1.001"_s); // below the half in binary
+        QCOMPARE(rounded(0.0005), u"0.001"_s);
+        QCOMPARE(rounded(0.000499999999), u"0.000"_s);
+        QCOMPARE(rounded(333.33349999999999), u"333.334"_s); // a half at sixteen digits
+        QCOMPARE(rounded(999.9995), u"1000.000"_s);
+        QCOMPARE(rounded(0.9996), u"1.000"_s);
+        QCOMPARE(rounded(1e-300), u"0.000"_s);
+        QCOMPARE(rounded(123456789012345678.0), u"123456789012346000.000"_s); // fifteen digits
     }
 
     void singlesGoThroughTheirText()
@@ -120,28 +113,21 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(MaskError, FormatMask(u"!", values + u"\t"_s));
     }
 
-    void grouped_data()
-    {
-        QTest::addColumn<QString>("number");
-        QTest::addColumn<QString>("comma");
-        QTest::addRow("millions") << u"1234567.5"_s << u"1 234 567,50"_s;
-        QTest::addRow("half") << u"0,5"_s << u"0,50"_s;
-        QTest::addRow("negative") << u"-123"_s << u"- 123,00"_s;
-        QTest::addRow("thousands") << u"1234,5"_s << u"1 234,50"_s;
-        QTest::addRow("hundreds") << u"100"_s << u"100,00"_s;
-        QTest::addRow("zero") << u"0,00"_s << u""_s;
-        QTest::addRow("empty") << u""_s << u""_s;
-        QTest::addRow("more TABs than fields") << u"5"_s + u"\t"_s.repeated(31) << u"5,00"_s;
-    }
-
     void grouped()
     {
-        QFETCH(QString, number);
-        QFETCH(QString, comma);
-        QCOMPARE(FormatGroupedComma(number), comma);
-        QCOMPARE(FormatGroupedPoint(number), QString(comma).replace(u',', u'.'));
-        QCOMPARE(FormatGroupedComma(number, 1), QString());
-        QCOMPARE(FormatGroupedPoint(number, 2), QString());
+        for (const auto& [number, comma] : {std::pair{u"1234567.5"_s, u"1 234 567,50"_s},
+                                            {u"0,5"_s, u"0,50"_s},
+                                            {u"-123"_s, u"- 123,00"_s},
+                                            {u"1234,5"_s, u"1 234,50"_s},
+                                            {u"100"_s, u"100,00"_s},
+                                            {u"0,00"_s, QString()},
+                                            {QString(), QString()},
+                                            {u"5"_s + u"\t"_s.repeated(31), u"5,00"_s}}) {
+            QCOMPARE(FormatGroupedComma(number), comma);
+            QCOMPARE(FormatGroupedPoint(number), QString(comma).replace(u',', u'.'));
+            QCOMPARE(FormatGroupedComma(number, 1), QString());
+            QCOMPARE(FormatGroupedPoint(number, 2), QString());
+        }
     }
 };
 
