@@ -99,6 +99,8 @@ private slots:
         QTest::addRow("no section") << u"--calcolo= A.ZLT"_s << u"--calcolo"_s;
         QTest::addRow("format") << u"--formato medio A.ZLT"_s << u"medio"_s;
         QTest::addRow("page number") << u"--prima-pagina 0 A.ZLT"_s << u"--prima-pagina"_s;
+        QTest::addRow("page number too large")
+            << u"--prima-pagina 1000 A.ZLT"_s << u"--prima-pagina"_s;
         QTest::addRow("amount") << u"--riparto 10.005 A.ZLT"_s << u"10.005"_s;
         QTest::addRow("shares") << u"--riparto 5 --quote tabella=11 A.ZLT"_s << u"tabella=11"_s;
         QTest::addRow("staircase without code")

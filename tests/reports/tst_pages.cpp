@@ -203,6 +203,20 @@ private slots:
         QCOMPARE(pages(2, FormatoDettaglio::Esteso), 10);
     }
 
+    /// A second unit that just fits below the first stays on its page; a room more, and it does
+    /// not.
+    void prospectusBreaksWhereAUnitNoLongerFits()
+    {
+        const auto pages = [](std::size_t rooms) {
+            ModelloLavoro modello = units(2);
+            modello.unita[0].vani.assign(rooms, zelto::test::room(20));
+            Printer printer(modello);
+            return print(printer, OpzioniCalcolo{.tabelle = {}});
+        };
+        QCOMPARE(pages(55), 1);
+        QCOMPARE(pages(56), 2);
+    }
+
     void everySectionHasItsPagesAndFiles()
     {
         ModelloLavoro modello = units(3);

@@ -146,23 +146,24 @@ private slots:
         QTEST(parts.join(u'|'), "parts");
     }
 
+    /// Every figure differs, so that each is seen to stand in its own column.
     void asText()
     {
-        ModelloLavoro modello = zelto::test::building({{.size = 50, .scala = u"B"_s, .HPiano = 2}});
-        const QStringList lines = tableAsText(tableOf(modello, 2, u"B"_s)).split(u'\n');
-        QCOMPARE(lines.size(), 8);
-        QCOMPARE(lines[0], u"DETERMINAZIONE MILLESIMI SCALA B"_s);
-        QCOMPARE(
-            lines[2],
-            u"RIFERIMENTO  LIVELLO  CONS.VIRT.  MILL.PROP.  IND.H.P.  MILL.PIANO  MILL.SCALA"_s);
-        QCOMPARE(
-            lines[4],
-            u"Int. 1       Piano 1     50.0000    1000.000    2.0000    1000.000    1000.000"_s);
-        QCOMPARE(
-            lines[6],
-            u"                                    1000.000              1000.000    1000.000"_s);
-        for (const int rule : {1, 3, 5})
-            QCOMPARE(lines[rule], QString(lines[2].size(), u'-'));
+        const ModelloLavoro modello =
+            zelto::test::building({{.size = 60, .scala = u"B"_s, .HPiano = 3},
+                                   {.size = 40, .scala = u"B"_s, .HPiano = 1}});
+        const QString rule(78, u'-');
+        const QStringList expected{
+            u"DETERMINAZIONE MILLESIMI SCALA B"_s,
+            rule,
+            u"RIFERIMENTO  LIVELLO  CONS.VIRT.  MILL.PROP.  IND.H.P.  MILL.PIANO  MILL.SCALA"_s,
+            rule,
+            u"Int. 1       Piano 1     60.0000     600.000    3.0000     818.182     709.091"_s,
+            u"Int. 2       Piano 2     40.0000     400.000    1.0000     181.818     290.909"_s,
+            rule,
+            u"                                    1000.000              1000.000    1000.000"_s,
+            QString()};
+        QCOMPARE(tableAsText(tableOf(modello, 2, u"B"_s)).split(u'\n'), expected);
     }
 };
 

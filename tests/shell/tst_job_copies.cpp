@@ -68,6 +68,9 @@ private slots:
         changeJob(job, 1);
         desk.copies.keep(job, Beginning);
         QCOMPARE(states(desk.copies, job), u"1 12 11 10 9 8 7 6 5 4"_s);
+        RawFile(job).run("INSERT INTO Vani (Chiave) VALUES ('    1    2')");
+        desk.copies.keep(job, Beginning);
+        QCOMPARE(states(desk.copies, job), u"1 1 12 11 10 9 8 7 6 5"_s);
     }
 
     /// Three states a day for 400 days.

@@ -19,11 +19,107 @@ class TestApplicationFolder : public QObject
     Q_OBJECT
 
 private slots:
-    void folders_data();
-    void folders();
-    void masterIsProvided();
-    void descriptions();
-    void unfitMasters();
+    void folders_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<int>("rights");
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("portable") << u"bin"_s << 0777 << u"bin"_s;
+        QTest::newRow("protected") << u"bin"_s << 0555 << u"home/zelto"_s;
+        QTest::newRow("of the system") << u"/usr/bin"_s << 0777 << u"home/zelto"_s;
+        QTest::newRow("no folder of the user's") << u"bin"_s << 0500 << u"run/zelto"_s;
+    }
+
+    void folders()
+    {
+        QFETCH(QString, program);
+        QFETCH(int, rights);
+        QFETCH(QString, folder);
+        const JobFolder prefix;
+        install(prefix);
+        // With the last row even the user's folder cannot be made.
+        const bool writable = rights != 0500;
+        QVERIFY(QDir().mkdir(prefix.file(u"run"_s)));
+        const QByteArray session = QFile::encodeName(prefix.file(u"run"_s));
+        qputenv("XDG_RUNTIME_DIR", session);
+        ::chmod(session.constData(), 0700);
+        if (::geteuid() == 0)
+            QCOMPARE(::chown(session.constData(), PlainUser::Nobody, PlainUser::Nobody), 0);
+        ::chmod(QFile::encodeName(prefix.file(u"."_s)).constData(), writable ? 0777 : 0555);
+        ::chmod(QFile::encodeName(prefix.file(u"share/zelto/Zelto.mdb"_s)).constData(), 0444);
+        ::chmod(QFile::encodeName(prefix.file(u"bin"_s)).constData(), static_cast<mode_t>(rights));
+        const PlainUser plain;
+        const ApplicationFolder chosen(QDir(prefix.file(u"."_s)).filePath(program),
+                                       prefix.file(u"home/zelto"_s));
+        QCOMPARE(QDir::cleanPath(chosen.path()), prefix.file(folder));
+        QVERIFY(QDir(chosen.path()).exists());
+        QCOMPARE(QDir::cleanPath(chosen.settingsPath()), prefix.file(folder + u"/Zelto.ini"_s));
+    }
+
+    void masterIsProvided()
+    {
+        const JobFolder prefix;
+        install(prefix);
+        const QString delivered = prefix.file(u"share/zelto/Zelto.mdb"_s);
+        ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
+        folder.provideMaster();
+        QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
+        // What the user did to his own stays until a newer one is delivered.
+        RawFile(folder.masterPath()).run("UPDATE Coefficenti SET Descrizione = 'mia'");
+        const QByteArray mine = bytesOf(folder.masterPath());
+        folder.provideMaster();
+        QCOMPARE(bytesOf(folder.masterPath()), mine);
+        QCOMPARE(folder.remarks(), QString());
+        writeBytes(folder.masterPath(), "damaged");
+        folder.provideMaster();
+        QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
+        QCOMPARE(bytesOf(prefix.file(u"bin/Zelto.mdb.DAN"_s)), "damaged");
+        QVERIFY(folder.remarks().contains(u"Zelto.mdb.DAN"));
+        QFile newer(delivered);
+        QVERIFY(newer.open(QIODevice::ReadWrite));
+        QVERIFY(newer.setFileTime(QDateTime::currentDateTime().addSecs(60),
+                                  QFileDevice::FileModificationTime));
+        newer.close();
+        folder.provideMaster();
+        QCOMPARE(groupDescriptions(folder.masterPath()).size(), 7);
+
+        // Without a delivered one the own one does.
+        QVERIFY(QFile::remove(delivered));
+        QCOMPARE(errorOf([&] { folder.provideMaster(); }), 0);
+        QVERIFY(QFile::remove(folder.masterPath()));
+        QCOMPARE(errorOf([&] { folder.provideMaster(); }), 3024);
+    }
+
+    void descriptions()
+    {
+        const JobFolder folder;
+        const QString path = folder.file(u"Zelto.mdb"_s);
+        QCOMPARE(errorOf([&] { (void)groupDescriptions(path); }), 3024);
+        QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), path));
+        QStringList texts = groupDescriptions(path);
+        QCOMPARE(texts.size(), 7);
+        for (const QString& text : texts)
+            QVERIFY2(text.size() > 20, qPrintable(text));
+        QVERIFY(texts.first().contains(u"ambienti") && texts.last().contains(u"piano"));
+
+        RawFile(path).run("UPDATE Coefficenti SET Descrizione = NULL WHERE Gruppo = 'Prospetto';"
+                          "INSERT INTO Coefficenti SELECT * FROM Coefficenti");
+        texts[3] = QString();
+        QCOMPARE(groupDescriptions(path), texts);
+    }
+
+    void unfitMasters()
+    {
+        for (const auto& [change, error] : {std::pair("PRAGMA user_version = 0", 3031),
+                                            {"DROP TABLE Coefficenti", 3078},
+                                            {"CREATE VIEW v AS SELECT 1", 3343}}) {
+            const JobFolder folder;
+            const QString path = folder.file(u"Zelto.mdb"_s);
+            QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), path));
+            RawFile(path).run(change);
+            QCOMPARE(errorOf([&] { (void)groupDescriptions(path); }), error);
+        }
+    }
 
 private:
     /// An installed program: PREFIX/bin and PREFIX/share/zelto with a master database.
@@ -34,108 +130,6 @@ private:
         QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), prefix.file(u"share/zelto/Zelto.mdb"_s)));
     }
 };
-
-void TestApplicationFolder::folders_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<int>("rights");
-    QTest::addColumn<QString>("folder");
-    QTest::newRow("portable") << u"bin"_s << 0777 << u"bin"_s;
-    QTest::newRow("protected") << u"bin"_s << 0555 << u"home/zelto"_s;
-    QTest::newRow("of the system") << u"/usr/bin"_s << 0777 << u"home/zelto"_s;
-    QTest::newRow("no folder of the user's") << u"bin"_s << 0500 << u"run/zelto"_s;
-}
-
-void TestApplicationFolder::folders()
-{
-    QFETCH(QString, program);
-    QFETCH(int, rights);
-    QFETCH(QString, folder);
-    const JobFolder prefix;
-    install(prefix);
-    // With the last row even the user's folder cannot be made.
-    const bool writable = rights != 0500;
-    QVERIFY(QDir().mkdir(prefix.file(u"run"_s)));
-    const QByteArray session = QFile::encodeName(prefix.file(u"run"_s));
-    qputenv("XDG_RUNTIME_DIR", session);
-    ::chmod(session.constData(), 0700);
-    if (::geteuid() == 0)
-        QCOMPARE(::chown(session.constData(), PlainUser::Nobody, PlainUser::Nobody), 0);
-    ::chmod(QFile::encodeName(prefix.file(u"."_s)).constData(), writable ? 0777 : 0555);
-    ::chmod(QFile::encodeName(prefix.file(u"share/zelto/Zelto.mdb"_s)).constData(), 0444);
-    ::chmod(QFile::encodeName(prefix.file(u"bin"_s)).constData(), static_cast<mode_t>(rights));
-    const PlainUser plain;
-    const ApplicationFolder chosen(QDir(prefix.file(u"."_s)).filePath(program),
-                                   prefix.file(u"home/zelto"_s));
-    QCOMPARE(QDir::cleanPath(chosen.path()), prefix.file(folder));
-    QVERIFY(QDir(chosen.path()).exists());
-    QCOMPARE(QDir::cleanPath(chosen.settingsPath()), prefix.file(folder + u"/Zelto.ini"_s));
-}
-
-void TestApplicationFolder::masterIsProvided()
-{
-    const JobFolder prefix;
-    install(prefix);
-    const QString delivered = prefix.file(u"share/zelto/Zelto.mdb"_s);
-    ApplicationFolder folder(prefix.file(u"bin"_s), prefix.file(u"home"_s));
-    folder.provideMaster();
-    QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
-    // What the user did to his own stays until a newer one is delivered.
-    RawFile(folder.masterPath()).run("UPDATE Coefficenti SET Descrizione = 'mia'");
-    const QByteArray mine = bytesOf(folder.masterPath());
-    folder.provideMaster();
-    QCOMPARE(bytesOf(folder.masterPath()), mine);
-    QCOMPARE(folder.remarks(), QString());
-    writeBytes(folder.masterPath(), "damaged");
-    folder.provideMaster();
-    QCOMPARE(bytesOf(folder.masterPath()), bytesOf(delivered));
-    QCOMPARE(bytesOf(prefix.file(u"bin/Zelto.mdb.DAN"_s)), "damaged");
-    QVERIFY(folder.remarks().contains(u"Zelto.mdb.DAN"));
-    QFile newer(delivered);
-    QVERIFY(newer.open(QIODevice::ReadWrite));
-    QVERIFY(newer.setFileTime(QDateTime::currentDateTime().addSecs(60),
-                              QFileDevice::FileModificationTime));
-    newer.close();
-    folder.provideMaster();
-    QCOMPARE(groupDescriptions(folder.masterPath()).size(), 7);
-
-    // Without a delivered one the own one does.
-    QVERIFY(QFile::remove(delivered));
-    QCOMPARE(errorOf([&] { folder.provideMaster(); }), 0);
-    QVERIFY(QFile::remove(folder.masterPath()));
-    QCOMPARE(errorOf([&] { folder.provideMaster(); }), 3024);
-}
-
-void TestApplicationFolder::descriptions()
-{
-    const JobFolder folder;
-    const QString path = folder.file(u"Zelto.mdb"_s);
-    QCOMPARE(errorOf([&] { (void)groupDescriptions(path); }), 3024);
-    QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), path));
-    QStringList texts = groupDescriptions(path);
-    QCOMPARE(texts.size(), 7);
-    for (const QString& text : texts)
-        QVERIFY2(text.size() > 20, qPrintable(text));
-    QVERIFY(texts.first().contains(u"ambienti") && texts.last().contains(u"piano"));
-
-    RawFile(path).run("UPDATE Coefficenti SET Descrizione = NULL WHERE Gruppo = 'Prospetto';"
-                      "INSERT INTO Coefficenti SELECT * FROM Coefficenti");
-    texts[3] = QString();
-    QCOMPARE(groupDescriptions(path), texts);
-}
-
-void TestApplicationFolder::unfitMasters()
-{
-    for (const auto& [change, error] : {std::pair("PRAGMA user_version = 0", 3031),
-                                        {"DROP TABLE Coefficenti", 3078},
-                                        {"CREATE VIEW v AS SELECT 1", 3343}}) {
-        const JobFolder folder;
-        const QString path = folder.file(u"Zelto.mdb"_s);
-        QVERIFY(QFile::copy(QStringLiteral(ZELTO_MASTER), path));
-        RawFile(path).run(change);
-        QCOMPARE(errorOf([&] { (void)groupDescriptions(path); }), error);
-    }
-}
 
 ZELTO_TEST(TestApplicationFolder)
 #include "tst_application_folder.moc"

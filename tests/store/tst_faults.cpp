@@ -134,93 +134,95 @@ private slots:
         if (QFileInfo::exists(u"/dev/shm"_s))
             qputenv("TMPDIR", "/dev/shm");
     }
-    void wholeAfterFault_data();
-    void wholeAfterFault();
-};
 
-void TestFaults::wholeAfterFault_data()
-{
-    QTest::addColumn<Operation>("prepare");
-    QTest::addColumn<Operation>("operation");
-    const auto row = [](
-                         const char* name, const Operation& operation,
-                         const Operation& prepare = [](const QString& /*job*/) {}) {
-        QTest::newRow(name) << prepare << operation;
-    };
-    row("new", [](const QString& job) { createJobFile(beside(job, u"NUOVO.ZLT")); });
-    row("duplicate, restore",
-        [](const QString& job) { copyDatabase(job, beside(job, u"COPIA.ZLT")); });
-    row("compact", [](const QString& job) { compact(job, beside(job, u"LAVORO.BAK")); });
-    row(PlainRenames, [](const QString& job) {
-        allowPlainRenamesOnly();
-        compact(job, beside(job, u"LAVORO.BAK"));
-    });
-    row("delete",
-        [](const QString& job) { deleteFile(job, [](const QString&) { return false; }); });
-    row("repair", [](const QString& job) { repair(job); });
-    row(
-        "repair of foreign tables", [](const QString& job) { repair(job); },
-        [](const QString& job) { RawFile(job).run("CREATE INDEX i ON Vani (Ambiente)"); });
-    row("convert", [](const QString& job) {
-        jet::convertJob(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), beside(job, u"NUOVO.ZLT"),
-                        [](Database& /*made*/) {});
-    });
-    row("cell", [](const QString& job) {
-        Database database = Database::open(job);
-        registro::Register(database).MemorizzaVano(7, {{1, registro::RoomAmbiente, u"Camera"_s}});
-    });
-    row("units moved", [](const QString& job) {
-        Database database = Database::open(job);
-        registro::Register(database).ScambiaUI({{6, 7}, {7, 8}});
-    });
-    row("Applica", [](const QString& job) {
-        Database database = Database::open(job);
-        const coefficients::JobTexts loaded = coefficients::loadTexts(database, TabellaVariabili);
-        coefficients::JobTexts groups = loaded;
-        groups[u"Var0"_s] = QString(20'000, u'x');
-        coefficients::saveTexts(database, TabellaVariabili, groups, loaded);
-    });
-    row(
-        "open after an interruption", [](const QString& job) { (void)Database::open(job); },
-        interrupt);
-}
+    void wholeAfterFault_data()
+    {
+        QTest::addColumn<Operation>("prepare");
+        QTest::addColumn<Operation>("operation");
+        const auto row = [](
+                             const char* name, const Operation& operation,
+                             const Operation& prepare = [](const QString& /*job*/) {}) {
+            QTest::newRow(name) << prepare << operation;
+        };
+        row("new", [](const QString& job) { createJobFile(beside(job, u"NUOVO.ZLT")); });
+        row("duplicate, restore",
+            [](const QString& job) { copyDatabase(job, beside(job, u"COPIA.ZLT")); });
+        row("compact", [](const QString& job) { compact(job, beside(job, u"LAVORO.BAK")); });
+        row(PlainRenames, [](const QString& job) {
+            allowPlainRenamesOnly();
+            compact(job, beside(job, u"LAVORO.BAK"));
+        });
+        row("delete",
+            [](const QString& job) { deleteFile(job, [](const QString&) { return false; }); });
+        row("repair", [](const QString& job) { repair(job); });
+        row(
+            "repair of foreign tables", [](const QString& job) { repair(job); },
+            [](const QString& job) { RawFile(job).run("CREATE INDEX i ON Vani (Ambiente)"); });
+        row("convert", [](const QString& job) {
+            jet::convertJob(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), beside(job, u"NUOVO.ZLT"),
+                            [](Database& /*made*/) {});
+        });
+        row("cell", [](const QString& job) {
+            Database database = Database::open(job);
+            registro::Register(database).MemorizzaVano(7,
+                                                       {{1, registro::RoomAmbiente, u"Camera"_s}});
+        });
+        row("units moved", [](const QString& job) {
+            Database database = Database::open(job);
+            registro::Register(database).ScambiaUI({{6, 7}, {7, 8}});
+        });
+        row("Applica", [](const QString& job) {
+            Database database = Database::open(job);
+            const coefficients::JobTexts loaded =
+                coefficients::loadTexts(database, TabellaVariabili);
+            coefficients::JobTexts groups = loaded;
+            groups[u"Var0"_s] = QString(20'000, u'x');
+            coefficients::saveTexts(database, TabellaVariabili, groups, loaded);
+        });
+        row(
+            "open after an interruption", [](const QString& job) { (void)Database::open(job); },
+            interrupt);
+    }
 
-void TestFaults::wholeAfterFault()
-{
-    QFETCH(Operation, prepare);
-    QFETCH(Operation, operation);
-    const QString job = u"LAVORO.ZLT"_s;
-    const JobFolder sound;
-    prepare(exampleIn(sound));
-    const auto before = statesIn(sound);
-    const int calls = runApart(operation, sound.file(job), -1, Fault::Once).calls;
-    const auto after = statesIn(sound);
-    QVERIFY(calls > 0);
+    void wholeAfterFault()
+    {
+        QFETCH(Operation, prepare);
+        QFETCH(Operation, operation);
+        const QString job = u"LAVORO.ZLT"_s;
+        const JobFolder sound;
+        prepare(exampleIn(sound));
+        const auto before = statesIn(sound);
+        const int calls = runApart(operation, sound.file(job), -1, Fault::Once).calls;
+        const auto after = statesIn(sound);
+        QVERIFY(calls > 0);
 
-    // All of them in the long form.
-    constexpr int Sample = 16;
-    const int step = qEnvironmentVariableIsSet("ZELTO_KILLS") ? 1 : std::max(1, calls / Sample);
-    for (const Fault fault : {Fault::Once, Fault::ForGood, Fault::Kill})
-        for (int call = 1; call <= calls; call += step) {
-            const JobFolder folder;
-            prepare(exampleIn(folder));
-            const Outcome outcome = runApart(operation, folder.file(job), call, fault);
-            const QString place =
-                u"fault %1 at call %2 of %3: "_s.arg(static_cast<int>(fault)).arg(call).arg(calls);
-            QVERIFY2(fault == Fault::Kill ? outcome.killed : outcome.done || outcome.refused,
-                     qPrintable(place));
-            auto now = statesIn(folder);
-            if (!now.contains(job) && QTest::currentDataTag() == QByteArray(PlainRenames))
-                now[job] = now.take(u"LAVORO.BAK"_s);
-            for (const QString& name : now.keys() + before.keys()) {
-                const QByteArray state = now.value(name, "none");
-                QVERIFY2(before.value(name, "none") == state || after.value(name, "none") == state,
-                         qPrintable(place + name));
+        // All of them in the long form.
+        constexpr int Sample = 16;
+        const int step = qEnvironmentVariableIsSet("ZELTO_KILLS") ? 1 : std::max(1, calls / Sample);
+        for (const Fault fault : {Fault::Once, Fault::ForGood, Fault::Kill})
+            for (int call = 1; call <= calls; call += step) {
+                const JobFolder folder;
+                prepare(exampleIn(folder));
+                const Outcome outcome = runApart(operation, folder.file(job), call, fault);
+                const QString place = u"fault %1 at call %2 of %3: "_s.arg(static_cast<int>(fault))
+                                          .arg(call)
+                                          .arg(calls);
+                QVERIFY2(fault == Fault::Kill ? outcome.killed : outcome.done || outcome.refused,
+                         qPrintable(place));
+                auto now = statesIn(folder);
+                if (!now.contains(job) && QTest::currentDataTag() == QByteArray(PlainRenames))
+                    now[job] = now.take(u"LAVORO.BAK"_s);
+                for (const QString& name : now.keys() + before.keys()) {
+                    const QByteArray state = now.value(name, "none");
+                    QVERIFY2(before.value(name, "none") == state ||
+                                 after.value(name, "none") == state,
+                             qPrintable(place + name));
+                }
+                QVERIFY2(!outcome.done || now == after, qPrintable(place + u"done"_s));
             }
-            QVERIFY2(!outcome.done || now == after, qPrintable(place + u"done"_s));
-        }
-    qInfo("%d calls that change files", calls);
-}
+        qInfo("%d calls that change files", calls);
+    }
+};
 
 ZELTO_TEST(TestFaults)
 #include "tst_faults.moc"

@@ -31,138 +31,131 @@ class TestJob : public QObject
 
 private slots:
     void init() { m_path = m_folder.newJob(u"%1.ZLT"_s.arg(++m_number)); }
-    void newJob();
-    void textsOfTables();
-    void formatMarker_data();
-    void formatMarker();
-    void version_data();
-    void version();
-    void tables_data();
-    void tables();
+
+    void newJob()
+    {
+        Database job = Database::open(m_path);
+        QCOMPARE(job.tableNames().join(u'|'),
+                 u"ZELTO|Dati Generali|Unità immobiliari|Vani|Variabili"_s);
+        const QString noTexts = u" -"_s.repeated(16);
+        QCOMPARE(dumpOf(job), u"Dati Generali: [1]"_s + noTexts +
+                                  u"\nUnità immobiliari: [    1] [1]"_s + noTexts.left(10) +
+                                  u"\nVani: [    1    1] [1] [1]"_s + noTexts.left(16) +
+                                  u"\nVariabili: [ ] [ ] [ ] [ ] [ ] [ ] [ ]\nZELTO: [2009] -"_s);
+    }
+
+    /// Jobs that are out there have their tables in these texts. When they change, object_check.cpp
+    /// must go on knowing the former ones.
+    void textsOfTables()
+    {
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        for (const TableDef& table : jobTables())
+            hash.addData(createTableSql(table).toUtf8());
+        QCOMPARE(hash.result().toHex().left(16), "e52c39a545a73c71");
+    }
+
+    void formatMarker_data()
+    {
+        QTest::addColumn<QByteArray>("change");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<int>("error");
+        const auto row = [](const char* name, const QByteArray& change, bool accepted,
+                            int error = 0) { QTest::newRow(name) << change << accepted << error; };
+        row("new job", "SELECT 1", true);
+        row("followed by text", "UPDATE ZELTO SET Versione=' 2009.0 rev. 3'", true);
+        row("equal as single", "UPDATE ZELTO SET Versione='2009.00001'", true);
+        row("second record", "INSERT INTO ZELTO VALUES ('1997', NULL)", true);
+        row("above as single", "UPDATE ZELTO SET Versione='2009.0001'", false);
+        row("other version", "UPDATE ZELTO SET Versione='2008'", false);
+        row("no number", "UPDATE ZELTO SET Versione='x2009'", false);
+        row("other letter case", "ALTER TABLE ZELTO RENAME TO z; ALTER TABLE z RENAME TO Zelto",
+            false);
+        row("no table", "DROP TABLE ZELTO", false);
+        row("Null", "UPDATE ZELTO SET Versione=NULL", false, 3421);
+        row("empty", "UPDATE ZELTO SET Versione=''", false, 3421);
+        row("no record", "DELETE FROM ZELTO", false, 3021);
+    }
+
+    void formatMarker()
+    {
+        QFETCH(QByteArray, change);
+        QFETCH(bool, accepted);
+        QFETCH(int, error);
+        RawFile(m_path).run(change);
+        const QByteArray before = bytesOf(m_path);
+        Listener user;
+        QString path = m_path;
+        QCOMPARE(errorOf([&] { VerificaFormato(path, user); }), error);
+        const bool refused = !accepted && error == 0;
+        QCOMPARE(path, refused ? QString() : m_path);
+        const QString message = u"Formato non compatibile, eseguire la conversione dell'archivio"_s;
+        QCOMPARE(user.messages, refused ? QStringList(message) : QStringList());
+        QCOMPARE(bytesOf(m_path), before);
+    }
+
+    void version_data()
+    {
+        QTest::addColumn<QByteArray>("change");
+        QTest::addColumn<QString>("record");
+        const QString blanks = u"[ ] [ ] [ ] [ ] [ ] [ ] [ ]"_s;
+        QTest::newRow("no table") << QByteArray("DROP TABLE Variabili") << blanks;
+        QTest::newRow("no record") << QByteArray("DELETE FROM Variabili") << blanks;
+        QTest::newRow("current") << QByteArray("UPDATE Variabili SET Var0='x', Var1=NULL")
+                                 << u"[x] - [ ] [ ] [ ] [ ] [ ]"_s;
+        QTest::newRow("other letter case")
+            << QByteArray("ALTER TABLE Variabili RENAME TO v; ALTER TABLE v RENAME TO VARIABILI")
+            << blanks;
+    }
+
+    void version()
+    {
+        QFETCH(QByteArray, change);
+        QFETCH(QString, record);
+        RawFile(m_path).run(change);
+        Database job = Database::open(m_path);
+        ControllaVersione(job);
+        Query groups = job.records(TabellaVariabili);
+        QCOMPARE(dumpOf(groups), QStringList(record));
+        const QByteArray before = bytesOf(m_path);
+        ControllaVersione(job);
+        QCOMPARE(bytesOf(m_path), before);
+    }
+
+    void tables_data()
+    {
+        QTest::addColumn<QByteArray>("change");
+        QTest::addColumn<int>("error");
+        const auto row = [](const char* name, int error, const QByteArray& change) {
+            QTest::newRow(name) << change << error;
+        };
+        const QByteArray loose = "PRAGMA ignore_check_constraints=ON; UPDATE Vani SET ";
+        row("new job", 0, "SELECT 1");
+        row("earlier edition", 0, "DROP TABLE Variabili");
+        row("missing table", 3078, "DROP TABLE Vani");
+        row("empty key", 3315, loose + "Chiave = ''");
+        row("large number", 3421, loose + "Posizione = 40000");
+        row("long memo", 3163, "UPDATE Variabili SET Var0 = hex(zeroblob(600000))");
+        const QByteArray numbers =
+            "WITH n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n LIMIT 32767) ";
+        row("too many units", 3049,
+            numbers + "INSERT INTO [Unità immobiliari] (Chiave) SELECT i FROM n");
+        row("too many rooms of a unit", 3049,
+            numbers + "INSERT INTO Vani (Chiave, [Riferimento unità]) SELECT i, 1 FROM n");
+    }
+
+    void tables()
+    {
+        QFETCH(QByteArray, change);
+        RawFile(m_path).run(change);
+        Database job = Database::open(m_path);
+        QTEST(errorOf([&] { ControllaTabelle(job); }), "error");
+    }
 
 private:
     JobFolder m_folder;
     QString m_path;
     int m_number = 0;
 };
-
-void TestJob::newJob()
-{
-    Database job = Database::open(m_path);
-    QCOMPARE(job.tableNames().join(u'|'),
-             u"ZELTO|Dati Generali|Unità immobiliari|Vani|Variabili"_s);
-    const QString noTexts = u" -"_s.repeated(16);
-    QCOMPARE(dumpOf(job), u"Dati Generali: [1]"_s + noTexts +
-                              u"\nUnità immobiliari: [    1] [1]"_s + noTexts.left(10) +
-                              u"\nVani: [    1    1] [1] [1]"_s + noTexts.left(16) +
-                              u"\nVariabili: [ ] [ ] [ ] [ ] [ ] [ ] [ ]\nZELTO: [2009] -"_s);
-}
-
-/// Jobs that are out there have their tables in these texts. When they change, object_check.cpp
-/// must go on knowing the former ones.
-void TestJob::textsOfTables()
-{
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    for (const TableDef& table : jobTables())
-        hash.addData(createTableSql(table).toUtf8());
-    QCOMPARE(hash.result().toHex().left(16), "e52c39a545a73c71");
-}
-
-void TestJob::formatMarker_data()
-{
-    QTest::addColumn<QByteArray>("change");
-    QTest::addColumn<bool>("accepted");
-    QTest::addColumn<int>("error");
-    const auto row = [](const char* name, const QByteArray& change, bool accepted, int error = 0) {
-        QTest::newRow(name) << change << accepted << error;
-    };
-    row("new job", "SELECT 1", true);
-    row("followed by text", "UPDATE ZELTO SET Versione=' 2009.0 rev. 3'", true);
-    row("equal as single", "UPDATE ZELTO SET Versione='2009.00001'", true);
-    row("second record", "INSERT INTO ZELTO VALUES ('1997', NULL)", true);
-    row("above as single", "UPDATE ZELTO SET Versione='2009.0001'", false);
-    row("other version", "UPDATE ZELTO SET Versione='2008'", false);
-    row("no number", "UPDATE ZELTO SET Versione='x2009'", false);
-    row("other letter case", "ALTER TABLE ZELTO RENAME TO z; ALTER TABLE z RENAME TO Zelto", false);
-    row("no table", "DROP TABLE ZELTO", false);
-    row("Null", "UPDATE ZELTO SET Versione=NULL", false, 3421);
-    row("empty", "UPDATE ZELTO SET Versione=''", false, 3421);
-    row("no record", "DELETE FROM ZELTO", false, 3021);
-}
-
-void TestJob::formatMarker()
-{
-    QFETCH(QByteArray, change);
-    QFETCH(bool, accepted);
-    QFETCH(int, error);
-    RawFile(m_path).run(change);
-    const QByteArray before = bytesOf(m_path);
-    Listener user;
-    QString path = m_path;
-    QCOMPARE(errorOf([&] { VerificaFormato(path, user); }), error);
-    const bool refused = !accepted && error == 0;
-    QCOMPARE(path, refused ? QString() : m_path);
-    const QString message = u"Formato non compatibile, eseguire la conversione dell'archivio"_s;
-    QCOMPARE(user.messages, refused ? QStringList(message) : QStringList());
-    QCOMPARE(bytesOf(m_path), before);
-}
-
-void TestJob::version_data()
-{
-    QTest::addColumn<QByteArray>("change");
-    QTest::addColumn<QString>("record");
-    const QString blanks = u"[ ] [ ] [ ] [ ] [ ] [ ] [ ]"_s;
-    QTest::newRow("no table") << QByteArray("DROP TABLE Variabili") << blanks;
-    QTest::newRow("no record") << QByteArray("DELETE FROM Variabili") << blanks;
-    QTest::newRow("current") << QByteArray("UPDATE Variabili SET Var0='x', Var1=NULL")
-                             << u"[x] - [ ] [ ] [ ] [ ] [ ]"_s;
-    QTest::newRow("other letter case")
-        << QByteArray("ALTER TABLE Variabili RENAME TO v; ALTER TABLE v RENAME TO VARIABILI")
-        << blanks;
-}
-
-void TestJob::version()
-{
-    QFETCH(QByteArray, change);
-    QFETCH(QString, record);
-    RawFile(m_path).run(change);
-    Database job = Database::open(m_path);
-    ControllaVersione(job);
-    Query groups = job.records(TabellaVariabili);
-    QCOMPARE(dumpOf(groups), QStringList(record));
-    const QByteArray before = bytesOf(m_path);
-    ControllaVersione(job);
-    QCOMPARE(bytesOf(m_path), before);
-}
-
-void TestJob::tables_data()
-{
-    QTest::addColumn<QByteArray>("change");
-    QTest::addColumn<int>("error");
-    const auto row = [](const char* name, int error, const QByteArray& change) {
-        QTest::newRow(name) << change << error;
-    };
-    const QByteArray loose = "PRAGMA ignore_check_constraints=ON; UPDATE Vani SET ";
-    row("new job", 0, "SELECT 1");
-    row("earlier edition", 0, "DROP TABLE Variabili");
-    row("missing table", 3078, "DROP TABLE Vani");
-    row("empty key", 3315, loose + "Chiave = ''");
-    row("large number", 3421, loose + "Posizione = 40000");
-    row("long memo", 3163, "UPDATE Variabili SET Var0 = hex(zeroblob(600000))");
-    const QByteArray numbers = "WITH n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n LIMIT 32767) ";
-    row("too many units", 3049,
-        numbers + "INSERT INTO [Unità immobiliari] (Chiave) SELECT i FROM n");
-    row("too many rooms of a unit", 3049,
-        numbers + "INSERT INTO Vani (Chiave, [Riferimento unità]) SELECT i, 1 FROM n");
-}
-
-void TestJob::tables()
-{
-    QFETCH(QByteArray, change);
-    RawFile(m_path).run(change);
-    Database job = Database::open(m_path);
-    QTEST(errorOf([&] { ControllaTabelle(job); }), "error");
-}
 
 ZELTO_TEST(TestJob)
 #include "tst_job.moc"
