@@ -36,10 +36,10 @@ int showEmptyWindow()
 
 int showZelto()
 {
-    zelto::shell::QtDialogs dialogs;
+    const auto dialogs = zelto::shell::makeDialogs();
     const QString programFolder = QCoreApplication::applicationDirPath();
     const auto application =
-        zelto::shell::Application::start(programFolder, programFolder, dialogs);
+        zelto::shell::Application::start(programFolder, programFolder, *dialogs);
     if (!application)
         return 1;
     application->show();

@@ -42,7 +42,7 @@ void WholeReport::record()
                                          .engine = m_engine,
                                          .status = nobody};
     m_engine.BeginDocument();
-    reports::stampaDocumento(context, reports::tutteLeSezioni(), reports::OpzioniCalcolo());
+    reports::stampaDocumento(context, reports::sectionWords(), reports::OpzioniCalcolo());
     m_engine.EndDocument();
 }
 

@@ -11,8 +11,6 @@
 
 namespace zelto::cli {
 
-void Console::SetStatus(const QString& /*text*/, bool /*busy*/) {}
-
 void Console::showMessage(const QString& text)
 {
     const QString prefix = m_job.isEmpty() ? QString() : m_job + u": "_s;
@@ -22,6 +20,20 @@ void Console::showMessage(const QString& text)
 void Console::ReportError(const std::exception& error)
 {
     showMessage(QString::fromUtf8(error.what()));
+}
+
+int runCommand(Console& console, const QString& hint, const std::function<int()>& command)
+{
+    try {
+        return command();
+    } catch (const UsageError& error) {
+        console.ReportError(error);
+        console.showMessage(u"«%1 --help» %2"_s.arg(console.program(), hint));
+        return WrongUsage;
+    } catch (const std::exception& error) {
+        console.ReportError(error);
+        return JobFailed;
+    }
 }
 
 void writeOut(const QString& text)

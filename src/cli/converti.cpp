@@ -3,7 +3,6 @@
 #include "calc/job_loader.h"
 #include "cli/clean_end.h"
 #include "cli/console.h"
-#include "cli/options.h"
 #include "store/files/file_names.h"
 #include "store/jet/conversion.h"
 
@@ -20,8 +19,6 @@ namespace {
 
 namespace cli = zelto::cli;
 namespace store = zelto::store;
-
-enum ExitStatus : int { Done = 0, WrongUsage = 1, JobFailed = 2 };
 
 const QString Usage =
     u"Uso: zelto-converti [-o CARTELLA] FILE...\n"
@@ -99,14 +96,14 @@ int run(const Request& request)
 {
     if (request.help || request.version) {
         cli::writeOut(request.help ? Usage : u"zelto-converti " ZELTO_VERSION "\n"_s);
-        return Done;
+        return cli::Done;
     }
     if (!request.folder.isEmpty() && !QDir().mkpath(request.folder))
         throw cli::UsageError(u"impossibile creare la cartella «%1»"_s.arg(request.folder));
-    int status = Done;
+    int status = cli::Done;
     for (const QString& file : request.files)
         if (!convert(file, request.folder))
-            status = JobFailed;
+            status = cli::JobFailed;
     return status;
 }
 
@@ -117,14 +114,7 @@ int main(int argc, char* argv[])
     cli::cleanUpOnSignals();
     const QCoreApplication application(argc, argv);
     cli::Console console(u"zelto-converti"_s);
-    try {
+    return cli::runCommand(console, u"mostra l'uso"_s, [&] {
         return run(readCommand(std::span(argv, static_cast<std::size_t>(argc))));
-    } catch (const cli::UsageError& error) {
-        console.ReportError(error);
-        console.showMessage(u"«zelto-converti --help» mostra l'uso"_s);
-        return WrongUsage;
-    } catch (const std::exception& error) {
-        console.ReportError(error);
-        return JobFailed;
-    }
+    });
 }

@@ -1,44 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/clean_end.h"
-#include "cli/console.h"
 #include "cli/job_printer.h"
-#include "cli/options.h"
 
 #include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
+using namespace zelto::cli;
+
 namespace {
 
-enum ExitStatus : int { Done = 0, WrongUsage = 1, JobFailed = 2 };
-
-using zelto::cli::Options;
-
-int printJobs(const Options& options, zelto::cli::Console& console)
+int run(const Options& options, Console& console)
 {
-    zelto::cli::JobPrinter printer(options, console);
+    if (options.action != Options::Action::Print) {
+        writeOut(options.action == Options::Action::ShowHelp
+                     ? helpText()
+                     : QStringLiteral("zelto-stampa " ZELTO_VERSION "\n"));
+        return Done;
+    }
     int status = Done;
     for (const QString& lavoro : options.lavori) {
         console.setJob(lavoro);
-        if (!printer.print(lavoro))
+        if (!printJob(options, lavoro, console))
             status = JobFailed;
     }
     return status;
-}
-
-int run(const Options& options, zelto::cli::Console& console)
-{
-    switch (options.action) {
-    case Options::Action::ShowHelp:
-        zelto::cli::writeOut(zelto::cli::helpText());
-        return Done;
-    case Options::Action::ShowVersion:
-        zelto::cli::writeOut(QStringLiteral("zelto-stampa " ZELTO_VERSION "\n"));
-        return Done;
-    case Options::Action::Print:
-        break;
-    }
-    return printJobs(options, console);
 }
 
 /// What the libraries have to remark is no message for the user of a command.
@@ -58,17 +44,9 @@ int main(int argc, char* argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(ignoreLibraryRemarks);
-    zelto::cli::cleanUpOnSignals();
+    cleanUpOnSignals();
     const QGuiApplication application(argc, argv);
-    zelto::cli::Console console(u"zelto-stampa"_s);
-    try {
-        return run(zelto::cli::parseOptions(arguments), console);
-    } catch (const zelto::cli::UsageError& error) {
-        console.ReportError(error);
-        console.showMessage(u"«zelto-stampa --help» elenca le opzioni"_s);
-        return WrongUsage;
-    } catch (const std::exception& error) {
-        console.ReportError(error);
-        return JobFailed;
-    }
+    Console console(u"zelto-stampa"_s);
+    return runCommand(console, u"elenca le opzioni"_s,
+                      [&] { return run(parseOptions(arguments), console); });
 }

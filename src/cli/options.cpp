@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <array>
+#include <functional>
 #include <getopt.h>
 #include <vector>
 
@@ -16,51 +16,11 @@ namespace {
 
 constexpr int MaxPrimaPagina = 999;
 
-enum Option : int {
-    Pdf = 'o',
-    Uscite = 'u',
-    Help = 'h',
-    Sezioni = 256,
-    Calcolo,
-    Formato,
-    IndiceProporzionale,
-    PrimaPagina,
-    Riparto,
-    Quote,
-    Quadratura,
-    Mostra,
-    Version,
-    FirstFormat, ///< those of the tables, in their order
-};
-
-std::vector<option> longOptions()
+/// "a, b and c".
+QString enumerated(QStringList words, const QString& conjunction)
 {
-    std::vector<option> all{
-        {"pdf", required_argument, nullptr, Pdf},
-        {"uscite", required_argument, nullptr, Uscite},
-        {"sezioni", required_argument, nullptr, Sezioni},
-        {"calcolo", required_argument, nullptr, Calcolo},
-        {"formato", required_argument, nullptr, Formato},
-        {"indice-proporzionale", no_argument, nullptr, IndiceProporzionale},
-        {"prima-pagina", required_argument, nullptr, PrimaPagina},
-        {"riparto", required_argument, nullptr, Riparto},
-        {"quote", required_argument, nullptr, Quote},
-        {"quadratura", no_argument, nullptr, Quadratura},
-        {"mostra", no_argument, nullptr, Mostra},
-        {"help", no_argument, nullptr, Help},
-        {"version", no_argument, nullptr, Version},
-    };
-    static const QByteArrayList names = [] {
-        QByteArrayList formats;
-        for (const reports::TableFormat& format : reports::tableFormats())
-            formats << format.option.toUtf8();
-        return formats;
-    }();
-    int value = FirstFormat;
-    for (const QByteArray& name : names)
-        all.push_back({name.constData(), required_argument, nullptr, value++});
-    all.push_back({nullptr, 0, nullptr, 0});
-    return all;
+    const QString last = words.takeLast();
+    return words.join(u", "_s) + conjunction + last;
 }
 
 /// The words of the comma-separated list, all of them known.
@@ -123,75 +83,104 @@ reports::InsiemeQuote readQuote(const QString& text)
         if (const QString key = kind.readKey(value); !key.isEmpty())
             return {.kind = &kind, .key = key};
     }
-    QStringList words = shareWords();
-    const QString last = words.takeLast();
-    throw UsageError(u"--quote: «%1» non è %2 o %3"_s.arg(text, words.join(u", "_s), last));
+    throw UsageError(u"--quote: «%1» non è %2"_s.arg(text, enumerated(shareWords(), u" o "_s)));
 }
+
+const QString Dettaglio = u"dettaglio"_s;
 
 QStringList calculationWords()
 {
-    return QStringList(u"dettaglio"_s) + reports::tutteLeTabelle();
+    return QStringList(Dettaglio) + reports::tableWords();
 }
 
-/// The parts of the command line that only make sense together.
-struct Pieces
+/// What the options say, with the parts that only make sense together.
+struct Pieces : Options
 {
-    Options options;
     std::optional<QString> importo;
     std::optional<reports::InsiemeQuote> quote;
     bool calcoloGiven = false;
     bool quadratura = false;
 };
 
-void apply(Pieces& pieces, int option, const QString& value)
+/// An option, as getopt and the help know it.
+struct CommandOption
 {
-    Options& options = pieces.options;
-    switch (option) {
-    case Pdf:
-        options.pdf = value;
-        break;
-    case Uscite:
-        options.uscite = value;
-        break;
-    case Sezioni:
-        options.sezioni = readList(value, u"--sezioni"_s, reports::tutteLeSezioni());
-        break;
-    case Calcolo:
-        options.calcolo.tabelle = readList(value, u"--calcolo"_s, calculationWords());
-        options.calcolo.dettaglio = options.calcolo.tabelle.contains(calculationWords().front());
-        pieces.calcoloGiven = true;
-        break;
-    case Formato:
-        options.calcolo.formato = readFormato(value);
-        break;
-    case IndiceProporzionale:
-        options.calcolo.indice = calc::IndicePiano::Proporzionale;
-        break;
-    case PrimaPagina:
-        options.calcolo.primaPagina = readPrimaPagina(value);
-        break;
-    case Riparto:
-        pieces.importo = readImporto(value);
-        break;
-    case Quote:
-        pieces.quote = readQuote(value);
-        break;
-    case Quadratura:
-        pieces.quadratura = true;
-        break;
-    case Mostra:
-        options.mostra = true;
-        break;
-    case Help:
-        options.action = Options::Action::ShowHelp;
-        break;
-    case Version:
-        options.action = Options::Action::ShowVersion;
-        break;
-    default:
-        options.formati[static_cast<std::size_t>(option - FirstFormat)] = value;
-        break;
-    }
+    QByteArray name;
+    QString value; ///< what the help calls it; empty when it takes none
+    QString help;
+    std::function<void(Pieces& pieces, const QString& value)> apply;
+    char letter = 0; ///< its short form
+};
+
+/// In the order of the help; those of the formats of tables stand before "mostra".
+const std::vector<CommandOption> GivenOptions{
+    {"pdf", u"FILE"_s,
+     u"le pagine stampate in un PDF; con più lavori FILE è una\n"
+     u"cartella, un PDF per lavoro (senza -o nessun PDF)"_s,
+     [](Pieces& pieces, const QString& value) { pieces.pdf = value; }, 'o'},
+    {"uscite", u"CARTELLA"_s,
+     u"cartella di %1\n"
+     u"(se manca, quella corrente; con più lavori una\n"
+     u"sottocartella per lavoro)"_s.arg(enumerated(reports::textFiles(), u" e "_s)),
+     [](Pieces& pieces, const QString& value) { pieces.uscite = value; }, 'u'},
+    {"sezioni", u"LISTA"_s, u"di %1 (se manca, tutte)"_s.arg(reports::sectionWords().join(u',')),
+     [](Pieces& pieces, const QString& value) {
+         pieces.sezioni = readList(value, u"--sezioni"_s, reports::sectionWords());
+     }},
+    {"calcolo", u"LISTA"_s, u"di %1 (se manca, tutte)"_s.arg(calculationWords().join(u',')),
+     [](Pieces& pieces, const QString& value) {
+         pieces.calcolo.tabelle = readList(value, u"--calcolo"_s, calculationWords());
+         pieces.calcolo.dettaglio = pieces.calcolo.tabelle.contains(Dettaglio);
+         pieces.calcoloGiven = true;
+     }},
+    {"formato", u"esteso|compatto"_s, u"formato del dettaglio (se manca, compatto)"_s,
+     [](Pieces& pieces, const QString& value) { pieces.calcolo.formato = readFormato(value); }},
+    {"indice-proporzionale",
+     {},
+     u"calcola l'indice di piano in proporzione alla consistenza"_s,
+     [](Pieces& pieces, const QString&) {
+         pieces.calcolo.indice = calc::IndicePiano::Proporzionale;
+     }},
+    {"prima-pagina", u"N"_s, u"numero della prima pagina di calcolo (se manca, 1)"_s,
+     [](Pieces& pieces, const QString& value) {
+         pieces.calcolo.primaPagina = readPrimaPagina(value);
+     }},
+    {"riparto", u"IMPORTO"_s, u"stampa il riparto dell'importo al posto del calcolo"_s,
+     [](Pieces& pieces, const QString& value) { pieces.importo = readImporto(value); }},
+    {"quote", shareWords().join(u'|'), u"millesimi del riparto (se manca, generali)"_s,
+     [](Pieces& pieces, const QString& value) { pieces.quote = readQuote(value); }},
+    {"quadratura",
+     {},
+     u"quote del riparto che sommano all'importo, al centesimo"_s,
+     [](Pieces& pieces, const QString&) { pieces.quadratura = true; }},
+    {"mostra",
+     {},
+     u"scrive anche le tabelle come testo allineato"_s,
+     [](Pieces& pieces, const QString&) { pieces.mostra = true; }},
+    {"help",
+     {},
+     u"questo aiuto"_s,
+     [](Pieces& pieces, const QString&) { pieces.action = Options::Action::ShowHelp; },
+     'h'},
+    {"version",
+     {},
+     u"versione del programma"_s,
+     [](Pieces& pieces, const QString&) { pieces.action = Options::Action::ShowVersion; }},
+};
+
+std::vector<CommandOption> commandOptions()
+{
+    std::vector<CommandOption> all = GivenOptions;
+    auto place = std::ranges::find(all, QByteArray("mostra"), &CommandOption::name);
+    for (const reports::TableFormat& format : reports::tableFormats())
+        place = all.insert(place, {format.option.toUtf8(),
+                                   format.isFolder() ? u"CARTELLA"_s : u"FILE"_s, format.help,
+                                   [&format](Pieces& pieces, const QString& path) {
+                                       if (!path.isEmpty())
+                                           pieces.formati[&format] = path;
+                                   }}) +
+                1;
+    return all;
 }
 
 /// Jobs of one name would overwrite each other's PDF and text files.
@@ -208,12 +197,11 @@ void requireDistinctNames(const QStringList& lavori)
 
 Options complete(Pieces pieces)
 {
-    Options& options = pieces.options;
-    if (options.action != Options::Action::Print)
-        return options;
-    if (options.lavori.isEmpty())
+    if (pieces.action != Options::Action::Print)
+        return pieces;
+    if (pieces.lavori.isEmpty())
         throw UsageError(u"manca il lavoro da stampare"_s);
-    requireDistinctNames(options.lavori);
+    requireDistinctNames(pieces.lavori);
     if (pieces.quote && !pieces.importo)
         throw UsageError(u"--quote vale solo insieme a --riparto"_s);
     if (pieces.quadratura && !pieces.importo)
@@ -221,22 +209,63 @@ Options complete(Pieces pieces)
     if (pieces.calcoloGiven && pieces.importo)
         throw UsageError(u"--calcolo e --riparto non vanno insieme"_s);
     if (pieces.importo) {
-        options.riparto = reports::OpzioniRiparto{
+        pieces.riparto = reports::OpzioniRiparto{
             .importo = *pieces.importo,
             .quote = pieces.quote.value_or(reports::InsiemeQuote()),
             .arrotondamento = pieces.quadratura ? calc::Arrotondamento::AQuadratura
                                                 : calc::Arrotondamento::PerQuota};
-        options.riparto->quote.indice = options.calcolo.indice;
+        pieces.riparto->quote.indice = pieces.calcolo.indice;
     }
-    return options;
+    return pieces;
 }
 
-/// getopt's verdict on an argument that it could not read.
-[[noreturn]] void refuse(int verdict, const char* argument)
+/// Calls apply(option, value) for every option of the arguments, and gives the place of the first
+/// argument behind them. Moves options before the jobs.
+template <typename Apply>
+int readArguments(std::vector<char*>& argv, const std::vector<CommandOption>& options, Apply apply)
 {
-    const QString name = QString::fromUtf8(argument);
-    throw UsageError(verdict == ':' ? u"%1: manca il valore"_s.arg(name)
-                                    : u"%1: opzione non valida"_s.arg(name));
+    constexpr int First = 256; // beyond all letters
+    QByteArray letters = ":";
+    std::vector<option> known;
+    for (const CommandOption& option : options) {
+        const int argument = option.value.isEmpty() ? no_argument : required_argument;
+        if (option.letter != 0)
+            letters += option.letter + QByteArray(argument, ':');
+        known.push_back({option.name.constData(), argument, nullptr, First + int(known.size())});
+    }
+    known.push_back({nullptr, 0, nullptr, 0});
+    const int argc = static_cast<int>(argv.size()) - 1;
+    optind = 0; // start afresh: getopt keeps its place between calls
+    while (true) {
+        const int place = optind == 0 ? 1 : optind;
+        const int found =
+            getopt_long(argc, argv.data(), letters.constData(), known.data(), nullptr);
+        if (found == -1)
+            return optind;
+        if (found == '?' || found == ':')
+            throw UsageError((found == ':' ? u"%1: manca il valore"_s : u"%1: opzione non valida"_s)
+                                 .arg(QString::fromUtf8(
+                                     argv[static_cast<std::size_t>(std::max(optind - 1, place))])));
+        apply(found >= First ? options[static_cast<std::size_t>(found - First)]
+                             : *std::ranges::find(options, found, &CommandOption::letter),
+              QString::fromUtf8(optarg));
+    }
+}
+
+/// The option as the help lists it, with its text from the same column on.
+QString helpLines(const CommandOption& option)
+{
+    constexpr qsizetype TextColumn = 28;
+    const QString newLine = u'\n' + QString(TextColumn, u' ');
+    QString head = u"  "_s;
+    if (option.letter != 0)
+        head += u"-%1, "_s.arg(QLatin1Char(option.letter));
+    head += u"--"_s + QString::fromUtf8(option.name);
+    if (!option.value.isEmpty())
+        head += u' ' + option.value;
+    head = head.size() < TextColumn ? head.leftJustified(TextColumn) : head + newLine;
+    QString text = option.help;
+    return head + text.replace(u'\n', newLine) + u'\n';
 }
 
 } // namespace
@@ -255,61 +284,28 @@ Options parseOptions(const QStringList& arguments)
     for (const QString& argument : arguments)
         bytes << argument.toUtf8();
     std::vector<char*> argv;
-    argv.reserve(static_cast<std::size_t>(bytes.size()) + 1);
     for (QByteArray& argument : bytes)
         argv.push_back(argument.data());
-    const int argc = static_cast<int>(argv.size());
     argv.push_back(nullptr);
-
-    const std::vector<option> known = longOptions();
     Pieces pieces;
-    optind = 0; // start afresh: getopt keeps its place between calls
-    while (true) {
-        const int place = optind == 0 ? 1 : optind;
-        const int found = getopt_long(argc, argv.data(), ":o:u:h", known.data(), nullptr);
-        if (found == -1)
-            break;
-        if (found == '?' || found == ':')
-            refuse(found, argv[static_cast<std::size_t>(std::max(optind - 1, place))]);
-        apply(pieces, found, QString::fromUtf8(optarg));
-    }
-    for (int i = optind; i < argc; ++i)
-        pieces.options.lavori << QString::fromUtf8(argv[static_cast<std::size_t>(i)]);
+    const int jobs = readArguments(
+        argv, commandOptions(),
+        [&](const CommandOption& option, const QString& value) { option.apply(pieces, value); });
+    for (std::size_t i = static_cast<std::size_t>(jobs); argv[i] != nullptr; ++i)
+        pieces.lavori << QString::fromUtf8(argv[i]);
     return complete(std::move(pieces));
 }
 
 QString helpText()
 {
-    const QString text =
+    QString text =
         u"Uso: zelto-stampa [opzioni] LAVORO.ZLT [LAVORO2.ZLT ...]\n"
         u"Calcola e stampa le tabelle millesimali di uno o più lavori, senza modificarli.\n"
-        u"\n"
-        u"  -o, --pdf FILE            le pagine stampate in un PDF; con più lavori FILE è una\n"
-        u"                            cartella, un PDF per lavoro (senza -o nessun PDF)\n"
-        u"  -u, --uscite CARTELLA     cartella di consistenza.out, calcolo.out e scale.out\n"
-        u"                            (se manca, quella corrente; con più lavori una\n"
-        u"                            sottocartella per lavoro)\n"
-        u"  --sezioni LISTA           di %1 (se manca, tutte)\n"
-        u"  --calcolo LISTA           di %2 (se manca, tutte)\n"
-        u"  --formato esteso|compatto formato del dettaglio (se manca, compatto)\n"
-        u"  --indice-proporzionale    calcola l'indice di piano in proporzione alla "
-        u"consistenza\n"
-        u"  --prima-pagina N          numero della prima pagina di calcolo (se manca, 1)\n"
-        u"  --riparto IMPORTO         stampa il riparto dell'importo al posto del calcolo\n"
-        u"  --quote %3\n"
-        u"                            millesimi del riparto (se manca, generali)\n"
-        u"  --quadratura              quote del riparto che sommano all'importo, al centesimo\n"
-        u"%4"
-        u"  --mostra                  scrive anche le tabelle come testo allineato\n"
-        u"  -h, --help                questo aiuto\n"
-        u"  --version                 versione del programma\n"
-        u"\n"
-        u"Stato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n"_s;
-    QString formats;
-    for (const reports::TableFormat& format : reports::tableFormats())
-        formats += format.help;
-    return text.arg(reports::tutteLeSezioni().join(u','), calculationWords().join(u','),
-                    shareWords().join(u'|'), formats);
+        u"\n"_s;
+    for (const CommandOption& option : commandOptions())
+        text += helpLines(option);
+    return text +
+           u"\nStato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n"_s;
 }
 
 } // namespace zelto::cli

@@ -2,24 +2,17 @@
 // The command line of zelto-stampa.
 #pragma once
 
+#include "cli/console.h"
 #include "reports/print_sequence.h"
 #include "reports/table_export.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <map>
 #include <optional>
-#include <stdexcept>
-#include <vector>
 
 namespace zelto::cli {
-
-/// A command line that cannot be carried out; the Italian text says why.
-class UsageError : public std::runtime_error
-{
-public:
-    explicit UsageError(const QString& text) : std::runtime_error(text.toStdString()) {}
-};
 
 /// What the command was asked to do.
 struct Options
@@ -30,11 +23,11 @@ struct Options
     QStringList lavori;
     QString pdf;             ///< file, or folder for several jobs; empty for none
     QString uscite = u"."_s; ///< folder of the text files, or of the jobs' folders
-    /// For every format of tables the file or folder, or the folder of the jobs'; empty for none.
-    std::vector<QString> formati = std::vector<QString>(reports::tableFormats().size());
-    QStringList sezioni = reports::tutteLeSezioni();
+    /// The chosen formats of tables, each with its file or folder, or the folder of the jobs'.
+    std::map<const reports::TableFormat*, QString> formati;
+    QStringList sezioni = reports::sectionWords();
     reports::OpzioniCalcolo calcolo;
-    std::optional<reports::OpzioniRiparto> riparto; ///< in place of the calculation sections
+    std::optional<reports::OpzioniRiparto> riparto; ///< in place of the tables of shares
     bool mostra = false;
 
     [[nodiscard]] reports::OpzioniStampa opzioni() const

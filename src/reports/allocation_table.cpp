@@ -37,6 +37,7 @@ TableReport tabellaRiparto(const SizedJob& job, const OpzioniRiparto& opzioni)
     table.name = u"Riparto "_s + table.name;
     if (opzioni.arrotondamento == calc::Arrotondamento::AQuadratura)
         table.note = u"IMPORTI CON QUADRATURA AL CENTESIMO"_s;
+    table.paging = Paging::FortyFiveUnits;
     table.columns = opzioni.quote.kind->allocationColumns;
     for (std::size_t u = 0; u < table.rows.size(); ++u)
         table.rows[u].cells.push_back(importo(quote[u], u"######0.00"));

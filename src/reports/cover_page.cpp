@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "reports/cover_page.h"
+#include "reports/sections.h"
 
 namespace zelto::reports {
 

@@ -50,8 +50,7 @@ QByteArray csvOf(const TableReport& table)
 
 } // namespace
 
-void writeCsv(const QString& folder, const std::vector<TableReport>& tables,
-              const print::PdfInfo& /*info*/)
+void writeCsv(const QString& folder, const Tables& tables, const print::PdfInfo& /*info*/)
 {
     print::makeFolder(folder);
     const QStringList names = sheetNames(tables);

@@ -1,40 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/print_sequence.h"
 
-#include "reports/cover_page.h"
-#include "reports/technical_report.h"
 #include "reports/text_output.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace zelto::reports {
 
 namespace {
 
-struct KindTables
+/// Tables whose figures go to one text file; to none without a name.
+struct TableGroup
 {
-    const TableKind& kind;
-    std::vector<TableReport> tables;
+    QString outputFile;
+    Tables tables;
 };
 
-std::vector<KindTables> calcolaTabelle(const SizedJob& job, const OpzioniCalcolo& opzioni)
+std::vector<TableGroup> computed(const SizedJob& job, const OpzioniCalcolo& opzioni)
 {
-    std::vector<KindTables> chosen;
+    std::vector<TableGroup> groups;
     for (const TableKind& kind : tableKinds()) {
         if (!opzioni.tabelle.contains(kind.word))
             continue;
-        chosen.push_back({kind, {}});
+        groups.push_back({kind.outputFile, {}});
         for (const TableChoice& choice : kind.choices(job.modello))
-            chosen.back().tables.push_back(kind.table(job, choice, opzioni.indice));
+            groups.back().tables.push_back(kind.table(job, choice, opzioni.indice));
     }
-    return chosen;
+    return groups;
 }
 
-void writeOutput(const ReportContext& context, const KindTables& chosen)
+std::vector<TableGroup> computed(const SizedJob& job, const OpzioniRiparto& opzioni)
 {
-    TextOutput output(context.outputFolder, chosen.kind.outputFile);
-    for (const TableReport& table : chosen.tables) {
+    return {{{}, {tabellaRiparto(job, opzioni)}}};
+}
+
+std::vector<TableGroup> computed(const SizedJob& job, const OpzioniStampa& opzioni)
+{
+    return std::visit([&](const auto& one) { return computed(job, one); }, opzioni);
+}
+
+void writeOutput(const ReportContext& context, const TableGroup& group)
+{
+    TextOutput output(context.outputFolder, group.outputFile);
+    for (const TableReport& table : group.tables) {
         if (!table.plainTitle.isEmpty())
             output.writeLine({table.plainTitle});
         for (const TableRow& row : table.rows)
@@ -44,50 +52,42 @@ void writeOutput(const ReportContext& context, const KindTables& chosen)
     output.commit();
 }
 
-/// Draws a calculation section that is computed already.
-using Drawing = std::function<void(const ReportContext& context)>;
-
-Drawing prepare(const calc::ModelloLavoro& modello, const OpzioniCalcolo& opzioni)
+/// The calculation, its figures computed before anything is drawn.
+class Calculation
 {
-    const SizedJob job(modello);
-    if (opzioni.dettaglio)
-        controllaProspetto(job);
-    return [opzioni, job, chosen = calcolaTabelle(job, opzioni)](const ReportContext& context) {
-        ReportPage page(context, opzioni.primaPagina);
-        if (opzioni.dettaglio)
-            StampaProspetto(page, context, job, opzioni.formato);
-        for (const KindTables& kind : chosen) {
-            for (const TableReport& table : kind.tables)
-                printTable(page, table, Paging::FullPage);
-            if (!kind.kind.outputFile.isEmpty())
-                writeOutput(context, kind);
+public:
+    Calculation(const calc::ModelloLavoro& modello, const OpzioniStampa& opzioni)
+        : m_job(modello), m_options(opzioni), m_calcolo(std::get_if<OpzioniCalcolo>(&opzioni))
+    {
+        if (hasDetail())
+            controllaProspetto(m_job);
+        m_groups = computed(m_job, opzioni);
+    }
+
+    void draw(const ReportContext& context) const
+    {
+        context.status.SetStatus(documentKind(m_options).printTitle, true);
+        ReportPage page(context, m_calcolo != nullptr ? m_calcolo->primaPagina : 1);
+        if (hasDetail())
+            StampaProspetto(page, context, m_job, m_calcolo->formato);
+        for (const TableGroup& group : m_groups) {
+            for (const TableReport& table : group.tables)
+                printTable(page, table);
+            if (!group.outputFile.isEmpty())
+                writeOutput(context, group);
         }
-    };
-}
+    }
 
-Drawing prepare(const calc::ModelloLavoro& modello, const OpzioniRiparto& opzioni)
-{
-    return [table = tabellaRiparto(SizedJob(modello), opzioni)](const ReportContext& context) {
-        ReportPage page(context, 1);
-        printTable(page, table, Paging::FortyFiveUnits);
-    };
-}
+private:
+    [[nodiscard]] bool hasDetail() const { return m_calcolo != nullptr && m_calcolo->dettaglio; }
 
-std::vector<TableReport> tables(const SizedJob& job, const OpzioniCalcolo& opzioni)
-{
-    std::vector<TableReport> all;
-    for (KindTables& chosen : calcolaTabelle(job, opzioni))
-        std::ranges::move(chosen.tables, std::back_inserter(all));
-    return all;
-}
+    SizedJob m_job;
+    const OpzioniStampa& m_options;
+    const OpzioniCalcolo* m_calcolo; ///< these options, unless they are an allocation's
+    std::vector<TableGroup> m_groups;
+};
 
-std::vector<TableReport> tables(const SizedJob& job, const OpzioniRiparto& opzioni)
-{
-    return {tabellaRiparto(job, opzioni)};
-}
-
-template <typename Items>
-QStringList wordsOf(const Items& items)
+QStringList wordsOf(const auto& items)
 {
     QStringList words;
     for (const auto& item : items)
@@ -97,59 +97,76 @@ QStringList wordsOf(const Items& items)
 
 } // namespace
 
-const std::vector<SezioneStampa>& sezioniStampa()
+const std::vector<Section>& sections()
 {
-    static const std::vector<SezioneStampa> sections{
+    static const std::vector<Section> all{
         {u"prima-pagina"_s, u" Prima pagina"_s, StampaPrimaPagina},
         {u"relazione"_s, u" Relazione"_s, StampaRelazione},
         {SezioneCalcolo, u" Calcolo"_s, nullptr},
     };
-    return sections;
+    return all;
 }
 
-QStringList tutteLeSezioni()
+QStringList sectionWords()
 {
-    return wordsOf(sezioniStampa());
+    return wordsOf(sections());
 }
 
-QStringList tutteLeTabelle()
+QStringList tableWords()
 {
     return wordsOf(tableKinds());
 }
 
-const Documento& documento(const OpzioniStampa& opzioni)
+QStringList textFiles()
 {
-    static const std::array documents{
-        Documento{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s},
-        Documento{u"Riparto importo"_s, u"Stampa riparto importo"_s, u" - riparto"_s}};
-    return documents.at(opzioni.index());
+    QStringList names{ConsistenzaOut};
+    for (const TableKind& kind : tableKinds())
+        if (!kind.outputFile.isEmpty())
+            names << kind.outputFile;
+    return names;
 }
 
-std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
-                                       const OpzioniStampa& opzioni)
+const DocumentKind& documentKind(const OpzioniStampa& opzioni)
 {
+    static const std::array kinds{
+        DocumentKind{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s},
+        DocumentKind{u"Riparto importo"_s, u"Stampa riparto importo"_s, u" - riparto"_s}};
+    return kinds.at(opzioni.index());
+}
+
+print::PdfInfo documentInfo(const OpzioniStampa& opzioni, const calc::ModelloLavoro& modello)
+{
+    const QString building = u"%1 %2"_s.arg(modello.Descrizione, modello.Descrizione2).simplified();
+    QString title = documentKind(opzioni).title;
+    if (!building.isEmpty())
+        title += u" - "_s + building;
+    return {.title = title, .author = print::userFullName()};
+}
+
+Tables tabelleScelte(const calc::ModelloLavoro& modello, const OpzioniStampa& opzioni)
+{
+    Tables all;
     if (modello.unita.empty())
-        return {};
-    return std::visit([&](const auto& one) { return tables(SizedJob(modello), one); }, opzioni);
+        return all;
+    for (TableGroup& group : computed(SizedJob(modello), opzioni))
+        std::ranges::move(group.tables, std::back_inserter(all));
+    return all;
 }
 
 void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
                      const OpzioniStampa& opzioni)
 {
     // What is refused is so first of all, and leaves nothing on paper and in files.
-    Drawing calculation;
+    std::optional<Calculation> calculation;
     if (sezioni.contains(SezioneCalcolo))
-        calculation =
-            std::visit([&](const auto& one) { return prepare(context.modello, one); }, opzioni);
-    for (const SezioneStampa& section : sezioniStampa()) {
+        calculation.emplace(context.modello, opzioni);
+    for (const Section& section : sections()) {
         if (!sezioni.contains(section.word))
             continue;
-        if (section.draw != nullptr) {
+        if (section.draw != nullptr)
             section.draw(context);
-            continue;
-        }
-        context.status.SetStatus(documento(opzioni).printTitle, true);
-        calculation(context);
+        else
+            calculation->draw(context);
     }
 }
 

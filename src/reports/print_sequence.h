@@ -2,65 +2,64 @@
 // What one press of a print button draws, in its order.
 #pragma once
 
+#include "print/pdf_info.h"
 #include "reports/allocation_table.h"
-#include "reports/prospectus.h"
-#include "reports/report_context.h"
-#include "reports/table_kinds.h"
+#include "reports/sections.h"
 
-#include <QString>
-#include <QStringList>
-
-#include <span>
 #include <variant>
-#include <vector>
 
 namespace zelto::reports {
 
-/// A section of a print, as the command and the boxes of the screens name it.
-struct SezioneStampa
+/// A section of a document, as the command and the boxes of the screens name it.
+struct Section
 {
     QString word;
     QString caption;
-    /// Draws it; none for the calculation, which is another in every document.
+    /// Draws it; none for the calculation, which is another in every kind of document.
     void (*draw)(const ReportContext& context);
 };
 
 /// The sections in the order in which they are drawn.
-const std::vector<SezioneStampa>& sezioniStampa();
+const std::vector<Section>& sections();
 
-/// The section of the calculation.
+/// The word of the calculation.
 inline const QString SezioneCalcolo = u"calcolo"_s;
 
 /// The words of all sections, and of all kinds of tables.
-QStringList tutteLeSezioni();
-QStringList tutteLeTabelle();
+QStringList sectionWords();
+QStringList tableWords();
 
-/// The calculation section of the tables of shares.
+/// The names of the text files that a calculation may write.
+QStringList textFiles();
+
+/// The calculation of the tables of shares.
 struct OpzioniCalcolo
 {
     bool dettaglio = true;
-    QStringList tabelle = tutteLeTabelle(); ///< the kinds, by their words
+    QStringList tabelle = tableWords(); ///< the kinds, by their words
     FormatoDettaglio formato = FormatoDettaglio::Compatto;
     calc::IndicePiano indice = calc::IndicePiano::PerConsistenza;
     int primaPagina = 1; ///< number of the first calculation page
 };
 
-/// A document is the one or the other.
+/// A document is of the one kind or the other.
 using OpzioniStampa = std::variant<OpzioniCalcolo, OpzioniRiparto>;
 
-/// What a document is called.
-struct Documento
+/// What documents of a kind are called.
+struct DocumentKind
 {
     QString title;
     QString printTitle;      ///< of the print job
     QString nameSuffix = {}; ///< behind the job's name in the files that are proposed
 };
-const Documento& documento(const OpzioniStampa& opzioni);
+const DocumentKind& documentKind(const OpzioniStampa& opzioni);
+
+/// What files say of a document: its kind with the building that it is about, and the user.
+print::PdfInfo documentInfo(const OpzioniStampa& opzioni, const calc::ModelloLavoro& modello);
 
 /// The tables of a document in the order of printing; none without units. Throws CalcError when a
 /// figure does not fit its column.
-std::vector<TableReport> tabelleScelte(const calc::ModelloLavoro& modello,
-                                       const OpzioniStampa& opzioni);
+Tables tabelleScelte(const calc::ModelloLavoro& modello, const OpzioniStampa& opzioni);
 
 /// Draws the sections, given by their words, with their text files. Throws CalcError, and then has
 /// drawn and written nothing, when a figure does not fit its column.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "reports/prospectus.h"
-
 #include "calc/figures.h"
+#include "reports/sections.h"
 #include "reports/text_output.h"
 #include "text/format_mask.h"
 

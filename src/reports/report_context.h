@@ -5,11 +5,11 @@
 #include "print/print_engine.h"
 #include "store/user_interface.h"
 
-#include <QString>
+#include <QFileInfo>
 
 namespace zelto::reports {
 
-/// What every report works on: the loaded job, the engine it draws through and the user who waits.
+/// What every section works on: the loaded job, the engine it draws through and the user who waits.
 struct ReportContext
 {
     const calc::ModelloLavoro& modello;
@@ -19,10 +19,10 @@ struct ReportContext
     store::StatusLine& status;
 
     /// The job code as "Rif. - " lines show it: the file's name without extension, in upper case.
-    [[nodiscard]] QString jobReference() const;
+    [[nodiscard]] QString jobReference() const
+    {
+        return QFileInfo(jobPath).completeBaseName().toUpper();
+    }
 };
-
-/// The kind of document and the building that it is about, as a file's title.
-QString documentTitle(const QString& kind, const calc::ModelloLavoro& modello);
 
 } // namespace zelto::reports

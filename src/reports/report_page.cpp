@@ -16,7 +16,7 @@ constexpr float HeaderRow = 2;
 constexpr float RuleFrom = 5;
 constexpr float RuleTo = 130;
 constexpr float RuleWidth = 2;
-/// Rows at the foot of the page that sections leave free.
+/// Rows left free at the foot of the page.
 constexpr float FootRows = 4;
 
 } // namespace
@@ -70,31 +70,11 @@ void ReportPage::rule()
     m_engine.DrawHLine(m_row + 0.5F, RuleFrom, RuleTo, RuleWidth);
 }
 
-void ReportPage::finish()
-{
-    m_engine.NewPage();
-}
-
-void ReportPage::left(float column, const QString& text, float width)
-{
-    m_engine.PrintText(m_row, column, width, text);
-}
-
-void ReportPage::right(float column, const QString& text)
-{
-    m_engine.PrintRight(m_row, column, 0, text);
-}
-
 void ReportPage::title(const QString& text, float width)
 {
     m_engine.SetFontSize(TitleSize);
     left(TitleColumn, text, width);
     m_engine.SetFontSize(BodySize);
-}
-
-void ReportPage::setBold(bool bold)
-{
-    m_engine.SetFontBold(bold);
 }
 
 } // namespace zelto::reports

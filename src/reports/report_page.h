@@ -7,14 +7,14 @@
 
 namespace zelto::reports {
 
-/// The page that the calculation sections fill row by row: its grid and font, its header, its rules
+/// The page that the calculation fills row by row: its grid and font, its header, its rules
 /// and its number. Rows count from the top, columns from the left; texts stand with their top at
 /// the row.
 class ReportPage
 {
 public:
     /// The first header carries the given page number. Nothing is recorded before it, so that
-    /// sections without content leave no page.
+    /// what has no content leaves no page.
     ReportPage(const ReportContext& context, int firstPage);
 
     [[nodiscard]] float row() const { return m_row; }
@@ -32,15 +32,18 @@ public:
     void rule();
 
     /// Ends the page.
-    void finish();
+    void finish() { m_engine.NewPage(); }
 
-    void left(float column, const QString& text, float width = 0);
-    void right(float column, const QString& text);
+    void left(float column, const QString& text, float width = 0)
+    {
+        m_engine.PrintText(m_row, column, width, text);
+    }
+    void right(float column, const QString& text) { m_engine.PrintRight(m_row, column, 0, text); }
 
-    /// A section title in its larger size.
+    /// A title in its larger size.
     void title(const QString& text, float width = 0);
 
-    void setBold(bool bold);
+    void setBold(bool bold) { m_engine.SetFontBold(bold); }
 
 private:
     /// Sets the body font and the grid of 200 twips a row and 84 a column.

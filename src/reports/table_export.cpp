@@ -3,29 +3,7 @@
 
 namespace zelto::reports {
 
-const std::vector<TableFormat>& tableFormats()
-{
-    static const std::vector<TableFormat> formats{
-        {.option = u"xlsx"_s,
-         .extension = u".xlsx"_s,
-         .help = u"  --xlsx FILE               le tabelle in una cartella di lavoro per fogli di "
-                 u"calcolo;\n"
-                 u"                            con più lavori FILE è una cartella, un file per "
-                 u"lavoro\n"_s,
-         .where = u"nella cartella di lavoro"_s,
-         .write = writeWorkbook},
-        {.option = u"csv"_s,
-         .extension = {},
-         .help = u"  --csv CARTELLA            le tabelle in file CSV, uno per tabella (con più "
-                 u"lavori\n"
-                 u"                            una sottocartella per lavoro)\n"_s,
-         .where = u"in formato CSV, nella cartella"_s,
-         .write = writeCsv},
-    };
-    return formats;
-}
-
-QStringList sheetNames(const std::vector<TableReport>& tables)
+QStringList sheetNames(const Tables& tables)
 {
     constexpr qsizetype LongestName = 31;
     QStringList names;

@@ -2,7 +2,6 @@
 #include "reports/table_kinds.h"
 
 #include "calc/figures.h"
-#include "reports/text_output.h"
 
 #include <functional>
 
@@ -24,22 +23,19 @@ const QString NonApplicabile = u" ------     "_s;
 /// What every complete set of shares adds up to, as total rows print it.
 const QString TotaleMillesimi = u"1000.000"_s;
 
-TableColumn textColumn(const char16_t* head, float position, float width)
+TableColumn textColumn(const QString& head, float position, float width)
 {
-    return {.head = QString::fromUtf16(head), .position = position, .width = width};
+    return {.head = head, .position = position, .width = width};
 }
 
-TableColumn sizeColumn(const char16_t* head, float position)
+TableColumn sizeColumn(const QString& head, float position)
 {
-    return {.head = QString::fromUtf16(head),
-            .position = position,
-            .decimals = 4,
-            .mask = &MascheraConsistenza};
+    return {.head = head, .position = position, .decimals = 4, .mask = &MascheraConsistenza};
 }
 
-TableColumn shareColumn(const char16_t* head, float position)
+TableColumn shareColumn(const QString& head, float position)
 {
-    return {.head = QString::fromUtf16(head),
+    return {.head = head,
             .position = position,
             .decimals = 3,
             .mask = &MascheraMillesimi,
@@ -53,30 +49,30 @@ TableColumn amountColumn(float position)
 
 std::vector<TableColumn> shareColumns()
 {
-    return {textColumn(u"RIFERIMENTO", 10, 39), textColumn(u"LIVELLO", 50, 27),
-            sizeColumn(u"CONS.TOT.", 90), shareColumn(u"MILLESIMI", 110)};
+    return {textColumn(u"RIFERIMENTO"_s, 10, 39), textColumn(u"LIVELLO"_s, 50, 27),
+            sizeColumn(u"CONS.TOT."_s, 90), shareColumn(u"MILLESIMI"_s, 110)};
 }
 
 std::vector<TableColumn> shareAllocationColumns()
 {
-    return {textColumn(u"RIFERIMENTO", 10, 29), textColumn(u"LIVELLO", 40, 27),
-            sizeColumn(u"CONS.TOT.", 80), shareColumn(u"MILLESIMI", 100), amountColumn(120)};
+    return {textColumn(u"RIFERIMENTO"_s, 10, 29), textColumn(u"LIVELLO"_s, 40, 27),
+            sizeColumn(u"CONS.TOT."_s, 80), shareColumn(u"MILLESIMI"_s, 100), amountColumn(120)};
 }
 
 std::vector<TableColumn> staircaseColumns()
 {
-    return {textColumn(u"RIFERIMENTO", 8, 26), textColumn(u"LIVELLO", 35, 18),
-            sizeColumn(u"CONS.VIRT.", 65),     shareColumn(u"MILL.PROP.", 80),
-            sizeColumn(u"IND.H.P.", 95),       shareColumn(u"MILL.PIANO", 110),
-            shareColumn(u"MILL.SCALA", 125)};
+    return {textColumn(u"RIFERIMENTO"_s, 8, 26), textColumn(u"LIVELLO"_s, 35, 18),
+            sizeColumn(u"CONS.VIRT."_s, 65),     shareColumn(u"MILL.PROP."_s, 80),
+            sizeColumn(u"IND.H.P."_s, 95),       shareColumn(u"MILL.PIANO"_s, 110),
+            shareColumn(u"MILL.SCALA"_s, 125)};
 }
 
 std::vector<TableColumn> staircaseAllocationColumns()
 {
-    return {textColumn(u"RIFERIMENTO", 8, 26), textColumn(u"LIVELLO", 35, 18),
-            sizeColumn(u"CONS.VIRT.", 65),     shareColumn(u"M.PROP.", 77),
-            sizeColumn(u"IND.H.P.", 88),       shareColumn(u"M.PIANO", 100),
-            shareColumn(u"M.SCALA", 112),      amountColumn(127)};
+    return {textColumn(u"RIFERIMENTO"_s, 8, 26), textColumn(u"LIVELLO"_s, 35, 18),
+            sizeColumn(u"CONS.VIRT."_s, 65),     shareColumn(u"M.PROP."_s, 77),
+            sizeColumn(u"IND.H.P."_s, 88),       shareColumn(u"M.PIANO"_s, 100),
+            shareColumn(u"M.SCALA"_s, 112),      amountColumn(127)};
 }
 
 /// The table with its columns and totals, still without rows.
@@ -216,21 +212,14 @@ const std::vector<TableKind>& tableKinds()
     static const std::vector<TableKind> kinds{
         {.word = u"generali"_s,
          .caption = u"Millesimi generali"_s,
-         .outputFile = CalcoloOut,
-         .hasIndex = false,
+         .outputFile = u"calcolo.out"_s,
          .shareWord = u"generali"_s,
-         .keyName = {},
          .shareCaption = u"Millesimi generali"_s,
-         .listName = {},
          .allocationColumns = shareAllocationColumns(),
          .choices = [](const ModelloLavoro& /*modello*/) { return std::vector<TableChoice>(1); },
-         .readKey = nullptr,
-         .missing = nullptr,
          .table = tabellaGenerale},
         {.word = u"tabelle"_s,
          .caption = u"Tabelle"_s,
-         .outputFile = {},
-         .hasIndex = false,
          .shareWord = u"tabella"_s,
          .keyName = u"N"_s,
          .shareCaption = u"Tabella specifica"_s,
@@ -245,7 +234,7 @@ const std::vector<TableKind>& tableKinds()
          .table = tabellaSpeciale},
         {.word = u"scale"_s,
          .caption = u"Scale"_s,
-         .outputFile = ScaleOut,
+         .outputFile = u"scale.out"_s,
          .hasIndex = true,
          .shareWord = u"scala"_s,
          .keyName = u"CODICE"_s,

@@ -36,24 +36,24 @@ struct TableChoice
 /// A kind of tables.
 struct TableKind
 {
-    QString word;       ///< in the command's list of sections
-    QString caption;    ///< of the box that has it printed
-    QString outputFile; ///< of its figures as plain text; empty for none
-    bool hasIndex;      ///< whether there is a choice of how the floor index is formed
+    QString word;            ///< in the command's list of tables
+    QString caption;         ///< of the box that has it printed
+    QString outputFile = {}; ///< of its figures as plain text; empty for none
+    bool hasIndex = false;   ///< whether there is a choice of how the floor index is formed
 
     // As the shares of an allocation.
-    QString shareWord;    ///< of the command
-    QString keyName;      ///< what the command's help calls the key; empty when there is none
-    QString shareCaption; ///< of the button
-    QString listName;     ///< of the list of its tables
+    QString shareWord;     ///< of the command
+    QString keyName = {};  ///< what the command's help calls the key; empty when there is none
+    QString shareCaption;  ///< of the button
+    QString listName = {}; ///< of the list of its tables
     std::vector<TableColumn> allocationColumns;
 
     /// The tables of the job.
     std::vector<TableChoice> (*choices)(const calc::ModelloLavoro& modello);
     /// A key as typed in the form of the choices; empty when it can be none.
-    QString (*readKey)(const QString& typed);
+    QString (*readKey)(const QString& typed) = nullptr;
     /// Why a job that has so many tables of the kind has none of that key.
-    QString (*missing)(const QString& key, std::size_t count);
+    QString (*missing)(const QString& key, std::size_t count) = nullptr;
     /// Throws CalcError when a figure does not fit its column.
     TableReport (*table)(const SizedJob& job, const TableChoice& choice, calc::IndicePiano indice);
 };

@@ -51,9 +51,9 @@ void printPageHead(ReportPage& page, const TableReport& table)
     page.rule();
 }
 
-bool startsPage(const ReportPage& page, Paging paging, std::size_t unit)
+bool startsPage(const ReportPage& page, const TableReport& table, std::size_t unit)
 {
-    if (paging == Paging::FortyFiveUnits)
+    if (table.paging == Paging::FortyFiveUnits)
         return unit % UnitsPerPage == 0;
     return unit == 0 || page.row() + ClosingRows > page.lastUsableRow();
 }
@@ -88,12 +88,12 @@ QString textLine(const TableReport& table, const std::vector<qsizetype>& widths,
 
 } // namespace
 
-void printTable(ReportPage& page, const TableReport& table, Paging paging)
+void printTable(ReportPage& page, const TableReport& table)
 {
     if (table.rows.empty())
         return;
     for (std::size_t unit = 0; unit < table.rows.size(); ++unit) {
-        if (startsPage(page, paging, unit)) {
+        if (startsPage(page, table, unit)) {
             if (unit > 0) {
                 page.rule();
                 page.finish();

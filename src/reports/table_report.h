@@ -41,6 +41,12 @@ struct TableRow
     QStringList plain = {};  ///< its line in a text file; none when the table is not about the unit
 };
 
+/// When a table goes on to the next page.
+enum class Paging {
+    FullPage,      ///< as many units as the page takes
+    FortyFiveUnits ///< units 1, 46, 91 … begin a page
+};
+
 /// A table with one row for every unit and a row of totals; empty cells print nothing.
 struct TableReport
 {
@@ -52,17 +58,14 @@ struct TableReport
     std::vector<TableRow> rows = {};
     std::vector<Cell> totals = {};
     std::vector<calc::Millesimi> shares = {}; ///< of the units, to divide an amount by
+    Paging paging = Paging::FullPage;
 };
 
-/// When a table goes on to the next page.
-enum class Paging {
-    FullPage,      ///< as many units as the page takes
-    FortyFiveUnits ///< units 1, 46, 91 … begin a page
-};
+using Tables = std::vector<TableReport>;
 
 /// Prints the table from a new page on, its header and headings on every page, and ends the page. A
 /// table without units prints nothing.
-void printTable(ReportPage& page, const TableReport& table, Paging paging);
+void printTable(ReportPage& page, const TableReport& table);
 
 /// The table as lines of aligned columns for a terminal, title first, each ended by a line feed.
 QString tableAsText(const TableReport& table);

@@ -37,9 +37,4 @@ void TextOutput::writeLine(const QStringList& fields)
     m_file.device().write(line.toUtf8());
 }
 
-void TextOutput::commit()
-{
-    m_file.commit();
-}
-
 } // namespace zelto::reports

@@ -3,15 +3,9 @@
 
 #include "print/complete_file.h"
 
-#include <QString>
 #include <QStringList>
 
 namespace zelto::reports {
-
-// The names of the text files.
-inline const QString ConsistenzaOut = u"consistenza.out"_s;
-inline const QString CalcoloOut = u"calcolo.out"_s;
-inline const QString ScaleOut = u"scale.out"_s;
 
 /// A plain copy of printed figures: UTF-8, fields separated by TAB, lines ended by CR LF. An older
 /// file is replaced only by a complete one.
@@ -24,7 +18,7 @@ public:
     void writeLine(const QStringList& fields);
 
     /// Puts the file in its place; throws PrintError when not all of it could be written.
-    void commit();
+    void commit() { m_file.commit(); }
 
 private:
     print::CompleteFile m_file;

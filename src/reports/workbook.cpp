@@ -13,7 +13,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <map>
-#include <tuple>
 #include <unistd.h>
 #include <utility>
 #include <xlsxwriter.h>
@@ -39,7 +38,7 @@ print::PrintError notWritten(const QString& path, int error)
 }
 
 /// More bytes than the parts of the workbook have together before they are packed.
-qint64 mostBytes(const std::vector<TableReport>& tables)
+qint64 mostBytes(const Tables& tables)
 {
     constexpr qint64 FixedParts = 65'536;
     constexpr qint64 Field = 128;
@@ -130,13 +129,9 @@ public:
         errno = 0;
         const lxw_error error = workbook_close(std::exchange(m_workbook, nullptr));
         // Of a part that it could not put by wholly the library says nothing.
-        if (error == LXW_NO_ERROR && errno != ENOSPC && errno != EDQUOT && errno != EFBIG &&
-            errno != EIO)
-            return;
-        throw print::PrintError(
-            print::PrintErrorNumber::DeviceFailed,
-            u"Impossibile scrivere il file «%1»: %2."_s.arg(
-                store::targetPath(QFile::decodeName(m_path)), text::systemReason(errno)));
+        if (error != LXW_NO_ERROR || errno == ENOSPC || errno == EDQUOT || errno == EFBIG ||
+            errno == EIO)
+            throw notWritten(QFile::decodeName(m_path), errno);
     }
 
 private:
@@ -148,11 +143,7 @@ private:
         bool total = false;
         bool right = false;
 
-        bool operator<(const Look& other) const
-        {
-            return std::tie(decimals, bold, total, right) <
-                   std::tie(other.decimals, other.bold, other.total, other.right);
-        }
+        auto operator<=>(const Look&) const = default;
     };
     lxw_format* format(const Look& look);
     void writeText(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, const QString& text,
@@ -278,8 +269,7 @@ void Workbook::addSheet(const QString& name, const TableReport& table)
 
 } // namespace
 
-void writeWorkbook(const QString& path, const std::vector<TableReport>& tables,
-                   const print::PdfInfo& info)
+void writeWorkbook(const QString& path, const Tables& tables, const print::PdfInfo& info)
 {
     print::CompleteFile file(path);
     requireRoom(file.passingPath(), mostBytes(tables));

@@ -14,7 +14,6 @@
 #include "widgets/dialogs.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMdiSubWindow>
 
@@ -29,6 +28,7 @@ Application::Application(const store::ApplicationFolder& folder, widgets::Dialog
 {
     m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
     m_recentJobs.load(m_settings);
+    fillFileMenu();
     m_window.showRecentJobs();
     connectWindow();
 }
@@ -51,10 +51,55 @@ std::unique_ptr<Application> Application::start(const QString& programFolder,
     }
 }
 
+void Application::fillFileMenu()
+{
+    const auto job = [this](void (JobFiles::*operation)()) {
+        return [this, operation] { (m_jobFiles.*operation)(); };
+    };
+    const auto recent = [this](int index) -> FileEntry {
+        const auto place = static_cast<std::size_t>(index - FileMenu::FirstRecent);
+        return {index, {}, u"Apre di nuovo questo lavoro"_s, [this, place] {
+                    m_jobFiles.LeggiRecent(place);
+                }};
+    };
+    const std::vector<FileEntry> entries{
+        {3, u"&Nuovo ..."_s, u"Crea un nuovo lavoro e lo apre"_s, job(&JobFiles::NuovoLavoro),
+         u"nuovo"_s, u"Ctrl+N"_s},
+        {4, u"&Apri ..."_s, u"Apre un lavoro"_s, job(&JobFiles::ApriLavoro), u"apri"_s,
+         u"Ctrl+O"_s},
+        {5, u"&Duplica ..."_s, u"Copia un lavoro con un altro nome e apre la copia"_s,
+         job(&JobFiles::DuplicaLavoro), u"duplica"_s},
+        {6, u"&Elimina ..."_s, u"Mette nel cestino il file di un lavoro"_s,
+         job(&JobFiles::EliminaLavoro), u"elimina"_s},
+        {7},
+        {8, u"Compattamento archivio"_s,
+         u"Libera lo spazio inutilizzato di un archivio; lo stato di prima resta accanto come "
+         u".BAK"_s,
+         job(&JobFiles::CompattaArchivio), u"compatta"_s},
+        {9, u"Riparazione archivio"_s,
+         u"Recupera quanto è ancora leggibile di un archivio danneggiato"_s,
+         job(&JobFiles::RiparaArchivio), u"ripara"_s},
+        {19, u"&Ripristina copia ..."_s,
+         u"Fa un nuovo lavoro di una copia di sicurezza conservata da Zelto"_s,
+         job(&JobFiles::RipristinaCopia), u"ripristina"_s},
+        {10},
+        {11, u"Imposta stampante ..."_s, u"Sceglie stampante, carta e orientamento"_s,
+         [this] { setUpPrinter(); }, u"stampante"_s},
+        {12},
+        recent(13),
+        recent(14),
+        recent(15),
+        recent(16),
+        {17},
+        {18, u"Uscita"_s, u"Chiude Zelto"_s, [this] { m_window.close(); }, u"uscita"_s,
+         u"Ctrl+Q"_s}};
+    for (const FileEntry& entry : entries)
+        connect(&m_window.menuFile().add(entry), &QAction::triggered, this,
+                [this, action = entry.action] { reportingErrors(action); });
+}
+
 void Application::connectWindow()
 {
-    connect(&m_window.menuFile(), &FileMenu::chosen, this,
-            [this](int fileEntry) { reportingErrors([this, fileEntry] { carryOut(fileEntry); }); });
     // Later, so that the program dragged from does not wait for our dialogs.
     connect(&m_window, &MainWindow::jobDropped, this, &Application::open, Qt::QueuedConnection);
     connect(&m_window, &MainWindow::screenRequested, this,
@@ -108,48 +153,12 @@ void Application::show()
 
 void Application::open(const QString& path)
 {
-    reportingErrors([this, &path] {
-        if (!refusedByDocuments())
-            m_jobFiles.openGiven(QFileInfo(path).absoluteFilePath());
-    });
-}
-
-void Application::carryOut(int fileEntry)
-{
-    switch (FileEntry{fileEntry}) {
-    case FileEntry::Nuovo:
-        return m_jobFiles.NuovoLavoro();
-    case FileEntry::Apri:
-        return m_jobFiles.ApriLavoro();
-    case FileEntry::Duplica:
-        return m_jobFiles.DuplicaLavoro();
-    case FileEntry::Elimina:
-        return m_jobFiles.EliminaLavoro();
-    case FileEntry::Compattamento:
-        return m_jobFiles.CompattaArchivio();
-    case FileEntry::Riparazione:
-        return m_jobFiles.RiparaArchivio();
-    case FileEntry::RipristinaCopia:
-        return m_jobFiles.RipristinaCopia();
-    case FileEntry::ImpostaStampante:
-        return setUpPrinter();
-    case FileEntry::Uscita:
-        m_window.close();
-        return;
-    default:
-        leggiRecent(fileEntry);
-    }
-}
-
-void Application::leggiRecent(int entry)
-{
-    if (!refusedByDocuments())
-        m_jobFiles.LeggiRecent(entry);
+    reportingErrors([this, &path] { m_jobFiles.openGiven(path); });
 }
 
 void Application::showScreen(const QString& key)
 {
-    shell::OpenJob& job = m_jobFiles.job();
+    OpenJob& job = m_jobFiles.job();
     if (!job.isOpen())
         m_jobFiles.ApriLavoro();
     if (!job.isOpen())
@@ -221,16 +230,6 @@ void Application::setUpPrinter()
         m_dialogs.setUpPrinter(m_printers.printer());
     else
         m_dialogs.showMessage(u"Nessuna stampante installata"_s);
-}
-
-bool Application::refusedByDocuments()
-{
-    // A file that was dropped arrives later, perhaps when a screen has been opened.
-    const bool refused =
-        m_window.HasDocumentWindows() || QApplication::activeModalWidget() != nullptr;
-    if (refused)
-        m_dialogs.showMessage(u"Chiudere finestre aperte prima di selezionale un altro lavoro"_s);
-    return refused;
 }
 
 /// Nothing that goes wrong in an action ends the program.

@@ -57,16 +57,13 @@ public:
     [[nodiscard]] MainWindow& window() { return m_window; }
     [[nodiscard]] JobFiles& jobFiles() { return m_jobFiles; }
 
-    /// How numbers are written on this machine.
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void connectWindow();
     void showGuide(const QWidget* asking);
-    void carryOut(int fileEntry);
-    void leggiRecent(int entry);
+    void fillFileMenu();
     void showScreen(const QString& key);
     void showModal(widgets::EditDialog&& screen);
     void showParametri(store::Database& lavoro);
@@ -74,7 +71,6 @@ private:
     template <typename Screen>
     void showPrintScreen(store::Database& lavoro);
     void setUpPrinter();
-    [[nodiscard]] bool refusedByDocuments();
     void reportingErrors(const std::function<void()>& action);
     void shutDown();
 

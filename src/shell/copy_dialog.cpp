@@ -26,13 +26,12 @@ QStringList cellsOf(const store::JobCopy& copy)
             copy.units ? QString::number(*copy.units) : u"illeggibile"_s};
 }
 
-QLabel* addLabel(QVBoxLayout& layout, const QString& caption, QWidget* buddy)
+void addLabel(QVBoxLayout& layout, const QString& caption, QWidget* buddy)
 {
     auto* label = new QLabel(caption);
     label->setBuddy(buddy);
     layout.addWidget(label);
     layout.addWidget(buddy);
-    return label;
 }
 
 } // namespace

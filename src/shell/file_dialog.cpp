@@ -39,6 +39,20 @@ QString existing(const QStringList& folders)
     return QDir::homePath();
 }
 
+/// The request's filter as the dialog takes it: "Caption (*.EXT)|*.ext" becomes
+/// "Caption (*.EXT *.ext)", so that it also matches where patterns heed letter case.
+QStringList bothCases(const QString& filter)
+{
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString caption = parts[i].left(parts[i].indexOf(u'(')).trimmed();
+        const QString& pattern = parts[i + 1];
+        filters << u"%1 (%2 %3)"_s.arg(caption, pattern.toUpper(), pattern.toLower());
+    }
+    return filters;
+}
+
 QString withoutQuotes(const QString& text)
 {
     constexpr QChar Quote(0x22);
@@ -53,11 +67,24 @@ QString withHome(const QString& text)
 
 } // namespace
 
-FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& folder)
-    : QFileDialog(parent, title, folder)
+FileDialog::FileDialog(QWidget* parent, const FileDialogRequest& request,
+                       const QString& fallbackFolder)
+    : QFileDialog(parent, request.title, existing({request.initialFolder, fallbackFolder}))
 {
     constexpr QSize FirstSize(860, 520);
+    const bool mustExist =
+        (request.flags & FileDialogRequest::FileMustExist) == FileDialogRequest::FileMustExist;
+    const bool saves = request.kind == FileDialogRequest::Kind::Save && !mustExist;
     setOption(DontUseNativeDialog); // its parts are used below
+    static ItalianTypes types;
+    setIconProvider(&types);
+    setOption(DontConfirmOverwrite);
+    setAcceptMode(saves ? AcceptSave : AcceptOpen);
+    setFileMode(mustExist ? ExistingFile : AnyFile);
+    setNameFilters(bothCases(request.filter));
+    selectFile(request.defaultName);
+    setLabelText(Accept, saves ? u"Salva"_s : u"Seleziona"_s);
+    setLabelText(Reject, u"Annulla"_s);
     resize(FirstSize);
     m_name = findChild<QLineEdit*>(u"fileNameEdit"_s);
     connect(m_name, &QLineEdit::textChanged, this, &FileDialog::enableAccepting);
@@ -117,38 +144,6 @@ void FileDialog::fitColumns()
     header->setResizeContentsPrecision(RowsLookedAt);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(0, QHeaderView::Stretch);
-}
-
-QStringList nameFilters(const QString& filter)
-{
-    const QStringList parts = filter.split(u'|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString caption = parts[i].left(parts[i].indexOf(u'(')).trimmed();
-        const QString& pattern = parts[i + 1];
-        filters << u"%1 (%2 %3)"_s.arg(caption, pattern.toUpper(), pattern.toLower());
-    }
-    return filters;
-}
-
-std::unique_ptr<FileDialog> makeFileDialog(QWidget* parent, const FileDialogRequest& request,
-                                           const QString& fallbackFolder)
-{
-    const bool mustExist =
-        (request.flags & FileDialogRequest::FileMustExist) == FileDialogRequest::FileMustExist;
-    const bool saves = request.kind == FileDialogRequest::Kind::Save && !mustExist;
-    const QString folder = existing({request.initialFolder, fallbackFolder});
-    auto dialog = std::make_unique<FileDialog>(parent, request.title, folder);
-    static ItalianTypes types;
-    dialog->setIconProvider(&types);
-    dialog->setOption(QFileDialog::DontConfirmOverwrite);
-    dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog->setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    dialog->setNameFilters(nameFilters(request.filter));
-    dialog->selectFile(request.defaultName);
-    dialog->setLabelText(QFileDialog::Accept, saves ? u"Salva"_s : u"Seleziona"_s);
-    dialog->setLabelText(QFileDialog::Reject, u"Annulla"_s);
-    return dialog;
 }
 
 } // namespace zelto::shell

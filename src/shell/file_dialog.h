@@ -4,27 +4,23 @@
 #include "widgets/dialogs.h"
 
 #include <QFileDialog>
-#include <QStringList>
-
-#include <memory>
 
 class QLineEdit;
 
 namespace zelto::shell {
 
-/// The request's filter as the dialog takes it: "Caption (*.EXT)|*.ext" becomes
-/// "Caption (*.EXT *.ext)", so that it also matches where patterns heed letter case.
-[[nodiscard]] QStringList nameFilters(const QString& filter);
-
 /// The toolkit's dialog, where a typed path counts as it stands, whatever characters it has. The
 /// toolkit takes a file that its list has not read yet for a folder, and text in double quotes for
 /// several names. Here a name in double quotes is meant without them, unless there is such a file.
+/// Nobody is asked about overwriting: operations refuse an existing name themselves.
 class FileDialog : public QFileDialog
 {
     Q_OBJECT
 
 public:
-    FileDialog(QWidget* parent, const QString& title, const QString& folder);
+    /// The fallback folder is shown when the request names none, or one that is gone.
+    FileDialog(QWidget* parent, const widgets::FileDialogRequest& request,
+               const QString& fallbackFolder);
 
     /// The file, once the dialog was accepted.
     [[nodiscard]] QString chosen() const { return m_chosen; }
@@ -44,11 +40,5 @@ private:
     QLineEdit* m_name;
     QString m_chosen;
 };
-
-/// A dialog for the request that never asks about overwriting: operations refuse an existing name
-/// themselves. fallbackFolder is shown when the request names none, or one that is gone.
-[[nodiscard]] std::unique_ptr<FileDialog> makeFileDialog(QWidget* parent,
-                                                         const widgets::FileDialogRequest& request,
-                                                         const QString& fallbackFolder);
 
 } // namespace zelto::shell

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/job_files.h"
 
-#include "shell/job_dialogs.h"
 #include "shell/recent_jobs.h"
 #include "store/files/duplicate_plan.h"
 #include "store/files/file_operations.h"
@@ -11,6 +10,7 @@
 #include "store/jet/conversion.h"
 #include "store/jet/page_file.h"
 #include "store/master_database.h"
+#include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
 
 #include <QFileInfo>
@@ -19,7 +19,7 @@
 
 namespace zelto::shell {
 
-using Kind = widgets::FileDialogRequest::Kind;
+using Request = widgets::FileDialogRequest;
 
 JobFiles::JobFiles(widgets::MainWindowServices& window, widgets::Dialogs& dialogs,
                    RecentJobs& recent, store::MasterDatabase& master,
@@ -28,13 +28,12 @@ JobFiles::JobFiles(widgets::MainWindowServices& window, widgets::Dialogs& dialog
       m_check(std::move(check)), m_job(window, recent)
 {}
 
-void JobFiles::reportingErrors(const Operation& operation)
+bool JobFiles::refusedByDocuments()
 {
-    try {
-        operation();
-    } catch (const std::exception& error) {
-        m_dialogs.ReportError(error);
-    }
+    const bool refused = m_window.HasDocumentWindows();
+    if (refused)
+        m_dialogs.showMessage(u"Chiudere finestre aperte prima di selezionale un altro lavoro"_s);
+    return refused;
 }
 
 bool JobFiles::documentsClosed()
@@ -42,8 +41,22 @@ bool JobFiles::documentsClosed()
     return !m_job.isOpen() || m_window.closeDocumentWindows();
 }
 
-std::optional<QString> JobFiles::newJobPath(const QString& chosen, store::NameRule rule)
+QString JobFiles::askFile(const Request& request)
 {
+    return store::asOnDisk(m_dialogs.ShowFileDialog(request));
+}
+
+QString JobFiles::askNewJob(const QString& title, store::NameRule rule, const QString& folder,
+                            const QString& proposedName)
+{
+    const QString chosen = m_dialogs.ShowFileDialog({.title = title,
+                                                     .filter = JobFilter,
+                                                     .flags = Request::AnyFile,
+                                                     .initialFolder = folder,
+                                                     .kind = Request::Kind::Save,
+                                                     .defaultName = proposedName});
+    if (chosen.isEmpty())
+        return {};
     const store::TargetName name = store::targetName(chosen, rule);
     if (name.byRule == name.typed)
         return name.typed;
@@ -55,7 +68,7 @@ std::optional<QString> JobFiles::newJobPath(const QString& chosen, store::NameRu
         "Zelto:\n«%2»"_s.arg(name.typed, name.byRule),
         {creates(name.typed), creates(name.byRule)});
     if (!choice)
-        return std::nullopt;
+        return {};
     return *choice == 0 ? name.typed : name.byRule;
 }
 
@@ -79,15 +92,10 @@ void JobFiles::chiudiLavoro()
 
 void JobFiles::NuovoLavoro()
 {
-    reportingErrors([&] {
-        const QString chosen = m_dialogs.ShowFileDialog(
-            jobDialog(u"Indicare codice lavoro"_s, widgets::FileDialogRequest::AnyFile, Kind::Save,
-                      m_job.JobFolder()));
-        if (chosen.isEmpty())
-            return;
-        if (const auto path = newJobPath(chosen, store::NameRule::UpToFirstDot))
-            createJob(*path);
-    });
+    const QString path =
+        askNewJob(u"Indicare codice lavoro"_s, store::NameRule::UpToFirstDot, m_job.JobFolder());
+    if (!path.isEmpty())
+        createJob(path);
 }
 
 void JobFiles::createJob(const QString& path)
@@ -103,19 +111,20 @@ void JobFiles::createJob(const QString& path)
 
 void JobFiles::ApriLavoro()
 {
-    if (m_window.HasDocumentWindows()) {
-        m_dialogs.showMessage(u"Chiudere finestre aperte prima di selezionale un altro lavoro"_s);
+    if (refusedByDocuments())
         return;
-    }
-    const QString chosen = m_dialogs.ShowFileDialog(jobDialog(
-        u"Selezionare codice lavoro"_s, widgets::FileDialogRequest::FileMustExist, Kind::Save));
-    if (!chosen.isEmpty())
-        openVerified(store::asOnDisk(chosen), Conversion::Yes);
+    const QString path = askFile({.title = u"Selezionare codice lavoro"_s,
+                                  .filter = JobFilter,
+                                  .flags = Request::FileMustExist,
+                                  .initialFolder = {},
+                                  .kind = Request::Kind::Save});
+    if (!path.isEmpty())
+        openVerified(path, Conversion::Yes);
 }
 
-void JobFiles::LeggiRecent(int entry)
+void JobFiles::LeggiRecent(std::size_t place)
 {
-    openListed(m_recent.path(entry), Conversion::No);
+    openListed(m_recent.paths().at(place), Conversion::No);
 }
 
 void JobFiles::openGiven(const QString& path)
@@ -125,6 +134,8 @@ void JobFiles::openGiven(const QString& path)
 
 void JobFiles::openListed(const QString& listed, Conversion conversion)
 {
+    if (refusedByDocuments())
+        return;
     const QString path = store::findFile(listed);
     if (path.isEmpty())
         m_dialogs.showError(u"Archivio < %1 > non trovato"_s.arg(listed));
@@ -176,14 +187,11 @@ QString JobFiles::converted(const QString& original)
             "Windows, e le ultime modifiche potrebbero mancare. Convertirlo "
             "ugualmente?"_s))
         return {};
-    widgets::FileDialogRequest request =
-        jobDialog(u"Indicare il nome del lavoro convertito"_s, widgets::FileDialogRequest::AnyFile,
-                  Kind::Save, store::folderOf(original));
-    request.defaultName = store::nameOf(store::jet::convertedPath(original));
-    const QString chosen = m_dialogs.ShowFileDialog(request);
-    if (chosen.isEmpty())
+    const QString target =
+        askNewJob(u"Indicare il nome del lavoro convertito"_s, store::NameRule::AsTyped,
+                  store::folderOf(original), store::nameOf(store::jet::convertedPath(original)));
+    if (target.isEmpty())
         return {};
-    const QString target = store::targetName(chosen, store::NameRule::AsTyped).byRule;
     store::jet::ConversionReport report;
     {
         const widgets::StatusScope status(m_window,
@@ -209,29 +217,23 @@ void JobFiles::keepCopy()
 
 void JobFiles::DuplicaLavoro()
 {
-    reportingErrors([&] {
-        const QString source = sourceOfDuplicate();
-        if (source.isEmpty())
-            return;
-        const QString chosen = m_dialogs.ShowFileDialog(
-            jobDialog(u"Selezionare Nuovo Nome del Lavoro"_s, widgets::FileDialogRequest::AnyFile,
-                      Kind::Save, m_job.JobFolder()));
-        if (chosen.isEmpty())
-            return;
-        if (const auto target = newJobPath(chosen, store::NameRule::UpperCase))
-            duplicate(source, *target);
-    });
+    const QString source = sourceOfDuplicate();
+    if (source.isEmpty())
+        return;
+    const QString target = askNewJob(u"Selezionare Nuovo Nome del Lavoro"_s,
+                                     store::NameRule::UpperCase, m_job.JobFolder());
+    if (!target.isEmpty())
+        duplicate(source, target);
 }
 
-/// The open job, or one that the user chooses; empty when the user cancels.
 QString JobFiles::sourceOfDuplicate()
 {
     if (m_job.isOpen())
         return m_job.JobPath();
-    const QString chosen = m_dialogs.ShowFileDialog(
-        jobDialog(u"Selezionare Lavoro da Aprire"_s, widgets::FileDialogRequest::FileMustExist,
-                  Kind::Open, m_job.JobFolder()));
-    QString source = store::asOnDisk(chosen);
+    QString source = askFile({.title = u"Selezionare Lavoro da Aprire"_s,
+                              .filter = JobFilter,
+                              .flags = Request::FileMustExist,
+                              .initialFolder = m_job.JobFolder()});
     if (source.isEmpty() || refusedAsWindowsJob(source))
         return {};
     (void)store::Database::open(source, store::OpenMode::ReadOnly);

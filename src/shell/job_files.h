@@ -7,7 +7,6 @@
 #include <QString>
 
 #include <functional>
-#include <optional>
 
 namespace zelto::store {
 class JobCopies;
@@ -16,17 +15,20 @@ class MasterDatabase;
 
 namespace zelto::widgets {
 class Dialogs;
+struct FileDialogRequest;
 } // namespace zelto::widgets
 
 namespace zelto::shell {
 
 class RecentJobs;
 
-/// The operations of the File menu on job files, and the job that is open. NuovoLavoro,
-/// DuplicaLavoro, EliminaLavoro, CompattaArchivio, RiparaArchivio and RipristinaCopia report their
-/// own failures; the others throw DatabaseError, with no job open any more. Cancelling a dialog
-/// changes nothing. Before the open job is replaced or deleted, the document windows are closed;
-/// when one of them refuses, the operation stops.
+/// How file dialogs show jobs.
+inline const QString JobFilter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s;
+
+/// The operations of the File menu on job files, and the job that is open. What fails throws
+/// DatabaseError; compaction and repair report it themselves. Cancelling a dialog changes nothing.
+/// Before the open job is replaced or deleted, the document windows are closed; when one of them
+/// refuses, the operation stops.
 class JobFiles
 {
 public:
@@ -43,15 +45,14 @@ public:
     /// Creates a job and opens it.
     void NuovoLavoro();
 
-    /// Opens a job that the user chooses; refused while there are document windows.
+    /// Opens a job that the user chooses; refused, as are the next two, while there are document
+    /// windows.
     void ApriLavoro();
 
-    /// Opens the job of recent entry 13 to 16. The caller refuses that while there are document
-    /// windows.
-    void LeggiRecent(int entry);
+    /// Opens the recent job of a place, 0 for the newest.
+    void LeggiRecent(std::size_t place);
 
-    /// Opens the job given on the command line, by a file manager or by dropping it. The caller
-    /// refuses that while there are document windows.
+    /// Opens the job given on the command line, by a file manager or by dropping it.
     void openGiven(const QString& path);
 
     /// Copies a job with its companion files under a new name and opens the copy.
@@ -74,28 +75,34 @@ public:
     void chiudiLavoro();
 
 private:
-    using Operation = std::function<void()>;
-
     enum class Conversion { No, Yes };
 
-    /// Runs the operation; the user hears of what it throws.
-    void reportingErrors(const Operation& operation);
+    /// Lets go of the open job and the master database while the operation runs; what fails is
+    /// reported.
+    void withFilesClosed(const std::function<void()>& operation);
 
-    /// Lets go of the open job and the master database while the operation runs.
-    void withFilesClosed(const Operation& operation);
+    /// Says so when there are document windows.
+    [[nodiscard]] bool refusedByDocuments();
 
     /// Nothing shows the open job any more; false when a window refuses to close.
     [[nodiscard]] bool documentsClosed();
 
     /// The path of a new job; where the rule makes another name than the typed one, the user
-    /// chooses. Nothing when the user cancels.
-    [[nodiscard]] std::optional<QString> newJobPath(const QString& chosen, store::NameRule rule);
+    /// chooses. Empty when the user cancels.
+    [[nodiscard]] QString askNewJob(const QString& title, store::NameRule rule,
+                                    const QString& folder, const QString& proposedName = {});
+
+    /// The job or other database that the user chooses, as it is on disk; empty when cancelled.
+    [[nodiscard]] QString askFile(const widgets::FileDialogRequest& request);
 
     /// Says so when the file is of the edition for Windows.
     [[nodiscard]] bool refusedAsWindowsJob(const QString& path);
 
     /// Whether another window has the job open, and the user does not want to go on.
     [[nodiscard]] bool leftToOtherWindow(const QString& path);
+
+    /// Whether the chosen file may be written anew, with no document window open any more.
+    [[nodiscard]] bool mayReplace(const QString& path);
 
     void createJob(const QString& path);
     void openVerified(QString path, Conversion conversion);
@@ -104,6 +111,7 @@ private:
     [[nodiscard]] QString converted(const QString& original);
     void keepCopy();
     void openListed(const QString& listed, Conversion conversion);
+    /// The open job, or one that the user chooses; empty when the user cancels.
     [[nodiscard]] QString sourceOfDuplicate();
     void duplicate(const QString& source, const QString& target);
     void deleteJob(const QString& path);

@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on jobs as files: delete, compact, repair, restore a copy.
-#include "shell/job_dialogs.h"
 #include "shell/job_files.h"
 #include "store/files/file_operations.h"
 #include "store/files/job_copies.h"
 #include "store/files/new_file.h"
 #include "store/master_database.h"
 #include "store/recovery/repair.h"
+#include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
 
 namespace zelto::shell {
 
-using Kind = widgets::FileDialogRequest::Kind;
+using Request = widgets::FileDialogRequest;
 
 namespace {
 
 constexpr QStringView BackupExtension = u".BAK";
+const QString DatabaseFilter = JobFilter + u"|Database Access (*.MDB)|*.mdb"_s;
 
 QString repairMessage(const QString& path, const store::RepairResult& result)
 {
@@ -49,13 +50,20 @@ QString restoredName(const store::JobCopy& copy)
 
 } // namespace
 
-void JobFiles::withFilesClosed(const Operation& operation)
+void JobFiles::withFilesClosed(const std::function<void()>& operation)
 {
+    const auto reporting = [&](const std::function<void()>& step) {
+        try {
+            step();
+        } catch (const std::exception& error) {
+            m_dialogs.ReportError(error);
+        }
+    };
     m_job.suspend();
     m_master.close();
-    reportingErrors(operation);
-    reportingErrors([&] { m_master.reopen(); });
-    reportingErrors([&] { m_job.resume(); });
+    reporting(operation);
+    reporting([&] { m_master.reopen(); });
+    reporting([&] { m_job.resume(); });
 }
 
 bool JobFiles::leftToOtherWindow(const QString& path)
@@ -68,19 +76,18 @@ bool JobFiles::leftToOtherWindow(const QString& path)
 
 void JobFiles::EliminaLavoro()
 {
-    reportingErrors([&] {
-        const QString chosen = m_dialogs.ShowFileDialog(
-            jobDialog(u"Selezionare Lavoro da Eliminare"_s,
-                      widgets::FileDialogRequest::FileMustExist, Kind::Save));
-        const QString path = store::asOnDisk(chosen);
-        if (path.isEmpty())
-            return;
-        if (!store::hasJobExtension(path))
-            m_dialogs.showMessage(u"Il file selezionato non è un database ZELTO"_s);
-        else if (m_dialogs.confirmLoss(u"Confermi cancellazione del file ''%1''?"_s.arg(path)) &&
-                 !leftToOtherWindow(path))
-            deleteJob(path);
-    });
+    const QString path = askFile({.title = u"Selezionare Lavoro da Eliminare"_s,
+                                  .filter = JobFilter,
+                                  .flags = Request::FileMustExist,
+                                  .initialFolder = {},
+                                  .kind = Request::Kind::Save});
+    if (path.isEmpty())
+        return;
+    if (!store::hasJobExtension(path))
+        m_dialogs.showMessage(u"Il file selezionato non è un database ZELTO"_s);
+    else if (m_dialogs.confirmLoss(u"Confermi cancellazione del file ''%1''?"_s.arg(path)) &&
+             !leftToOtherWindow(path))
+        deleteJob(path);
 }
 
 void JobFiles::deleteJob(const QString& path)
@@ -130,33 +137,35 @@ bool JobFiles::mayGoAfterCopy(const QString& path)
 
 void JobFiles::CompattaArchivio()
 {
-    reportingErrors([&] {
-        const QString source = store::asOnDisk(m_dialogs.ShowFileDialog(
-            databaseDialog(u"Selezionare Database da Compattare"_s,
-                           widgets::FileDialogRequest::FileMustExist, m_job.JobFolder())));
-        if (source.isEmpty() || refusedAsWindowsJob(source) || leftToOtherWindow(source) ||
-            !documentsClosed())
-            return;
-        const QString backup = store::asOnDisk(
-            store::withUpperCaseName(store::withoutExtension(source) + BackupExtension.toString()));
-        withFilesClosed([&] {
-            const widgets::StatusScope status(m_window,
-                                              u"Compattamento "_s + backup + u" to "_s + source);
-            store::compact(source, backup);
-        });
+    const QString source = askFile({.title = u"Selezionare Database da Compattare"_s,
+                                    .filter = DatabaseFilter,
+                                    .flags = Request::FileMustExist,
+                                    .initialFolder = m_job.JobFolder()});
+    if (!mayReplace(source))
+        return;
+    const QString backup = store::asOnDisk(
+        store::withUpperCaseName(store::withoutExtension(source) + BackupExtension.toString()));
+    withFilesClosed([&] {
+        const widgets::StatusScope status(m_window,
+                                          u"Compattamento "_s + backup + u" to "_s + source);
+        store::compact(source, backup);
     });
 }
 
 void JobFiles::RiparaArchivio()
 {
-    reportingErrors([&] {
-        const QString path = store::asOnDisk(m_dialogs.ShowFileDialog(
-            databaseDialog(u"Selezionare Database da Riparare"_s,
-                           widgets::FileDialogRequest::AnyFile, m_job.JobFolder())));
-        if (!path.isEmpty() && !refusedAsWindowsJob(path) && !leftToOtherWindow(path) &&
-            documentsClosed())
-            repairFile(path);
-    });
+    const QString path = askFile({.title = u"Selezionare Database da Riparare"_s,
+                                  .filter = DatabaseFilter,
+                                  .flags = Request::AnyFile,
+                                  .initialFolder = m_job.JobFolder()});
+    if (mayReplace(path))
+        repairFile(path);
+}
+
+bool JobFiles::mayReplace(const QString& path)
+{
+    return !path.isEmpty() && !refusedAsWindowsJob(path) && !leftToOtherWindow(path) &&
+           documentsClosed();
 }
 
 void JobFiles::repairFile(const QString& path)
@@ -179,26 +188,19 @@ void JobFiles::repairFile(const QString& path)
 
 void JobFiles::RipristinaCopia()
 {
-    reportingErrors([&] {
-        if (m_copies.jobs().isEmpty()) {
-            m_dialogs.showMessage(
-                u"Non c'è ancora nessuna copia di sicurezza. Zelto ne conserva una "
-                "ogni volta che si apre o si chiude un lavoro cambiato."_s);
-            return;
-        }
-        const std::optional<store::JobCopy> copy = m_dialogs.chooseCopy(m_copies, m_job.JobPath());
-        if (!copy)
-            return;
-        widgets::FileDialogRequest request =
-            jobDialog(u"Indicare il nome del lavoro ripristinato"_s,
-                      widgets::FileDialogRequest::AnyFile, Kind::Save, store::folderOf(copy->job));
-        request.defaultName = restoredName(*copy);
-        const QString chosen = m_dialogs.ShowFileDialog(request);
-        if (chosen.isEmpty())
-            return;
-        if (const auto target = newJobPath(chosen, store::NameRule::AsTyped))
-            restore(copy->path, *target);
-    });
+    if (m_copies.jobs().isEmpty()) {
+        m_dialogs.showMessage(u"Non c'è ancora nessuna copia di sicurezza. Zelto ne conserva una "
+                              "ogni volta che si apre o si chiude un lavoro cambiato."_s);
+        return;
+    }
+    const std::optional<store::JobCopy> copy = m_dialogs.chooseCopy(m_copies, m_job.JobPath());
+    if (!copy)
+        return;
+    const QString target =
+        askNewJob(u"Indicare il nome del lavoro ripristinato"_s, store::NameRule::AsTyped,
+                  store::folderOf(copy->job), restoredName(*copy));
+    if (!target.isEmpty())
+        restore(copy->path, target);
 }
 
 void JobFiles::restore(const QString& copy, const QString& target)

@@ -28,10 +28,10 @@ QStringList textsOf(std::span<char* const> arguments)
 
 int runWindow(const QString& lavoro)
 {
-    zelto::shell::QtDialogs dialogs;
+    const auto dialogs = zelto::shell::makeDialogs();
     const auto application =
         zelto::shell::Application::start(QCoreApplication::applicationDirPath(),
-                                         zelto::store::ApplicationFolder::userFolder(), dialogs);
+                                         zelto::store::ApplicationFolder::userFolder(), *dialogs);
     if (!application)
         return Failed;
     application->show();

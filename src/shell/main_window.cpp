@@ -4,7 +4,6 @@
 #include "shell/file_menu.h"
 #include "shell/icons.h"
 #include "shell/status_bar.h"
-#include "shell/toolbar.h"
 #include "widgets/context_menu.h"
 
 #include <QApplication>
@@ -15,6 +14,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QStatusTipEvent>
+#include <QToolBar>
 #include <QUrl>
 
 #include <algorithm>
@@ -42,15 +42,12 @@ MainWindow::MainWindow(const RecentJobs& recentJobs)
     setWindowIcon(icon(u"zelto"_s));
     menuBar()->addMenu(m_menuFile);
     buildHelpMenu();
-    auto* toolbar = new Toolbar(this);
-    connect(toolbar, &Toolbar::chosen, this, &MainWindow::screenRequested);
-    addToolBar(toolbar);
+    buildToolbar();
     setStatusBar(m_stato);
     m_documents->setAccessibleName(u"Finestre del lavoro"_s);
     setCentralWidget(m_documents);
     shadeDocuments();
     setAcceptDrops(true);
-    m_menuFile->showRecentJobs(m_recentJobs);
 }
 
 void MainWindow::buildHelpMenu()
@@ -63,6 +60,30 @@ void MainWindow::buildHelpMenu()
                                      &MainWindow::aboutRequested);
     about->setStatusTip(u"Versione, licenza e librerie"_s);
     about->setMenuRole(QAction::NoRole);
+}
+
+void MainWindow::buildToolbar()
+{
+    auto* bar = addToolBar(u"Barra degli strumenti"_s);
+    bar->setObjectName(u"Toolbar1"_s);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    // Moved away or hidden, it would be hard to find again.
+    bar->setMovable(false);
+    bar->toggleViewAction()->setVisible(false);
+    const auto add = [&](const QString& key, const QString& caption, const QString& hint,
+                         const QString& iconName, const QString& shortcut) {
+        QAction* button = bar->addAction(icon(iconName), caption, this,
+                                         [this, key] { emit screenRequested(key); });
+        button->setObjectName(key);
+        button->setShortcut(QKeySequence(shortcut));
+        button->setToolTip(u"%1 (%2)"_s.arg(hint, shortcut));
+        button->setStatusTip(button->toolTip());
+    };
+    add(u"DatiGenerali"_s, u"Dati generali"_s, u"Dati generali e relazione del lavoro"_s,
+        u"dati_generali"_s, u"Ctrl+1"_s);
+    add(u"Variabili"_s, u"Variabili"_s, u"Coefficienti del lavoro"_s, u"variabili"_s, u"Ctrl+2"_s);
+    add(u"Parametri"_s, u"Parametri"_s, u"Unità immobiliari e vani del lavoro"_s, u"parametri"_s,
+        u"Ctrl+3"_s);
 }
 
 /// A little darker than the window, in light and dark themes; left alone the area keeps the colour
@@ -123,14 +144,13 @@ void MainWindow::showRecentJobs()
 
 bool MainWindow::HasDocumentWindows() const
 {
-    return !m_documents->subWindowList().isEmpty();
+    return !m_documents->subWindowList().isEmpty() || QApplication::activeModalWidget() != nullptr;
 }
 
 bool MainWindow::closeDocumentWindows()
 {
-    const QList<QMdiSubWindow*> windows = m_documents->subWindowList();
-    return std::all_of(windows.begin(), windows.end(),
-                       [](QMdiSubWindow* window) { return window->close(); });
+    return std::ranges::all_of(m_documents->subWindowList(),
+                               [](QMdiSubWindow* window) { return window->close(); });
 }
 
 void MainWindow::SetStatus(const QString& text, bool busy)

@@ -54,7 +54,7 @@ signals:
     void jobDropped(const QString& path);
     void aboutRequested();
     void guideRequested();
-    /// The screen of a toolbar key was asked for.
+    /// The screen of a toolbar button was asked for: "DatiGenerali", "Variabili" or "Parametri".
     void screenRequested(const QString& key);
     /// The window is about to close for good.
     void closing();
@@ -67,6 +67,7 @@ protected:
 
 private:
     void buildHelpMenu();
+    void buildToolbar();
     void shadeDocuments();
 
     const RecentJobs& m_recentJobs;

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/qt_dialogs.h"
 
-#include "shell/about_text.h"
 #include "shell/copy_dialog.h"
-#include "shell/error_report.h"
 #include "shell/file_dialog.h"
 #include "shell/icons.h"
+#include "shell/texts.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -88,126 +87,138 @@ bool hasHomeTrash()
     });
 }
 
+class QtDialogs : public widgets::Dialogs
+{
+public:
+    QString ShowFileDialog(const widgets::FileDialogRequest& request) override
+    {
+        if (m_lastFolder.isEmpty())
+            m_lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        FileDialog dialog(frontWindow(), request, m_lastFolder);
+        if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty())
+            return {};
+        QString path = dialog.chosen();
+        m_lastFolder = QFileInfo(path).absolutePath();
+        return path;
+    }
+
+    std::optional<store::JobCopy> chooseCopy(const store::JobCopies& copies,
+                                             const QString& job) override
+    {
+        CopyDialog dialog(copies, job, frontWindow());
+        return dialog.exec() == QDialog::Accepted ? dialog.chosen() : std::nullopt;
+    }
+
+    bool offerConversion(const QString& text) override
+    {
+        QMessageBox box(QMessageBox::Information, u"Zelto"_s, text, QMessageBox::Ok, frontWindow());
+        box.setTextFormat(Qt::PlainText);
+        const QPushButton* convert = box.addButton(u"&Converti ..."_s, QMessageBox::ActionRole);
+        box.setEscapeButton(QMessageBox::Ok);
+        box.exec();
+        return box.clickedButton() == convert;
+    }
+
+    bool askYesNo(const QString& question) override
+    {
+        return ask(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No,
+                   QMessageBox::Yes) == QMessageBox::Yes;
+    }
+
+    bool confirmLoss(const QString& question) override
+    {
+        return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No,
+                   QMessageBox::No) == QMessageBox::Yes;
+    }
+
+    std::optional<int> choose(const QString& question, const QStringList& choices) override
+    {
+        QMessageBox box(QMessageBox::Question, u"Zelto"_s, question, QMessageBox::NoButton,
+                        frontWindow());
+        box.setTextFormat(Qt::PlainText);
+        QList<QAbstractButton*> buttons;
+        for (const QString& choice : choices) {
+            // An ampersand of a file's name is no key.
+            QString caption = choice;
+            auto* button = box.addButton(caption.replace(u'&', u"&&"_s), QMessageBox::AcceptRole);
+            if (buttons.isEmpty())
+                box.setDefaultButton(button);
+            buttons << button;
+        }
+        box.setEscapeButton(box.addButton(u"A&nnulla"_s, QMessageBox::RejectRole));
+        box.exec();
+        const auto chosen = static_cast<int>(buttons.indexOf(box.clickedButton()));
+        return chosen < 0 ? std::nullopt : std::optional(chosen);
+    }
+
+    bool moveToTrash(const QString& path) override
+    {
+        return hasHomeTrash() && QFile::moveToTrash(path);
+    }
+
+    void showMessage(const QString& text) override
+    {
+        ask(QMessageBox::Information, text, QMessageBox::Ok);
+    }
+
+    void showError(const QString& text) override
+    {
+        ask(QMessageBox::Critical, text, QMessageBox::Ok);
+    }
+
+    void ReportError(const std::exception& error) override
+    {
+        QApplication::beep();
+        showError(errorReportText(error));
+    }
+
+    void showAbout() override
+    {
+        QMessageBox box(QMessageBox::NoIcon, u"Informazioni su Zelto"_s, aboutText(),
+                        QMessageBox::Ok, frontWindow());
+        box.setIconPixmap(icon(u"zelto"_s).pixmap(64));
+        box.exec();
+    }
+
+    void setUpPrinter(QPrinter& printer) override
+    {
+        QPrintDialog dialog(&printer, frontWindow());
+        dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies |
+                          QAbstractPrintDialog::PrintShowPageSize);
+        show(dialog, u"Imposta stampante"_s, u"OK"_s);
+    }
+
+    std::optional<widgets::PageRange> choosePages(QPrinter& printer, int pageCount) override
+    {
+        QPrintDialog dialog(&printer, frontWindow());
+        dialog.setOptions(QAbstractPrintDialog::PrintPageRange |
+                          QAbstractPrintDialog::PrintCollateCopies |
+                          QAbstractPrintDialog::PrintShowPageSize);
+        dialog.setMinMax(1, pageCount);
+        dialog.setFromTo(1, pageCount);
+        dialog.setPrintRange(QAbstractPrintDialog::AllPages);
+        openOptions(dialog);
+        if (!show(dialog, u"Opzioni di stampa"_s, u"Stampa"_s))
+            return std::nullopt;
+        const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;
+        // The pages are chosen here: the printer gets no others.
+        const widgets::PageRange all{.first = 1, .last = pageCount};
+        const widgets::PageRange chosen{.first = std::max(1, dialog.fromPage()),
+                                        .last = std::min(pageCount, dialog.toPage())};
+        printer.setPrintRange(QPrinter::AllPages);
+        printer.setFromTo(0, 0);
+        return isRange ? chosen : all;
+    }
+
+private:
+    QString m_lastFolder; ///< where the user last chose a file
+};
+
 } // namespace
 
-QString QtDialogs::ShowFileDialog(const widgets::FileDialogRequest& request)
+std::unique_ptr<widgets::Dialogs> makeDialogs()
 {
-    if (m_lastFolder.isEmpty())
-        m_lastFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const auto dialog = makeFileDialog(frontWindow(), request, m_lastFolder);
-    if (dialog->exec() != QDialog::Accepted || dialog->chosen().isEmpty())
-        return {};
-    QString path = dialog->chosen();
-    m_lastFolder = QFileInfo(path).absolutePath();
-    return path;
-}
-
-std::optional<store::JobCopy> QtDialogs::chooseCopy(const store::JobCopies& copies,
-                                                    const QString& job)
-{
-    CopyDialog dialog(copies, job, frontWindow());
-    return dialog.exec() == QDialog::Accepted ? dialog.chosen() : std::nullopt;
-}
-
-bool QtDialogs::offerConversion(const QString& text)
-{
-    QMessageBox box(QMessageBox::Information, u"Zelto"_s, text, QMessageBox::Ok, frontWindow());
-    box.setTextFormat(Qt::PlainText);
-    const QPushButton* convert = box.addButton(u"&Converti ..."_s, QMessageBox::ActionRole);
-    box.setEscapeButton(QMessageBox::Ok);
-    box.exec();
-    return box.clickedButton() == convert;
-}
-
-bool QtDialogs::askYesNo(const QString& question)
-{
-    return ask(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No,
-               QMessageBox::Yes) == QMessageBox::Yes;
-}
-
-bool QtDialogs::confirmLoss(const QString& question)
-{
-    return ask(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No,
-               QMessageBox::No) == QMessageBox::Yes;
-}
-
-std::optional<int> QtDialogs::choose(const QString& question, const QStringList& choices)
-{
-    QMessageBox box(QMessageBox::Question, u"Zelto"_s, question, QMessageBox::NoButton,
-                    frontWindow());
-    box.setTextFormat(Qt::PlainText);
-    QList<QAbstractButton*> buttons;
-    for (const QString& choice : choices) {
-        // An ampersand of a file's name is no key.
-        QString caption = choice;
-        auto* button = box.addButton(caption.replace(u'&', u"&&"_s), QMessageBox::AcceptRole);
-        if (buttons.isEmpty())
-            box.setDefaultButton(button);
-        buttons << button;
-    }
-    box.setEscapeButton(box.addButton(u"A&nnulla"_s, QMessageBox::RejectRole));
-    box.exec();
-    const auto chosen = static_cast<int>(buttons.indexOf(box.clickedButton()));
-    return chosen < 0 ? std::nullopt : std::optional(chosen);
-}
-
-bool QtDialogs::moveToTrash(const QString& path)
-{
-    return hasHomeTrash() && QFile::moveToTrash(path);
-}
-
-void QtDialogs::showMessage(const QString& text)
-{
-    ask(QMessageBox::Information, text, QMessageBox::Ok);
-}
-
-void QtDialogs::showError(const QString& text)
-{
-    ask(QMessageBox::Critical, text, QMessageBox::Ok);
-}
-
-void QtDialogs::ReportError(const std::exception& error)
-{
-    QApplication::beep();
-    showError(errorReportText(error));
-}
-
-void QtDialogs::showAbout()
-{
-    QMessageBox box(QMessageBox::NoIcon, u"Informazioni su Zelto"_s, aboutText(), QMessageBox::Ok,
-                    frontWindow());
-    box.setIconPixmap(icon(u"zelto"_s).pixmap(64));
-    box.exec();
-}
-
-void QtDialogs::setUpPrinter(QPrinter& printer)
-{
-    QPrintDialog dialog(&printer, frontWindow());
-    dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies |
-                      QAbstractPrintDialog::PrintShowPageSize);
-    show(dialog, u"Imposta stampante"_s, u"OK"_s);
-}
-
-std::optional<widgets::PageRange> QtDialogs::choosePages(QPrinter& printer, int pageCount)
-{
-    QPrintDialog dialog(&printer, frontWindow());
-    dialog.setOptions(QAbstractPrintDialog::PrintPageRange |
-                      QAbstractPrintDialog::PrintCollateCopies |
-                      QAbstractPrintDialog::PrintShowPageSize);
-    dialog.setMinMax(1, pageCount);
-    dialog.setFromTo(1, pageCount);
-    dialog.setPrintRange(QAbstractPrintDialog::AllPages);
-    openOptions(dialog);
-    if (!show(dialog, u"Opzioni di stampa"_s, u"Stampa"_s))
-        return std::nullopt;
-    const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;
-    // The pages are chosen here: the printer gets no others.
-    const widgets::PageRange all{.first = 1, .last = pageCount};
-    const widgets::PageRange chosen{.first = std::max(1, dialog.fromPage()),
-                                    .last = std::min(pageCount, dialog.toPage())};
-    printer.setPrintRange(QPrinter::AllPages);
-    printer.setFromTo(0, 0);
-    return isRange ? chosen : all;
+    return std::make_unique<QtDialogs>();
 }
 
 } // namespace zelto::shell

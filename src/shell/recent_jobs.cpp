@@ -10,11 +10,11 @@ namespace zelto::shell {
 
 namespace {
 
-constexpr QStringView Sezione = u"Main";
+const QString Sezione = u"Main"_s;
 
-QString keyOf(int entry)
+QString keyOf(std::size_t place)
 {
-    return u"File%1"_s.arg(entry - RecentJobs::FirstEntry + 1);
+    return u"File%1"_s.arg(place + 1);
 }
 
 } // namespace
@@ -22,8 +22,8 @@ QString keyOf(int entry)
 void RecentJobs::load(store::Settings& settings)
 {
     m_settings = &settings;
-    for (int entry = FirstEntry; entry <= LastEntry; ++entry)
-        at(entry) = settings.LeggiIni(Sezione.toString(), keyOf(entry));
+    for (std::size_t place = 0; place < m_paths.size(); ++place)
+        m_paths.at(place) = settings.LeggiIni(Sezione, keyOf(place));
 }
 
 void RecentJobs::save() const
@@ -31,46 +31,21 @@ void RecentJobs::save() const
     if (m_settings == nullptr)
         return;
     store::Settings::KeyValues values;
-    for (int entry = FirstEntry; entry <= LastEntry; ++entry)
-        values.emplace_back(keyOf(entry), path(entry));
-    m_settings->ScriviIni(Sezione.toString(), values);
+    for (const QString& path : m_paths)
+        values.emplace_back(keyOf(values.size()), path);
+    m_settings->ScriviIni(Sezione, values);
 }
 
 void RecentJobs::AggiornaRecent(const QString& path)
 {
-    for (int entry = std::min(find(path), LastEntry); entry > FirstEntry; --entry)
-        at(entry) = at(entry - 1);
-    at(FirstEntry) = path;
-    save();
-}
-
-const QString& RecentJobs::path(int entry) const
-{
-    return m_paths.at(static_cast<std::size_t>(entry - FirstEntry));
-}
-
-QString& RecentJobs::at(int entry)
-{
-    return m_paths.at(static_cast<std::size_t>(entry - FirstEntry));
-}
-
-QString RecentJobs::caption(int entry) const
-{
-    return u"&%1 "_s.arg(entry - FirstEntry + 1) + path(entry);
-}
-
-bool RecentJobs::separatorVisible() const
-{
-    return std::ranges::any_of(m_paths, [](const QString& path) { return !path.isEmpty(); });
-}
-
-/// Behind the last entry when the path is not listed.
-int RecentJobs::find(const QString& path) const
-{
-    const auto* const place = std::ranges::find_if(m_paths, [&](const QString& listed) {
+    auto* place = std::ranges::find_if(m_paths, [&](const QString& listed) {
         return listed.compare(path, Qt::CaseInsensitive) == 0;
     });
-    return FirstEntry + static_cast<int>(place - m_paths.begin());
+    if (place == m_paths.end())
+        --place; // the oldest one goes
+    std::rotate(m_paths.begin(), place, place + 1);
+    m_paths.front() = path;
+    save();
 }
 
 } // namespace zelto::shell

@@ -1,11 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "shell/elided_label.h"
-
+#include <QLabel>
 #include <QStatusBar>
 
 namespace zelto::shell {
+
+/// One line of plain text that gives up its middle, or its end, where it is too long; pointing at
+/// it then shows the whole.
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(Qt::TextElideMode mode, QWidget* parent = nullptr);
+
+    /// The text as it is drawn at the label's present width.
+    [[nodiscard]] QString shownText() const;
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Qt::TextElideMode m_mode;
+};
 
 /// The status bar "Stato" of three panels: status line, hint on the menu entry pointed at, open
 /// job.
@@ -26,7 +47,8 @@ public:
     void showJob(const QString& path);
 
 private:
-    ElidedLabel* addPanel(const QString& name, Qt::TextElideMode mode, int stretch);
+    ElidedLabel* addPanel(const QString& name, const QString& accessibleName,
+                          Qt::TextElideMode mode, int stretch);
 
     ElidedLabel* m_status;
     ElidedLabel* m_hint;

@@ -22,7 +22,7 @@ public:
     /// Brings the recent entries of the menu up to date.
     virtual void showRecentJobs() = 0;
 
-    /// Whether a screen lives inside the main window.
+    /// Whether a screen lives inside the main window, or a modal one is open.
     [[nodiscard]] virtual bool HasDocumentWindows() const = 0;
 
     /// Closes every document window; false when one refuses.

@@ -24,7 +24,7 @@ QString summary(const Options& o)
     };
     parts << o.sezioni;
     add(o.calcolo.dettaglio, "dettaglio");
-    for (const QString& kind : zelto::reports::tutteLeTabelle())
+    for (const QString& kind : zelto::reports::tableWords())
         if (o.calcolo.tabelle.contains(kind))
             parts << kind;
     add(o.calcolo.formato == zelto::reports::FormatoDettaglio::Esteso, "esteso");
@@ -33,9 +33,8 @@ QString summary(const Options& o)
     add(o.riparto && o.riparto->arrotondamento == zelto::calc::Arrotondamento::AQuadratura,
         "quadratura");
     parts << u"p%1"_s.arg(o.calcolo.primaPagina) << o.pdf << o.uscite;
-    for (const QString& path : o.formati)
-        if (!path.isEmpty())
-            parts << path;
+    for (const auto& [format, path] : o.formati)
+        parts << path;
     if (o.riparto)
         parts << o.riparto->importo + u'/' + o.riparto->quote.kind->word + o.riparto->quote.key;
     return parts.join(u' ');

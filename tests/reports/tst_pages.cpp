@@ -2,9 +2,7 @@
 // What the reports put where on their pages.
 #include "calc/calc_error.h"
 #include "report_fixture.h"
-#include "reports/cover_page.h"
 #include "reports/print_sequence.h"
-#include "reports/technical_report.h"
 #include "support/building.h"
 #include "support/runner.h"
 
@@ -19,7 +17,6 @@ using zelto::test::UnitData;
 
 namespace {
 
-const QStringList onlyCalculation{SezioneCalcolo};
 constexpr double bodyRow = 200;
 constexpr double bodyColumn = 84;
 
@@ -34,6 +31,13 @@ ModelloLavoro units(int count)
 QString words(int length)
 {
     return u"parola breve "_s.repeated(length / 13 + 1).left(length).trimmed();
+}
+
+/// Prints the sections; gives the number of pages.
+int print(Printer& printer, const OpzioniStampa& options,
+          const QStringList& words = QStringList(SezioneCalcolo))
+{
+    return printer.record([&](auto& context) { stampaDocumento(context, words, options); });
 }
 
 int rowOf(const zelto::test::PlacedText& text)
@@ -146,7 +150,7 @@ private slots:
             return QString();
         };
         const QString printed =
-            refusal([&] { stampaDocumento(printer.context, tutteLeSezioni(), OpzioniCalcolo()); });
+            refusal([&] { stampaDocumento(printer.context, sectionWords(), OpzioniCalcolo()); });
         QVERIFY2(printed.contains(named), qPrintable(printed));
         QCOMPARE(printed.isEmpty(), named.isEmpty());
         QCOMPARE(printer.surface.texts.empty(), !named.isEmpty());
@@ -163,9 +167,7 @@ private slots:
         modello.unita[1].vani.clear();
         Printer printer(modello);
         const OpzioniCalcolo options{.tabelle = {}, .primaPagina = 5};
-        QCOMPARE(printer.record(
-                     [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
-                 1);
+        QCOMPARE(print(printer, options), 1);
 
         QCOMPARE(printer.surface.find(u"PAG. N. 5").size(), 1U);
         QCOMPARE(printer.surface.find(u"- /lavori/Verdi.2.zlt - Condominio ").size(), 1U);
@@ -186,29 +188,19 @@ private slots:
         QVERIFY(printer.outputLines(u"calcolo.out"_s).isEmpty());
     }
 
-    void prospectusPages_data()
-    {
-        QTest::addColumn<int>("rooms");
-        QTest::addColumn<int>("formato");
-        QTest::addColumn<int>("pages");
-        QTest::addRow("compact, several to a page") << 10 << int(FormatoDettaglio::Compatto) << 3;
-        QTest::addRow("compact, one to a page") << 50 << int(FormatoDettaglio::Compatto) << 10;
-        QTest::addRow("each on its page") << 2 << int(FormatoDettaglio::Esteso) << 10;
-    }
-
+    /// Of ten units: several to a page, as many rooms as a page takes, each on a page of its own.
     void prospectusPages()
     {
-        QFETCH(int, rooms);
-        QFETCH(int, formato);
-        ModelloLavoro modello = units(10);
-        for (auto& unita : modello.unita)
-            unita.vani.assign(static_cast<std::size_t>(rooms), zelto::test::room(20));
-        Printer printer(modello);
-        const OpzioniCalcolo options{.tabelle = {},
-                                     .formato = static_cast<FormatoDettaglio>(formato)};
-        QTEST(printer.record(
-                  [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
-              "pages");
+        const auto pages = [](std::size_t rooms, FormatoDettaglio formato) {
+            ModelloLavoro modello = units(10);
+            for (auto& unita : modello.unita)
+                unita.vani.assign(rooms, zelto::test::room(20));
+            Printer printer(modello);
+            return print(printer, OpzioniCalcolo{.tabelle = {}, .formato = formato});
+        };
+        QCOMPARE(pages(10, FormatoDettaglio::Compatto), 3);
+        QCOMPARE(pages(50, FormatoDettaglio::Compatto), 10);
+        QCOMPARE(pages(2, FormatoDettaglio::Esteso), 10);
     }
 
     void everySectionHasItsPagesAndFiles()
@@ -218,8 +210,7 @@ private slots:
         modello.unita[2].CodScala = u"B"_s;
         modello.unita[1].Riferimento = u"Int.\t2"_s;
         Printer printer(modello);
-        const int pages = printer.record(
-            [](auto& context) { stampaDocumento(context, tutteLeSezioni(), OpzioniCalcolo()); });
+        const int pages = print(printer, OpzioniCalcolo(), sectionWords());
         QCOMPARE(pages, 1 + 1 + 1 + 2 + 2); // cover, prospectus, general, tables, staircases
         QCOMPARE(printer.surface.find(u"PAG. N. 6").size(), 1U);
         QCOMPARE(printer.outputLines(u"calcolo.out"_s),
@@ -234,14 +225,9 @@ private slots:
     {
         Printer printer(building({{.size = 1}}));
         const OpzioniCalcolo options{.dettaglio = false, .tabelle = {u"tabelle"_s, u"scale"_s}};
-        QCOMPARE(printer.record(
-                     [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
-                 0);
+        QCOMPARE(print(printer, options), 0);
         Printer empty(building({}));
-        QCOMPARE(empty.record([](auto& context) {
-            stampaDocumento(context, onlyCalculation, OpzioniCalcolo());
-        }),
-                 0);
+        QCOMPARE(print(empty, OpzioniCalcolo()), 0);
         QCOMPARE(empty.outputLines(u"calcolo.out"_s), QStringList{QString()});
     }
 
@@ -261,9 +247,7 @@ private slots:
         Printer printer(units(count));
         const OpzioniRiparto options{.importo = u"1000"_s,
                                      .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
-        QCOMPARE(printer.record(
-                     [&](auto& context) { stampaDocumento(context, onlyCalculation, options); }),
-                 pages);
+        QCOMPARE(print(printer, options), pages);
         QCOMPARE(printer.surface.find(u"PAG. N. ").size(), static_cast<std::size_t>(pages));
         const auto total = printer.surface.find(u"1 000,00");
         QCOMPARE(total.size(), 1U);
@@ -287,11 +271,10 @@ private slots:
             unita.vani.assign(50, zelto::test::room(199.99F, QString(15, u'W')));
         }
         Printer printer(modello);
-        printer.record(
-            [](auto& context) { stampaDocumento(context, tutteLeSezioni(), OpzioniCalcolo()); });
+        print(printer, OpzioniCalcolo(), sectionWords());
         const OpzioniRiparto options{.importo = u"999999.99"_s,
                                      .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
-        printer.record([&](auto& context) { stampaDocumento(context, onlyCalculation, options); });
+        print(printer, options);
 
         const zelto::test::PlacedText* previous = nullptr;
         for (const auto& text : printer.surface.texts) {

@@ -8,6 +8,7 @@
 #include "store/application_folder.h"
 #include "store/files/file_operations.h"
 #include "store/settings.h"
+#include "store/store_fixture.h"
 #include "support/building.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
@@ -22,9 +23,7 @@
 #include <functional>
 #include <iterator>
 #include <optional>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace zelto;
 
@@ -34,15 +33,8 @@ namespace {
 
 void put(const QString& path, const QByteArray& bytes)
 {
-    QFile file(path);
-    QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
+    test::writeBytes(path, bytes);
 }
 
 /// Two pages, recorded and read again.
@@ -73,7 +65,7 @@ void writePdf(const QString& path)
 
 void provideMaster(const QString& folder)
 {
-    put(folder + u"/share/zelto/Zelto.mdb"_s, bytesOf(QStringLiteral(ZELTO_MASTER)));
+    put(folder + u"/share/zelto/Zelto.mdb"_s, test::bytesOf(QStringLiteral(ZELTO_MASTER)));
     QVERIFY(QDir().mkpath(folder + u"/bin"_s));
     store::ApplicationFolder(folder + u"/bin"_s, folder).provideMaster();
 }
@@ -142,27 +134,6 @@ std::vector<Case> ownFiles()
     return cases;
 }
 
-/// As many open files as there are, and one more.
-class FewHandles
-{
-public:
-    FewHandles()
-    {
-        getrlimit(RLIMIT_NOFILE, &m_before);
-        const int next = ::dup(0);
-        ::close(next);
-        const rlimit limit{.rlim_cur = static_cast<rlim_t>(next) + 1,
-                           .rlim_max = m_before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    ~FewHandles() { setrlimit(RLIMIT_NOFILE, &m_before); }
-    FewHandles(const FewHandles&) = delete;
-    FewHandles& operator=(const FewHandles&) = delete;
-
-private:
-    rlimit m_before{};
-};
-
 } // namespace
 
 class TestPlantedNames : public QObject
@@ -214,11 +185,11 @@ private slots:
             QVERIFY2(error.description().contains(folder), error.what());
         }
         QTEST(refused, "refused");
-        QCOMPARE(bytesOf(outside), "altrui");
+        QCOMPARE(test::bytesOf(outside), "altrui");
         QCOMPARE(QDir(place.filePath(u"altrui"_s)).entryList(QDir::Files).size(), 1);
         QVERIFY(!QFile::exists(place.filePath(u"nulla"_s)));
         if (kind == u"folder" && name != u"bin/Zelto.mdb")
-            QCOMPARE(bytesOf(planted + u"/dentro"_s), "altrui");
+            QCOMPARE(test::bytesOf(planted + u"/dentro"_s), "altrui");
         QVERIFY(QDir(folder).entryList({u".zelto-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty());
     }
 
@@ -228,8 +199,7 @@ private slots:
         QTest::addColumn<Writer>("writer");
         QTest::addColumn<QString>("obstacle");
         for (const Case& written : outputs())
-            for (const char* obstacle :
-                 {"full disk", "few handles", "read-only folder", "vanished folder"})
+            for (const char* obstacle : {"full disk", "read-only folder", "vanished folder"})
                 QTest::addRow("%s, %s", qPrintable(written.name), obstacle)
                     << written.name << written.writer << QString::fromLatin1(obstacle);
     }
@@ -244,12 +214,9 @@ private slots:
         put(folder + u'/' + name, "[Main]");
         ::chmod(QFile::encodeName(place.path()).constData(), 0755);
         std::optional<test::DiskLimit> full;
-        std::optional<FewHandles> few;
         std::optional<test::PlainUser> plain;
         if (obstacle == u"full disk")
             full.emplace(40);
-        else if (obstacle == u"few handles")
-            few.emplace();
         else if (obstacle == u"vanished folder")
             QVERIFY(QDir(folder).removeRecursively());
         else if (::chmod(QFile::encodeName(folder).constData(), 0555) == 0)
@@ -261,7 +228,6 @@ private slots:
             said = error.description();
         }
         full.reset();
-        few.reset();
         plain.reset();
         const bool isMadeAnew = obstacle == u"vanished folder" && name.endsWith(u".csv");
         QCOMPARE(said.isEmpty(), name == u"Zelto.ini" || isMadeAnew);
@@ -271,7 +237,7 @@ private slots:
             QVERIFY2(said.contains(u"disco") || said.contains(text::systemReason(EFBIG)),
                      qPrintable(said));
         if (obstacle != u"vanished folder")
-            QCOMPARE(bytesOf(folder + u'/' + name), "[Main]");
+            QCOMPARE(test::bytesOf(folder + u'/' + name), "[Main]");
         QVERIFY(QDir(folder).entryList({u".zelto-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty());
     }
 };

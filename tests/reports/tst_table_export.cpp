@@ -62,23 +62,17 @@ private slots:
         QVERIFY(contents(u"csv/Scale.csv"_s).endsWith("'=1+2;Piano 2;;\r\n"));
     }
 
-    void theChosenTables_data()
-    {
-        QTest::addColumn<QStringList>("kinds");
-        QTest::addColumn<QString>("names");
-        QTest::addRow("all") << tutteLeTabelle() << u"Millesimi generali,Scale"_s;
-        QTest::addRow("special") << QStringList(u"tabelle"_s) << u"Scale"_s;
-        QTest::addRow("none") << QStringList() << QString();
-    }
-
     void theChosenTables()
     {
-        QFETCH(QStringList, kinds);
-        const OpzioniCalcolo options{.tabelle = kinds};
-        QStringList names;
-        for (const TableReport& table : tabelleScelte(job({u"Scale"_s}), options))
-            names << table.name;
-        QTEST(names.join(u','), "names");
+        const auto names = [](const OpzioniStampa& options) {
+            QStringList names;
+            for (const TableReport& table : tabelleScelte(job({u"Scale"_s}), options))
+                names << table.name;
+            return names.join(u',');
+        };
+        QCOMPARE(names(OpzioniCalcolo()), u"Millesimi generali,Scale"_s);
+        QCOMPARE(names(OpzioniCalcolo{.tabelle = {u"tabelle"_s}}), u"Scale"_s);
+        QCOMPARE(names(OpzioniCalcolo{.tabelle = {}}), QString());
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniCalcolo()).empty());
         QVERIFY(tabelleScelte(ModelloLavoro(), OpzioniRiparto()).empty());
     }

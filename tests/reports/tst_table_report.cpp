@@ -67,11 +67,6 @@ private slots:
             << u"Int. 1|Piano 1| 60.0000| 545.455;Int. 2|Piano 2| ------ | ------ ;"
                "Int. 3|Piano 3| 50.0000| 454.545;Int. 4|Piano 4| ------ | ------ "_s
             << u"|||1000.000"_s << 1 << u"1"_s;
-        QTest::addRow("nobody takes part")
-            << u"  DETERMINAZIONE MILLESIMI Acqua"_s
-            << u"Int. 1|Piano 1| ------ | ------ ;Int. 2|Piano 2| ------ | ------ ;"
-               "Int. 3|Piano 3| ------ | ------ ;Int. 4|Piano 4| ------ | ------ "_s
-            << u"|||1000.000"_s << 1 << u"2"_s;
         QTest::addRow("staircase")
             << u"  DETERMINAZIONE MILLESIMI SCALA A"_s
             << u"Int. 1|Piano 1| 60.0000| 600.000| 1.2000| 1000.000| 800.000;"

@@ -10,24 +10,9 @@
 
 #include <QFileInfo>
 
-#include <functional>
-#include <map>
-
 namespace zelto::test {
 
-/// The operations of the menu by name.
-inline const std::map<QString, std::function<void(shell::JobFiles&)>>& operations()
-{
-    static const std::map<QString, std::function<void(shell::JobFiles&)>> all{
-        {u"new"_s, &shell::JobFiles::NuovoLavoro},
-        {u"open"_s, &shell::JobFiles::ApriLavoro},
-        {u"duplicate"_s, &shell::JobFiles::DuplicaLavoro},
-        {u"delete"_s, &shell::JobFiles::EliminaLavoro},
-        {u"compact"_s, &shell::JobFiles::CompattaArchivio},
-        {u"repair"_s, &shell::JobFiles::RiparaArchivio},
-    };
-    return all;
-}
+using Operation = void (shell::JobFiles::*)();
 
 /// A.ZLT and B.ZLT are jobs, OLD.ZLT is one of another format, EARLIER.ZLT of an earlier edition;
 /// TEXT.ZLT is no database.
@@ -52,6 +37,16 @@ public:
                                         : u"~/"_s + QFileInfo(jobs.JobPath()).fileName();
     }
 
+    /// As the program does it: the user hears of what goes wrong.
+    void carryOut(Operation operation)
+    {
+        try {
+            (jobs.*operation)();
+        } catch (const std::exception& error) {
+            user.ReportError(error);
+        }
+    }
+
     /// Opens a job as if it had been open all the time.
     void open(const QString& name)
     {
@@ -69,3 +64,5 @@ public:
 };
 
 } // namespace zelto::test
+
+Q_DECLARE_METATYPE(zelto::test::Operation)

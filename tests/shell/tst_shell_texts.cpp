@@ -2,9 +2,9 @@
 // What the window says and what it was told: error report, command line, dialogs.
 #include "print/print_error.h"
 #include "shell/command_line.h"
-#include "shell/error_report.h"
 #include "shell/file_dialog.h"
 #include "shell/qt_dialogs.h"
+#include "shell/texts.h"
 #include "store/database_error.h"
 #include "support/runner.h"
 
@@ -55,24 +55,13 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QString, job);
         QVERIFY(!textAskedFor(arguments));
+        QVERIFY(!textAskedFor(QStringList(u"--"_s) + arguments + QStringList(u"--help"_s)));
+        QVERIFY(textAskedFor(arguments + QStringList(u"-h"_s)).has_value() !=
+                arguments.contains(u"--"));
         if (job == u"!")
             QVERIFY_THROWS_EXCEPTION(UsageError, std::ignore = jobNamed(arguments));
         else
             QCOMPARE(jobNamed(arguments), job);
-    }
-
-    void helpAndVersion()
-    {
-        QVERIFY(textAskedFor({u"A.ZLT"_s, u"--help"_s})->startsWith(u"Uso: zelto"));
-        QCOMPARE(textAskedFor({u"--version"_s}), u"zelto " ZELTO_VERSION "\n"_s);
-        QVERIFY(!textAskedFor({u"--"_s, u"--help"_s}));
-    }
-
-    void filters()
-    {
-        QCOMPARE(nameFilters(u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s),
-                 (QStringList{u"Tabelle Millessimi (*.ZLT *.zlt)"_s,
-                              u"Database Access (*.MDB *.mdb)"_s}));
     }
 
     /// Open or save, existing files or any, by kind and flags.
@@ -99,20 +88,22 @@ private slots:
         const QTemporaryDir otherFolder;
         FileDialogRequest request{
             .title = u"Indicare codice lavoro"_s,
-            .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
+            .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
             .flags = mustExist ? FileDialogRequest::FileMustExist : FileDialogRequest::AnyFile,
             .initialFolder = folder.path(),
             .kind = saveKind ? FileDialogRequest::Kind::Save : FileDialogRequest::Kind::Open};
-        const auto dialog = makeFileDialog(nullptr, request, otherFolder.path());
-        QTEST(dialog->acceptMode(), "acceptMode");
-        QTEST(dialog->fileMode(), "fileMode");
-        QCOMPARE(dialog->windowTitle(), request.title);
-        QCOMPARE(dialog->directory().path(), folder.path());
-        QVERIFY(dialog->testOption(QFileDialog::DontConfirmOverwrite));
+        const FileDialog dialog(nullptr, request, otherFolder.path());
+        QTEST(dialog.acceptMode(), "acceptMode");
+        QTEST(dialog.fileMode(), "fileMode");
+        QCOMPARE(dialog.windowTitle(), request.title);
+        QCOMPARE(dialog.nameFilters(), (QStringList{u"Tabelle Millessimi (*.ZLT *.zlt)"_s,
+                                                    u"Database Access (*.MDB *.mdb)"_s}));
+        QCOMPARE(dialog.directory().path(), folder.path());
+        QVERIFY(dialog.testOption(QFileDialog::DontConfirmOverwrite));
 
         for (const QString& none : {QString(), folder.filePath(u"gone"_s)}) {
             request.initialFolder = none;
-            QCOMPARE(makeFileDialog(nullptr, request, otherFolder.path())->directory().path(),
+            QCOMPARE(FileDialog(nullptr, request, otherFolder.path()).directory().path(),
                      otherFolder.path());
         }
     }
@@ -141,7 +132,7 @@ private slots:
         QFETCH(QString, chosen);
         const QTemporaryDir folder;
         QVERIFY(QDir(folder.path()).mkpath(u"a"_s));
-        const auto dialog = makeFileDialog(
+        FileDialog dialog(
             nullptr,
             {.title = u"Lavoro"_s,
              .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
@@ -149,21 +140,21 @@ private slots:
              .initialFolder = folder.path(),
              .kind = FileDialogRequest::Kind::Save},
             folder.path());
-        dialog->show();
-        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
-        auto* list = dialog->findChild<QTreeView*>(u"treeView"_s);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto* list = dialog.findChild<QTreeView*>(u"treeView"_s);
         QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
         list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
         QVERIFY(QDir(folder.path()).mkpath(u"a/b"_s));
         for (const char16_t* file : {u"a/b/A.ZLT", u"La \"Torre\".ZLT"})
             QVERIFY(QFile(folder.filePath(QString::fromUtf16(file))).open(QIODevice::WriteOnly));
-        auto* name = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s);
+        auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
         name->setFocus();
         name->selectAll();
         QTest::keyClicks(name, typed.replace(u'~', folder.path()));
         QTest::keyClick(name, Qt::Key_Return);
-        QCOMPARE(dialog->result(), int(chosen.isEmpty() ? QDialog::Rejected : QDialog::Accepted));
-        QCOMPARE(dialog->chosen(), chosen.replace(u'~', folder.path()));
+        QCOMPARE(dialog.result(), int(chosen.isEmpty() ? QDialog::Rejected : QDialog::Accepted));
+        QCOMPARE(dialog.chosen(), chosen.replace(u'~', folder.path()));
     }
 
     /// In a home that has none yet, and where none can be made.
@@ -177,7 +168,7 @@ private slots:
             QFile file(job);
             const bool written = file.open(QIODevice::WriteOnly);
             file.close();
-            return written && QtDialogs().moveToTrash(job);
+            return written && makeDialogs()->moveToTrash(job);
         };
         qputenv("XDG_DATA_HOME", data.toUtf8());
         QVERIFY(trashed());
@@ -193,7 +184,7 @@ private slots:
     /// What Return and Escape answer.
     void defaultAnswers()
     {
-        QtDialogs dialogs;
+        const auto dialogs = makeDialogs();
         const auto answered = [](int key, auto&& asking) {
             QTimer::singleShot(0, qApp, [key] {
                 QTest::keyClick(QApplication::activeModalWidget(), static_cast<Qt::Key>(key));
@@ -201,9 +192,9 @@ private slots:
             return asking();
         };
         const QStringList choices{u"Crea «…/R&S.1.ZLT»"_s, u"Crea «…/R&S.ZLT»"_s};
-        const auto yesNo = [&] { return dialogs.askYesNo(u"Salvare?"_s); };
-        const auto loss = [&] { return dialogs.confirmLoss(u"Eliminare?"_s); };
-        const auto choice = [&] { return dialogs.choose(u"Quale?"_s, choices); };
+        const auto yesNo = [&] { return dialogs->askYesNo(u"Salvare?"_s); };
+        const auto loss = [&] { return dialogs->confirmLoss(u"Eliminare?"_s); };
+        const auto choice = [&] { return dialogs->choose(u"Quale?"_s, choices); };
         QVERIFY(answered(Qt::Key_Return, yesNo));
         QVERIFY(!answered(Qt::Key_Return, loss));
         QCOMPARE(answered(Qt::Key_Return, choice), std::optional(0));

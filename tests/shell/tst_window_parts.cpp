@@ -42,23 +42,16 @@ class TestWindowParts : public QObject
     Q_OBJECT
 
 private slots:
-    void statusLine_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("busy");
-        QTest::addColumn<QString>("shown");
-        QTest::addRow("empty") << QString() << false << u"Pronto"_s;
-        QTest::addRow("empty and busy") << QString() << true << u"Pronto"_s;
-        QTest::addRow("text") << u"Calcolo"_s << false << u"Calcolo"_s;
-        QTest::addRow("busy") << u"Calcolo"_s << true << u"Calcolo, Prego attendere..."_s;
-    }
     void statusLine()
     {
-        QFETCH(QString, text);
-        QFETCH(bool, busy);
         StatusBar bar;
-        bar.SetStatus(text, busy);
-        QTEST(bar.findChild<ElidedLabel*>(u"Stato1"_s)->text(), "shown");
+        const auto shown = [&](const QString& text, bool busy) {
+            bar.SetStatus(text, busy);
+            return bar.findChild<ElidedLabel*>(u"Stato1"_s)->text();
+        };
+        QCOMPARE(shown(u"Calcolo"_s, false), u"Calcolo"_s);
+        QCOMPARE(shown(u"Calcolo"_s, true), u"Calcolo, Prego attendere..."_s);
+        QCOMPARE(shown({}, true), u"Pronto"_s);
     }
 
     /// A path that is too long keeps its beginning and its end.

@@ -59,13 +59,19 @@ class TestMainWindow : public QObject
 private slots:
     void firstStart()
     {
-        const Installation installation;
-        Session session(installation);
+        Session session;
         QCOMPARE(session.title(), u"Zelto 2011 - v. 5.0.0"_s);
         session.verifyIdle({});
         for (int k = 12; k <= 16; ++k)
             QVERIFY(!session.entry(k).isVisible());
         QVERIFY(session.user.said().isEmpty());
+        QStringList captions;
+        for (const QAction* entry : session.window().menuFile().actions())
+            captions << (entry->isSeparator() ? u"-"_s : entry->text());
+        QCOMPARE(captions.join(u'|'),
+                 u"&Nuovo ...|&Apri ...|&Duplica ...|&Elimina ...|-|Compattamento archivio|"
+                 u"Riparazione archivio|&Ripristina copia ...|-|Imposta stampante ...|-|&1 |&2 |"
+                 u"&3 |&4 |-|Uscita"_s);
     }
 
     /// A screen needs a job: the button asks for one, and shows the screen over it.
@@ -77,14 +83,13 @@ private slots:
     }
     void toolbarScreens()
     {
-        const Installation installation;
-        Session session(installation);
+        Session session;
         const QString key = QString::fromLatin1(QTest::currentDataTag());
         QToolButton* button = session.toolbarButton(key);
         QTest::mouseClick(button, Qt::LeftButton);
         QVERIFY(session.user.said().startsWith(u"save: Selezionare codice lavoro"));
 
-        session.user.files << installation.newJob(u"A.ZLT"_s);
+        session.user.files << session.installation.newJob(u"A.ZLT"_s);
         QString caption;
         QTimer::singleShot(0, &session.window(), [&caption] {
             QWidget* screen = QApplication::activeModalWidget();
@@ -94,32 +99,31 @@ private slots:
         QTest::mouseClick(button, Qt::LeftButton);
         QTEST(caption, "caption");
         QVERIFY(QApplication::activeModalWidget() == nullptr);
-        session.verifyIdle(installation.job(u"A.ZLT"_s));
+        session.verifyIdle(session.installation.job(u"A.ZLT"_s));
     }
 
     /// One window, however often it is asked for; while it is open no other job is.
     void parametersWindow()
     {
-        const Installation installation;
-        Session session(installation);
-        session.application().open(installation.newJob(u"A.ZLT"_s));
+        Session session;
+        session.open();
         QToolButton* button = session.toolbarButton(u"Parametri"_s);
         QTest::mouseClick(button, Qt::LeftButton);
         QTest::mouseClick(button, Qt::LeftButton);
         const QList<QMdiSubWindow*> frames = session.window().findChildren<QMdiSubWindow*>();
         QCOMPARE(frames.size(), 1);
         QCOMPARE(frames.first()->windowTitle(), u"Parametri per millesimi"_s);
-        session.verifyIdle(installation.job(u"A.ZLT"_s));
-        session.choose(FileEntry::Apri);
+        session.verifyIdle(session.installation.job(u"A.ZLT"_s));
+        session.choose(u"Apri"_s);
         QVERIFY(session.user.said().startsWith(u"message: Chiudere finestre aperte"));
         QVERIFY(frames.first()->close());
         QTRY_VERIFY(!session.window().HasDocumentWindows());
         QTest::mouseClick(button, Qt::LeftButton);
         QVERIFY(session.window().HasDocumentWindows());
-        session.user.files << installation.job(u"A.ZLT"_s);
-        session.choose(FileEntry::Elimina);
+        session.user.files << session.installation.job(u"A.ZLT"_s);
+        session.choose(u"Elimina"_s);
         QTRY_VERIFY(!session.window().HasDocumentWindows());
-        QCOMPARE(installation.jobs(), QStringList());
+        QCOMPARE(session.installation.jobs(), QStringList());
     }
 
     /// Answers that need no window come without a display.
@@ -152,36 +156,20 @@ private slots:
         QVERIFY2(said.contains(says), qPrintable(said));
     }
 
-    void withoutMasterDatabase_data()
-    {
-        QTest::addColumn<bool>("exists");
-        QTest::addRow("missing") << false;
-        QTest::addRow("unreadable") << true;
-    }
     void withoutMasterDatabase()
     {
-        QFETCH(bool, exists);
         const Installation installation;
-        QVERIFY(QFile::remove(installation.program(u"Zelto.mdb"_s)));
-        if (exists)
-            write(installation.program(u"Zelto.mdb"_s), "no database");
-        ScriptedUser dialogs;
-        QVERIFY(!installation.start(dialogs));
-        const QString shown = dialogs.said();
-        QVERIFY(shown.startsWith(u"error: Zelto non può essere avviato.\n\n"));
-        QVERIFY(shown.contains(u"Zelto.mdb"));
-    }
-
-    void menuEntries()
-    {
-        const Installation installation;
-        Session session(installation);
-        QStringList captions;
-        for (int k = 3; k <= 18; ++k)
-            captions << (session.entry(k).isSeparator() ? u"-"_s : session.entry(k).text());
-        QCOMPARE(captions.join(u'|'),
-                 u"&Nuovo ...|&Apri ...|&Duplica ...|&Elimina ...|-|Compattamento archivio|"
-                 "Riparazione archivio|-|Imposta stampante ...|-|&1 |&2 |&3 |&4 |-|Uscita"_s);
+        const QString master = installation.program(u"Zelto.mdb"_s);
+        QVERIFY(QFile::remove(master));
+        for (const bool exists : {false, true}) {
+            if (exists)
+                write(master, "no database");
+            ScriptedUser dialogs;
+            QVERIFY(!installation.start(dialogs));
+            const QString shown = dialogs.said();
+            QVERIFY(shown.startsWith(u"error: Zelto non può essere avviato.\n\n"));
+            QVERIFY(shown.contains(u"Zelto.mdb"));
+        }
     }
 
     /// What the settings say is shown, what is shown is written back.
@@ -198,7 +186,7 @@ private slots:
 
         const QString job = installation.newJob(u"D.ZLT"_s);
         session.application().open(job);
-        session.choose(FileEntry::Uscita);
+        session.choose(u"Uscita"_s);
         QVERIFY(!session.window().isVisible());
         const zelto::store::Settings written(settings);
         const QStringList expected{job, u"/a & b/A.ZLT"_s, {}, u"/C.ZLT"_s};
@@ -222,10 +210,8 @@ private slots:
     /// running.
     void documentWindows()
     {
-        const Installation installation;
-        Session session(installation);
-        const QString job = installation.newJob(u"A.ZLT"_s);
-        session.application().open(job);
+        Session session;
+        const QString job = session.open();
         auto* screen = new StubbornScreen;
         screen->setWindowTitle(u"Parametri"_s);
         QMdiSubWindow& frame = session.window().addDocumentWindow(screen);
@@ -234,10 +220,10 @@ private slots:
         QVERIFY(session.window().HasDocumentWindows());
         session.verifyIdle(job);
 
-        session.choose(FileEntry::Uscita);
+        session.choose(u"Uscita"_s);
         QVERIFY(session.window().isVisible());
         session.user.files = {job};
-        session.choose(FileEntry::Elimina);
+        session.choose(u"Elimina"_s);
         QVERIFY(QFile::exists(job));
         session.verifyIdle(job);
         delete screen;
@@ -245,8 +231,7 @@ private slots:
 
     void busyPointerNests()
     {
-        const Installation installation;
-        Session session(installation);
+        Session session;
         MainWindow& window = session.window();
         window.BeginBusy();
         window.BeginBusy();
@@ -258,9 +243,8 @@ private slots:
 
     void hintsKeepThePanels()
     {
-        const Installation installation;
-        Session session(installation);
-        session.application().open(installation.newJob(u"A.ZLT"_s));
+        Session session;
+        session.open();
         QMenuBar* bar = session.window().menuBar();
         QTest::mouseClick(bar, Qt::LeftButton, {},
                           bar->actionGeometry(bar->actions().constFirst()).center());
@@ -272,9 +256,8 @@ private slots:
 
     void dropsOfFiles()
     {
-        const Installation installation;
-        Session session(installation);
-        const QString job = installation.newJob(u"verdi.zlt"_s);
+        Session session;
+        const QString job = session.installation.newJob(u"verdi.zlt"_s);
         const QUrl url = QUrl::fromLocalFile(job);
         QVERIFY(!drop(session.window(), {url, url}));
         QVERIFY(!drop(session.window(), {QUrl::fromLocalFile(u"/etc/passwd"_s)}));
@@ -283,18 +266,18 @@ private slots:
         QTRY_COMPARE(session.application().jobFiles().JobPath(), job);
         session.verifyIdle(job);
 
-        QVERIFY(drop(session.window(), {QUrl::fromLocalFile(installation.job(u"no.zlt"_s))}));
+        QVERIFY(
+            drop(session.window(), {QUrl::fromLocalFile(session.installation.job(u"no.zlt"_s))}));
         QCoreApplication::processEvents();
-        QCOMPARE(session.user.said(),
-                 u"error: Archivio < %1 > non trovato"_s.arg(installation.job(u"no.zlt"_s)));
+        QCOMPARE(session.user.said(), u"error: Archivio < %1 > non trovato"_s.arg(
+                                          session.installation.job(u"no.zlt"_s)));
         session.verifyIdle(job);
     }
 
     void otherDialogs()
     {
-        const Installation installation;
-        Session session(installation);
-        session.choose(FileEntry::ImpostaStampante);
+        Session session;
+        session.choose(u"Imposta stampante"_s);
         QCOMPARE(session.user.said(), QPrinterInfo::availablePrinterNames().isEmpty()
                                           ? u"message: Nessuna stampante installata"_s
                                           : u"printer"_s);
@@ -304,8 +287,7 @@ private slots:
 
     void shortcuts()
     {
-        const Installation installation;
-        Session session(installation);
+        Session session;
         session.window().activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&session.window()));
         QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+N"_s));

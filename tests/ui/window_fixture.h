@@ -56,23 +56,26 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// A started program and a user at its window.
+/// A started program, of an installation of its own if none is given, and a user at its window.
 class Session
 {
+    std::unique_ptr<const Installation> m_own;
+
 public:
-    explicit Session(const Installation& installation) : m_application(installation.start(user))
-    {
-        if (!m_application)
-            qFatal("%s", qPrintable(user.said()));
-        user.hasTrash = false;
-        m_application->show();
-        if (!QTest::qWaitForWindowExposed(&window()))
-            qFatal("the window does not appear");
-    }
+    Session() : m_own(std::make_unique<const Installation>()), installation(*m_own) { start(); }
+    explicit Session(const Installation& there) : installation(there) { start(); }
 
     [[nodiscard]] shell::Application& application() { return *m_application; }
     [[nodiscard]] shell::MainWindow& window() { return m_application->window(); }
     [[nodiscard]] QAction& entry(int index) { return window().menuFile().VoceFile(index); }
+
+    /// Opens a copy of the example.
+    QString open(const QString& name = u"A.ZLT"_s)
+    {
+        QString job = installation.newJob(name);
+        application().open(job);
+        return job;
+    }
 
     /// Clicks an entry of the File menu with the mouse.
     void choose(int index)
@@ -84,7 +87,14 @@ public:
             qFatal("entry %d is not there to be clicked", index);
         QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&entry(index)).center());
     }
-    void choose(shell::FileEntry index) { choose(static_cast<int>(index)); }
+    /// The one whose caption begins so.
+    void choose(const QString& caption)
+    {
+        for (int index = 3; index <= 19; ++index)
+            if (entry(index).text().remove(u'&').startsWith(caption))
+                return choose(index);
+        qFatal("there is no entry %s", qPrintable(caption));
+    }
 
     /// The toolbar's button of a screen.
     [[nodiscard]] QToolButton* toolbarButton(const QString& key)
@@ -113,9 +123,21 @@ public:
             QVERIFY(!title().contains(u" - /"));
     }
 
+    const Installation& installation;
     ScriptedUser user;
 
 private:
+    void start()
+    {
+        m_application = installation.start(user);
+        if (!m_application)
+            qFatal("%s", qPrintable(user.said()));
+        user.hasTrash = false;
+        m_application->show();
+        if (!QTest::qWaitForWindowExposed(&window()))
+            qFatal("the window does not appear");
+    }
+
     std::unique_ptr<shell::Application> m_application;
 };
 

@@ -7,44 +7,32 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QRadioButton>
 
 namespace zelto::reports {
 
-using widgets::TypedLine;
-
 Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
     : PrintScreen(u"Millesimi"_s, u"Calcolo millesimi"_s, context, parent),
-      m_primaPagina(new TypedLine(u"IOL"_s, 3)), m_esteso(new QRadioButton(u"Esteso"_s)),
+      m_primaPagina(new widgets::TypedLine(u"IOL"_s, 3)), m_esteso(new QRadioButton(u"Esteso"_s)),
       m_compatto(new QRadioButton(u"Compatto"_s))
 {
-    setContents(buildContents());
+    setContents(buildContents(), sectionWords());
     m_primaPagina->setFocus();
 }
 
 QWidget* Millesimi::buildContents()
 {
-    const QString caption = u"Numero prima pagina di stampa"_s;
-    m_primaPagina->setObjectName(u"Dati0"_s);
-    m_primaPagina->setAccessibleName(caption);
     m_primaPagina->setText(u"1"_s);
-    m_primaPagina->setAlignment(Qt::AlignRight);
-    m_primaPagina->setMaximumWidth(m_primaPagina->fontMetrics().horizontalAdvance(u'0') * 8);
-    auto* label = new QLabel(caption);
-    label->setBuddy(m_primaPagina);
+    QHBoxLayout* row = fieldRow(u"Numero prima pagina di stampa"_s, *m_primaPagina, 8);
+    row->addStretch(1);
+    auto* columns = new QHBoxLayout;
+    columns->addWidget(buildSelection(), 1);
+    columns->addWidget(buildFormat(), 0, Qt::AlignTop);
 
     auto* contents = new QWidget;
     auto* layout = new QVBoxLayout(contents);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* row = new QHBoxLayout;
-    row->addWidget(label);
-    row->addWidget(m_primaPagina);
-    row->addStretch(1);
     layout->addLayout(row);
-    auto* columns = new QHBoxLayout;
-    columns->addWidget(buildSelection(), 1);
-    columns->addWidget(buildFormat(), 0, Qt::AlignTop);
     layout->addLayout(columns);
     return contents;
 }
@@ -106,11 +94,6 @@ OpzioniStampa Millesimi::opzioni() const
                           .indice = m_indice->isChecked() ? calc::IndicePiano::Proporzionale
                                                           : calc::IndicePiano::PerConsistenza,
                           .primaPagina = hasNumber ? m_primaPagina->text().toInt() : 1};
-}
-
-bool Millesimi::isReady()
-{
-    return !sezioni().isEmpty();
 }
 
 } // namespace zelto::reports

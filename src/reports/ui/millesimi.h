@@ -6,10 +6,6 @@
 class QBoxLayout;
 class QRadioButton;
 
-namespace zelto::widgets {
-class TypedLine;
-} // namespace zelto::widgets
-
 namespace zelto::reports {
 
 /// The calculation screen "Calcolo millesimi".
@@ -21,7 +17,7 @@ public:
     Millesimi(const StampaContext& context, QWidget* parent = nullptr);
 
 protected:
-    bool isReady() override;
+    [[nodiscard]] bool isReady() const override { return !sezioni().isEmpty(); }
     [[nodiscard]] OpzioniStampa opzioni() const override;
 
 private:

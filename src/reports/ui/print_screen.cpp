@@ -9,15 +9,15 @@
 #include "reports/table_export.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
+#include "widgets/typed_line.h"
 
 #include <QCheckBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
-
-#include <utility>
 
 namespace zelto::reports {
 
@@ -27,14 +27,9 @@ namespace {
 QString pathBeside(const QString& chosen, const TableFormat& format)
 {
     const QFileInfo file(chosen);
-    return file.dir().filePath(file.completeBaseName() + (format.extension.isEmpty()
+    return file.dir().filePath(file.completeBaseName() + (format.isFolder()
                                                               ? u' ' + format.option.toUpper()
                                                               : format.extension));
-}
-
-bool isFolderThere(const QString& path, const TableFormat& format)
-{
-    return format.extension.isEmpty() && QFileInfo::exists(path);
 }
 
 } // namespace
@@ -49,27 +44,41 @@ PrintScreen::PrintScreen(const QString& name, const QString& caption, const Stam
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 }
 
-void PrintScreen::setContents(QWidget* contents)
+void PrintScreen::setContents(QWidget* contents, const QStringList& sezioni)
 {
     m_layout->addWidget(contents);
-    m_layout->addWidget(buildSections());
-    setSezioni(tutteLeSezioni());
+    m_layout->addWidget(buildSections(sezioni));
     m_layout->addStretch(1);
     m_layout->addLayout(buildButtons());
 }
 
-QWidget* PrintScreen::buildSections()
+QWidget* PrintScreen::buildSections(const QStringList& sezioni)
 {
     auto* frame = new QGroupBox(u"Opzioni di stampa"_s);
     auto* row = new QHBoxLayout(frame);
-    for (const SezioneStampa& section : sezioniStampa()) {
+    for (const Section& section : sections()) {
         auto* box = new QCheckBox(section.caption);
+        box->setChecked(sezioni.contains(section.word));
         box->setObjectName(u"Sezione%1"_s.arg(m_sezioni.size()));
         row->addWidget(box);
         m_sezioni.push_back(box);
     }
     row->addStretch(1);
     return frame;
+}
+
+QHBoxLayout* PrintScreen::fieldRow(const QString& caption, widgets::TypedLine& field, int digits)
+{
+    field.setObjectName(u"Dati0"_s);
+    field.setAccessibleName(caption);
+    field.setAlignment(Qt::AlignRight);
+    field.setMaximumWidth(field.fontMetrics().horizontalAdvance(u'0') * digits);
+    auto* label = new QLabel(caption);
+    label->setBuddy(&field);
+    auto* row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(&field);
+    return row;
 }
 
 QHBoxLayout* PrintScreen::buildButtons()
@@ -98,28 +107,21 @@ QStringList PrintScreen::sezioni() const
     QStringList chosen;
     for (std::size_t i = 0; i < m_sezioni.size(); ++i)
         if (m_sezioni[i]->isChecked())
-            chosen << sezioniStampa()[i].word;
+            chosen << sections()[i].word;
     return chosen;
-}
-
-void PrintScreen::setSezioni(const QStringList& sezioni)
-{
-    for (std::size_t i = 0; i < m_sezioni.size(); ++i)
-        m_sezioni[i]->setChecked(sezioni.contains(sezioniStampa()[i].word));
 }
 
 QString PrintScreen::proposedPath(const QString& extension) const
 {
     const QFileInfo job(m_context.jobPath);
-    return job.dir().filePath(job.completeBaseName() + documento(opzioni()).nameSuffix + extension);
+    return job.dir().filePath(job.completeBaseName() + documentKind(opzioni()).nameSuffix +
+                              extension);
 }
 
 print::DocumentData PrintScreen::documentData() const
 {
-    const Documento& document = documento(opzioni());
-    return {.printTitle = document.printTitle,
-            .info = {.title = documentTitle(document.title, m_modello),
-                     .author = print::userFullName()},
+    return {.printTitle = documentKind(opzioni()).printTitle,
+            .info = documentInfo(opzioni(), m_modello),
             .pdfPath = proposedPath(u".pdf"_s)};
 }
 
@@ -132,13 +134,6 @@ void PrintScreen::draw()
                      .status = m_context.print.window},
                     sezioni(), opzioni());
     m_context.print.engine.EndDocument();
-}
-
-/// Paper takes nothing back: what fails does so before anything is drawn on it.
-void PrintScreen::rehearse()
-{
-    m_context.print.engine.setPageSize(m_context.print.printers.pageSize());
-    draw();
 }
 
 void PrintScreen::record()
@@ -169,24 +164,28 @@ void PrintScreen::stampa()
 {
     if (!isReady())
         return;
-    const auto drawing = [this] { draw(); };
-    if (print::PrinterDesk::isInstalled()) {
-        reporting([&] {
-            rehearse();
-            print::drawOnPrinter(m_context.print, documentData().printTitle, drawing);
-        });
+    if (!print::PrinterDesk::isInstalled()) {
+        stampaInPdf();
         return;
     }
+    reporting([this] {
+        // Paper takes nothing back: what fails does so before anything is drawn on it.
+        m_context.print.engine.setPageSize(m_context.print.printers.pageSize());
+        draw();
+        print::drawOnPrinter(m_context.print, documentData().printTitle, [this] { draw(); });
+    });
+}
+
+void PrintScreen::stampaInPdf()
+{
     widgets::Dialogs& dialogs = m_context.print.dialogs;
     if (!print::offersPdfInstead(dialogs))
         return;
     const print::DocumentData document = documentData();
     const QString path = print::choosePdfPath(dialogs, document.pdfPath);
-    if (path.isEmpty())
-        return;
-    const bool written =
-        reporting([&] { print::drawIntoPdf(m_context.print, path, document.info, drawing); });
-    if (written)
+    if (!path.isEmpty() && reporting([&] {
+            print::drawIntoPdf(m_context.print, path, document.info, [this] { draw(); });
+        }))
         print::tellWritten(dialogs, path);
 }
 
@@ -205,7 +204,7 @@ void PrintScreen::esportaTabelle()
     for (const TableFormat& format : tableFormats()) {
         if (!paths.isEmpty())
             path = pathBeside(paths.front(), format);
-        if (isFolderThere(path, format) &&
+        if (format.isFolder() && QFileInfo::exists(path) &&
             !dialogs.confirmLoss(
                 u"La cartella «%1» esiste già.\n\nSostituire i suoi file %2?"_s.arg(
                     QFileInfo(path).fileName(), format.option.toUpper())))
@@ -219,16 +218,16 @@ void PrintScreen::esportaTabelle()
 
 void PrintScreen::writeTables(const QStringList& paths)
 {
-    const std::vector<TableReport> chosen = tabelleScelte(m_modello, opzioni());
+    const Tables chosen = tabelleScelte(m_modello, opzioni());
     if (chosen.empty())
         throw calc::CalcError(u"Non c'è nessuna tabella da esportare tra quelle scelte."_s);
     // Folders first: one that cannot be made leaves nothing behind.
-    for (qsizetype i = 0; i < paths.size(); ++i)
-        if (tableFormats()[static_cast<std::size_t>(i)].extension.isEmpty())
-            print::makeOwnFolder(paths[i]);
-    for (qsizetype i = 0; i < paths.size(); ++i) {
-        const TableFormat& format = tableFormats()[static_cast<std::size_t>(i)];
-        format.write(format.extension.isEmpty() ? paths[i] : print::chosenPath(paths[i]), chosen,
+    for (qsizetype i = 0; const TableFormat& format : tableFormats())
+        if (const QString& path = paths[i++]; format.isFolder())
+            print::makeOwnFolder(path);
+    for (qsizetype i = 0; const TableFormat& format : tableFormats()) {
+        const QString& path = paths[i++];
+        format.write(format.isFolder() ? path : print::chosenPath(path), chosen,
                      documentData().info);
     }
 }
@@ -236,21 +235,18 @@ void PrintScreen::writeTables(const QStringList& paths)
 bool PrintScreen::reporting(const std::function<void()>& action)
 {
     widgets::Dialogs& dialogs = m_context.print.dialogs;
-    QString remark;
     try {
-        const widgets::StatusScope busy(m_context.print.window, documento(opzioni()).title);
+        const widgets::StatusScope busy(m_context.print.window, documentKind(opzioni()).title);
         action();
         return true;
     } catch (const calc::CalcError& error) {
-        remark = error.description();
+        // Something that the user can put right: no failure of the program.
+        dialogs.showMessage(error.description());
     } catch (const print::EmptyDocument& error) {
-        remark = error.description();
+        dialogs.showMessage(error.description());
     } catch (const std::exception& error) {
         dialogs.ReportError(error);
-        return false;
     }
-    // Something that the user can put right: no failure of the program.
-    dialogs.showMessage(remark);
     return false;
 }
 

@@ -18,6 +18,10 @@ namespace zelto::store {
 class Database;
 } // namespace zelto::store
 
+namespace zelto::widgets {
+class TypedLine;
+} // namespace zelto::widgets
+
 namespace zelto::reports {
 
 /// What the print screens work with; all of it outlives them.
@@ -50,31 +54,34 @@ protected:
     PrintScreen(const QString& name, const QString& caption, const StampaContext& context,
                 QWidget* parent);
 
-    /// Puts the screen's own part over the sections and the buttons; once, at the end of
-    /// construction.
-    void setContents(QWidget* contents);
+    /// Puts the screen's own part over the boxes of the sections, those named checked at first, and
+    /// the buttons; once, at the end of construction.
+    void setContents(QWidget* contents, const QStringList& sezioni);
+
+    /// A row with the label and the screen's one field of figures, as wide as so many digits.
+    static QHBoxLayout* fieldRow(const QString& caption, widgets::TypedLine& field, int digits);
 
     [[nodiscard]] const calc::ModelloLavoro& modello() const { return m_modello; }
     /// The words of the chosen sections.
     [[nodiscard]] QStringList sezioni() const;
-    void setSezioni(const QStringList& sezioni);
 
-    /// Whether there is something to do; takes over what is still being typed.
-    virtual bool isReady() { return true; }
+    /// Whether there is something to do.
+    [[nodiscard]] virtual bool isReady() const { return true; }
     [[nodiscard]] virtual OpzioniStampa opzioni() const = 0;
 
 private:
-    QWidget* buildSections();
+    QWidget* buildSections(const QStringList& sezioni);
     QHBoxLayout* buildButtons();
     QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption,
                            void (PrintScreen::*action)()) const;
     [[nodiscard]] QString proposedPath(const QString& extension) const;
     [[nodiscard]] print::DocumentData documentData() const;
 
-    /// Draws all sections.
+    /// Draws the chosen sections: into a recording, on the engine's surface or, without any,
+    /// nowhere.
     void draw();
-    void rehearse();
     void record();
+    void stampaInPdf();
     void writeTables(const QStringList& paths);
 
     /// With the hourglass; what goes wrong is told to the user and gives false.

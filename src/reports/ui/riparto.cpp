@@ -8,23 +8,19 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QRadioButton>
 
 #include <algorithm>
 
 namespace zelto::reports {
 
-using widgets::TypedLine;
-
 Riparto::Riparto(const StampaContext& context, QWidget* parent)
     : PrintScreen(u"Riparto"_s, u"Riparto importo"_s, context, parent),
-      m_importo(new TypedLine(u"EOL"_s, 12)),
+      m_importo(new widgets::TypedLine(u"EOL"_s, 12)),
       m_indice(new QCheckBox(u"Calc. indice proporz. alla consist."_s)),
       m_quadratura(new QCheckBox(u"Quadratura al centesimo"_s))
 {
-    setContents(buildContents());
-    setSezioni({SezioneCalcolo});
+    setContents(buildContents(), {SezioneCalcolo});
     for (const Shares& shares : m_tabSel)
         connect(shares.button, &QRadioButton::toggled, this, &Riparto::TabSel_Click);
     m_tabSel.front().button->setChecked(true);
@@ -33,26 +29,19 @@ Riparto::Riparto(const StampaContext& context, QWidget* parent)
 
 QWidget* Riparto::buildContents()
 {
-    const QString caption = u"Importo da ripartire"_s;
-    m_importo->setObjectName(u"Dati0"_s);
-    m_importo->setAccessibleName(caption);
-    m_importo->setAlignment(Qt::AlignRight);
-    m_importo->setMaximumWidth(m_importo->fontMetrics().horizontalAdvance(u'0') * 16);
-    auto* label = new QLabel(caption);
-    label->setBuddy(m_importo);
     m_quadratura->setObjectName(u"Quadratura"_s);
     m_quadratura->setToolTip(
         u"Le quote sommano esattamente all'importo: i centesimi che mancano vanno "
         u"ai resti maggiori"_s);
+    QHBoxLayout* row = fieldRow(u"Importo da ripartire"_s, *m_importo, 16);
+    row->addWidget(m_quadratura);
+    row->addStretch(1);
 
     auto* contents = new QWidget;
-    auto* layout = new QGridLayout(contents);
+    auto* layout = new QVBoxLayout(contents);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(label, 0, 0);
-    layout->addWidget(m_importo, 0, 1);
-    layout->addWidget(m_quadratura, 0, 2);
-    layout->addWidget(buildShares(), 1, 0, 1, 4);
-    layout->setColumnStretch(3, 1);
+    layout->addLayout(row);
+    layout->addWidget(buildShares());
     return contents;
 }
 

@@ -7,10 +7,6 @@ class QComboBox;
 class QGridLayout;
 class QRadioButton;
 
-namespace zelto::widgets {
-class TypedLine;
-} // namespace zelto::widgets
-
 namespace zelto::reports {
 
 /// The allocation screen "Riparto importo".

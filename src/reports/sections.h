@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// What is drawn beside the tables; each has a source of its own.
 #pragma once
 
 #include "reports/report_page.h"
@@ -6,15 +7,25 @@
 
 namespace zelto::reports {
 
+/// The cover page: job reference, title, descriptions, date and as much of the notes as fits.
+void StampaPrimaPagina(const ReportContext& context);
+
+/// The technical report as justified text over as many pages as it needs; nothing when the job has
+/// none.
+void StampaRelazione(const ReportContext& context);
+
 enum class FormatoDettaglio {
     Esteso,  ///< every unit on a page of its own
     Compatto ///< units follow each other as long as they fit
 };
 
 /// The calculation prospectus: every unit with its rooms, their sizes and coefficients. Also writes
-/// "consistenza.out", one line per room. A building without units prints nothing.
+/// its text file, one line per room. A building without units prints nothing.
 void StampaProspetto(ReportPage& page, const ReportContext& context, const SizedJob& job,
                      FormatoDettaglio formato);
+
+/// The name of its text file.
+inline const QString ConsistenzaOut = u"consistenza.out"_s;
 
 /// Throws CalcError, naming unit, room and column, when a figure of the prospectus does not fit its
 /// column.

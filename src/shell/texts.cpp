@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/about_text.h"
+#include "shell/texts.h"
 
-#include "text/literals.h"
+#include "text/error.h"
 
 #include <SQLiteCpp/Database.h>
+#include <new>
 
 namespace zelto::shell {
 
@@ -18,6 +19,21 @@ QString aboutText()
            u"SimpleIni (MIT).</p>"_s.arg(QStringLiteral(ZELTO_VERSION),
                                          QString::fromLatin1(qVersion()),
                                          QString::fromLatin1(SQLite::getLibVersion()));
+}
+
+QString errorReportText(const std::exception& error)
+{
+    constexpr int OutOfMemory = 7;
+    QString description = QString::fromUtf8(error.what());
+    int number = 0;
+    if (const auto* known = dynamic_cast<const text::Error*>(&error)) {
+        number = known->code();
+    } else if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+        description = u"Memoria esaurita"_s;
+        number = OutOfMemory;
+    }
+    return u"The following Error occurred:\n\n%1\nNumber: %2"_s.arg(description,
+                                                                    QString::number(number));
 }
 
 } // namespace zelto::shell
