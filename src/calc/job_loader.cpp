@@ -5,7 +5,6 @@
 #include "store/job_queries.h"
 #include "store/schema.h"
 #include "text/decimal_text.h"
-#include "text/table_text.h"
 
 #include <QDate>
 
@@ -16,54 +15,15 @@ namespace zelto::calc {
 
 namespace {
 
-/// Lines of the table of codes that are looked at.
-constexpr int MaxCodici = 1000;
-
 /// The unit as messages name it.
 QString nomeUnita(const UnitaImmobiliare& unita)
 {
     return u"L'unità %1 (%2)"_s.arg(QString::number(unita.RifUI), unita.Riferimento);
 }
 
-std::vector<CodiceScala> leggiCodici(const QString& tableText)
-{
-    const int righe = std::min(text::rowCount(tableText), MaxCodici);
-    const text::CellTable table = text::TextToTable(tableText, righe, 3);
-    std::vector<CodiceScala> codici;
-    for (int riga = 1; riga <= righe; ++riga)
-        if (!table.at(riga, 1).isEmpty())
-            codici.push_back({.codice = table.at(riga, 1),
-                              .titolo = table.at(riga, 2),
-                              .percentuale = text::readNumber(table.at(riga, 3))});
-    return codici;
-}
-
-void leggiDatiGenerali(store::Database& lavoro, ModelloLavoro& modello)
-{
-    const store::Query dati = lavoro.records(store::TabellaDatiGenerali, {}, store::CampoChiave);
-    if (dati.atEnd())
-        return;
-    modello.Descrizione = dati.text(1);
-    modello.Descrizione2 = dati.text(2);
-    modello.Note = dati.text(3);
-    modello.DataLavoro = QDate::fromString(dati.text(4), Qt::ISODate).toString(u"dd.MM.yyyy"_s);
-    modello.Relazione = dati.text(5);
-    for (int t = 1; t <= store::SpecialTables; ++t)
-        if (!dati.isNull(5 + t))
-            modello.NomeTabella.push_back(dati.text(5 + t));
-    modello.tabellaCodici = leggiCodici(dati.text(16));
-}
-
 UnitaImmobiliare leggiUnita(const store::Query& record)
 {
-    UnitaImmobiliare unita;
-    unita.RifUI = static_cast<int>(record.integer(1));
-    unita.Riferimento = record.text(2);
-    unita.Livello = record.text(3);
-    unita.CodScala = record.text(4).toUpper();
-    unita.HPiano = static_cast<float>(text::leadingNumber(record.utf8(5)));
-    const QString flag = record.text(6).leftJustified(store::SpecialTables, u' ');
-    std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
+    UnitaImmobiliare unita = formaUnita(leggiUnitaScritta(record));
     if (!std::isfinite(unita.HPiano))
         throw CalcError(nomeUnita(unita) + u" ha un'altezza di piano troppo grande."_s);
     return unita;
@@ -87,20 +47,6 @@ void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
     }
 }
 
-Vano leggiVano(const store::Query& record, Liste& liste)
-{
-    Vano vano;
-    vano.Ambiente = record.text(3);
-    vano.CR = static_cast<float>(text::leadingNumber(record.utf8(4)));
-    std::size_t lista = 0;
-    for (float* coefficiente : {&vano.CD, &vano.CO, &vano.CP, &vano.CL, &vano.CFU, &vano.PR}) {
-        const int campo = 5 + static_cast<int>(lista);
-        *coefficiente = static_cast<float>(liste[lista++].resolve(record.utf8(campo)));
-    }
-    calcolaVano(vano);
-    return vano;
-}
-
 /// Reads the rooms of a unit by its key.
 void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 {
@@ -108,7 +54,7 @@ void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
         if (unita.vani.size() == store::MostRooms)
             throw CalcError(nomeUnita(unita) +
                             u" ha più di %1 vani, il massimo di un'unità."_s.arg(store::MostRooms));
-        unita.vani.push_back(leggiVano(record, liste));
+        unita.vani.push_back(formaVano(record.text(3), leggiTestiVano(record), liste));
         if (!std::isfinite(unita.vani.back().CT))
             throw CalcError(
                 nomeUnita(unita) +
@@ -118,23 +64,66 @@ void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 
 } // namespace
 
-Liste CaricaListe(store::Database& lavoro)
+ModelloLavoro formaDati(const DatiScritti& dati)
+{
+    ModelloLavoro modello;
+    modello.Descrizione = dati.Descrizione;
+    modello.Descrizione2 = dati.Descrizione2;
+    modello.Note = dati.Note;
+    modello.DataLavoro = QDate::fromString(dati.DataLavoro, Qt::ISODate).toString(u"dd.MM.yyyy"_s);
+    modello.Relazione = dati.Relazione;
+    for (const std::optional<QString>& nome : dati.NomeTabella)
+        if (nome)
+            modello.NomeTabella.push_back(*nome);
+    for (const auto& [numero, celle] : righeScritte(dati.tabellaCodici))
+        if (!celle[0].isEmpty())
+            modello.tabellaCodici.push_back({.codice = celle[0],
+                                             .titolo = celle[1],
+                                             .percentuale = text::readNumber(celle[2])});
+    return modello;
+}
+
+UnitaImmobiliare formaUnita(const UnitaScritta& scritta)
+{
+    UnitaImmobiliare unita;
+    unita.RifUI = scritta.RifUI;
+    unita.Riferimento = scritta.Riferimento;
+    unita.Livello = scritta.Livello;
+    unita.CodScala = scritta.CodScala.toUpper();
+    unita.HPiano = static_cast<float>(text::leadingNumber(scritta.HPiano));
+    const QString flag = scritta.FlagTab.leftJustified(store::SpecialTables, u' ');
+    std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
+    return unita;
+}
+
+Vano formaVano(const QString& ambiente, const TestiVano& testi, Liste& liste)
+{
+    Vano vano;
+    vano.Ambiente = ambiente;
+    vano.CR = static_cast<float>(text::leadingNumber(testi[0]));
+    for (std::size_t i = 1; i < testi.size(); ++i)
+        vano.*CifreVano[i] = static_cast<float>(liste[i - 1].resolve(testi[i]));
+    calcolaVano(vano);
+    return vano;
+}
+
+Liste formaListe(const ElenchiScritti& elenchi)
 {
     Liste liste;
-    const store::Query variabili = lavoro.records(store::TabellaVariabili);
-    if (variabili.atEnd())
-        return liste;
-    for (int k = 1; k <= store::Coefficients; ++k)
-        if (!variabili.isNull(k))
-            liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
+    std::ranges::transform(elenchi, liste.begin(),
+                           [](const QString& elenco) { return CoefficientList(elenco); });
     return liste;
+}
+
+Liste CaricaListe(store::Database& lavoro)
+{
+    return formaListe(leggiElenchiScritti(lavoro));
 }
 
 ModelloLavoro CaricaLavoro(store::Database& lavoro)
 {
-    ModelloLavoro modello;
     Liste liste = CaricaListe(lavoro);
-    leggiDatiGenerali(lavoro, modello);
+    ModelloLavoro modello = formaDati(leggiDatiScritti(lavoro));
     leggiElencoUnita(lavoro, modello);
 
     store::Query vani = store::roomsByKey(lavoro);
