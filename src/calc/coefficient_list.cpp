@@ -6,8 +6,6 @@
 #include "text/literals.h"
 #include "text/table_text.h"
 
-#include <algorithm>
-
 namespace zelto::calc {
 
 CoefficientList::CoefficientList(QStringView tableText)
@@ -23,30 +21,35 @@ CoefficientList::CoefficientList(QStringView tableText)
 
 double CoefficientList::resolve(std::string_view field)
 {
-    if (!field.starts_with('['))
-        return text::leadingNumber(field);
-    const auto known = m_resolved.find(field);
+    return field.starts_with('[') ? find(field).value : text::leadingNumber(field);
+}
+
+int CoefficientList::rowOf(std::string_view reference)
+{
+    return find(reference).row;
+}
+
+const CoefficientList::Found& CoefficientList::find(std::string_view reference)
+{
+    const auto known = m_resolved.find(reference);
     if (known != m_resolved.end())
         return known->second;
-    return m_resolved.emplace(std::string{field}, lookUp(field)).first->second;
+    return m_resolved.emplace(std::string{reference}, lookUp(reference)).first->second;
 }
 
-bool CoefficientList::knows(std::string_view reference) const
+CoefficientList::Found CoefficientList::lookUp(std::string_view reference) const
 {
-    return std::any_of(m_entries.begin(), m_entries.end(),
-                       [&](const std::string& entry) { return entry.starts_with(reference); });
-}
-
-double CoefficientList::lookUp(std::string_view reference) const
-{
+    int row = 0;
     for (const std::string_view entry : m_entries) {
+        ++row;
         if (!entry.starts_with(reference))
             continue;
         const std::size_t bracket = entry.find("] ");
-        return bracket == std::string_view::npos ? 0
-                                                 : text::leadingNumber(entry.substr(bracket + 2));
+        return {row, bracket == std::string_view::npos
+                         ? 0
+                         : text::leadingNumber(entry.substr(bracket + 2))};
     }
-    return 0;
+    return {};
 }
 
 } // namespace zelto::calc

@@ -24,11 +24,18 @@ public:
     /// entry that it opens, any other as the number it begins with. What resolves to nothing is 0.
     double resolve(std::string_view field);
 
-    /// Whether an entry begins with the reference.
-    [[nodiscard]] bool knows(std::string_view reference) const;
+    /// The row, counted from 1, of the entry that a reference opens; 0 when there is none.
+    int rowOf(std::string_view reference);
 
 private:
-    [[nodiscard]] double lookUp(std::string_view reference) const;
+    /// What a reference leads to.
+    struct Found
+    {
+        int row = 0;
+        double value = 0;
+    };
+    const Found& find(std::string_view reference);
+    [[nodiscard]] Found lookUp(std::string_view reference) const;
 
     struct Hash
     {
@@ -41,7 +48,7 @@ private:
 
     std::vector<std::string> m_entries; ///< "[name] value", or the value alone
     /// Rooms repeat few references: each is looked up once.
-    std::unordered_map<std::string, double, Hash, std::equal_to<>> m_resolved;
+    std::unordered_map<std::string, Found, Hash, std::equal_to<>> m_resolved;
 };
 
 } // namespace zelto::calc

@@ -46,7 +46,7 @@ QString osservaCoefficiente(CoefficientList& lista, const QString& testo)
     const std::string campo = testo.toStdString();
     if (!campo.starts_with('['))
         return osservaConsistenza(testo);
-    if (!lista.knows(campo))
+    if (lista.rowOf(campo) == 0)
         return u"«%1» non è nell'elenco dei coefficienti: vale 0 nel calcolo."_s.arg(testo);
     return lista.resolve(campo) == 0 ? zero(testo) : QString();
 }

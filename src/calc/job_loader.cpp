@@ -5,7 +5,6 @@
 #include "store/job_queries.h"
 #include "store/schema.h"
 #include "text/decimal_text.h"
-#include "text/table_text.h"
 
 #include <QDate>
 
@@ -16,58 +15,15 @@ namespace zelto::calc {
 
 namespace {
 
-/// Lines of the table of codes that are looked at.
-constexpr int MaxCodici = 1000;
-
 /// The unit as messages name it.
 QString nomeUnita(const UnitaImmobiliare& unita)
 {
     return u"L'unità %1 (%2)"_s.arg(QString::number(unita.RifUI), unita.Riferimento);
 }
 
-std::vector<CodiceScala> leggiCodici(const QString& tableText)
-{
-    const int righe = std::min(text::rowCount(tableText), MaxCodici);
-    const text::CellTable table = text::TextToTable(tableText, righe, 3);
-    std::vector<CodiceScala> codici;
-    for (int riga = 1; riga <= righe; ++riga)
-        if (!table.at(riga, 1).isEmpty())
-            codici.push_back({.codice = table.at(riga, 1),
-                              .titolo = table.at(riga, 2),
-                              .percentuale = text::readNumber(table.at(riga, 3))});
-    return codici;
-}
-
-/// What reports print of the general data.
-void leggiDatiStampati(store::Database& lavoro, ModelloLavoro& modello)
-{
-    const store::Query dati = lavoro.records(store::TabellaDatiGenerali, {}, store::CampoChiave);
-    if (dati.atEnd())
-        return;
-    for (int i = 0; const auto& campo : store::jobTable(store::TabellaDatiGenerali).fields) {
-        const store::Value valore = dati.field(i++);
-        if (valore.isNull())
-            continue;
-        QString& testo = modello.datiGenerali[campo.name] = valore.text();
-        if (campo.type == store::FieldType::Date)
-            testo = QDate::fromString(testo, Qt::ISODate).toString(u"dd.MM.yyyy"_s);
-    }
-    for (int t = 1; t <= store::SpecialTables; ++t)
-        if (const QString campo = u"Tabella %1"_s.arg(t); modello.datiGenerali.contains(campo))
-            modello.NomeTabella.push_back(modello.datiGenerali[campo]);
-    modello.tabellaCodici = leggiCodici(modello.datiGenerali.value(u"Tabella Codici"_s));
-}
-
 UnitaImmobiliare leggiUnita(const store::Query& record)
 {
-    UnitaImmobiliare unita;
-    unita.RifUI = static_cast<int>(record.integer(1));
-    unita.Riferimento = record.text(2);
-    unita.Livello = record.text(3);
-    unita.CodScala = record.text(4).toUpper();
-    unita.HPiano = static_cast<float>(text::leadingNumber(record.utf8(5)));
-    const QString flag = record.text(6).leftJustified(store::SpecialTables, u' ');
-    std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
+    UnitaImmobiliare unita = formaUnita(leggiUnitaScritta(record));
     if (!std::isfinite(unita.HPiano))
         throw CalcError(nomeUnita(unita) + u" ha un'altezza di piano troppo grande."_s);
     return unita;
@@ -91,20 +47,6 @@ void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
     }
 }
 
-Vano leggiVano(const store::Query& record, Liste& liste)
-{
-    Vano vano;
-    vano.Ambiente = record.text(3);
-    vano.CR = static_cast<float>(text::leadingNumber(record.utf8(4)));
-    std::size_t lista = 0;
-    for (float* coefficiente : {&vano.CD, &vano.CO, &vano.CP, &vano.CL, &vano.CFU, &vano.PR}) {
-        const int campo = 5 + static_cast<int>(lista);
-        *coefficiente = static_cast<float>(liste[lista++].resolve(record.utf8(campo)));
-    }
-    calcolaVano(vano);
-    return vano;
-}
-
 /// Reads the rooms of a unit by its key.
 void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 {
@@ -112,7 +54,7 @@ void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
         if (unita.vani.size() == store::MostRooms)
             throw CalcError(nomeUnita(unita) +
                             u" ha più di %1 vani, il massimo di un'unità."_s.arg(store::MostRooms));
-        unita.vani.push_back(leggiVano(record, liste));
+        unita.vani.push_back(formaVano(record.text(3), leggiTestiVano(record), liste));
         if (!std::isfinite(unita.vani.back().CT))
             throw CalcError(
                 nomeUnita(unita) +
@@ -122,23 +64,66 @@ void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 
 } // namespace
 
-Liste CaricaListe(store::Database& lavoro)
+ModelloLavoro formaDati(const DatiScritti& dati)
+{
+    ModelloLavoro modello;
+    modello.datiGenerali = dati.testi;
+    for (const auto& campo : store::jobTable(store::TabellaDatiGenerali).fields)
+        if (const auto testo = modello.datiGenerali.find(campo.name);
+            campo.type == store::FieldType::Date && testo != modello.datiGenerali.end())
+            *testo = QDate::fromString(*testo, Qt::ISODate).toString(u"dd.MM.yyyy"_s);
+    for (const std::optional<QString>& nome : dati.NomeTabella)
+        if (nome)
+            modello.NomeTabella.push_back(*nome);
+    for (const auto& [numero, celle] : righeScritte(dati.tabellaCodici))
+        if (!celle[0].isEmpty())
+            modello.tabellaCodici.push_back({.codice = celle[0],
+                                             .titolo = celle[1],
+                                             .percentuale = text::readNumber(celle[2])});
+    return modello;
+}
+
+UnitaImmobiliare formaUnita(const UnitaScritta& scritta)
+{
+    UnitaImmobiliare unita;
+    unita.RifUI = scritta.RifUI;
+    unita.Riferimento = scritta.Riferimento;
+    unita.Livello = scritta.Livello;
+    unita.CodScala = scritta.CodScala.toUpper();
+    unita.HPiano = static_cast<float>(text::leadingNumber(scritta.HPiano));
+    const QString flag = scritta.FlagTab.leftJustified(store::SpecialTables, u' ');
+    std::copy_n(flag.begin(), store::SpecialTables, unita.FlagTab.begin());
+    return unita;
+}
+
+Vano formaVano(const QString& ambiente, const TestiVano& testi, Liste& liste)
+{
+    Vano vano;
+    vano.Ambiente = ambiente;
+    vano.CR = static_cast<float>(text::leadingNumber(testi[0]));
+    for (std::size_t i = 1; i < testi.size(); ++i)
+        vano.*CifreVano[i] = static_cast<float>(liste[i - 1].resolve(testi[i]));
+    calcolaVano(vano);
+    return vano;
+}
+
+Liste formaListe(const ElenchiScritti& elenchi)
 {
     Liste liste;
-    const store::Query variabili = lavoro.records(store::TabellaVariabili);
-    if (variabili.atEnd())
-        return liste;
-    for (int k = 1; k <= store::Coefficients; ++k)
-        if (!variabili.isNull(k))
-            liste[static_cast<std::size_t>(k - 1)] = CoefficientList(variabili.text(k));
+    std::ranges::transform(elenchi, liste.begin(),
+                           [](const QString& elenco) { return CoefficientList(elenco); });
     return liste;
+}
+
+Liste CaricaListe(store::Database& lavoro)
+{
+    return formaListe(leggiElenchiScritti(lavoro));
 }
 
 ModelloLavoro CaricaLavoro(store::Database& lavoro)
 {
-    ModelloLavoro modello;
     Liste liste = CaricaListe(lavoro);
-    leggiDatiStampati(lavoro, modello);
+    ModelloLavoro modello = formaDati(leggiDatiScritti(lavoro));
     leggiElencoUnita(lavoro, modello);
 
     store::Query vani = store::roomsByKey(lavoro);

@@ -4,6 +4,7 @@
 #include "calc/calc_error.h"
 #include "calc/coefficient_list.h"
 #include "calc/modello_lavoro.h"
+#include "calc/written_job.h"
 #include "store/database.h"
 
 #include <array>
@@ -21,6 +22,13 @@ using Liste = std::array<CoefficientList, store::Coefficients>;
 
 /// The lists that the references in a job's rooms are resolved by.
 Liste CaricaListe(store::Database& lavoro);
+Liste formaListe(const ElenchiScritti& elenchi);
+
+/// What the parts of a job count as: the job without units, a unit without rooms, a room with its
+/// sizes. Heights and sizes may be infinite.
+ModelloLavoro formaDati(const DatiScritti& dati);
+UnitaImmobiliare formaUnita(const UnitaScritta& scritta);
+Vano formaVano(const QString& ambiente, const TestiVano& testi, Liste& liste);
 
 /// Brings one unit of a loaded job up to date after it was changed, added or deleted, by its
 /// number. The rest of the job must not have changed since it was loaded. Throws as CaricaLavoro

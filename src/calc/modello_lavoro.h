@@ -31,6 +31,10 @@ struct Vano
     bool operator==(const Vano&) const = default;
 };
 
+/// What a room is written with: its size, then its coefficients in the order of their lists.
+inline constexpr std::array<float Vano::*, 1 + store::Coefficients> CifreVano{
+    &Vano::CR, &Vano::CD, &Vano::CO, &Vano::CP, &Vano::CL, &Vano::CFU, &Vano::PR};
+
 /// One unit of the building with its rooms, in the order of their positions.
 struct UnitaImmobiliare
 {

@@ -4,6 +4,7 @@
 #include "calc/share_rule.h"
 
 #include <numeric>
+#include <utility>
 
 namespace zelto::calc {
 
@@ -14,20 +15,25 @@ void calcolaVano(Vano& vano)
     vano.CT = static_cast<float>(double{vano.CVT} * vano.PR);
 }
 
+Consistenze consistenzeDi(std::vector<double> CTUI)
+{
+    Somma TotaleCT;
+    for (const double totale : CTUI)
+        TotaleCT.add(totale);
+    return {.CTUI = std::move(CTUI), .TotaleCT = TotaleCT.value()};
+}
+
 Consistenze calcolaConsistenze(const ModelloLavoro& modello)
 {
-    Consistenze consistenze;
-    consistenze.CTUI.reserve(modello.unita.size());
-    Somma TotaleCT;
+    std::vector<double> CTUI;
+    CTUI.reserve(modello.unita.size());
     for (const UnitaImmobiliare& unita : modello.unita) {
         double totale = 0;
         for (const Vano& vano : unita.vani)
             totale += vano.CT;
-        consistenze.CTUI.push_back(totale);
-        TotaleCT.add(totale);
+        CTUI.push_back(totale);
     }
-    consistenze.TotaleCT = TotaleCT.value();
-    return consistenze;
+    return consistenzeDi(std::move(CTUI));
 }
 
 std::vector<Millesimi> calcolaMillGen(const Consistenze& consistenze)

@@ -20,6 +20,9 @@ struct Consistenze
 /// each is stored as a single before the next uses it.
 void calcolaVano(Vano& vano);
 
+/// The sizes of the units with their sum.
+Consistenze consistenzeDi(std::vector<double> CTUI);
+
 /// Total size of every unit.
 Consistenze calcolaConsistenze(const ModelloLavoro& modello);
 

@@ -9,13 +9,6 @@ namespace zelto::calc {
 
 namespace {
 
-double pesoDelPiano(const ModelloLavoro& modello, const QString& codice)
-{
-    const CodiceScala* riga = modello.codiceScala(codice);
-    const bool data = riga != nullptr && riga->percentuale != 0;
-    return (data ? riga->percentuale : PercentualeUsuale) / 100;
-}
-
 Partecipanti unitaDellaScala(const ModelloLavoro& modello, const QString& codice)
 {
     Partecipanti unita;
@@ -52,6 +45,13 @@ std::vector<float> calcolaIndHP(const ModelloLavoro& modello, const Consistenze&
 }
 
 } // namespace
+
+double pesoDelPiano(const ModelloLavoro& modello, const QString& codice)
+{
+    const CodiceScala* riga = modello.codiceScala(codice);
+    const bool data = riga != nullptr && riga->percentuale != 0;
+    return (data ? riga->percentuale : PercentualeUsuale) / 100;
+}
 
 std::vector<QString> elencoScale(const ModelloLavoro& modello)
 {

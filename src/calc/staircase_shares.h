@@ -36,6 +36,9 @@ struct QuoteScala
 /// The staircase codes of the units in the order of their first appearance; blank ones are none.
 std::vector<QString> elencoScale(const ModelloLavoro& modello);
 
+/// Weight of the floor share in a staircase share, 0.5 for 50 per cent.
+double pesoDelPiano(const ModelloLavoro& modello, const QString& codice);
+
 /// Shares of the units whose staircase code equals the given one (article 1124 of the civil code).
 /// The floor share weighs with the percentage of the table of codes, one half when none is given.
 QuoteScala calcolaScala(const ModelloLavoro& modello, const Consistenze& consistenze,

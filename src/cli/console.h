@@ -40,7 +40,7 @@ public:
     explicit UsageError(const QString& text) : std::runtime_error(text.toStdString()) {}
 };
 
-enum ExitStatus : int { Done = 0, WrongUsage = 1, JobFailed = 2 };
+enum ExitStatus : int { Done = 0, WrongUsage = 1, JobFailed = 2, ErrorsFound = 3 };
 
 /// Runs the command and gives its exit status. The user hears of what it throws; of a command line
 /// that cannot be carried out the hint says what "--help" does.

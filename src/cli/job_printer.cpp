@@ -2,6 +2,7 @@
 #include "cli/job_printer.h"
 
 #include "calc/calc_error.h"
+#include "calc/job_check.h"
 #include "calc/job_loader.h"
 #include "print/complete_file.h"
 #include "print/pdf_surface.h"
@@ -37,7 +38,8 @@ void requireFolder(const store::PassingFolder& folder)
                                     passingParent(), text::systemReason(folder.error())));
 }
 
-std::optional<calc::ModelloLavoro> load(QString path, Console& user)
+/// The job as a copy in memory; nothing when it is of another format, which the user hears of.
+std::optional<store::Database> open(QString path, Console& user)
 {
     const store::PassingFolder folder(passingParent());
     requireFolder(folder);
@@ -56,7 +58,19 @@ std::optional<calc::ModelloLavoro> load(QString path, Console& user)
     store::Database copy = store::Database::openCopyInMemory(path);
     store::ControllaVersione(copy);
     store::ControllaTabelle(copy);
-    return calc::CaricaLavoro(copy);
+    return copy;
+}
+
+calc::Gravita gravita(const calc::Osservazione& osservazione)
+{
+    return calc::descrizione(osservazione.regola).gravita;
+}
+
+QString remarkLine(const calc::Osservazione& osservazione)
+{
+    // A name may hold anything, and a remark is one line.
+    return u"%1: %2"_s.arg(calc::nome(gravita(osservazione)), calc::testo(osservazione))
+        .replace(u'\n', u' ');
 }
 
 /// Of several jobs every one has names of its own in folders.
@@ -161,25 +175,48 @@ void showTables(const Options& options, const reports::Tables& tables, const QSt
 
 } // namespace
 
-bool printJob(const Options& options, const QString& lavoro, Console& user)
+ExitStatus printJob(const Options& options, const QString& lavoro, Console& user)
 {
     try {
-        const std::optional<calc::ModelloLavoro> modello = load(lavoro, user);
-        if (!modello)
-            return false;
+        std::optional<store::Database> aperto = open(lavoro, user);
+        if (!aperto)
+            return JobFailed;
+        const calc::ModelloLavoro modello = calc::CaricaLavoro(*aperto);
         requireDistinctOutputs(options);
+        for (const calc::Osservazione& una : calc::controlla(calc::LeggiLavoroScritto(*aperto)))
+            if (gravita(una) == calc::Gravita::Errore)
+                user.showMessage(remarkLine(una));
         // First of all: what is refused leaves nothing behind.
         reports::Tables tables;
         if (options.mostra || !options.formati.empty())
-            tables = reports::tabelleScelte(*modello, options.opzioni());
-        printPages(options, *modello, lavoro, user);
-        exportTables(options, tables, reports::documentInfo(options.opzioni(), *modello), lavoro);
+            tables = reports::tabelleScelte(modello, options.opzioni());
+        printPages(options, modello, lavoro, user);
+        exportTables(options, tables, reports::documentInfo(options.opzioni(), modello), lavoro);
         if (options.mostra)
             showTables(options, tables, lavoro);
-        return true;
+        return Done;
     } catch (const std::exception& error) {
         user.ReportError(error);
-        return false;
+        return JobFailed;
+    }
+}
+
+ExitStatus checkJob(const QString& lavoro, Console& user)
+{
+    try {
+        std::optional<store::Database> aperto = open(lavoro, user);
+        if (!aperto)
+            return JobFailed;
+        ExitStatus status = Done;
+        for (const calc::Osservazione& una : calc::controlla(calc::LeggiLavoroScritto(*aperto))) {
+            writeOut(lavoro + u": "_s + remarkLine(una) + u'\n');
+            if (gravita(una) == calc::Gravita::Errore)
+                status = ErrorsFound;
+        }
+        return status;
+    } catch (const std::exception& error) {
+        user.ReportError(error);
+        return JobFailed;
     }
 }
 

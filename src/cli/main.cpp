@@ -4,6 +4,8 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using namespace zelto::cli;
@@ -12,19 +14,23 @@ namespace {
 
 int run(const Options& options, Console& console)
 {
-    if (options.action != Options::Action::Print) {
+    const bool checks = options.action == Options::Action::Check;
+    if (!checks && options.action != Options::Action::Print) {
         writeOut(options.action == Options::Action::ShowHelp
                      ? helpText()
                      : QStringLiteral("zelto-stampa " ZELTO_VERSION "\n"));
         return Done;
     }
-    int status = Done;
+    bool hasFailed = false;
+    ExitStatus status = Done;
     for (const QString& lavoro : options.lavori) {
         console.setJob(lavoro);
-        if (!printJob(options, lavoro, console))
-            status = JobFailed;
+        const ExitStatus one =
+            checks ? checkJob(lavoro, console) : printJob(options, lavoro, console);
+        hasFailed = hasFailed || one == JobFailed;
+        status = std::max(status, one);
     }
-    return status;
+    return hasFailed ? JobFailed : status;
 }
 
 /// What the libraries have to remark is no message for the user of a command.

@@ -99,6 +99,7 @@ struct Pieces : Options
     std::optional<QString> importo;
     std::optional<reports::InsiemeQuote> quote;
     bool calcoloGiven = false;
+    int given = 0; ///< options
     bool quadratura = false;
 };
 
@@ -160,6 +161,10 @@ std::vector<CommandOption> givenOptions()
          {},
          u"scrive anche le tabelle come testo allineato"_s,
          [](Pieces& pieces, const QString&) { pieces.mostra = true; }},
+        {"controllo",
+         {},
+         u"non stampa: elenca ciò che nei lavori non torna"_s,
+         [](Pieces& pieces, const QString&) { pieces.action = Options::Action::Check; }},
         {"help",
          {},
          u"questo aiuto"_s,
@@ -201,10 +206,15 @@ void requireDistinctNames(const QStringList& lavori)
 
 Options complete(Pieces pieces)
 {
-    if (pieces.action != Options::Action::Print)
+    if (pieces.action == Options::Action::ShowHelp || pieces.action == Options::Action::ShowVersion)
         return pieces;
     if (pieces.lavori.isEmpty())
         throw UsageError(u"manca il lavoro da stampare"_s);
+    if (pieces.action == Options::Action::Check) {
+        if (pieces.given > 1)
+            throw UsageError(u"--controllo non stampa: non va insieme ad altre opzioni"_s);
+        return pieces;
+    }
     requireDistinctNames(pieces.lavori);
     if (pieces.quote && !pieces.importo)
         throw UsageError(u"--quote vale solo insieme a --riparto"_s);
@@ -292,9 +302,11 @@ Options parseOptions(const QStringList& arguments)
         argv.push_back(argument.data());
     argv.push_back(nullptr);
     Pieces pieces;
-    const int jobs = readArguments(
-        argv, commandOptions(),
-        [&](const CommandOption& option, const QString& value) { option.apply(pieces, value); });
+    const int jobs = readArguments(argv, commandOptions(),
+                                   [&](const CommandOption& option, const QString& value) {
+                                       ++pieces.given;
+                                       option.apply(pieces, value);
+                                   });
     for (std::size_t i = static_cast<std::size_t>(jobs); argv[i] != nullptr; ++i)
         pieces.lavori << QString::fromUtf8(argv[i]);
     return complete(std::move(pieces));
@@ -309,7 +321,8 @@ QString helpText()
     for (const CommandOption& option : commandOptions())
         text += helpLines(option);
     return text +
-           u"\nStato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato.\n"_s;
+           u"\nStato d'uscita: 0 fatto; 1 comando errato; 2 un lavoro non letto o non stampato;\n"
+           u"3 il controllo ha trovato errori.\n"_s;
 }
 
 } // namespace zelto::cli

@@ -17,7 +17,7 @@ namespace zelto::cli {
 /// What the command was asked to do.
 struct Options
 {
-    enum class Action { Print, ShowHelp, ShowVersion };
+    enum class Action { Print, Check, ShowHelp, ShowVersion };
 
     Action action = Action::Print;
     QStringList lavori;

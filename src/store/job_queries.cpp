@@ -71,4 +71,11 @@ std::array<Value, 2> roomKeysOf(int unit)
     return {first, first.chopped(1) + QChar(first.back().unicode() + 1)};
 }
 
+Query roomsWithoutUnit(Database& job)
+{
+    return job.query(u"SELECT * FROM [%1] WHERE substr(Chiave, 1, 5) NOT IN "
+                     u"(SELECT substr('     ' || [%3], -5) FROM [%2]) ORDER BY Chiave"_s.arg(
+                         TabellaVani, TabellaUnita, CampoUnita));
+}
+
 } // namespace zelto::store

@@ -32,4 +32,7 @@ namespace zelto::store {
 [[nodiscard]] Query roomsByKey(Database& job);
 [[nodiscard]] std::array<Value, 2> roomKeysOf(int unit);
 
+/// The rooms that roomsByKey finds for no unit of the job.
+[[nodiscard]] Query roomsWithoutUnit(Database& job);
+
 } // namespace zelto::store

@@ -137,15 +137,18 @@ double leadingNumber(QStringView text)
     return leadingNumber(std::string_view{ascii});
 }
 
+bool isNumber(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    text = text.substr(0, text.find_last_not_of(' ') + 1);
+    if (text.starts_with('-') || text.starts_with('+'))
+        text.remove_prefix(1);
+    return !text.empty() && unsignedLength(text) == text.size();
+}
+
 bool isNumber(QStringView text)
 {
-    const QByteArray ascii = text.toLatin1();
-    std::string_view number(ascii.data(), static_cast<std::size_t>(ascii.size()));
-    number.remove_prefix(std::min(number.find_first_not_of(' '), number.size()));
-    number = number.substr(0, number.find_last_not_of(' ') + 1);
-    if (number.starts_with('-') || number.starts_with('+'))
-        number.remove_prefix(1);
-    return !number.empty() && unsignedLength(number) == number.size();
+    return isNumber(std::string_view{text.toLatin1().toStdString()});
 }
 
 double readNumber(const QString& text)

@@ -40,6 +40,7 @@ double leadingNumber(std::string_view text);
 double leadingNumber(QStringView text);
 
 /// Whether leadingNumber reads the whole text, blanks around it aside.
+bool isNumber(std::string_view text);
 bool isNumber(QStringView text);
 
 /// leadingNumber of the text after ToPointDecimal, for figures that may hold either separator.

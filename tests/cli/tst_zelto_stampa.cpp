@@ -75,8 +75,21 @@ private slots:
         QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet4.zlt"), old));
         const Result printed = run({old, u"--mostra"_s, u"-u"_s, folder.file(u"a"_s)});
         QCOMPARE(printed.status, 0);
-        QVERIFY2(printed.errors.isEmpty(), qPrintable(printed.errors));
         QVERIFY(printed.out.contains(u"int. 24 à"));
+        // Printing tells the errors of the check and nothing else.
+        const Result checked = run({u"--controllo"_s, old, example});
+        QCOMPARE(checked.status, 3);
+        QVERIFY2(checked.errors.isEmpty(), qPrintable(checked.errors));
+        QVERIFY(checked.out.contains(example + u": nota: Variabili, "_s));
+        QString errors;
+        for (const QString& line : checked.out.split(u'\n'))
+            if (line.startsWith(old + u": errore: "_s))
+                errors += u"zelto-stampa: "_s + line + u'\n';
+        QVERIFY(!errors.isEmpty());
+        QCOMPARE(printed.errors, errors);
+        QCOMPARE(run({u"--controllo"_s, example}).status, 0);
+        QCOMPARE(run({u"--controllo"_s, old, folder.file(u"MANCA.ZLT"_s)}).status, 2);
+        QCOMPARE(run({u"--controllo"_s, u"--mostra"_s, example}).status, 1);
 
         const QString converter = QStringLiteral(CONVERTER);
         const QString out = folder.file(u"nuovi"_s);

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The check of a job before it is printed: what is odd in it, and where. The figures stay as they
+// are computed.
+#pragma once
+
+#include "calc/check_rules.h"
+#include "calc/written_job.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace zelto::calc {
+
+/// The tab that shows what a remark is about.
+enum class Scheda {
+    Generale,
+    Tabelle,
+    Scale,  ///< these three of "Dati generali"
+    Elenco, ///< of "Variabili"
+    Unita,
+    Vani ///< these two of "Parametri"
+};
+
+/// Where a remark leads. Numbers count from 1; 0 stands for none.
+struct Posto
+{
+    Scheda scheda = Scheda::Generale;
+    int elenco = 0; ///< the list of coefficients
+    int unita = 0;  ///< the unit's number
+    int vano = 0;   ///< the room's position
+    int campo = 0;  ///< its place in the record of a unit or a room
+    int riga = 0;   ///< of a list, of the special tables or of the staircases
+
+    bool operator==(const Posto&) const = default;
+};
+
+struct Osservazione
+{
+    Regola regola = {};
+    Posto posto = {};
+    QString dove = {}; ///< the place in words
+    QString che = {};  ///< what is odd, and what it counts as: a sentence
+    /// The most thousandths that a share moves by it, where it can be told what was meant.
+    std::optional<double> spostamento = {};
+};
+
+/// "place: what", with the thousandths.
+[[nodiscard]] QString testo(const Osservazione& osservazione);
+
+struct StatoControllo;
+
+/// The check of a job that is being edited: it follows each change.
+class ControlloLavoro
+{
+public:
+    explicit ControlloLavoro(LavoroScritto lavoro);
+    ControlloLavoro(ControlloLavoro&&) noexcept;
+    ControlloLavoro& operator=(ControlloLavoro&&) noexcept;
+    ~ControlloLavoro();
+
+    /// Reads one unit anew after it was changed, added or deleted, by its number. The rest of the
+    /// job must not have changed. Throws DatabaseError.
+    void rileggiUnita(store::Database& lavoro, int rifUI);
+
+    /// All remarks in the order of their places: general data, lists, units with their rooms.
+    [[nodiscard]] std::vector<Osservazione> osservazioni() const;
+
+private:
+    std::unique_ptr<StatoControllo> m_stato;
+};
+
+/// The remarks on a job.
+[[nodiscard]] std::vector<Osservazione> controlla(LavoroScritto lavoro);
+
+} // namespace zelto::calc

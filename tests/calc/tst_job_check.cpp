@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/job_check.h"
+#include "calc/job_loader.h"
+#include "calc/shares.h"
+#include "support/property.h"
+#include "support/runner.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+using namespace zelto::calc;
+
+namespace {
+
+constexpr int Units = 8;
+constexpr int Rooms = 3;
+
+int among(int first, int last)
+{
+    return *rc::gen::inRange(first, last + 1);
+}
+
+/// A building without anything odd: units in pairs on the levels of two staircases.
+LavoroScritto soundBuilding()
+{
+    LavoroScritto job;
+    job.dati.NomeTabella[0] = u"Acqua"_s;
+    job.dati.NomeTabella[1] = u"Garage"_s;
+    job.dati.tabellaCodici = u"A\tOvest\t50\r\nB\tEst\t%1\r\n"_s.arg(among(1, 100));
+    for (QString& list : job.elenchi)
+        list = u"1\tN\t\r\n0.9\tR\t\r\n%1\tZ\t\r\n"_s.arg(among(20, 200) / 100.0);
+    for (int n = 1; n <= Units; ++n) {
+        UnitaScritta& unit = job.unita.emplace_back();
+        unit.RifUI = n;
+        unit.Riferimento = u"Int. %1"_s.arg(n);
+        unit.Livello = u"Piano %1"_s.arg((n - 1) / 4);
+        unit.CodScala = n % 2 == 0 ? u"A"_s : u"b"_s;
+        unit.HPiano = std::to_string((n - 1) / 4 * 3) + ".5";
+        unit.FlagTab = n <= 4 ? u"X"_s : u" X"_s;
+        for (int r = 1; r <= Rooms; ++r) {
+            VanoScritto& room = unit.vani.emplace_back();
+            room.posizione = r;
+            room.ambiente = u"Camera"_s;
+            room.cifre = {std::to_string(among(8, 30)), "[N]", "[N]", "[N]", "[N]", "1", "[N]"};
+            // The first room counts whatever happens to the other rows of the lists.
+            if (r > 1)
+                room.cifre[2] = room.cifre[6] = "[R]";
+            if (r > 2)
+                room.cifre[3] = "[Z]";
+        }
+    }
+    return job;
+}
+
+std::vector<Osservazione> oddities(const LavoroScritto& job)
+{
+    std::vector<Osservazione> all = controlla(job);
+    std::erase_if(all, [](const Osservazione& one) {
+        return descrizione(one.regola).gravita == Gravita::Nota;
+    });
+    return all;
+}
+
+/// Does one thing wrong in a building and tells where it will be found.
+struct Fault
+{
+    Regola rule;
+    std::function<Posto(LavoroScritto& job)> seed;
+};
+
+/// Writes a text into a figure of some room; `first` is 0 for any figure, 1 for coefficients alone.
+Fault roomFault(Regola rule, const std::string& text, int first, int last)
+{
+    return {rule, [=](LavoroScritto& job) {
+                const int unit = among(1, Units);
+                const int room = among(1, Rooms);
+                const int figure = among(first, last);
+                job.unita[std::size_t(unit - 1)]
+                    .vani[std::size_t(room - 1)]
+                    .cifre[std::size_t(figure)] = text;
+                return Posto{
+                    .scheda = Scheda::Vani, .unita = unit, .vano = room, .campo = 4 + figure};
+            }};
+}
+
+Fault unitFault(Regola rule, int field, const std::function<void(UnitaScritta& unit)>& change)
+{
+    return {rule, [=](LavoroScritto& job) {
+                const int unit = among(2, Units);
+                change(job.unita[std::size_t(unit - 1)]);
+                return Posto{.scheda = Scheda::Unita, .unita = unit, .campo = field};
+            }};
+}
+
+Fault listFault(Regola rule, const QString& text, int row)
+{
+    return {rule, [=](LavoroScritto& job) {
+                const int list = among(1, 6);
+                job.elenchi[std::size_t(list - 1)] = text;
+                return Posto{.scheda = Scheda::Elenco, .elenco = list, .riga = row};
+            }};
+}
+
+Fault generalFault(Regola rule, Scheda tab, int row,
+                   const std::function<void(LavoroScritto& job)>& change)
+{
+    return {rule, [=](LavoroScritto& job) {
+                change(job);
+                return Posto{.scheda = tab, .riga = row};
+            }};
+}
+
+Fault codesFault(Regola rule, const QString& codes, int row)
+{
+    return generalFault(rule, Scheda::Scale, row,
+                        [=](LavoroScritto& job) { job.dati.tabellaCodici = codes; });
+}
+
+const std::vector<Fault>& faults()
+{
+    using enum Regola;
+    static const std::vector<Fault> all{
+        roomFault(RiferimentoIgnoto, "[Q]", 1, 6),
+        roomFault(TestoNonNumero, "1,25", 0, 6),
+        roomFault(CampoVuoto, "", 0, 6),
+        roomFault(ConsistenzaNonPositiva, "0", 0, 0),
+        roomFault(ConsistenzaNonPositiva, "-1", 0, 0),
+        roomFault(ConsistenzaFuoriMisura, "300", 0, 0),
+        roomFault(FattoreFuoriMisura, "3.01", 1, 6),
+        roomFault(FattoreFuoriMisura, "0.09", 1, 6),
+        {VanoOrfano,
+         [](LavoroScritto& job) {
+             job.orfani.push_back({99, 4, u"Cantina"_s});
+             return Posto{.scheda = Scheda::Vani, .unita = 99, .vano = 4};
+         }},
+        unitFault(TroppiVani, 0,
+                  [](UnitaScritta& unit) { unit.vani.resize(51, unit.vani.front()); }),
+        unitFault(UnitaSenzaVani, 0, [](UnitaScritta& unit) { unit.vani.clear(); }),
+        unitFault(TestoNonNumero, 5, [](UnitaScritta& unit) { unit.HPiano = "3,1"; }),
+        unitFault(RiferimentoDoppio, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int. 1"_s; }),
+        unitFault(NomiUguali, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int.  1"_s; }),
+        unitFault(ScalaIgnota, 4, [](UnitaScritta& unit) { unit.CodScala = u"C"_s; }),
+        unitFault(AltezzeDiverse, 5,
+                  [](UnitaScritta& unit) {
+                      unit.Livello = u"Piano 9"_s; // the only one there, but for the first unit
+                      unit.CodScala = u"B"_s;
+                  }),
+        {SegnoSenzaTabella,
+         [](LavoroScritto& job) {
+             const int unit = among(1, Units);
+             const int table = among(3, 10);
+             QString& flags = job.unita[std::size_t(unit - 1)].FlagTab;
+             flags = flags.leftJustified(10);
+             flags[table - 1] = u'X';
+             return Posto{.scheda = Scheda::Unita, .unita = unit, .campo = 6, .riga = table};
+         }},
+        listFault(RigheEscluse, u"1\tN\t\r\n0.9\tR\t\r\n\tY\t\r\n1\tZ\t\r\n"_s, 3),
+        listFault(RigheEscluse,
+                  u"1\tN\t\r\n0.9\tR\t\r\n"_s + u"1\t\t\r\n"_s.repeated(198) + u"1\tZ\t\r\n"_s,
+                  201),
+        listFault(CodiceDoppio, u"1\tN\t\r\n0.9\tR\t\r\n1\tZ\t\r\n2\tN\t\r\n"_s, 4),
+        listFault(ValoreNonNumero, u"1\tN\t\r\n0,9\tR\t\r\n1\tZ\t\r\n"_s, 2),
+        listFault(FattoreFuoriMisura, u"1\tN\t\r\n0.9\tR\t\r\n4\tZ\t\r\n"_s, 3),
+        generalFault(NomeMancante, Scheda::Tabelle, 3,
+                     [](LavoroScritto& job) {
+                         job.dati.NomeTabella[3] = u"Rampa"_s;
+                         job.unita[0].FlagTab = u"X  X"_s;
+                     }),
+        generalFault(TabellaVuota, Scheda::Tabelle, 3,
+                     [](LavoroScritto& job) { job.dati.NomeTabella[2] = u"Rampa"_s; }),
+        generalFault(NomiUguali, Scheda::Tabelle, 2,
+                     [](LavoroScritto& job) { job.dati.NomeTabella[1] = u"Acqua "_s; }),
+        generalFault(NessunaUnita, Scheda::Unita, 0, [](LavoroScritto& job) { job.unita.clear(); }),
+        codesFault(ScalaDoppia, u"A\t\t50\r\nB\t\t\r\na\t\t30\r\n"_s, 3),
+        codesFault(PercentualeFuoriMisura, u"A\t\t50\r\nB\t\t333\r\n"_s, 2),
+        codesFault(PercentualeFuoriMisura, u"A\t\t-1\r\nB\t\t\r\n"_s, 1),
+        codesFault(PercentualeZero, u"A\t\t50\r\nB\t\t0\r\n"_s, 2),
+        codesFault(TestoNonNumero, u"A\t\tx\r\nB\t\t\r\n"_s, 1),
+        codesFault(CodiceLungo, u"A\t\t50\r\nB\t\t\r\nAB\t\t1\r\n"_s, 3),
+    };
+    return all;
+}
+
+} // namespace
+
+class TestJobCheck : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void soundBuildingsHaveNothingOdd()
+    {
+        QVERIFY(zelto::test::holds("nothing above a note",
+                                   [] { RC_ASSERT(oddities(soundBuilding()).empty()); }));
+    }
+
+    /// One fault in a sound building is found at its place, and nothing else is.
+    void everyFaultIsFound()
+    {
+        for (std::size_t i = 0; i < faults().size(); ++i)
+            QVERIFY(zelto::test::holds("fault " + std::to_string(i), [&] {
+                const Fault& fault = faults()[i];
+                LavoroScritto job = soundBuilding();
+                // Alone on its level, so that a unit sent there differs from one that belongs
+                // there.
+                job.unita[0].Livello = u"Piano 9"_s;
+                job.unita[0].CodScala = u"B"_s;
+                job.unita[0].HPiano = "9";
+                const Posto place = fault.seed(job);
+                const std::vector<Osservazione> found = oddities(job);
+                for (const Osservazione& one : found)
+                    RC_LOG(testo(one).toStdString());
+                RC_ASSERT(found.size() == 1U);
+                RC_ASSERT(found[0].regola == fault.rule);
+                RC_ASSERT(found[0].posto == place);
+            }));
+    }
+
+    /// What a comma moves is what the shares say that are computed both ways.
+    void thousandths()
+    {
+        QVERIFY(zelto::test::holds("thousandths of a comma", [] { commaMoves(soundBuilding()); }));
+    }
+
+private:
+    static void commaMoves(LavoroScritto job)
+    {
+        job.unita[2].vani[1].cifre[1] = "1,5";
+        const auto shares = [](const LavoroScritto& written) {
+            ModelloLavoro modello = formaDati(written.dati);
+            Liste liste = formaListe(written.elenchi);
+            for (const UnitaScritta& unit : written.unita) {
+                modello.unita.push_back(formaUnita(unit));
+                for (const VanoScritto& room : unit.vani)
+                    modello.unita.back().vani.push_back(
+                        formaVano(room.ambiente, room.testi(), liste));
+            }
+            return calcolaMillGen(calcolaConsistenze(modello));
+        };
+        const auto counted = shares(job);
+        const double told = oddities(job).at(0).spostamento.value();
+        job.unita[2].vani[1].cifre[1] = "1.5";
+        const double moved = (shares(job)[2] - counted[2]).toDouble();
+        RC_ASSERT(std::abs(told - moved) < 0.01);
+    }
+
+private slots:
+
+    void guideNamesEveryRule()
+    {
+        QFile file(QStringLiteral(EXAMPLE_FOLDER "/../../docs/guida.md"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString guide = QString::fromUtf8(file.readAll());
+        for (const DescrizioneRegola& rule : regole()) {
+            const QString row = u"| %1 | %2 | %3 | %4 |\n"_s.arg(rule.argomento, rule.che,
+                                                                 nome(rule.gravita), rule.perche);
+            QVERIFY2(guide.contains(row), qPrintable(row));
+        }
+    }
+};
+
+ZELTO_TEST(TestJobCheck)
+#include "tst_job_check.moc"
