@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/job_check.h"
 #include "calc/job_loader.h"
 #include "store/schema.h"
 #include "store/store_fixture.h"
@@ -61,6 +62,14 @@ QString refusal(Job& job)
         return QString::fromUtf8(error.what());
     }
     return {};
+}
+
+QStringList said(const std::vector<Osservazione>& osservazioni)
+{
+    QStringList lines;
+    for (const Osservazione& osservazione : osservazioni)
+        lines << zelto::calc::testo(osservazione);
+    return lines;
 }
 
 } // namespace
@@ -181,6 +190,7 @@ private slots:
         QTest::addRow("twice the number") << u"INSERT INTO [Unità immobiliari] "
                                              "(Chiave, [Riferimento unità]) VALUES ('    5', 3)"_s;
     }
+    /// The model and the check of a job both follow the change of one unit.
     void oneUnitAtATime()
     {
         QFETCH(QString, change);
@@ -190,10 +200,14 @@ private slots:
             job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
         }
         ModelloLavoro modello = job.load();
+        ControlloLavoro controllo(LeggiLavoroScritto(job.database()));
         if (!change.isEmpty())
             QCOMPARE(job.database().Execute(change), 1);
         RicaricaUnita(job.database(), modello, 3);
         QVERIFY(modello == job.load());
+        controllo.rileggiUnita(job.database(), 3);
+        QCOMPARE(said(controllo.osservazioni()),
+                 said(controlla(LeggiLavoroScritto(job.database()))));
     }
 
     void refusesMoreThanTheModelHolds()
