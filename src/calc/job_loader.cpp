@@ -53,9 +53,9 @@ void leggiDatiStampati(store::Database& lavoro, ModelloLavoro& modello)
             testo = QDate::fromString(testo, Qt::ISODate).toString(u"dd.MM.yyyy"_s);
     }
     for (int t = 1; t <= store::SpecialTables; ++t)
-        if (const QString campo = u"Tabella %1"_s.arg(t); modello.datiGenerali.contains(campo))
+        if (const QString campo = store::campoTabella(t); modello.datiGenerali.contains(campo))
             modello.NomeTabella.push_back(modello.datiGenerali[campo]);
-    modello.tabellaCodici = leggiCodici(modello.datiGenerali.value(u"Tabella Codici"_s));
+    modello.tabellaCodici = leggiCodici(modello.datiGenerali.value(store::CampoCodici));
 }
 
 UnitaImmobiliare leggiUnita(const store::Query& record)
