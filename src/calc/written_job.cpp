@@ -46,10 +46,10 @@ DatiScritti leggiDatiScritti(store::Database& lavoro)
         if (const store::Value valore = dati.field(i++); !valore.isNull())
             scritti.testi[campo.name] = valore.text();
     for (int t = 1; std::optional<QString> & nome : scritti.NomeTabella)
-        if (const auto testo = scritti.testi.constFind(u"Tabella %1"_s.arg(t++));
+        if (const auto testo = scritti.testi.constFind(store::campoTabella(t++));
             testo != scritti.testi.constEnd())
             nome = *testo;
-    scritti.tabellaCodici = scritti.testi.value(u"Tabella Codici"_s);
+    scritti.tabellaCodici = scritti.testi.value(store::CampoCodici);
     return scritti;
 }
 

@@ -104,12 +104,12 @@ RegisterLists LeggiDatiGenerali(store::Database& lavoro)
 {
     const coefficients::JobTexts texts =
         coefficients::loadTexts(lavoro, store::TabellaDatiGenerali);
-    RegisterLists lists{.scale = readCodes(texts.value(u"Tabella Codici"_s)),
+    RegisterLists lists{.scale = readCodes(texts.value(store::CampoCodici)),
                         .livelli = store::levels(lavoro),
                         .tabelle = {},
                         .coefficienti = {}};
     for (int table = 1; QString & name : lists.tabelle)
-        name = texts.value(u"Tabella %1"_s.arg(table++)).trimmed();
+        name = texts.value(store::campoTabella(table++)).trimmed();
     const coefficients::JobTexts groups = coefficients::loadTexts(lavoro, store::TabellaVariabili);
     for (int group = 1; std::vector<CoefficientEntry> & entries : lists.coefficienti)
         entries = readEntries(groups.value(coefficients::groupField(group++)));

@@ -48,8 +48,8 @@ TableDef datiGenerali()
                               memo(u"Relazione"_s)},
                    .primaryKey = u"Chiave"_s};
     for (int i = 1; i <= SpecialTables; ++i)
-        table.fields.push_back(text(u"Tabella %1"_s.arg(i), 50));
-    table.fields.push_back(memo(u"Tabella Codici"_s));
+        table.fields.push_back(text(campoTabella(i), 50));
+    table.fields.push_back(memo(CampoCodici));
     return table;
 }
 

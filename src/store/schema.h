@@ -25,6 +25,13 @@ inline constexpr QStringView TabellaVariabili = u"Variabili";
 inline constexpr QStringView CampoChiave = u"Chiave";
 inline constexpr QStringView CampoUnita = u"Riferimento unità";
 
+/// The fields of general data with the staircase codes and with the name of special table 1 to 10.
+inline const QString CampoCodici = u"Tabella Codici"_s;
+[[nodiscard]] inline QString campoTabella(int t)
+{
+    return u"Tabella %1"_s.arg(t);
+}
+
 /// The groups of values, each with the name of the field that is chosen from it.
 inline constexpr std::array<QStringView, Groups> GroupNames{
     u"Ambiente",   u"Destinazione", u"Orientamento",   u"Prospetto",

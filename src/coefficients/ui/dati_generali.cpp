@@ -23,7 +23,6 @@ using widgets::TypedText;
 
 namespace {
 
-const QString CodesField = u"Tabella Codici"_s;
 constexpr int CodeRows = 99;
 constexpr int CodeColumn = 0;
 
@@ -53,7 +52,7 @@ std::vector<GeneralField> generalFields()
         {.field = u"Data"_s, .label = u"Data"_s, .kind = FieldKind::Date, .longest = 10},
         {.field = u"Relazione"_s, .label = u"Relazione"_s, .share = 3}};
     for (int table = 1; table <= store::SpecialTables; ++table) {
-        const QString name = u"Tabella %1"_s.arg(table);
+        const QString name = store::campoTabella(table);
         fields.push_back({.field = name, .label = name, .page = u"Tabelle"_s});
     }
     return fields;
@@ -176,7 +175,7 @@ void DatiGenerali::showTexts()
             input.lines->setStoredText(text);
     }
     // More rows than the usual ones are shown as well: storing what is shown must not lose them.
-    grid().cells().setTableText(m_loaded.value(CodesField), CodeRows);
+    grid().cells().setTableText(m_loaded.value(store::CampoCodici), CodeRows);
     grid().setCurrentCell(0, 0);
     remarkCodes();
 }
@@ -216,7 +215,7 @@ bool DatiGenerali::finishTyping()
 
 void DatiGenerali::store()
 {
-    JobTexts texts{{CodesField, grid().cells().tableText()}};
+    JobTexts texts{{store::CampoCodici, grid().cells().tableText()}};
     for (const Input& input : m_inputs)
         texts[input.field] = input.line != nullptr ? input.line->text() : input.lines->storedText();
     saveTexts(m_lavoro, store::TabellaDatiGenerali, texts, m_loaded);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ui/millesimi.h"
 
-#include "widgets/keep_place.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -61,7 +60,7 @@ QWidget* Millesimi::buildSelection()
         if (!kind.hasIndex)
             continue;
         m_indice = addBox(*layout, u"Calc. indice prop. cons."_s, Indent);
-        widgets::keepPlaceWhenHidden(*m_indice);
+        keepPlaceWhenHidden(*m_indice);
         connect(m_tabelle.back(), &QCheckBox::toggled, m_indice, &QWidget::setVisible);
     }
     return frame;

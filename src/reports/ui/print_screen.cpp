@@ -67,6 +67,13 @@ QWidget* PrintScreen::buildSections(const QStringList& sezioni)
     return frame;
 }
 
+void PrintScreen::keepPlaceWhenHidden(QWidget& widget)
+{
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
 QHBoxLayout* PrintScreen::fieldRow(const QString& caption, widgets::TypedLine& field, int digits)
 {
     field.setObjectName(u"Dati0"_s);

@@ -61,6 +61,9 @@ protected:
     /// A row with the label and the screen's one field of figures, as wide as so many digits.
     static QHBoxLayout* fieldRow(const QString& caption, widgets::TypedLine& field, int digits);
 
+    /// A hidden widget keeps its place in the layout, so that nothing moves when it comes and goes.
+    static void keepPlaceWhenHidden(QWidget& widget);
+
     [[nodiscard]] const calc::ModelloLavoro& modello() const { return m_modello; }
     /// The words of the chosen sections.
     [[nodiscard]] QStringList sezioni() const;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ui/riparto.h"
 
-#include "widgets/keep_place.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -56,7 +55,7 @@ QWidget* Riparto::buildShares()
             layout->addWidget(m_indice, row++, 1);
     }
     m_indice->setObjectName(u"Sezione3"_s);
-    widgets::keepPlaceWhenHidden(*m_indice);
+    keepPlaceWhenHidden(*m_indice);
     layout->setColumnStretch(1, 1);
     return frame;
 }
@@ -65,14 +64,14 @@ Riparto::Shares Riparto::addShares(const TableKind& kind, QGridLayout& layout, i
 {
     auto* button = new QRadioButton(kind.shareCaption);
     button->setObjectName(u"TabSel%1"_s.arg(m_tabSel.size()));
-    widgets::keepPlaceWhenHidden(*button);
+    keepPlaceWhenHidden(*button);
     layout.addWidget(button, row, 0);
     if (kind.listName.isEmpty())
         return {button, nullptr};
     auto* list = new QComboBox;
     list->setObjectName(kind.listName);
     list->setAccessibleName(kind.shareCaption);
-    widgets::keepPlaceWhenHidden(*list);
+    keepPlaceWhenHidden(*list);
     layout.addWidget(list, row, 1);
     for (const TableChoice& choice : kind.choices(modello()))
         list->addItem(choice.label, choice.key);
