@@ -2,6 +2,7 @@
 // What is odd in the general data: texts, special tables, staircases.
 #include "calc/check_parts.h"
 #include "calc/figure_remarks.h"
+#include "store/schema.h"
 #include "text/decimal_text.h"
 
 #include <algorithm>
@@ -71,16 +72,21 @@ void controllaPercentuale(const Riga& riga, const QString& dove, Osservazioni& o
 void controllaDati(const Fabbricato& fabbricato, Osservazioni& osservazioni)
 {
     const DatiScritti& dati = fabbricato.stato.scritto.dati;
-    const auto richiedi = [&](bool isPresente, Regola regola, const QString& che) {
-        if (!isPresente)
-            osservazioni.push_back(osservaDati(regola, Scheda::Generale, 0, {}, che));
+    const auto richiedi = [&](bool isPresente, Regola regola, QStringView campo,
+                              const QString& che) {
+        if (isPresente)
+            return;
+        osservazioni.push_back(osservaDati(regola, Scheda::Generale, 0, {}, che));
+        const auto& campi = store::jobTable(store::TabellaDatiGenerali).fields;
+        osservazioni.back().posto.campo = static_cast<int>(
+            std::ranges::find(campi, campo, &store::FieldDef::name) - campi.begin());
     };
     richiedi(!(dati.testi[u"Descrizione"_s] + dati.testi[u"Descrizionee"_s]).trimmed().isEmpty(),
-             Regola::DescrizioneMancante, u"la descrizione manca."_s);
-    richiedi(!fabbricato.modello.datiGenerali[u"Data"_s].isEmpty(), Regola::DataMancante,
+             Regola::DescrizioneMancante, u"Descrizione", u"la descrizione manca."_s);
+    richiedi(!fabbricato.modello.datiGenerali[u"Data"_s].isEmpty(), Regola::DataMancante, u"Data",
              u"la data manca."_s);
     richiedi(!dati.testi[u"Relazione"_s].trimmed().isEmpty(), Regola::RelazioneMancante,
-             u"la relazione manca."_s);
+             u"Relazione", u"la relazione manca."_s);
 }
 
 void controllaTabelle(const Fabbricato& fabbricato, Osservazioni& osservazioni)

@@ -34,7 +34,7 @@ constexpr std::array Regole{
                       u"spesso manca il punto decimale; si confrontano almeno cinque vani"},
     DescrizioneRegola{FattoreFuoriMisura, Avviso, Vani, u"coefficiente fuori da 0,1 a 3",
                       u"nessun coefficiente d'uso arriva a tanto"},
-    DescrizioneRegola{VanoOrfano, Avviso, Vani, u"vano di un'unità che non c'è più",
+    DescrizioneRegola{VanoOrfano, Errore, Vani, u"vano di un'unità che non c'è più",
                       u"non conta e non si vede in alcuna scheda"},
     DescrizioneRegola{TroppiVani, Errore, Vani, u"più di 50 vani in un'unità",
                       u"il lavoro non si può calcolare"},

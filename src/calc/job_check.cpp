@@ -5,6 +5,7 @@
 #include "calc/staircase_shares.h"
 
 #include <algorithm>
+#include <array>
 #include <tuple>
 
 namespace zelto::calc {
@@ -108,13 +109,32 @@ std::vector<Osservazione> controlla(LavoroScritto lavoro)
     return ControlloLavoro(std::move(lavoro)).osservazioni();
 }
 
+QString conteggio(std::span<const Osservazione> osservazioni, Gravita ultima)
+{
+    constexpr std::array<QStringView, 3> Plurali{u"errori", u"avvisi", u"note"};
+    QStringList parti;
+    for (int gravita = 0; gravita <= static_cast<int>(ultima); ++gravita) {
+        const auto quante =
+            std::ranges::count(osservazioni, Gravita(gravita), &Osservazione::gravita);
+        if (quante > 0)
+            parti << u"%1 %2"_s.arg(quante).arg(quante == 1 ? nome(Gravita(gravita))
+                                                            : Plurali.at(std::size_t(gravita)));
+    }
+    return parti.join(u", "_s);
+}
+
+QString millesimiSpostati(const Osservazione& osservazione)
+{
+    const double spostamento = osservazione.spostamento.value_or(0);
+    return spostamento < MinimoSpostamento ? QString() : QString::number(spostamento, 'f', 3);
+}
+
 QString testo(const Osservazione& osservazione)
 {
     const QString testo = osservazione.dove + u": "_s + osservazione.che;
-    if (osservazione.spostamento.value_or(0) < MinimoSpostamento)
-        return testo;
-    return testo + u" Sposta una quota di %1 millesimi."_s.arg(
-                       QString::number(*osservazione.spostamento, 'f', 3));
+    const QString millesimi = millesimiSpostati(osservazione);
+    return millesimi.isEmpty() ? testo
+                               : testo + u" Sposta una quota di %1 millesimi."_s.arg(millesimi);
 }
 
 } // namespace zelto::calc

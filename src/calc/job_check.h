@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace zelto::calc {
@@ -31,7 +32,7 @@ struct Posto
     int elenco = 0; ///< the list of coefficients
     int unita = 0;  ///< the unit's number
     int vano = 0;   ///< the room's position
-    int campo = 0;  ///< its place in the record of a unit or a room
+    int campo = 0;  ///< its place in the record of a unit, a room or general data
     int riga = 0;   ///< of a list, of the special tables or of the staircases
 
     bool operator==(const Posto&) const = default;
@@ -45,7 +46,17 @@ struct Osservazione
     QString che = {};  ///< what is odd, and what it counts as: a sentence
     /// The most thousandths that a share moves by it, where it can be told what was meant.
     std::optional<double> spostamento = {};
+
+    [[nodiscard]] Gravita gravita() const { return descrizione(regola).gravita; }
 };
+
+/// "2 errori, 1 avviso, 3 note": how many there are of each kind down to the last; kinds without
+/// any are left out.
+[[nodiscard]] QString conteggio(std::span<const Osservazione> osservazioni,
+                                Gravita ultima = Gravita::Nota);
+
+/// The thousandths that a share moves by it, as they are printed; empty where they do not show.
+[[nodiscard]] QString millesimiSpostati(const Osservazione& osservazione);
 
 /// "place: what", with the thousandths.
 [[nodiscard]] QString testo(const Osservazione& osservazione);

@@ -61,15 +61,10 @@ std::optional<store::Database> open(QString path, Console& user)
     return copy;
 }
 
-calc::Gravita gravita(const calc::Osservazione& osservazione)
-{
-    return calc::descrizione(osservazione.regola).gravita;
-}
-
 QString remarkLine(const calc::Osservazione& osservazione)
 {
     // A name may hold anything, and a remark is one line.
-    return u"%1: %2"_s.arg(calc::nome(gravita(osservazione)), calc::testo(osservazione))
+    return u"%1: %2"_s.arg(calc::nome(osservazione.gravita()), calc::testo(osservazione))
         .replace(u'\n', u' ');
 }
 
@@ -184,7 +179,7 @@ ExitStatus printJob(const Options& options, const QString& lavoro, Console& user
         const calc::ModelloLavoro modello = calc::CaricaLavoro(*aperto);
         requireDistinctOutputs(options);
         for (const calc::Osservazione& una : calc::controlla(calc::LeggiLavoroScritto(*aperto)))
-            if (gravita(una) == calc::Gravita::Errore)
+            if (una.gravita() == calc::Gravita::Errore)
                 user.showMessage(remarkLine(una));
         // First of all: what is refused leaves nothing behind.
         reports::Tables tables;
@@ -210,7 +205,7 @@ ExitStatus checkJob(const QString& lavoro, Console& user)
         ExitStatus status = Done;
         for (const calc::Osservazione& una : calc::controlla(calc::LeggiLavoroScritto(*aperto))) {
             writeOut(lavoro + u": "_s + remarkLine(una) + u'\n');
-            if (gravita(una) == calc::Gravita::Errore)
+            if (una.gravita() == calc::Gravita::Errore)
                 status = ErrorsFound;
         }
         return status;

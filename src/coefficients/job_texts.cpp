@@ -62,7 +62,7 @@ JobTexts loadTexts(store::Database& lavoro, QStringView table)
 }
 
 void saveTexts(store::Database& lavoro, QStringView table, const JobTexts& texts,
-               const JobTexts& loaded)
+               const JobTexts& loaded, const std::function<void()>& along)
 {
     store::Database::Transaction transaction(lavoro);
     const store::Record stored = recordOf(lavoro, table);
@@ -72,6 +72,7 @@ void saveTexts(store::Database& lavoro, QStringView table, const JobTexts& texts
             u"I %1 del lavoro sono stati cambiati da un altro programma. Annullare e riaprire la "
             u"finestra per vederli."_s.arg(table == store::TabellaVariabili ? u"coefficienti"_s
                                                                             : u"dati generali"_s));
+    along();
     store::Record record = stored;
     for (std::size_t i = 0; const FieldDef& field : store::jobTable(table).fields) {
         if (isText(field))

@@ -7,6 +7,8 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+
 namespace zelto::store {
 class Database;
 } // namespace zelto::store
@@ -28,9 +30,11 @@ using JobTexts = QMap<QString, QString>;
     return u"Var%1"_s.arg(group);
 }
 
-/// Stores all texts at once in place of those that were loaded. Throws DatabaseError, naming the
-/// field, and leaves the job as it was then: RecordChanged when it holds other texts by now.
-void saveTexts(store::Database& lavoro, QStringView table, const JobTexts& texts,
-               const JobTexts& loaded);
+/// Stores all texts at once in place of those that were loaded, and what else belongs to them: it
+/// is done first, while the job still holds the old ones. Throws DatabaseError, naming the field,
+/// and leaves the job as it was then: RecordChanged when it holds other texts by now.
+void saveTexts(
+    store::Database& lavoro, QStringView table, const JobTexts& texts, const JobTexts& loaded,
+    const std::function<void()>& along = [] {});
 
 } // namespace zelto::coefficients

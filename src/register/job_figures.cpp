@@ -2,17 +2,11 @@
 #include "register/job_figures.h"
 
 #include "calc/figures.h"
+#include "register/register_model.h"
 
 #include <algorithm>
 
 namespace zelto::registro {
-
-namespace {
-
-/// Above this, loading the whole job is quicker than its units one by one.
-constexpr qsizetype MostSingleUnits = 20;
-
-} // namespace
 
 void JobFigures::reload()
 {

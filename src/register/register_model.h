@@ -16,6 +16,9 @@ class Messages;
 
 namespace zelto::registro {
 
+/// Of more changed units, reading the whole job is quicker than each by itself.
+inline constexpr qsizetype MostSingleUnits = 20;
+
 /// Where the user is in the register of a job: which units are listed, and which one is current,
 /// with its rooms. Tree, grids and fields show this and nothing else. The current unit changes by
 /// DatiVani, and when it is deleted; never by what a filter lists. What cannot be read or stored is

@@ -4,6 +4,7 @@
 #include "calc/job_loader.h"
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
+#include "register/ui/controllo.h"
 #include "register/ui/parametri.h"
 #include "reports/ui/millesimi.h"
 #include "reports/ui/riparto.h"
@@ -15,6 +16,7 @@
 #include "widgets/dialogs.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QKeyEvent>
 #include <QMdiSubWindow>
 
@@ -167,16 +169,34 @@ void Application::showScreen(const QString& key)
         return;
     store::Database& lavoro = job.JobDatabase();
     if (key == u"Variabili")
-        showModal(
-            coefficients::Variabili(lavoro, m_groupDescriptions, m_dialogs, m_settings, &m_window));
+        showPlace(lavoro, {.scheda = calc::Scheda::Elenco, .elenco = 1, .riga = 1});
     else if (key == u"DatiGenerali")
-        showModal(coefficients::DatiGenerali(lavoro, m_dialogs, m_settings, &m_window));
+        showPlace(lavoro, {.scheda = calc::Scheda::Generale});
     else
         showParametri(lavoro);
 }
 
+/// The screen on which the place is, at that place.
+void Application::showPlace(store::Database& lavoro, const calc::Posto& posto)
+{
+    using calc::Scheda;
+    if (posto.scheda == Scheda::Unita || posto.scheda == Scheda::Vani) {
+        m_window.activateDocumentWindow(*m_parametri);
+        m_parametri->goTo(posto);
+    } else if (posto.scheda == Scheda::Elenco) {
+        coefficients::Variabili screen(lavoro, m_groupDescriptions, m_dialogs, m_settings,
+                                       &m_window);
+        screen.goTo(posto);
+        showModal(screen);
+    } else {
+        coefficients::DatiGenerali screen(lavoro, m_dialogs, m_settings, &m_window);
+        screen.goTo(posto);
+        showModal(screen);
+    }
+}
+
 /// What it stores may change what the parameters screen says of its units.
-void Application::showModal(widgets::EditDialog&& screen)
+void Application::showModal(widgets::EditDialog& screen)
 {
     if (m_parametri && !m_parametri->finishTyping())
         return;
@@ -211,20 +231,58 @@ void Application::connectParametri(store::Database& lavoro)
     connect(m_parametri, &Parametri::ripartoRequested, this, [this, &lavoro] {
         reportingErrors([&] { showPrintScreen<reports::Riparto>(lavoro); });
     });
+    connect(m_parametri, &Parametri::controlloRequested, this,
+            [this, &lavoro] { showControllo(lavoro); });
+}
+
+void Application::buildControllo(store::Database& lavoro)
+{
+    using registro::Controllo;
+    auto* controllo = new Controllo(m_parametri->remarks());
+    m_controllo = &m_window.addPanel(controllo);
+    connect(controllo, &Controllo::left, this, &Application::leaveControllo);
+    connect(controllo, &Controllo::chosen, this, [this, &lavoro](const calc::Posto& posto) {
+        reportingErrors([&] { showPlace(lavoro, posto); });
+    });
+    connect(m_parametri, &QObject::destroyed, m_controllo, [this] { delete m_controllo; });
+}
+
+/// A second time it goes away again.
+void Application::showControllo(store::Database& lavoro)
+{
+    if (!m_controllo)
+        buildControllo(lavoro);
+    else if (m_controllo->isAncestorOf(QApplication::focusWidget()))
+        return leaveControllo();
+    m_controllo->show();
+    m_controllo->raise();
+    m_controllo->activateWindow();
+    m_controllo->findChild<registro::Controllo*>()->takeFocus();
+}
+
+void Application::leaveControllo()
+{
+    m_controllo->hide();
+    if (m_parametri && m_parametri->focusWidget() != nullptr)
+        m_parametri->focusWidget()->setFocus();
 }
 
 template <typename Screen>
 void Application::showPrintScreen(store::Database& lavoro)
 {
-    Screen({.lavoro = lavoro,
-            .jobPath = m_jobFiles.JobPath(),
-            .outputFolder = m_outputFolder,
-            .print = {.engine = m_engine,
-                      .printers = m_printers,
-                      .window = m_window,
-                      .dialogs = m_dialogs}},
-           &m_window)
-        .exec();
+    Screen screen({.lavoro = lavoro,
+                   .jobPath = m_jobFiles.JobPath(),
+                   .outputFolder = m_outputFolder,
+                   .print = {.engine = m_engine,
+                             .printers = m_printers,
+                             .window = m_window,
+                             .dialogs = m_dialogs}},
+                  &m_window);
+    // Once the screen is closed.
+    connect(
+        &screen, &Screen::controlloRequested, this, [this, &lavoro] { showControllo(lavoro); },
+        Qt::QueuedConnection);
+    screen.exec();
 }
 
 void Application::setUpPrinter()

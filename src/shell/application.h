@@ -17,6 +17,12 @@
 #include <functional>
 #include <memory>
 
+class QDockWidget;
+
+namespace zelto::calc {
+struct Posto;
+} // namespace zelto::calc
+
 namespace zelto::store {
 class ApplicationFolder;
 } // namespace zelto::store
@@ -64,9 +70,13 @@ private:
     void showGuide(const QWidget* asking);
     void fillFileMenu();
     void showScreen(const QString& key);
-    void showModal(widgets::EditDialog&& screen);
+    void showModal(widgets::EditDialog& screen);
     void showParametri(store::Database& lavoro);
     void connectParametri(store::Database& lavoro);
+    void buildControllo(store::Database& lavoro);
+    void showControllo(store::Database& lavoro);
+    void leaveControllo();
+    void showPlace(store::Database& lavoro, const calc::Posto& posto);
     template <typename Screen>
     void showPrintScreen(store::Database& lavoro);
     void setUpPrinter();
@@ -86,6 +96,7 @@ private:
     print::PrinterDesk m_printers;
     QPointer<GuideWindow> m_guide;
     QPointer<registro::Parametri> m_parametri; ///< while it is open; its window owns it
+    QPointer<QDockWidget> m_controllo;         ///< the panel with the remarks on what it shows
 };
 
 } // namespace zelto::shell

@@ -19,6 +19,7 @@ const std::map<QString, QString>& guideChapters()
         {u"UI"_s, u"La scheda Elenco"_s},
         {u"SchedaDettaglio"_s, u"La scheda Dettaglio"_s},
         {u"TabFlex"_s, u"La scheda Vani"_s},
+        {u"Controllo"_s, u"Controllo del lavoro"_s},
         {u"Millesimi"_s, u"Calcolo millesimi"_s},
         {u"Riparto"_s, u"Riparto importo"_s},
         {u"frmPreview"_s, u"Anteprima di stampa"_s},

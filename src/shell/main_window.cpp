@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QDropEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -113,6 +114,17 @@ void MainWindow::activateDocumentWindow(const QWidget& screen)
     for (QMdiSubWindow* frame : m_documents->subWindowList())
         if (frame->widget() == &screen)
             m_documents->setActiveSubWindow(frame);
+}
+
+QDockWidget& MainWindow::addPanel(QWidget* panel)
+{
+    constexpr int Height = 220;
+    auto* dock = new QDockWidget(panel->windowTitle(), this);
+    dock->setObjectName(panel->objectName() + u"Pannello"_s);
+    dock->setWidget(panel);
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    resizeDocks({dock}, {Height}, Qt::Vertical);
+    return *dock;
 }
 
 // Other windows get to paint themselves; what the user types or clicks waits for the end of the

@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 
+class QDockWidget;
 class QMdiArea;
 class QMdiSubWindow;
 
@@ -40,6 +41,9 @@ public:
 
     /// Brings the frame of a screen in front of the others.
     void activateDocumentWindow(const QWidget& screen);
+
+    /// Puts a panel below the screens, beside which it can be used; closing hides it.
+    QDockWidget& addPanel(QWidget* panel);
 
     void BeginBusy() override;
     void EndBusy() override;

@@ -5,6 +5,7 @@
 #include "store/settings.h"
 #include "widgets/column_widths.h"
 #include "widgets/dialogs.h"
+#include "widgets/keys.h"
 #include "widgets/typed_line.h"
 
 #include <QCloseEvent>
@@ -12,6 +13,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
 
 namespace zelto::widgets {
 
@@ -47,6 +51,62 @@ EditDialog::EditDialog(const Screen& screen, Dialogs& dialogs, store::Settings& 
     connect(&m_grid, &Grid::cellsChanged, this, &EditDialog::markChanged);
     connect(&m_grid, &Grid::pasteRefused, this,
             [this](const QString& why) { m_dialogs.showMessage(why); });
+}
+
+QWidget* EditDialog::buildTable()
+{
+    struct Command
+    {
+        QString name;
+        QString caption;
+        QKeySequence key;
+        void (EditDialog::*run)();
+    };
+    const std::array commands{
+        Command{u"InserisciRiga"_s, u"&Inserisci riga"_s, Qt::Key_Insert, &EditDialog::insertRow},
+        Command{u"EliminaRiga"_s, u"&Elimina riga"_s, Qt::CTRL | Qt::Key_Delete,
+                &EditDialog::removeRows}};
+    auto* row = new QHBoxLayout;
+    for (const Command& command : commands) {
+        QPushButton* button = newButton(command.name, command.caption);
+        button->setToolTip(command.key.toString(QKeySequence::NativeText));
+        connect(button, &QPushButton::clicked, this, command.run);
+        // The editor of a cell keeps these keys.
+        addKey(
+            m_grid, command.key, [this, run = command.run] { (this->*run)(); }, Qt::WidgetShortcut);
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    auto* table = new QWidget;
+    auto* layout = new QVBoxLayout(table);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(&m_grid, 1);
+    layout->addLayout(row);
+    return table;
+}
+
+void EditDialog::insertRow()
+{
+    m_grid.commitEditor();
+    const int row = std::max(m_grid.currentRow(), 0);
+    m_grid.cells().insertEmptyRow(row);
+    m_grid.setCurrentCell(row, 0);
+    m_grid.setFocus();
+    markChanged();
+}
+
+/// Those that are selected.
+void EditDialog::removeRows()
+{
+    m_grid.commitEditor();
+    const auto [first, last] = m_grid.selectedRows();
+    if (first < 0)
+        return;
+    const int column = m_grid.currentColumn();
+    m_grid.cells().deleteRows(first, last);
+    m_grid.setCurrentCell(std::min(first, m_grid.cells().rowCount() - 1), column);
+    m_grid.setFocus();
+    markChanged();
 }
 
 void EditDialog::setContents(QWidget* contents)

@@ -51,8 +51,11 @@ protected:
     /// A remark below the contents; empty for none.
     void showRemark(const QString& text);
 
-    /// The screen's table, which is part of the contents. Changing it marks the screen as changed.
+    /// The screen's table. Changing it marks the screen as changed.
     [[nodiscard]] Grid& grid() { return m_grid; }
+
+    /// The table with the commands for its rows, to be put into the contents.
+    [[nodiscard]] QWidget* buildTable();
 
     /// Takes over what is still being typed; false, with the focus on the field, when a text must
     /// not stay as it is.
@@ -61,9 +64,13 @@ protected:
     /// Throws DatabaseError when the working copy cannot be stored.
     virtual void store() = 0;
 
+    [[nodiscard]] Dialogs& dialogs() { return m_dialogs; }
+
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void insertRow();
+    void removeRows();
     void addButtons();
     void apply();
     /// Asks and stores; false when it could not be stored.

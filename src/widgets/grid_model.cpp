@@ -109,6 +109,29 @@ void GridModel::appendRow()
     putIn(rowCount(), {.number = QString::number(rowCount() + 1)});
 }
 
+void GridModel::insertEmptyRow(int row)
+{
+    putIn(row, {});
+    ++m_tableRows;
+    renumber();
+}
+
+void GridModel::deleteRows(int first, int last)
+{
+    for (int row = last; row >= first; --row, --m_tableRows)
+        takeOut(row);
+    if (m_rows.isEmpty())
+        return insertEmptyRow(0);
+    renumber();
+}
+
+void GridModel::renumber()
+{
+    for (int row = 0; row < rowCount(); ++row)
+        m_rows[row].number = QString::number(row + 1);
+    emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
+}
+
 void GridModel::putIn(int row, const GridRow& content)
 {
     beginInsertRows({}, row, row);

@@ -78,6 +78,11 @@ public:
     /// An empty row with the next number, which is not shaded.
     void appendRow();
 
+    /// Of a table text: an empty row before that one, and without these rows; those that follow are
+    /// numbered anew. One row stays.
+    void insertEmptyRow(int row);
+    void deleteRows(int first, int last);
+
     /// The row of the number, -1 when there is none.
     [[nodiscard]] int rowOf(int number) const;
 
@@ -91,6 +96,7 @@ private:
     [[nodiscard]] GridRow complete(GridRow row) const;
     void putIn(int row, const GridRow& content);
     void takeOut(int row);
+    void renumber();
     [[nodiscard]] QString spokenText(int row, int column) const;
     [[nodiscard]] QString remark(int row, int column) const;
 

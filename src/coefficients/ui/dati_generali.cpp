@@ -97,7 +97,7 @@ DatiGenerali::DatiGenerali(store::Database& lavoro, widgets::Dialogs& dialogs,
     resize(760, 620);
     grid().setAccessibleName(u"Codici delle scale"_s);
     auto* codes = new QWidget;
-    (new QGridLayout(codes))->addWidget(&grid());
+    (new QGridLayout(codes))->addWidget(buildTable());
     m_tabs->setObjectName(u"TabStrip1"_s);
     m_tabs->setAccessibleName(u"Parti dei dati generali"_s);
     for (const QString& page : {u"Generale"_s, u"Tabelle"_s})
@@ -163,6 +163,30 @@ QWidget* DatiGenerali::addText(const QString& field, int longest)
     connect(lines, &TypedText::edited, this, &DatiGenerali::markChanged);
     m_inputs.push_back({.field = field, .lines = lines});
     return lines;
+}
+
+void DatiGenerali::goTo(const calc::Posto& posto)
+{
+    if (posto.scheda == calc::Scheda::Scale) {
+        m_tabs->setCurrentIndex(m_tabs->count() - 1);
+        grid().setCurrentCell(std::clamp(posto.riga, 1, grid().cells().rowCount()) - 1, 0);
+        grid().setFocus();
+    } else if (posto.scheda == calc::Scheda::Tabelle) {
+        goTo(store::campoTabella(posto.riga));
+    } else {
+        const auto& fields = store::jobTable(store::TabellaDatiGenerali).fields;
+        goTo(fields.at(static_cast<std::size_t>(posto.campo)).name);
+    }
+}
+
+void DatiGenerali::goTo(const QString& field)
+{
+    const auto input = std::ranges::find(m_inputs, field, &Input::field);
+    if (input == m_inputs.end())
+        return;
+    QWidget* widget = input->line != nullptr ? static_cast<QWidget*>(input->line) : input->lines;
+    m_tabs->setCurrentWidget(widget->parentWidget());
+    widget->setFocus();
 }
 
 void DatiGenerali::showTexts()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "calc/job_check.h"
 #include "coefficients/job_texts.h"
 #include "widgets/edit_dialog.h"
 
@@ -26,6 +27,9 @@ public:
     DatiGenerali(store::Database& lavoro, widgets::Dialogs& dialogs, store::Settings& settings,
                  QWidget* parent = nullptr);
 
+    /// Goes to a field, the name of a special table or the row of a staircase.
+    void goTo(const calc::Posto& posto);
+
 protected:
     bool finishTyping() override;
     void store() override;
@@ -39,6 +43,7 @@ private:
         widgets::TypedText* lines = nullptr;
     };
 
+    void goTo(const QString& field);
     QWidget* buildPage(const QString& page);
     QWidget* addLine(const QString& field, widgets::FieldKind kind, int longest);
     QWidget* addText(const QString& field, int longest);

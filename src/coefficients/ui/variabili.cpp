@@ -3,11 +3,16 @@
 
 #include "calc/figure_remarks.h"
 #include "store/schema.h"
+#include "text/table_text.h"
+#include "widgets/dialogs.h"
 #include "widgets/keys.h"
 
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <numeric>
 
 namespace zelto::coefficients {
 
@@ -39,7 +44,9 @@ Variabili::Variabili(store::Database& lavoro, const QStringList& descriptions,
     grid().setAccessibleName(u"Valori del gruppo"_s);
     connect(&grid(), &widgets::Grid::rowAppended, this, &Variabili::remarkLength);
     setContents(buildContents());
+    countRows();
     showGroup(m_group);
+    followRows();
     grid().setFocus();
 }
 
@@ -68,7 +75,7 @@ QWidget* Variabili::buildContents()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_tabs);
     layout->addWidget(m_description);
-    layout->addWidget(&grid(), 1);
+    layout->addWidget(buildTable(), 1);
     return contents;
 }
 
@@ -94,11 +101,67 @@ void Variabili::remarkLength()
                    : QString());
 }
 
+/// As the user inserts and deletes them.
+void Variabili::followRows()
+{
+    const auto rows = [this]() -> std::vector<int>& {
+        return m_formerRows[static_cast<std::size_t>(m_group)];
+    };
+    const widgets::GridModel& cells = grid().cells();
+    connect(&cells, &QAbstractItemModel::rowsInserted, this,
+            [rows](const QModelIndex& /*parent*/, int first, int last) {
+                rows().insert(rows().begin() + first, static_cast<std::size_t>(last - first) + 1,
+                              0);
+            });
+    connect(&cells, &QAbstractItemModel::rowsRemoved, this,
+            [rows](const QModelIndex& /*parent*/, int first, int last) {
+                rows().erase(rows().begin() + first, rows().begin() + last + 1);
+            });
+}
+
+/// All rows are as they are stored.
+void Variabili::countRows()
+{
+    for (int group = 1; group < store::Groups; ++group) {
+        std::vector<int>& rows = m_formerRows[static_cast<std::size_t>(group)];
+        rows.resize(static_cast<std::size_t>(
+            std::max(1, text::rowCount(m_groups.value(groupField(group))))));
+        std::iota(rows.begin(), rows.end(), 1);
+    }
+}
+
+std::vector<CodeRename> Variabili::askForRenames()
+{
+    std::vector<CodeRename> renames;
+    for (int group = 1; group < store::Groups; ++group)
+        for (const CodeRename& rename : renamedCodes(
+                 group, m_loaded.value(groupField(group)), m_groups.value(groupField(group)),
+                 m_formerRows[static_cast<std::size_t>(group)])) {
+            const int rooms = roomsUsing(m_lavoro, rename);
+            const QString question =
+                rooms == 1 ? u"1 vano usa [%1]: rinominare?"_s.arg(rename.before)
+                           : u"%1 vani usano [%2]: rinominare?"_s.arg(QString::number(rooms),
+                                                                      rename.before);
+            if (rooms > 0 && dialogs().askYesNo(question))
+                renames.push_back(rename);
+        }
+    return renames;
+}
+
+void Variabili::goTo(const calc::Posto& posto)
+{
+    m_tabs->setCurrentIndex(posto.elenco - 1);
+    grid().setCurrentCell(std::clamp(posto.riga, 1, grid().cells().rowCount()) - 1, 0);
+}
+
 void Variabili::store()
 {
     keepGroup();
-    saveTexts(m_lavoro, store::TabellaVariabili, m_groups, m_loaded);
+    const std::vector<CodeRename> renames = askForRenames();
+    saveTexts(m_lavoro, store::TabellaVariabili, m_groups, m_loaded,
+              [&] { renameCodes(m_lavoro, renames); });
     m_loaded = m_groups;
+    countRows();
 }
 
 } // namespace zelto::coefficients

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "calc/job_check.h"
+#include "coefficients/code_renames.h"
 #include "coefficients/job_texts.h"
+#include "store/job_limits.h"
 #include "widgets/edit_dialog.h"
 
 #include <QStringList>
 
+#include <array>
+#include <vector>
+
 class QPlainTextEdit;
 class QTabBar;
-
-namespace zelto::store {} // namespace zelto::store
 
 namespace zelto::coefficients {
 
@@ -24,6 +28,9 @@ public:
     Variabili(store::Database& lavoro, const QStringList& descriptions, widgets::Dialogs& dialogs,
               store::Settings& settings, QWidget* parent = nullptr);
 
+    /// Goes to the row of a list.
+    void goTo(const calc::Posto& posto);
+
 protected:
     void store() override;
 
@@ -32,12 +39,17 @@ private:
     void showGroup(int group);
     void keepGroup();
     void remarkLength();
+    void followRows();
+    void countRows();
+    [[nodiscard]] std::vector<CodeRename> askForRenames();
 
     store::Database& m_lavoro;
     QStringList m_descriptions;
     JobTexts m_loaded;
     JobTexts m_groups;
     int m_group = 1; ///< the one in the grid
+    /// Of each group, which stored row each row was; 0 for those that are new.
+    std::array<std::vector<int>, store::Groups> m_formerRows;
     QTabBar* m_tabs;
     QPlainTextEdit* m_description;
 };

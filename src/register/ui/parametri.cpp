@@ -39,10 +39,11 @@ const QString RoomWidths = u"TabFlex"_s;
 
 Parametri::Parametri(const ParametriContext& context, QWidget* parent)
     : QWidget(parent), m_context(context), m_model(context.lavoro, context.user),
-      m_calculation(context.lavoro), m_toolbar(new QToolBar(this)), m_navig(new Navig(m_model)),
-      m_tabs(new QTabWidget), m_elenco(new UnitList(m_model, context.menu)),
-      m_dettaglio(new UnitDetail(m_model)), m_vani(new RoomList(m_model, context.menu)),
-      m_status(new QStatusBar(this)), m_figures(new QLabel(this))
+      m_calculation(context.lavoro), m_remarks(context.lavoro, m_model),
+      m_toolbar(new QToolBar(this)), m_navig(new Navig(m_model)), m_tabs(new QTabWidget),
+      m_elenco(new UnitList(m_model, context.menu)), m_dettaglio(new UnitDetail(m_model)),
+      m_vani(new RoomList(m_model, context.menu)), m_status(new QStatusBar(this)),
+      m_figures(new QLabel(this)), m_counts(new QToolButton(this))
 {
     setObjectName(Section);
     setWindowTitle(u"Parametri per millesimi"_s);
@@ -60,6 +61,7 @@ Parametri::Parametri(const ParametriContext& context, QWidget* parent)
     connect(idle, &QTimer::timeout, this, [this] {
         m_loaded = true;
         showFigures();
+        m_remarks.start();
     });
     idle->start();
 }
@@ -118,6 +120,8 @@ void Parametri::buildToolbar()
               &Parametri::millesimiRequested);
     addScreen(u"Rip"_s, u"Riparto"_s, u"Riparto importo"_s, u"Ctrl+R"_s,
               &Parametri::ripartoRequested);
+    addScreen(u"Contr"_s, u"Controllo"_s, u"Controllo del lavoro"_s, u"F7"_s,
+              &Parametri::controlloRequested);
     m_toolbar->addSeparator();
     m_undo = addHistory(u"Annulla"_s, QKeySequence::keyBindings(QKeySequence::Undo),
                         &RegisterModel::undo);
@@ -146,6 +150,11 @@ void Parametri::buildPanels()
     m_status->setSizeGripEnabled(false);
     m_figures->setObjectName(u"Stato"_s);
     m_status->addWidget(m_figures, 1);
+    m_counts->setObjectName(u"Conteggio"_s);
+    m_counts->setAutoRaise(true);
+    m_counts->setFocusPolicy(Qt::NoFocus); // F7 is its key
+    m_counts->setToolTip(u"Controllo del lavoro (F7)"_s);
+    m_status->addPermanentWidget(m_counts);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
@@ -178,6 +187,7 @@ void Parametri::followModel()
         showFigures();
     });
     connect(&m_model, &RegisterModel::reloaded, this, [this] { m_calculation.reload(); });
+    connect(&m_remarks, &JobRemarks::changed, this, &Parametri::showRemarks);
     connect(&m_model, &RegisterModel::performed, this, [this] {
         m_status->clearMessage();
         updateHistory();
@@ -186,6 +196,7 @@ void Parametri::followModel()
 
 void Parametri::followUser()
 {
+    connect(m_counts, &QToolButton::clicked, this, &Parametri::controlloRequested);
     connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
     connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
     connect(m_elenco, &UnitList::unitChosen, this, &Parametri::goToUnit);
@@ -208,6 +219,13 @@ void Parametri::showFigures()
     } catch (const store::DatabaseError& error) {
         m_figures->setText(error.description());
     }
+}
+
+void Parametri::showRemarks()
+{
+    const QString counts = calc::conteggio(m_remarks.remarks());
+    m_counts->setText(counts.isEmpty() ? u"Nessuna osservazione"_s : counts);
+    m_counts->setVisible(m_remarks.failure().isEmpty());
 }
 
 void Parametri::updateHistory()
@@ -279,6 +297,21 @@ void Parametri::goTo(const Place& place)
         m_vani->goTo(place.position, place.field);
     else
         m_elenco->goTo(place.unit, place.field);
+}
+
+void Parametri::goTo(const calc::Posto& posto)
+{
+    if (!finishTyping())
+        return;
+    if (posto.unita > 0 && readUnit(m_context.lavoro, posto.unita).empty()) {
+        say(u"L'unità %1 non c'è più: il suo vano non si vede in alcuna scheda."_s.arg(
+            posto.unita));
+        return;
+    }
+    goTo({.unit = posto.unita,
+          .position = posto.vano,
+          .field = posto.campo,
+          .gone = posto.unita == 0});
 }
 
 Parametri::Tab Parametri::tab() const

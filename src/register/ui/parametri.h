@@ -2,6 +2,7 @@
 #pragma once
 
 #include "register/job_figures.h"
+#include "register/job_remarks.h"
 #include "register/register_model.h"
 
 #include <QWidget>
@@ -11,6 +12,7 @@ class QLabel;
 class QStatusBar;
 class QTabWidget;
 class QToolBar;
+class QToolButton;
 
 namespace zelto::store {
 class Settings;
@@ -58,11 +60,18 @@ public:
     /// follow, while unit, tab, filters and what can be undone stay.
     void refreshLists() { m_model.reload(); }
 
+    /// What the check of the job says, from when the screen is painted on.
+    [[nodiscard]] const JobRemarks& remarks() const { return m_remarks; }
+
+    /// Shows the unit, room and field of a remark, and puts the keyboard there.
+    void goTo(const calc::Posto& posto);
+
 signals:
     void calculatorRequested();
     // Everything typed has been stored.
     void millesimiRequested();
     void ripartoRequested();
+    void controlloRequested();
 
 protected:
     bool event(QEvent* event) override;
@@ -85,6 +94,7 @@ private:
 
     // What the model does not show by itself
     void showFigures();
+    void showRemarks();
     void updateHistory();
     void say(const QString& text);
 
@@ -99,6 +109,7 @@ private:
     ParametriContext m_context;
     RegisterModel m_model;
     JobFigures m_calculation;
+    JobRemarks m_remarks;
     bool m_loaded = false; ///< the figures may be shown
     QToolBar* m_toolbar;
     QAction* m_undo = nullptr;
@@ -110,6 +121,7 @@ private:
     RoomList* m_vani;
     QStatusBar* m_status;
     QLabel* m_figures;
+    QToolButton* m_counts; ///< of the remarks
 };
 
 } // namespace zelto::registro

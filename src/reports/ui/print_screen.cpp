@@ -2,6 +2,7 @@
 #include "reports/ui/print_screen.h"
 
 #include "calc/calc_error.h"
+#include "calc/job_check.h"
 #include "calc/job_loader.h"
 #include "print/complete_file.h"
 #include "print/print_error.h"
@@ -95,8 +96,28 @@ QHBoxLayout* PrintScreen::buildButtons()
     addButton(*row, u"Stampa"_s, u"&Stampa"_s, &PrintScreen::stampa);
     addButton(*row, u"Esporta"_s, u"&Esporta tabelle ..."_s, &PrintScreen::esportaTabelle);
     row->addStretch(1);
+    addRemarks(*row);
     addButton(*row, u"Chiudi"_s, u"&Chiudi"_s, &PrintScreen::reject);
     return row;
+}
+
+/// What the check finds wrong in the job, where it finds anything.
+void PrintScreen::addRemarks(QHBoxLayout& row)
+{
+    const QString counts = calc::conteggio(
+        calc::controlla(calc::LeggiLavoroScritto(m_context.lavoro)), calc::Gravita::Avviso);
+    if (counts.isEmpty())
+        return;
+    auto* show = new QPushButton(counts + u" - &Mostra"_s);
+    show->setObjectName(u"Mostra"_s);
+    show->setFlat(true);
+    show->setAutoDefault(false);
+    show->setToolTip(u"Chiude questa finestra e apre il controllo del lavoro"_s);
+    connect(show, &QPushButton::clicked, this, [this] {
+        emit controlloRequested();
+        reject();
+    });
+    row.addWidget(show);
 }
 
 QPushButton* PrintScreen::addButton(QHBoxLayout& row, const QString& name, const QString& caption,

@@ -49,6 +49,10 @@ public:
     /// Writes the chosen tables as a workbook, and as CSV files in a folder beside it.
     void esportaTabelle();
 
+signals:
+    /// The user wants to see what the check says of the job; the screen is closing.
+    void controlloRequested();
+
 protected:
     /// Throws CalcError and DatabaseError when the job cannot be loaded.
     PrintScreen(const QString& name, const QString& caption, const StampaContext& context,
@@ -77,6 +81,7 @@ private:
     QHBoxLayout* buildButtons();
     QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption,
                            void (PrintScreen::*action)()) const;
+    void addRemarks(QHBoxLayout& row);
     [[nodiscard]] QString proposedPath(const QString& extension) const;
     [[nodiscard]] print::DocumentData documentData() const;
 

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "coefficients/code_renames.h"
+
+#include "calc/job_loader.h"
+#include "store/schema.h"
+#include "text/table_text.h"
+
+#include <algorithm>
+
+namespace zelto::coefficients {
+
+namespace {
+
+using text::CellTable;
+
+constexpr int ValueCell = 1;
+constexpr int CodeCell = 2;
+
+CellTable tableOf(const QString& groupText)
+{
+    return text::TextToTable(groupText, text::rowCount(groupText), CodeCell);
+}
+
+struct ChangedRoom
+{
+    store::Record before;
+    store::Record after;
+};
+
+/// The place of the group's field in the record of a room.
+std::size_t fieldOf(int group)
+{
+    const auto& fields = store::jobTable(store::TabellaVani).fields;
+    const auto found = std::ranges::find(fields, store::GroupNames[static_cast<std::size_t>(group)],
+                                         &store::FieldDef::name);
+    return static_cast<std::size_t>(found - fields.begin());
+}
+
+/// Of rows that the calculation leaves out, references are known by their text alone.
+bool refersTo(const CodeRename& rename, const QString& text, calc::Liste& lists)
+{
+    if (!text.startsWith(u'['))
+        return false;
+    const int row = lists[static_cast<std::size_t>(rename.group) - 1].rowOf(text.toStdString());
+    return row > 0 ? row == rename.row : text == u'[' + rename.before + u']';
+}
+
+std::vector<ChangedRoom> changedRooms(store::Database& lavoro, std::span<const CodeRename> renames)
+{
+    calc::Liste lists = calc::CaricaListe(lavoro);
+    std::vector<ChangedRoom> changed;
+    for (auto room = lavoro.records(store::TabellaVani); !room.atEnd(); room.next()) {
+        const store::Record before = room.record();
+        store::Record after = before;
+        for (const CodeRename& rename : renames) {
+            const std::size_t field = fieldOf(rename.group);
+            if (refersTo(rename, before[field].text(), lists))
+                after[field] = u'[' + rename.after + u']';
+        }
+        if (after != before)
+            changed.push_back({before, after});
+    }
+    return changed;
+}
+
+} // namespace
+
+std::vector<CodeRename> renamedCodes(int group, const QString& stored, const QString& changed,
+                                     const std::vector<int>& formerRows)
+{
+    const CellTable before = tableOf(stored);
+    const CellTable after = tableOf(changed);
+    const int rows = text::rowCount(changed);
+    const auto stands = [&](int former) {
+        for (int row = 1; row <= rows; ++row)
+            if (after.at(row, CodeCell) == before.at(former, CodeCell) &&
+                after.at(row, ValueCell) == before.at(former, ValueCell))
+                return true;
+        return false;
+    };
+    std::vector<CodeRename> renames;
+    for (int row = 1; row <= std::min(rows, static_cast<int>(formerRows.size())); ++row) {
+        const int former = formerRows[static_cast<std::size_t>(row) - 1];
+        if (former == 0 || former > text::rowCount(stored))
+            continue;
+        const QString& code = before.at(former, CodeCell);
+        if (!code.isEmpty() && !after.at(row, CodeCell).isEmpty() &&
+            code != after.at(row, CodeCell) && !stands(former))
+            renames.push_back({group, former, code, after.at(row, CodeCell)});
+    }
+    return renames;
+}
+
+int roomsUsing(store::Database& lavoro, const CodeRename& rename)
+{
+    return static_cast<int>(changedRooms(lavoro, {&rename, 1}).size());
+}
+
+void renameCodes(store::Database& lavoro, std::span<const CodeRename> renames)
+{
+    store::RecordWriter rooms = lavoro.writer(store::jobTable(store::TabellaVani));
+    for (const auto& [before, after] : changedRooms(lavoro, renames))
+        rooms.change(before, after);
+}
+
+} // namespace zelto::coefficients

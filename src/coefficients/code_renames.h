@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rows of a group of coefficients that get another code, and the rooms that refer to them.
+#pragma once
+
+#include <QString>
+
+#include <span>
+#include <vector>
+
+namespace zelto::store {
+class Database;
+} // namespace zelto::store
+
+namespace zelto::coefficients {
+
+/// A row of group 1 to 6, counted from 1 as it is stored, whose code becomes another.
+struct CodeRename
+{
+    int group = 0;
+    int row = 0;
+    QString before;
+    QString after;
+};
+
+/// The rows that get another code. Both texts are those of the group; formerRows tells for each row
+/// of the new one which it was in the stored one, 0 for none. An entry that stands elsewhere as it
+/// was has only moved.
+[[nodiscard]] std::vector<CodeRename> renamedCodes(int group, const QString& stored,
+                                                   const QString& changed,
+                                                   const std::vector<int>& formerRows);
+
+/// How many rooms refer to the row, by the rules of the calculation or by its very code. Throws
+/// DatabaseError, here and below.
+[[nodiscard]] int roomsUsing(store::Database& lavoro, const CodeRename& rename);
+
+/// The rooms refer to the rows by their new codes. All at once, so that codes may change places;
+/// within a transaction of the caller's and while the job still holds the old lists.
+void renameCodes(store::Database& lavoro, std::span<const CodeRename> renames);
+
+} // namespace zelto::coefficients
