@@ -35,6 +35,7 @@ RATIOS = [
     ("cella", "memorizzare una cella / UPDATE nudo", 1.5),
     ("copia", "conservare e rileggere una copia / copiarne i byte", None),
     ("unita", "mostrare un'altra unità / leggerla", None),
+    ("controllo", "seguire una cella nel controllo / caricare il lavoro", None),  # 16 ms here too
     ("tasto", "un tasto in una cella / in un QLineEdit", None),  # a frame of the screen is 16 ms
 ]
 TO_MILLISECONDS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}

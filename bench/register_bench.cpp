@@ -2,8 +2,11 @@
 // zelto_register_bench: the parameters screen over the large job. Opening it against a bare tree
 // and two bare tables of the same texts, storing a cell against a bare update of the engine,
 // showing another unit against its queries alone, keeping a copy of the job against copying its
-// bytes.
+// bytes, bringing the remarks of the check up to date against loading the job.
 #include "bench/large_job.h"
+#include "calc/job_loader.h"
+#include "register/job_remarks.h"
+#include "register/ui/controllo.h"
 #include "register/ui/parametri.h"
 #include "register/ui/shown_columns.h"
 #include "store/files/job_copies.h"
@@ -175,6 +178,29 @@ void readUnits(benchmark::State& state, Desk& desk)
     }
 }
 
+/// From the stored cell to the painted list.
+void followCell(benchmark::State& state, Desk& desk)
+{
+    registro::RegisterModel model(desk.job, desk.user);
+    registro::JobRemarks remarks(desk.job, model);
+    remarks.start();
+    registro::Controllo panel(remarks);
+    panel.resize(1000, 220);
+    panel.show();
+    QApplication::processEvents();
+    for (auto _ : state) {
+        emit model.unitsChanged({150});
+        QApplication::processEvents();
+    }
+    state.counters["osservazioni"] = static_cast<double>(remarks.remarks().size());
+}
+
+void loadJob(benchmark::State& state, Desk& desk)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(calc::CaricaLavoro(desk.job));
+}
+
 /// As when a job is opened that has changed.
 void keepCopy(benchmark::State& state, Desk& desk)
 {
@@ -221,6 +247,8 @@ int main(int argc, char* argv[])
     add("cella/base", desk, updateBare);
     add("unita/zelto", desk, showUnits);
     add("unita/base", desk, readUnits);
+    add("controllo/zelto", desk, followCell);
+    add("controllo/base", desk, loadJob);
     add("copia/zelto", desk, keepCopy);
     add("copia/base", desk, copyBare);
     benchmark::Initialize(&argc, argv);

@@ -240,29 +240,33 @@ void Application::buildControllo(store::Database& lavoro)
     using registro::Controllo;
     auto* controllo = new Controllo(m_parametri->remarks());
     m_controllo = &m_window.addPanel(controllo);
-    connect(controllo, &Controllo::left, this, &Application::leaveControllo);
+    // Those of the screen count in the screen alone.
+    m_controllo->addActions(m_parametri->commands());
+    connect(controllo, &Controllo::left, this, [this] {
+        m_controllo->hide();
+        returnToParametri();
+    });
     connect(controllo, &Controllo::chosen, this, [this, &lavoro](const calc::Posto& posto) {
         reportingErrors([&] { showPlace(lavoro, posto); });
     });
     connect(m_parametri, &QObject::destroyed, m_controllo, [this] { delete m_controllo; });
 }
 
-/// A second time it goes away again.
+/// From the panel the same key goes back to the screen.
 void Application::showControllo(store::Database& lavoro)
 {
     if (!m_controllo)
         buildControllo(lavoro);
     else if (m_controllo->isAncestorOf(QApplication::focusWidget()))
-        return leaveControllo();
+        return returnToParametri();
     m_controllo->show();
     m_controllo->raise();
     m_controllo->activateWindow();
     m_controllo->findChild<registro::Controllo*>()->takeFocus();
 }
 
-void Application::leaveControllo()
+void Application::returnToParametri()
 {
-    m_controllo->hide();
     if (m_parametri && m_parametri->focusWidget() != nullptr)
         m_parametri->focusWidget()->setFocus();
 }

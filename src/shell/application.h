@@ -75,7 +75,7 @@ private:
     void connectParametri(store::Database& lavoro);
     void buildControllo(store::Database& lavoro);
     void showControllo(store::Database& lavoro);
-    void leaveControllo();
+    void returnToParametri();
     void showPlace(store::Database& lavoro, const calc::Posto& posto);
     template <typename Screen>
     void showPrintScreen(store::Database& lavoro);

@@ -2,6 +2,7 @@
 #include "coefficients/ui/dati_generali.h"
 #include "coefficients/ui/variabili.h"
 #include "store/master_database.h"
+#include "store/schema.h"
 #include "store/settings.h"
 #include "store/store_fixture.h"
 #include "support/accessible_names.h"
@@ -61,6 +62,10 @@ public:
     {
         grid().setFocus();
         grid().setCurrentCell(row, column);
+        if (text.isEmpty()) {
+            QTest::keyClick(&grid(), Qt::Key_Delete);
+            return;
+        }
         QTest::keyClicks(&grid(), text.left(1));
         QTest::keyClicks(QApplication::focusWidget(), text.mid(1));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -184,6 +189,92 @@ private slots:
         desk.grid().setCurrentCell(199, 2);
         QTest::keyClick(&desk.grid(), Qt::Key_Return);
         QVERIFY(desk.find<QLabel>(u"Stato"_s).text().contains(u"prime 200 righe"));
+    }
+
+    /// Rows are inserted and deleted where the user is, and the list that they cut off is told.
+    void rows()
+    {
+        Desk desk;
+        desk.job.Execute(u"UPDATE Variabili SET Var1 = '1' || char(9) || 'A' || char(13,10) || '2' "
+                         "|| char(9) || 'B' || char(13,10) || '3' || char(9) || 'C'"_s);
+        desk.showVariabili();
+        desk.grid().setCurrentCell(1, 1);
+        QTest::keyClick(&desk.grid(), Qt::Key_Insert);
+        QCOMPARE(desk.grid().cells().tableText(), u"1\tA\t\r\n\t\t\r\n2\tB\t\r\n3\tC\t\r\n"_s);
+        QCOMPARE(desk.grid().cells().number(3), u"4"_s);
+        QVERIFY(desk.find<QLabel>(u"Stato"_s).text().contains(u"La riga 2 è senza valore"));
+        QTest::keyClick(&desk.grid(), Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClick(&desk.grid(), Qt::Key_Delete, Qt::ControlModifier);
+        QCOMPARE(desk.grid().cells().tableText(), u"1\tA\t\r\n3\tC\t\r\n"_s);
+        QCOMPARE(desk.find<QLabel>(u"Stato"_s).text(), QString());
+        for (int row = 0; row < 3; ++row)
+            desk.button(u"EliminaRiga"_s).click();
+        QCOMPARE(desk.grid().cells().tableText(), u"\t\t\r\n"_s);
+    }
+
+    /// Codes that are renamed, and what becomes of the rooms that refer to them.
+    void renamedCodes_data()
+    {
+        QTest::addColumn<QString>("edits"); // "row.column=text", "+row" inserts, "-row" deletes
+        QTest::addColumn<QString>("asked");
+        QTest::addColumn<QString>("rooms");
+        const auto row = [](const char* name, const QString& edits, const QString& asked,
+                            const QString& rooms) {
+            QTest::newRow(name) << edits << asked << rooms;
+        };
+        const QString as = u"[A] [A] [B] [Q] [D]"_s;
+        row("another code", u"1.2=X"_s, u"2 vani usano [A]"_s, u"[X] [X] [B] [Q] [D]"_s);
+        row("one room", u"2.2=X"_s, u"1 vano usa [B]"_s, u"[A] [A] [X] [Q] [D]"_s);
+        row("along a chain", u"1.2=B 2.2=C"_s, u"2 vani usano [A], 1 vano usa [B]"_s,
+            u"[B] [B] [C] [Q] [D]"_s);
+        row("moved down", u"+1 2.2=X"_s, u"2 vani usano [A]"_s, u"[X] [X] [B] [Q] [D]"_s);
+        row("moved up", u"-1 1.2=X"_s, u"1 vano usa [B]"_s, u"[A] [A] [X] [Q] [D]"_s);
+        row("behind the end", u"4.2=X"_s, u"1 vano usa [D]"_s, u"[A] [A] [B] [Q] [X]"_s);
+        row("change of places", u"1.1=2 1.2=B 2.1=1 2.2=A"_s, {}, as);
+        row("emptied", u"1.2="_s, {}, as);
+        row("another value", u"1.1=9"_s, {}, as);
+    }
+    void renamedCodes()
+    {
+        QFETCH(QString, edits);
+        QFETCH(QString, asked);
+        QFETCH(QString, rooms);
+        for (const bool yes : {true, false}) {
+            Desk desk;
+            const QString list = u"1\tA\r\n2\tB\r\n\t\r\n4\tD\r\n"_s;
+            desk.job.Execute(u"UPDATE Variabili SET Var1 = '%1'"_s.arg(list));
+            const QStringList stored{u"[A]"_s, u"[A]"_s, u"[B]"_s, u"[Q]"_s, u"[D]"_s};
+            desk.job.Execute(u"DELETE FROM Vani"_s);
+            for (int room = 1; room <= stored.size(); ++room)
+                desk.job.Execute(
+                    u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione, "
+                    "Destinazione, Orientamento) VALUES ('%1', 1, %2, '%3', '[A]')"_s.arg(
+                        store::roomKey(1, room), QString::number(room), stored[room - 1]));
+            desk.showVariabili();
+            for (const QString& edit : edits.split(u' ')) {
+                const int row = QStringView(edit).mid(edit[0].isDigit() ? 0 : 1, 1).toInt() - 1;
+                desk.grid().setCurrentCell(row, 0);
+                if (edit.startsWith(u'+'))
+                    desk.button(u"InserisciRiga"_s).click();
+                else if (edit.startsWith(u'-'))
+                    desk.button(u"EliminaRiga"_s).click();
+                else
+                    desk.type(row, QStringView(edit).mid(2, 1).toInt() - 1, edit.mid(4));
+            }
+            if (!yes)
+                desk.user.keeps = u"rinominare"_s;
+            desk.finish(u"BtApplica"_s);
+            QStringList questions{Question};
+            for (const QString& question : asked.split(u", "_s, Qt::SkipEmptyParts))
+                questions << u"ask: %1: rinominare?"_s.arg(question);
+            QCOMPARE(desk.user.said(), questions.join(u'\n'));
+            QStringList found;
+            for (auto room = desk.job.records(store::TabellaVani); !room.atEnd(); room.next()) {
+                found << room.text(5);
+                QCOMPARE(room.text(6), u"[A]"_s);
+            }
+            QCOMPARE(found.join(u' '), yes ? rooms : stored.join(u' '));
+        }
     }
 
     void codesOfStaircases()

@@ -23,7 +23,7 @@ public:
     /// What the next file dialogs are answered, "~" for the folder; nothing left means cancelled.
     QStringList files;
     bool saysYes = true;
-    QString keeps = u"Copie di sicurezza"_s; ///< what is not to be lost, even so
+    QString keeps = u"Copie di sicurezza"_s; ///< what is refused, even so
     std::optional<int> choice = 0;           ///< which button is pressed
     bool hasTrash = true;
     bool converts = true;
@@ -60,7 +60,7 @@ public:
     bool askYesNo(const QString& question) override
     {
         say(u"ask", question);
-        return saysYes;
+        return saysYes && !question.contains(keeps);
     }
     bool confirmLoss(const QString& question) override
     {

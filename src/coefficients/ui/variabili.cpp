@@ -42,7 +42,7 @@ Variabili::Variabili(store::Database& lavoro, const QStringList& descriptions,
 {
     resize(680, 520);
     grid().setAccessibleName(u"Valori del gruppo"_s);
-    connect(&grid(), &widgets::Grid::rowAppended, this, &Variabili::remarkLength);
+    connect(&grid(), &widgets::Grid::cellsChanged, this, &Variabili::remarkEnd);
     setContents(buildContents());
     countRows();
     showGroup(m_group);
@@ -85,7 +85,7 @@ void Variabili::showGroup(int group)
     grid().setCurrentCell(0, 0);
     m_description->setPlainText(m_descriptions.value(group));
     m_group = group;
-    remarkLength();
+    remarkEnd();
 }
 
 void Variabili::keepGroup()
@@ -94,11 +94,25 @@ void Variabili::keepGroup()
     m_groups[groupField(m_group)] = grid().cells().tableText();
 }
 
-void Variabili::remarkLength()
+/// Rows behind the end of the list are easily taken for a part of it.
+void Variabili::remarkEnd()
 {
-    showRemark(grid().cells().rowCount() > store::MostGroupRows
-                   ? u"Di un gruppo si usano solo le prime %1 righe."_s.arg(store::MostGroupRows)
-                   : QString());
+    const widgets::GridModel& cells = grid().cells();
+    int end = 0;
+    int last = 0; // both count from 1
+    for (int row = 0; row < cells.rowCount(); ++row)
+        if (!cells.text(row, 0).isEmpty() || !cells.text(row, 1).isEmpty())
+            last = row + 1;
+    while (end < last && !cells.text(end, 0).isEmpty())
+        ++end;
+    if (end < last)
+        showRemark(
+            u"La riga %1 è senza valore: l'elenco finisce lì, e quelle che seguono non contano."_s
+                .arg(end + 1));
+    else if (cells.rowCount() > store::MostGroupRows)
+        showRemark(u"Di un gruppo si usano solo le prime %1 righe."_s.arg(store::MostGroupRows));
+    else
+        showRemark({});
 }
 
 /// As the user inserts and deletes them.
@@ -109,13 +123,15 @@ void Variabili::followRows()
     };
     const widgets::GridModel& cells = grid().cells();
     connect(&cells, &QAbstractItemModel::rowsInserted, this,
-            [rows](const QModelIndex& /*parent*/, int first, int last) {
+            [this, rows](const QModelIndex& /*parent*/, int first, int last) {
                 rows().insert(rows().begin() + first, static_cast<std::size_t>(last - first) + 1,
                               0);
+                remarkEnd();
             });
     connect(&cells, &QAbstractItemModel::rowsRemoved, this,
-            [rows](const QModelIndex& /*parent*/, int first, int last) {
+            [this, rows](const QModelIndex& /*parent*/, int first, int last) {
                 rows().erase(rows().begin() + first, rows().begin() + last + 1);
+                remarkEnd();
             });
 }
 

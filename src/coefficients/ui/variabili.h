@@ -38,7 +38,7 @@ private:
     QWidget* buildContents();
     void showGroup(int group);
     void keepGroup();
-    void remarkLength();
+    void remarkEnd();
     void followRows();
     void countRows();
     [[nodiscard]] std::vector<CodeRename> askForRenames();

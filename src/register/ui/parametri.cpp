@@ -130,6 +130,11 @@ void Parametri::buildToolbar()
     updateHistory();
 }
 
+QList<QAction*> Parametri::commands() const
+{
+    return m_toolbar->actions();
+}
+
 void Parametri::buildPanels()
 {
     m_tabs->setObjectName(u"tbsOptions"_s);

@@ -60,6 +60,9 @@ public:
     /// follow, while unit, tab, filters and what can be undone stay.
     void refreshLists() { m_model.reload(); }
 
+    /// The buttons, for whoever stands beside the screen and obeys their keys as well.
+    [[nodiscard]] QList<QAction*> commands() const;
+
     /// What the check of the job says, from when the screen is painted on.
     [[nodiscard]] const JobRemarks& remarks() const { return m_remarks; }
 

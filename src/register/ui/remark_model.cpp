@@ -109,10 +109,10 @@ int RemarkModel::columnCount(const QModelIndex& /*parent*/) const
 
 QVariant RemarkModel::ofKind(const Kind& kind, int column, int role)
 {
+    if (role == Qt::AccessibleTextRole || (role == Qt::DisplayRole && column == Place))
+        return calc::conteggio(kind.remarks);
     if (column != Place)
         return {};
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
-        return calc::conteggio(kind.remarks);
     if (role == Qt::DecorationRole)
         return iconOf(kind.gravita);
     if (role != Qt::FontRole)
@@ -130,8 +130,9 @@ QVariant RemarkModel::ofRemark(const Osservazione& remark, int column, int role)
                : column == What ? remark.che
                                 : calc::millesimiSpostati(remark);
     case Qt::AccessibleTextRole:
-        // A screen reader reads the current cell alone.
-        return column == Place ? QVariant(line(remark)) : QVariant();
+        // A screen reader reads the current cell alone, and passes over one without a text.
+        return column == Shift && calc::millesimiSpostati(remark).isEmpty() ? u"vuoto"_s
+                                                                            : line(remark);
     case Qt::ToolTipRole:
         return u"%1\nPerché: %2."_s.arg(calc::testo(remark),
                                         calc::descrizione(remark.regola).perche);
