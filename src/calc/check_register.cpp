@@ -24,7 +24,7 @@ QString sullaCarta(const QString& nome)
     for (const QChar c : nome)
         if (c.category() != QChar::Other_Format)
             carta += c;
-    return carta.simplified();
+    return carta.normalized(QString::NormalizationForm_C).simplified();
 }
 
 void controllaNomiUnita(const std::vector<UnitaScritta>& unita, Osservazioni& osservazioni)

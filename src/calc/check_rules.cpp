@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/check_rules.h"
 
+#include "store/job_limits.h"
+
 #include <algorithm>
 #include <array>
 
@@ -18,6 +20,9 @@ constexpr QStringView Tabelle = u"Tabelle speciali";
 constexpr QStringView Scale = u"Scale";
 constexpr QStringView Dati = u"Dati generali";
 constexpr QStringView Cifre = u"Cifre e nomi";
+
+static_assert(store::MostRooms == 50 && store::MostUnits == 300 && store::MostGroupRows == 200,
+              "the texts of the rules name the limits");
 
 constexpr std::array Regole{
     DescrizioneRegola{RiferimentoIgnoto, Errore, Vani, u"coefficiente che non è nel suo elenco",
@@ -82,7 +87,7 @@ constexpr std::array Regole{
     DescrizioneRegola{CifraTagliata, Errore, Cifre, u"cifra che non sta nella sua colonna",
                       u"il lavoro non si può stampare"},
     DescrizioneRegola{NomiUguali, Avviso, Cifre, u"nomi che sulla carta sono uguali",
-                      u"cambiano solo spazi, maiuscole o segni che non si vedono"},
+                      u"cambiano solo spazi o segni che non si vedono"},
 };
 
 static_assert(std::ranges::is_sorted(Regole, {}, &DescrizioneRegola::regola));
