@@ -64,6 +64,9 @@ keys Down Down Down Down Down Down ctrl+Tab
 picture dettaglio
 keys ctrl+Tab
 picture vani
+keys Right Right Right Delete F7
+picture controllo
+keys F7 ctrl+z F7 Escape
 keys ctrl+m
 picture millesimi
 keys alt+a
