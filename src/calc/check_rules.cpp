@@ -21,8 +21,8 @@ constexpr QStringView Scale = u"Scale";
 constexpr QStringView Dati = u"Dati generali";
 constexpr QStringView Cifre = u"Cifre e nomi";
 
-static_assert(store::MostRooms == 50 && store::MostUnits == 300 && store::MostGroupRows == 200,
-              "the texts of the rules name the limits");
+// The texts of the rules name the limits.
+static_assert(store::MostRooms == 50 && store::MostUnits == 300 && store::MostGroupRows == 200);
 
 constexpr std::array Regole{
     DescrizioneRegola{RiferimentoIgnoto, Errore, Vani, u"coefficiente che non è nel suo elenco",

@@ -120,7 +120,7 @@ void Parametri::buildToolbar()
               &Parametri::millesimiRequested);
     addScreen(u"Rip"_s, u"Riparto"_s, u"Riparto importo"_s, u"Ctrl+R"_s,
               &Parametri::ripartoRequested);
-    addScreen(u"Contr"_s, u"Controllo"_s, u"Controllo del lavoro"_s, u"F7"_s,
+    addScreen(u"Controllo"_s, u"Controllo"_s, u"Controllo del lavoro"_s, u"F7"_s,
               &Parametri::controlloRequested);
     m_toolbar->addSeparator();
     m_undo = addHistory(u"Annulla"_s, QKeySequence::keyBindings(QKeySequence::Undo),
