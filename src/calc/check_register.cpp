@@ -76,10 +76,10 @@ void controllaAppartenenza(const Fabbricato& fabbricato, std::size_t u, Osservaz
     for (int t = 1; t <= store::SpecialTables; ++t)
         if (unita.isInTable(t) &&
             !fabbricato.stato.scritto.dati.NomeTabella[std::size_t(t - 1)].has_value()) {
-            osservazioni.push_back(
-                osservaUnita(Regola::SegnoSenzaTabella, scritta, CampoTabelle,
-                             u"la X è nella colonna %1, ma la tabella non ha nome."_s.arg(t)));
+            osservazioni.push_back(osservaUnita(Regola::SegnoSenzaTabella, scritta, CampoTabelle,
+                                                u"c'è una X, ma la tabella non ha nome."_s));
             osservazioni.back().posto.riga = t;
+            osservazioni.back().dove = doveUnita(scritta) + u", T%1"_s.arg(t);
         }
 }
 

@@ -67,6 +67,7 @@ struct Place
     int position = 0;  ///< of a room; 0 when it is the unit itself
     int field = 0;     ///< the first that changed, by its ordinal
     bool gone = false; ///< the unit does not exist any more
+    int table = 0;     ///< the special table, of a field that has one column for each
 };
 [[nodiscard]] Place placeOf(const RegisterChange& change);
 

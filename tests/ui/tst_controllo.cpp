@@ -98,6 +98,7 @@ private slots:
         change(u"UPDATE Vani SET Luminosità = '0,97' WHERE Chiave = '    8    4'"_s);
         change(u"UPDATE Vani SET Destinazione = '[Q]' WHERE Chiave = '    3    1'"_s);
         change(u"UPDATE [Unità immobiliari] SET [Codice scala] = 'Z' WHERE Chiave = '    5'"_s);
+        change(u"UPDATE [Unità immobiliari] SET [Flag tabelle] = 'X  X' WHERE Chiave = '    6'"_s);
         change(u"UPDATE [Dati Generali] SET Relazione = NULL, [Tabella 2] = NULL, [Tabella Codici] "
                "= [Tabella Codici] || 'A' || char(9) || char(9) || '1'"_s);
         change(u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione) VALUES "
@@ -148,7 +149,9 @@ private slots:
         press(Qt::Key_F7);
         press(Qt::Key_F7);
         QCOMPARE(currentCell(), u"UI 5.3"_s);
-        goTo(u"vano 1"_s); // of no unit
+        goTo(u"unità 6 (A/1 - Bellandi), T4"_s);
+        QCOMPARE(currentCell(), u"UI 6.8"_s); // of special table 4
+        goTo(u"vano 1"_s);                    // of no unit
         QVERIFY(find<registro::Parametri>()->findChild<QStatusBar*>()->currentMessage().contains(
             u"L'unità 99 non c'è più"));
         QCOMPARE(currentCell(), u"no grid"_s);

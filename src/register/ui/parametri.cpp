@@ -301,7 +301,7 @@ void Parametri::goTo(const Place& place)
     else if (tab() == Vani)
         m_vani->goTo(place.position, place.field);
     else
-        m_elenco->goTo(place.unit, place.field);
+        m_elenco->goTo(place.unit, place.field, place.table);
 }
 
 void Parametri::goTo(const calc::Posto& posto)
@@ -316,7 +316,8 @@ void Parametri::goTo(const calc::Posto& posto)
     goTo({.unit = posto.unita,
           .position = posto.vano,
           .field = posto.campo,
-          .gone = posto.unita == 0});
+          .gone = posto.unita == 0,
+          .table = posto.riga});
 }
 
 Parametri::Tab Parametri::tab() const

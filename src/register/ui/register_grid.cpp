@@ -83,10 +83,12 @@ int RegisterGrid::numberIn(int row) const
     return row < 0 || row >= m_grid->cells().rowCount() ? 0 : m_grid->cells().number(row).toInt();
 }
 
-void RegisterGrid::goTo(int number, int field)
+void RegisterGrid::goTo(int number, int field, int table)
 {
     const auto& columns = columnsOf(m_rows.table);
-    const auto place = std::ranges::find(columns, field, &Column::field);
+    const auto place = std::ranges::find_if(columns, [&](const Column& column) {
+        return column.field == field && (column.holds != Holds::Flag || column.index + 1 >= table);
+    });
     if (const int row = m_grid->cells().rowOf(number); row >= 0)
         m_grid->setCurrentCell(
             row, place == columns.end() ? 0 : static_cast<int>(place - columns.begin()));

@@ -22,8 +22,9 @@ class RegisterGrid : public QWidget
 public:
     [[nodiscard]] widgets::Grid& grid() const { return *m_grid; }
 
-    /// Goes to that field of the unit or room, by its ordinal in the table.
-    void goTo(int number, int field);
+    /// Goes to that field of the unit or room, by its ordinal in the table; of the flags, to that
+    /// of special table 1 to 10.
+    void goTo(int number, int field, int table = 1);
 
 signals:
     /// The unit or room has just been added.
