@@ -2,10 +2,10 @@
 #include "register/ui/parametri.h"
 
 #include "register/ui/navig.h"
+#include "register/ui/register_status.h"
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
-#include "store/database_error.h"
 #include "store/settings.h"
 #include "store/user_interface.h"
 #include "widgets/column_widths.h"
@@ -15,9 +15,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QIcon>
-#include <QLabel>
 #include <QSplitter>
-#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -39,18 +37,17 @@ const QString RoomWidths = u"TabFlex"_s;
 
 Parametri::Parametri(const ParametriContext& context, QWidget* parent)
     : QWidget(parent), m_context(context), m_model(context.lavoro, context.user),
-      m_calculation(context.lavoro), m_remarks(context.lavoro, m_model),
       m_toolbar(new QToolBar(this)), m_navig(new Navig(m_model)), m_tabs(new QTabWidget),
       m_elenco(new UnitList(m_model, context.menu)), m_dettaglio(new UnitDetail(m_model)),
-      m_vani(new RoomList(m_model, context.menu)), m_status(new QStatusBar(this)),
-      m_figures(new QLabel(this)), m_counts(new QToolButton(this))
+      m_vani(new RoomList(m_model, context.menu)),
+      m_status(new RegisterStatus(context.lavoro, m_model))
 {
     setObjectName(Section);
     setWindowTitle(u"Parametri per millesimi"_s);
     buildToolbar();
     buildPanels();
     addKeys();
-    followModel();
+    connect(&m_model, &RegisterModel::performed, this, &Parametri::updateHistory);
     followUser();
     m_model.load();
     m_elenco->grid().setFocus();
@@ -58,11 +55,7 @@ Parametri::Parametri(const ParametriContext& context, QWidget* parent)
     // timer of its own waits until the window is painted, QTimer::singleShot would not.
     auto* idle = new QTimer(this);
     idle->setSingleShot(true);
-    connect(idle, &QTimer::timeout, this, [this] {
-        m_loaded = true;
-        showFigures();
-        m_remarks.start();
-    });
+    connect(idle, &QTimer::timeout, m_status, &RegisterStatus::start);
     idle->start();
 }
 
@@ -130,6 +123,11 @@ void Parametri::buildToolbar()
     updateHistory();
 }
 
+const JobRemarks& Parametri::remarks() const
+{
+    return m_status->remarks();
+}
+
 QList<QAction*> Parametri::commands() const
 {
     return m_toolbar->actions();
@@ -151,15 +149,6 @@ void Parametri::buildPanels()
     splitter->setSizes({200, 800});
     widgets::restoreColumnWidths(m_elenco->grid(), m_context.settings, Section, UnitWidths);
     widgets::restoreColumnWidths(m_vani->grid(), m_context.settings, Section, RoomWidths);
-    m_status->setObjectName(u"StatusBar"_s);
-    m_status->setSizeGripEnabled(false);
-    m_figures->setObjectName(u"Stato"_s);
-    m_status->addWidget(m_figures, 1);
-    m_counts->setObjectName(u"Conteggio"_s);
-    m_counts->setAutoRaise(true);
-    m_counts->setFocusPolicy(Qt::NoFocus); // F7 is its key
-    m_counts->setToolTip(u"Controllo del lavoro (F7)"_s);
-    m_status->addPermanentWidget(m_counts);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
@@ -183,54 +172,17 @@ void Parametri::addKeys()
     addKey(*this, Qt::SHIFT | Qt::Key_F3, [this] { m_elenco->searchOn(false); });
 }
 
-/// What the views do not show by themselves.
-void Parametri::followModel()
-{
-    connect(&m_model, &RegisterModel::unitShown, this, &Parametri::showFigures);
-    connect(&m_model, &RegisterModel::unitsChanged, this, [this](const QList<int>& units) {
-        m_calculation.unitsChanged(units);
-        showFigures();
-    });
-    connect(&m_model, &RegisterModel::reloaded, this, [this] { m_calculation.reload(); });
-    connect(&m_remarks, &JobRemarks::changed, this, &Parametri::showRemarks);
-    connect(&m_model, &RegisterModel::performed, this, [this] {
-        m_status->clearMessage();
-        updateHistory();
-    });
-}
-
 void Parametri::followUser()
 {
-    connect(m_counts, &QToolButton::clicked, this, &Parametri::controlloRequested);
+    connect(m_status, &RegisterStatus::controlloRequested, this, &Parametri::controlloRequested);
     connect(m_navig, &Navig::unitSelected, this, &Parametri::goToUnit);
     connect(m_navig, &Navig::roomSelected, this, &Parametri::goToRoom);
     connect(m_elenco, &UnitList::unitChosen, this, &Parametri::goToUnit);
     for (RegisterGrid* list : std::initializer_list<RegisterGrid*>{m_elenco, m_vani}) {
-        connect(list, &RegisterGrid::said, this, &Parametri::say);
+        connect(list, &RegisterGrid::said, m_status, &RegisterStatus::say);
         connect(&list->grid(), &Grid::pasteRefused, this,
                 [this](const QString& why) { m_context.user.showMessage(why); });
     }
-}
-
-// What the model does not show by itself
-
-/// The figures are a service: the screen works without them.
-void Parametri::showFigures()
-{
-    if (!m_loaded)
-        return;
-    try {
-        m_figures->setText(m_calculation.describe(m_model.current()));
-    } catch (const store::DatabaseError& error) {
-        m_figures->setText(error.description());
-    }
-}
-
-void Parametri::showRemarks()
-{
-    const QString counts = calc::conteggio(m_remarks.remarks());
-    m_counts->setText(counts.isEmpty() ? u"Nessuna osservazione"_s : counts);
-    m_counts->setVisible(m_remarks.failure().isEmpty());
 }
 
 void Parametri::updateHistory()
@@ -243,12 +195,6 @@ void Parametri::updateHistory()
     };
     show(*m_undo, m_model.changes().undoCaption());
     show(*m_redo, m_model.changes().redoCaption());
-}
-
-void Parametri::say(const QString& text)
-{
-    constexpr int Shown = 8000; // milliseconds
-    m_status->showMessage(text, Shown);
 }
 
 /// Back from another window, which may have changed the job.
@@ -309,7 +255,7 @@ void Parametri::goTo(const calc::Posto& posto)
     if (!finishTyping())
         return;
     if (posto.unita > 0 && readUnit(m_context.lavoro, posto.unita).empty()) {
-        say(u"L'unità %1 non c'è più: il suo vano non si vede in alcuna scheda."_s.arg(
+        m_status->say(u"L'unità %1 non c'è più: il suo vano non si vede in alcuna scheda."_s.arg(
             posto.unita));
         return;
     }
@@ -334,7 +280,7 @@ void Parametri::replay(const QAction& button, RegisterChange (RegisterModel::*re
     if (change.isEmpty())
         return;
     goTo(placeOf(change));
-    say(u"%1: %2"_s.arg(button.text(), change.caption));
+    m_status->say(u"%1: %2"_s.arg(button.text(), change.caption));
 }
 
 bool Parametri::finishTyping()

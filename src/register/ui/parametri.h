@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "register/job_figures.h"
-#include "register/job_remarks.h"
+#include "calc/job_check.h"
 #include "register/register_model.h"
 
 #include <QWidget>
 
 class QAction;
-class QLabel;
-class QStatusBar;
 class QTabWidget;
 class QToolBar;
-class QToolButton;
 
 namespace zelto::store {
 class Settings;
@@ -25,7 +21,9 @@ class ContextMenu;
 
 namespace zelto::registro {
 
+class JobRemarks;
 class Navig;
+class RegisterStatus;
 class RoomList;
 class UnitDetail;
 class UnitList;
@@ -64,7 +62,7 @@ public:
     [[nodiscard]] QList<QAction*> commands() const;
 
     /// What the check of the job says, from when the screen is painted on.
-    [[nodiscard]] const JobRemarks& remarks() const { return m_remarks; }
+    [[nodiscard]] const JobRemarks& remarks() const;
 
     /// Shows the unit, room and field of a remark, and puts the keyboard there.
     void goTo(const calc::Posto& posto);
@@ -92,14 +90,9 @@ private:
                         RegisterChange (RegisterModel::*replayed)());
     void buildPanels();
     void addKeys();
-    void followModel();
     void followUser();
 
-    // What the model does not show by itself
-    void showFigures();
-    void showRemarks();
     void updateHistory();
-    void say(const QString& text);
 
     // Where the user goes
     void goToUnit(int unit);
@@ -111,9 +104,6 @@ private:
 
     ParametriContext m_context;
     RegisterModel m_model;
-    JobFigures m_calculation;
-    JobRemarks m_remarks;
-    bool m_loaded = false; ///< the figures may be shown
     QToolBar* m_toolbar;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
@@ -122,9 +112,7 @@ private:
     UnitList* m_elenco;
     UnitDetail* m_dettaglio;
     RoomList* m_vani;
-    QStatusBar* m_status;
-    QLabel* m_figures;
-    QToolButton* m_counts; ///< of the remarks
+    RegisterStatus* m_status;
 };
 
 } // namespace zelto::registro
