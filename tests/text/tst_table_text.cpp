@@ -14,29 +14,26 @@ class TestTableText : public QObject
     Q_OBJECT
 
 private slots:
-    void reading_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("cells"); // of a 2 × 3 table, rows joined by "/", cells by "|"
-        QTest::addRow("whole") << u"1\tA\tUno\r\n2\tB\tDue\r\n"_s << u"1|A|Uno/2|B|Due"_s;
-        QTest::addRow("last line open") << u"1\tA\tUno\r\n2"_s << u"1|A|Uno/2||"_s;
-        QTest::addRow("blank line keeps its row") << u" \r\n2\tB\r\n"_s << u"||/2|B|"_s;
-        QTest::addRow("surplus cells dropped") << u"1\tA\tUno\tx\ty\r\n"_s << u"1|A|Uno/||"_s;
-        QTest::addRow("surplus rows dropped") << u"1\r\n2\r\n3\r\n"_s << u"1||/2||"_s;
-        QTest::addRow("blanks") << u"  1 \t  A \t  U d  \r\n"_s << u"  1 |A |U d/||"_s;
-        QTest::addRow("single blank") << u" "_s << u"||/||"_s;
-        QTest::addRow("line feed alone is text") << u"1\n2\tA"_s << u"1\n2|A|/||"_s;
-        QTest::addRow("empty") << u""_s << u"||/||"_s;
-    }
-
+    /// As a table of 2 × 3 cells, rows joined by "/", cells by "|".
     void reading()
     {
-        QFETCH(QString, text);
-        const CellTable table = TextToTable(text, 2, 3);
-        QStringList rows;
-        for (int row = 1; row <= 2; ++row)
-            rows << QStringList{table.at(row, 1), table.at(row, 2), table.at(row, 3)}.join(u'|');
-        QTEST(rows.join(u'/'), "cells");
+        const auto cells = [](QStringView text) {
+            const CellTable table = TextToTable(text, 2, 3);
+            QStringList rows;
+            for (int row = 1; row <= 2; ++row)
+                rows << QStringList{table.at(row, 1), table.at(row, 2), table.at(row, 3)}.join(
+                    u'|');
+            return rows.join(u'/');
+        };
+        QCOMPARE(cells(u"1\tA\tUno\r\n2\tB\tDue\r\n"), u"1|A|Uno/2|B|Due"_s);
+        QCOMPARE(cells(u"1\tA\tUno\r\n2"), u"1|A|Uno/2||"_s);
+        QCOMPARE(cells(u" \r\n2\tB\r\n"), u"||/2|B|"_s); // a blank line keeps its row
+        QCOMPARE(cells(u"1\tA\tUno\tx\ty\r\n"), u"1|A|Uno/||"_s);
+        QCOMPARE(cells(u"1\r\n2\r\n3\r\n"), u"1||/2||"_s);
+        QCOMPARE(cells(u"  1 \t  A \t  U d  \r\n"), u"  1 |A |U d/||"_s);
+        QCOMPARE(cells(u" "), u"||/||"_s);
+        QCOMPARE(cells(u"1\n2\tA"), u"1\n2|A|/||"_s); // a line feed alone is text
+        QCOMPARE(cells(u""), u"||/||"_s);
     }
 
     void cellsNotReachedKeepTheirText()
