@@ -111,6 +111,16 @@ inline void writeBytes(const QString& path, const QByteArray& bytes)
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
+/// Copies a job as it lies on the disk in the midst of the statements, which are broken off.
+inline void copyInterrupted(const QString& job, const QByteArray& statements, const QString& copy)
+{
+    RawFile raw(job);
+    // A tiny cache makes the engine write changed pages before the end of the transaction.
+    raw.run("PRAGMA cache_size=1; BEGIN;" + statements);
+    QVERIFY(QFile::copy(job, copy));
+    QVERIFY(QFile::copy(job + u"-journal"_s, copy + u"-journal"_s));
+}
+
 /// The number of the error that the operation ends with, 0 when it succeeds; and what it says.
 /// Every description must name what it is about.
 template <typename Operation>
