@@ -2,6 +2,7 @@
 #include "store/format_check.h"
 #include "store/user_interface.h"
 #include "store_fixture.h"
+#include "support/columns.h"
 #include "support/dump.h"
 #include "support/runner.h"
 
@@ -56,37 +57,35 @@ private slots:
 
     void formatMarker_data()
     {
-        QTest::addColumn<QByteArray>("change");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<int>("error");
-        const auto row = [](const char* name, const QByteArray& change, bool accepted,
-                            int error = 0) { QTest::newRow(name) << change << accepted << error; };
-        row("new job", "SELECT 1", true);
-        row("followed by text", "UPDATE ZELTO SET Versione=' 2009.0 rev. 3'", true);
-        row("equal as single", "UPDATE ZELTO SET Versione='2009.00001'", true);
-        row("second record", "INSERT INTO ZELTO VALUES ('1997', NULL)", true);
-        row("above as single", "UPDATE ZELTO SET Versione='2009.0001'", false);
-        row("other version", "UPDATE ZELTO SET Versione='2008'", false);
-        row("no number", "UPDATE ZELTO SET Versione='x2009'", false);
+        // What becomes of it: accepted, refused with the message or the number of an error.
+        const Columns<QByteArray, int> row("change", "error");
+        constexpr int Accepted = 0;
+        constexpr int Refused = -1;
+        row("new job", "SELECT 1", Accepted);
+        row("followed by text", "UPDATE ZELTO SET Versione=' 2009.0 rev. 3'", Accepted);
+        row("equal as single", "UPDATE ZELTO SET Versione='2009.00001'", Accepted);
+        row("second record", "INSERT INTO ZELTO VALUES ('1997', NULL)", Accepted);
+        row("above as single", "UPDATE ZELTO SET Versione='2009.0001'", Refused);
+        row("other version", "UPDATE ZELTO SET Versione='2008'", Refused);
+        row("no number", "UPDATE ZELTO SET Versione='x2009'", Refused);
         row("other letter case", "ALTER TABLE ZELTO RENAME TO z; ALTER TABLE z RENAME TO Zelto",
-            false);
-        row("no table", "DROP TABLE ZELTO", false);
-        row("Null", "UPDATE ZELTO SET Versione=NULL", false, 3421);
-        row("empty", "UPDATE ZELTO SET Versione=''", false, 3421);
-        row("no record", "DELETE FROM ZELTO", false, 3021);
+            Refused);
+        row("no table", "DROP TABLE ZELTO", Refused);
+        row("Null", "UPDATE ZELTO SET Versione=NULL", 3421);
+        row("empty", "UPDATE ZELTO SET Versione=''", 3421);
+        row("no record", "DELETE FROM ZELTO", 3021);
     }
 
     void formatMarker()
     {
         QFETCH(QByteArray, change);
-        QFETCH(bool, accepted);
         QFETCH(int, error);
         RawFile(m_path).run(change);
         const QByteArray before = bytesOf(m_path);
         Listener user;
         QString path = m_path;
-        QCOMPARE(errorOf([&] { VerificaFormato(path, user); }), error);
-        const bool refused = !accepted && error == 0;
+        const bool refused = error == -1;
+        QCOMPARE(errorOf([&] { VerificaFormato(path, user); }), refused ? 0 : error);
         QCOMPARE(path, refused ? QString() : m_path);
         const QString message = u"Formato non compatibile, eseguire la conversione dell'archivio"_s;
         QCOMPARE(user.messages, refused ? QStringList(message) : QStringList());
@@ -95,16 +94,13 @@ private slots:
 
     void version_data()
     {
-        QTest::addColumn<QByteArray>("change");
-        QTest::addColumn<QString>("record");
+        const Columns<QByteArray, QString> row("change", "record");
         const QString blanks = u"[ ] [ ] [ ] [ ] [ ] [ ] [ ]"_s;
-        QTest::newRow("no table") << QByteArray("DROP TABLE Variabili") << blanks;
-        QTest::newRow("no record") << QByteArray("DELETE FROM Variabili") << blanks;
-        QTest::newRow("current") << QByteArray("UPDATE Variabili SET Var0='x', Var1=NULL")
-                                 << u"[x] - [ ] [ ] [ ] [ ] [ ]"_s;
-        QTest::newRow("other letter case")
-            << QByteArray("ALTER TABLE Variabili RENAME TO v; ALTER TABLE v RENAME TO VARIABILI")
-            << blanks;
+        row("no table", "DROP TABLE Variabili", blanks);
+        row("no record", "DELETE FROM Variabili", blanks);
+        row("current", "UPDATE Variabili SET Var0='x', Var1=NULL", u"[x] - [ ] [ ] [ ] [ ] [ ]"_s);
+        row("other letter case",
+            "ALTER TABLE Variabili RENAME TO v; ALTER TABLE v RENAME TO VARIABILI", blanks);
     }
 
     void version()
@@ -123,11 +119,7 @@ private slots:
 
     void tables_data()
     {
-        QTest::addColumn<QByteArray>("change");
-        QTest::addColumn<int>("error");
-        const auto row = [](const char* name, int error, const QByteArray& change) {
-            QTest::newRow(name) << change << error;
-        };
+        const Columns<int, QByteArray> row("error", "change");
         const QByteArray loose = "PRAGMA ignore_check_constraints=ON; UPDATE Vani SET ";
         row("new job", 0, "SELECT 1");
         row("earlier edition", 0, "DROP TABLE Variabili");
