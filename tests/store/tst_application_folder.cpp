@@ -6,7 +6,6 @@
 #include "support/runner.h"
 
 #include <QDir>
-#include <QTest>
 
 #include <sys/stat.h>
 

@@ -11,8 +11,6 @@
 #include "support/runner.h"
 #include "system_faults.h"
 
-#include <QTest>
-
 #include <algorithm>
 #include <functional>
 #include <sys/mman.h>
@@ -68,13 +66,13 @@ End runApart(const Operation& operation, const QString& job, int faultyCall, Fau
         const QString passing = beside(job, u".zelto-tmp");
         QDir().mkdir(passing);
         qputenv("TMPDIR", QFile::encodeName(passing));
-        faultAt(faultyCall, fault);
+        systemFaults = {.call = faultyCall, .fault = fault};
         try {
             operation(job);
         } catch (const DatabaseError&) {
             end = End::Refused;
         }
-        *callsApart = callsSoFar();
+        *callsApart = systemFaults.callsSoFar;
         _exit(static_cast<int>(end));
     }
     int status = 0;
@@ -124,7 +122,7 @@ private slots:
             [](const QString& job) { copyDatabase(job, beside(job, u"COPIA.ZLT")); });
         row("compact", [](const QString& job) { compact(job, beside(job, u"LAVORO.BAK")); });
         row(PlainRenames, [](const QString& job) {
-            allowPlainRenamesOnly();
+            systemFaults.plainRenamesOnly = true;
             compact(job, beside(job, u"LAVORO.BAK"));
         });
         row("delete",

@@ -1,30 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/format_check.h"
-#include "store/user_interface.h"
 #include "store_fixture.h"
 #include "support/columns.h"
 #include "support/dump.h"
 #include "support/runner.h"
+#include "support/scripted_user.h"
 
 #include <QCryptographicHash>
-#include <QTest>
-
 using namespace Qt::StringLiterals;
 using namespace zelto::store;
 using namespace zelto::test;
-
-namespace {
-
-class Listener : public Messages
-{
-public:
-    void showMessage(const QString& text) override { messages += text; }
-    void ReportError(const std::exception&) override {}
-
-    QStringList messages;
-};
-
-} // namespace
 
 class TestJob : public QObject
 {
@@ -82,13 +67,15 @@ private slots:
         QFETCH(int, error);
         RawFile(m_path).run(change);
         const QByteArray before = bytesOf(m_path);
-        Listener user;
+        ScriptedUser user;
         QString path = m_path;
         const bool refused = error == -1;
         QCOMPARE(errorOf([&] { VerificaFormato(path, user); }), refused ? 0 : error);
         QCOMPARE(path, refused ? QString() : m_path);
-        const QString message = u"Formato non compatibile, eseguire la conversione dell'archivio"_s;
-        QCOMPARE(user.messages, refused ? QStringList(message) : QStringList());
+        QCOMPARE(user.said(), refused
+                                  ? u"message: Formato non compatibile, eseguire la conversione "
+                                    "dell'archivio"_s
+                                  : QString());
         QCOMPARE(bytesOf(m_path), before);
     }
 

@@ -4,8 +4,6 @@
 #include "support/dump.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 using namespace Qt::StringLiterals;
 using namespace zelto::store;
 using namespace zelto::test;

@@ -7,9 +7,6 @@
 #include "support/dump.h"
 #include "support/runner.h"
 
-#include <QDir>
-#include <QTest>
-
 #include <functional>
 #include <random>
 #include <set>
@@ -40,13 +37,12 @@ using Room = std::pair<QByteArray, QByteArray>;
 std::set<Room> roomsOf(const QString& path)
 {
     Database job = Database::open(path, OpenMode::ReadOnly);
-    Query records = job.records(TabellaVani);
     std::set<Room> rooms;
-    for (; !records.atEnd(); records.next()) {
-        QByteArray rest;
-        for (int field = 3; field < records.fieldCount(); ++field)
-            rest += records.text(field).toUtf8();
-        rooms.emplace(records.text(0).toUtf8(), rest);
+    for (const Record& record : job.records(TabellaVani).records()) {
+        QByteArray texts;
+        for (const Value& value : std::span(record).subspan(3))
+            texts += value.text().toUtf8();
+        rooms.emplace(record.front().text().toUtf8(), texts);
     }
     return rooms;
 }

@@ -76,20 +76,6 @@ private slots:
         }));
     }
 
-    void sameOnEveryMachine()
-    {
-        QVERIFY(zelto::test::holds("comma and point format alike", [] {
-            const auto text = *rc::gen::container<std::string>(
-                rc::gen::element('1', '0', '9', '.', ',', '-', ' '));
-            const QString value = QString::fromStdString(text);
-            const QString plain = FormatMask(u"######0.000", value);
-            for (const QChar local : {QChar(u','), QChar(u'.')}) {
-                const DecimalSeparators machine{local, local == u',' ? u'.' : u','};
-                RC_ASSERT(FormatMask(u"######0.000", ToLocalDecimal(value, machine)) == plain);
-            }
-        }));
-    }
-
     void refusesThirtyOneOfThem()
     {
         const QString fields = u"! "_s.repeated(MaxMaskValues);
