@@ -72,16 +72,6 @@ QString ApplicationFolder::userFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/zelto"_s;
 }
 
-QString ApplicationFolder::settingsPath() const
-{
-    return m_path + u"/Zelto.ini"_s;
-}
-
-QString ApplicationFolder::copiesFolder() const
-{
-    return m_path + u"/copie"_s;
-}
-
 void ApplicationFolder::provideMaster()
 {
     const QFileInfo own(m_masterPath);

@@ -74,7 +74,7 @@ QWidget* Variabili::buildContents()
 
 void Variabili::showGroup(int group)
 {
-    grid().cells().setTableText(m_groups.value(groupField(group)));
+    grid().cells().setTableText(m_groups.value(store::campoGruppo(group)));
     grid().setCurrentCell(0, 0);
     m_description->setPlainText(m_descriptions.value(group));
     m_group = group;
@@ -84,7 +84,7 @@ void Variabili::showGroup(int group)
 void Variabili::keepGroup()
 {
     grid().commitEditor();
-    m_groups[groupField(m_group)] = grid().cells().tableText();
+    m_groups[store::campoGruppo(m_group)] = grid().cells().tableText();
 }
 
 void Variabili::remarkLength()

@@ -30,9 +30,8 @@ Value dateValue(Date date)
 }
 
 /// The field as our tables hold it.
-class ToValue
+struct ToValue
 {
-public:
     Value operator()(std::monostate /*null*/) const { return {}; }
     Value operator()(bool value) const { return value ? -1 : 0; }
     Value operator()(qint64 value) const { return value; }
