@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/application_folder.h"
 
-#include "store/database_error.h"
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
+#include "store/files/database_error.h"
 #include "store/master_database.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/connection.h"
 
-#include "store/database_error.h"
 #include "store/engine_file.h"
 #include "store/file_check.h"
+#include "store/files/database_error.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -3,7 +3,7 @@
 // last: every file is then whole, as it was or as it is to be.
 #include "coefficients/job_texts.h"
 #include "register/register.h"
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
 #include "store/jet/conversion.h"
 #include "store/recovery/repair.h"
 #include "store_fixture.h"

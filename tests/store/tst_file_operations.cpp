@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/file_operations.h"
 #include "store/files/file_names.h"
-#include "store/files/file_operations.h"
 #include "store/files/new_file.h"
 #include "store/files/passing_folder.h"
 #include "store_fixture.h"

@@ -5,7 +5,7 @@
 #include "register/ui/room_list.h"
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "store/settings.h"
 #include "store/user_interface.h"
 #include "widgets/column_widths.h"
