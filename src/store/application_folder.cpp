@@ -18,16 +18,12 @@ namespace {
 constexpr QStringView MasterName = u"Zelto.mdb";
 
 /// What root could write there does not belong to the program's user.
-bool isSystemFolder(const QString& folder)
+bool isPortable(const QString& programFolder)
 {
     static const QStringList SystemFolders{u"/bin"_s, u"/usr/bin"_s, u"/usr/games"_s,
                                            u"/usr/local/bin"_s};
-    return SystemFolders.contains(QDir::cleanPath(folder));
-}
-
-bool isPortable(const QString& programFolder)
-{
-    return !isSystemFolder(programFolder) && QFileInfo(programFolder).isWritable();
+    return !SystemFolders.contains(QDir::cleanPath(programFolder)) &&
+           QFileInfo(programFolder).isWritable();
 }
 
 /// Why the master database cannot be used; empty when it can, and while another program writes it.

@@ -14,31 +14,32 @@ using namespace zelto::test;
 namespace {
 
 /// A folder with the text of the example.
-std::unique_ptr<JobFolder> textFolder()
+struct TextFolder : JobFolder
 {
-    auto folder = std::make_unique<JobFolder>();
-    const QDir example(QStringLiteral(EXAMPLE_FOLDER));
-    for (const QString& name : example.entryList(QDir::Files))
-        QFile::copy(example.filePath(name), folder->file(name));
-    return folder;
-}
+    TextFolder()
+    {
+        const QDir example(QStringLiteral(EXAMPLE_FOLDER));
+        for (const QString& name : example.entryList(QDir::Files))
+            QFile::copy(example.filePath(name), file(name));
+    }
+};
 
 /// What the reader says of the example with a text in place of another: "ok", or the fault without
 /// its place, which must be the line of that text.
 QString verdict(QStringView name, const QByteArray& before, const QByteArray& after)
 {
-    const auto folder = textFolder();
+    const TextFolder folder;
     const QString file = u"%1.txt"_s.arg(name);
-    QByteArray text = bytesOf(folder->file(file));
+    QByteArray text = bytesOf(folder.file(file));
     const auto place = text.indexOf(before);
     if (place < 0)
         return u"no such text"_s;
     const QString line = u"%1:%2: "_s.arg(file).arg(text.first(place).count('\n') + 1);
-    writeBytes(folder->file(file), text.replace(place, before.size(), after));
+    writeBytes(folder.file(file), text.replace(place, before.size(), after));
     try {
-        data::readJobText(folder->file(u"."_s));
+        data::readJobText(folder.file(u"."_s));
     } catch (const data::DataFault& fault) {
-        return QString::fromUtf8(fault.what()).remove(folder->file(u"./"_s)).remove(line);
+        return QString::fromUtf8(fault.what()).remove(folder.file(u"./"_s)).remove(line);
     }
     return u"ok"_s;
 }
@@ -107,20 +108,20 @@ private slots:
 
     void faultKeepsOldFile()
     {
-        const auto folder = textFolder();
+        const TextFolder folder;
         // Longer than the field, which only the job file itself notices.
-        writeBytes(folder->file(u"unita.txt"_s),
+        writeBytes(folder.file(u"unita.txt"_s),
                    "Un riferimento troppo lungo | Piano terra | A | 0 | 1\n");
-        const QString job = folder->file(u"LAVORO.ZLT"_s);
+        const QString job = folder.file(u"LAVORO.ZLT"_s);
         writeBytes(job, "former");
-        const auto before = folder->contents();
+        const auto before = folder.contents();
         QProcess tool;
-        tool.start(QStringLiteral(BUILD_TOOL), {folder->file(u"."_s), job});
+        tool.start(QStringLiteral(BUILD_TOOL), {folder.file(u"."_s), job});
         QVERIFY(tool.waitForFinished());
         QCOMPARE(tool.exitCode(), 2);
         const QByteArray message = tool.readAllStandardError();
         QVERIFY2(message.contains("unita.txt:1: ") && message.contains("Riferimento"), message);
-        QCOMPARE(folder->contents(), before);
+        QCOMPARE(folder.contents(), before);
     }
 };
 

@@ -11,8 +11,6 @@ class TestFieldRules : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { m_job = std::make_unique<Database>(Database::open(m_folder.newJob())); }
-
     void stores()
     {
         const QString longest = QString(16, u'è') + u"%1'\"\t\r\U0001D11E"_s;
@@ -48,7 +46,7 @@ private slots:
               u"UPDATE [Dati Generali] SET Data = 20240229"_s,
               u"INSERT INTO Vani (Chiave) VALUES (NULL)"_s,
               u"INSERT INTO Vani (Chiave) VALUES (x'')"_s})
-            QVERIFY2(errorOf([&] { m_job->Execute(change); }) != 0, qPrintable(change));
+            QVERIFY2(errorOf([&] { m_job.Execute(change); }) != 0, qPrintable(change));
     }
 
 private:
@@ -59,14 +57,14 @@ private:
         const auto& fields = jobTable(table).fields;
         const auto ordinal =
             static_cast<int>(std::ranges::find(fields, field, &FieldDef::name) - fields.begin());
-        const auto stored = [&] { return m_job->records(table).field(ordinal); };
+        const auto stored = [&] { return m_job.records(table).field(ordinal); };
         const Value before = stored();
-        const int error = errorOf([&] { setField(*m_job, table, ordinal, value); });
+        const int error = errorOf([&] { setField(m_job, table, ordinal, value); });
         return stored() == (error == 0 ? value : before) ? error : -1;
     }
 
     JobFolder m_folder;
-    std::unique_ptr<Database> m_job;
+    Database m_job = Database::open(m_folder.newJob());
 };
 
 ZELTO_TEST(TestFieldRules)
