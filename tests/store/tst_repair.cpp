@@ -114,8 +114,7 @@ double percentageBack(const Damage& damage)
         else if (readableIn(bytes, rooms) != 0 || bytesOf(path) != bytes)
             return -1;
     }
-    qInfo("%lld rooms back, %lld still readable", static_cast<long long>(back),
-          static_cast<long long>(readable));
+    qInfo() << back << "rooms back," << readable << "still readable";
     return 100.0 * static_cast<double>(back) / static_cast<double>(readable);
 }
 
