@@ -9,7 +9,7 @@
 #include "register/ui/controllo.h"
 #include "register/ui/parametri.h"
 #include "register/ui/shown_columns.h"
-#include "store/files/job_copies.h"
+#include "store/job_copies.h"
 #include "store/schema.h"
 #include "store/settings.h"
 #include "support/scripted_user.h"

@@ -3,7 +3,7 @@
 // converting some as jobs.
 #include "calc/job_loader.h"
 #include "fuzz_input.h"
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "store/jet/conversion.h"
 #include "store/jet/table.h"
 

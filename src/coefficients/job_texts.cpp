@@ -22,9 +22,7 @@ bool isText(const FieldDef& field)
 /// The first record, one that is added if there is none.
 store::Record recordOf(store::Database& lavoro, QStringView table)
 {
-    if (lavoro.count(table) == 0)
-        table == store::TabellaVariabili ? store::addBlankGroups(lavoro)
-                                         : store::addGeneralData(lavoro);
+    store::addOnlyRecord(lavoro, table);
     return lavoro.records(table, {}, store::jobTable(table).primaryKey).record();
 }
 

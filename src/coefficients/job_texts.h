@@ -23,13 +23,6 @@ using JobTexts = QMap<QString, QString>;
 /// DatabaseError.
 [[nodiscard]] JobTexts loadTexts(store::Database& lavoro, QStringView table);
 
-/// The field that keeps the group, 0 to 6, as a table text with the cells Valore, Variabile and
-/// Descrizione in every row.
-[[nodiscard]] inline QString groupField(int group)
-{
-    return u"Var%1"_s.arg(group);
-}
-
 /// Stores all texts at once in place of those that were loaded, and what else belongs to them: it
 /// is done first, while the job still holds the old ones. Throws DatabaseError, naming the field,
 /// and leaves the job as it was then: RecordChanged when it holds other texts by now.

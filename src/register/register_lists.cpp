@@ -112,7 +112,7 @@ RegisterLists LeggiDatiGenerali(store::Database& lavoro)
         name = texts.value(store::campoTabella(table++)).trimmed();
     const coefficients::JobTexts groups = coefficients::loadTexts(lavoro, store::TabellaVariabili);
     for (int group = 1; std::vector<CoefficientEntry> & entries : lists.coefficienti)
-        entries = readEntries(groups.value(coefficients::groupField(group++)));
+        entries = readEntries(groups.value(store::campoGruppo(group++)));
     return lists;
 }
 

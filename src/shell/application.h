@@ -7,7 +7,7 @@
 #include "shell/job_files.h"
 #include "shell/main_window.h"
 #include "shell/recent_jobs.h"
-#include "store/files/job_copies.h"
+#include "store/job_copies.h"
 #include "store/settings.h"
 #include "text/decimal_text.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/files/job_copies.h"
+#include "store/job_copies.h"
 
 #include <QDialog>
 

@@ -2,12 +2,12 @@
 #include "shell/job_files.h"
 
 #include "shell/recent_jobs.h"
-#include "store/files/file_operations.h"
-#include "store/files/job_copies.h"
+#include "store/file_operations.h"
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/jet/conversion.h"
 #include "store/jet/jet_file.h"
+#include "store/job_copies.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on jobs as files: delete, compact, repair, restore a copy.
 #include "shell/job_files.h"
-#include "store/files/file_operations.h"
-#include "store/files/job_copies.h"
+#include "store/file_operations.h"
 #include "store/files/new_file.h"
+#include "store/job_copies.h"
 #include "store/recovery/repair.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"

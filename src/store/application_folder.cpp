@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/application_folder.h"
 
-#include "store/database_error.h"
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
+#include "store/files/database_error.h"
 #include "store/master_database.h"
 
 #include <QDir>
@@ -18,16 +18,12 @@ namespace {
 constexpr QStringView MasterName = u"Zelto.mdb";
 
 /// What root could write there does not belong to the program's user.
-bool isSystemFolder(const QString& folder)
+bool isPortable(const QString& programFolder)
 {
     static const QStringList SystemFolders{u"/bin"_s, u"/usr/bin"_s, u"/usr/games"_s,
                                            u"/usr/local/bin"_s};
-    return SystemFolders.contains(QDir::cleanPath(folder));
-}
-
-bool isPortable(const QString& programFolder)
-{
-    return !isSystemFolder(programFolder) && QFileInfo(programFolder).isWritable();
+    return !SystemFolders.contains(QDir::cleanPath(programFolder)) &&
+           QFileInfo(programFolder).isWritable();
 }
 
 /// Why the master database cannot be used; empty when it can, and while another program writes it.
@@ -70,16 +66,6 @@ void ApplicationFolder::useRuntimeFolder()
 QString ApplicationFolder::userFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/zelto"_s;
-}
-
-QString ApplicationFolder::settingsPath() const
-{
-    return m_path + u"/Zelto.ini"_s;
-}
-
-QString ApplicationFolder::copiesFolder() const
-{
-    return m_path + u"/copie"_s;
 }
 
 void ApplicationFolder::provideMaster()

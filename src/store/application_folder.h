@@ -22,8 +22,8 @@ public:
 
     [[nodiscard]] const QString& path() const { return m_path; }
     [[nodiscard]] const QString& masterPath() const { return m_masterPath; }
-    [[nodiscard]] QString settingsPath() const;
-    [[nodiscard]] QString copiesFolder() const;
+    [[nodiscard]] QString settingsPath() const { return m_path + u"/Zelto.ini"_s; }
+    [[nodiscard]] QString copiesFolder() const { return m_path + u"/copie"_s; }
 
     /// Puts the delivered master database there, at the first start, when a newer one was installed
     /// and in place of a damaged one, which stays as "Zelto.mdb.DAN". Where it cannot be put it is

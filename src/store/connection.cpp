@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/connection.h"
 
-#include "store/database_error.h"
 #include "store/engine_file.h"
 #include "store/file_check.h"
+#include "store/files/database_error.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -80,19 +80,14 @@ Connection::Connection(QString shown, const QString& file, int flags)
                                      flags | SQLite::OPEN_NOMUTEX, BusyTimeoutMilliseconds),
       m_inMemory(file == u":memory:")
 {
-    limitSteps(QFileInfo(path).size());
-    harden(handle);
-}
-
-/// Checking a file of rooms and nothing else takes about ten steps for each of its bytes.
-void Connection::limitSteps(qint64 fileSize)
-{
+    // Checking a file of rooms and nothing else takes about ten steps for each of its bytes.
     constexpr qint64 Always = 100'000'000;
     constexpr qint64 ForEachByte = 100;
-    steps.most = Always + ForEachByte * fileSize;
+    steps.most = Always + ForEachByte * QFileInfo(path).size();
     sqlite3* const engine = handle.getHandle();
     sqlite3_trace_v2(engine, SQLITE_TRACE_STMT, statementBegins, &steps);
     sqlite3_progress_handler(engine, StepsBetweenLooks, statementGoesOn, &steps);
+    harden(handle);
 }
 
 QByteArray Connection::header()

@@ -60,7 +60,6 @@ struct Connection
     SQLite::Database handle;
 
 private:
-    void limitSteps(qint64 fileSize);
     [[nodiscard]] FileState state();
 
     bool m_inMemory;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "store/connection.h"
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "store/query.h"
 #include "store/table_def.h"
 #include "store/value.h"

@@ -4,8 +4,6 @@
 #include "store/files/passing_folder.h"
 #include "store/table_def.h"
 
-#include <QStringList>
-
 #include <array>
 #include <sqlite3.h>
 

@@ -2,7 +2,7 @@
 // The one place where failures of the database engine become errors that the user can read.
 #pragma once
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 
 #include <QString>
 

@@ -74,7 +74,7 @@ void ControllaVersione(Database& database)
     Database::Transaction transaction(database);
     if (!tablePresent)
         database.appendTable(jobTable(TabellaVariabili));
-    addBlankGroups(database);
+    addOnlyRecord(database, TabellaVariabili);
     transaction.commit();
 }
 

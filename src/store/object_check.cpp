@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/object_check.h"
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "store/master_database.h"
 #include "store/schema.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/query.h"
 
-#include "store/database_error.h"
 #include "store/engine_errors.h"
+#include "store/files/database_error.h"
 #include "store/job_limits.h"
 
 #include <QByteArrayView>

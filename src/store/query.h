@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/connection.h"
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "store/value.h"
 
 #include <QString>

@@ -79,13 +79,8 @@ TableDef variabili()
 {
     TableDef table{.name = TabellaVariabili.toString()};
     for (int group = 0; group < Groups; ++group)
-        table.fields.push_back(memo(u"Var%1"_s.arg(group)));
+        table.fields.push_back(memo(campoGruppo(group)));
     return table;
-}
-
-void add(Database& database, QStringView table, const Record& record)
-{
-    database.writer(jobTable(table)).add(record);
 }
 
 } // namespace
@@ -116,27 +111,21 @@ void CreaTabelleBase(Database& database)
     Database::Transaction transaction(database);
     for (const TableDef& table : jobTables())
         database.appendTable(table);
-    addMarker(database);
-    addGeneralData(database);
-    add(database, TabellaUnita, {unitKey(1), 1});
-    add(database, TabellaVani, {roomKey(1, 1), 1, 1});
-    addBlankGroups(database);
+    for (const QStringView table : {TabellaZelto, TabellaDatiGenerali, TabellaVariabili})
+        addOnlyRecord(database, table);
+    database.writer(jobTable(TabellaUnita)).add(Record{unitKey(1), 1});
+    database.writer(jobTable(TabellaVani)).add(Record{roomKey(1, 1), 1, 1});
     transaction.commit();
 }
 
-void addMarker(Database& database)
+void addOnlyRecord(Database& database, QStringView table)
 {
-    add(database, TabellaZelto, {QString::number(VersioneFormato)});
-}
-
-void addGeneralData(Database& database)
-{
-    add(database, TabellaDatiGenerali, {1});
-}
-
-void addBlankGroups(Database& database)
-{
-    add(database, TabellaVariabili, Record(Groups, u" "_s));
+    if (database.count(table) > 0)
+        return;
+    database.writer(jobTable(table))
+        .add(table == TabellaZelto          ? Record{QString::number(VersioneFormato)}
+             : table == TabellaDatiGenerali ? Record{1}
+                                            : Record(Groups, u" "_s));
 }
 
 QString unitKey(int unit)

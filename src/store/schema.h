@@ -32,6 +32,13 @@ inline const QString CampoCodici = u"Tabella Codici"_s;
     return u"Tabella %1"_s.arg(t);
 }
 
+/// The field that keeps a group of values, 0 to 6, as a table text with the cells Valore, Variabile
+/// and Descrizione in every row.
+[[nodiscard]] inline QString campoGruppo(int group)
+{
+    return u"Var%1"_s.arg(group);
+}
+
 /// The groups of values, each with the name of the field that is chosen from it.
 inline constexpr std::array<QStringView, Groups> GroupNames{
     u"Ambiente",   u"Destinazione", u"Orientamento",   u"Prospetto",
@@ -53,11 +60,10 @@ inline constexpr float VersioneFormato = 2009;
 /// Gives an empty database the five tables and a new job's records, all or nothing.
 void CreaTabelleBase(Database& database);
 
-/// Add the only record of their table: the marker with the version of the format, general data of
-/// which nothing is known, empty coefficient groups, each a single blank.
-void addMarker(Database& database);
-void addGeneralData(Database& database);
-void addBlankGroups(Database& database);
+/// Gives a table that is to have one record its record when it has none: the marker with the
+/// version of the format, general data of which nothing is known, coefficient groups of a single
+/// blank each.
+void addOnlyRecord(Database& database, QStringView table);
 
 /// The key of a unit: its number right-aligned in five characters, so that the order of keys is
 /// the order of numbers.

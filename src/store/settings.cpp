@@ -67,11 +67,6 @@ QString shortened(QString value)
 
 } // namespace
 
-QString Settings::LeggiIni(const QString& section, const QString& key) const
-{
-    return LeggiIni(section, QStringList{key}).front();
-}
-
 QStringList Settings::LeggiIni(const QString& section, const QStringList& keys) const
 {
     CSimpleIniA ini;
@@ -83,11 +78,6 @@ QStringList Settings::LeggiIni(const QString& section, const QStringList& keys) 
         values << shortened(
             QString::fromUtf8(ini.GetValue(name.constData(), key.toUtf8().constData(), "")));
     return values;
-}
-
-void Settings::ScriviIni(const QString& section, const QString& key, const QString& value)
-{
-    ScriviIni(section, {{key, value}});
 }
 
 void Settings::ScriviIni(const QString& section, const KeyValues& values)

@@ -24,14 +24,20 @@ public:
 
     /// The value, cut after MaxValueLength characters; empty when the key is missing or the file
     /// cannot be read.
-    [[nodiscard]] QString LeggiIni(const QString& section, const QString& key) const;
+    [[nodiscard]] QString LeggiIni(const QString& section, const QString& key) const
+    {
+        return LeggiIni(section, QStringList{key}).front();
+    }
 
     /// The values of several keys of a section, in the order of the keys, from one reading.
     [[nodiscard]] QStringList LeggiIni(const QString& section, const QStringList& keys) const;
 
     /// Writes the value, creating file, section and key as needed. A failure is ignored and leaves
     /// the file as it was. A value that does not fit on one line is written as empty.
-    void ScriviIni(const QString& section, const QString& key, const QString& value);
+    void ScriviIni(const QString& section, const QString& key, const QString& value)
+    {
+        ScriviIni(section, {{key, value}});
+    }
 
     /// The same for several keys of a section at once. Values that are all there already leave the
     /// file alone.

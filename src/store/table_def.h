@@ -2,7 +2,7 @@
 // Table definitions, and the rules by which the file itself refuses values that do not fit.
 #pragma once
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 
 #include <QString>
 #include <QStringView>

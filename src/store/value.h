@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "text/literals.h"
 
 #include <QString>

@@ -11,10 +11,6 @@ namespace zelto::text {
 
 namespace {
 
-/// Significant digits that the decimal text of a number keeps.
-template <typename Real>
-constexpr int SignificantDigits = std::is_same_v<Real, float> ? 7 : 15;
-
 /// Enough for the largest double and any field the system prints.
 constexpr std::size_t MaxDigits = 400;
 
@@ -43,7 +39,7 @@ void increment(const char* first, char* last)
 template <typename Real>
 struct Significant
 {
-    static constexpr int Count = SignificantDigits<Real>;
+    static constexpr int Count = std::is_same_v<Real, float> ? 7 : 15; ///< that the text keeps
 
     explicit Significant(Real magnitude)
     {

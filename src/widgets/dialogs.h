@@ -2,7 +2,7 @@
 // Everything that stops the program until the user answers.
 #pragma once
 
-#include "store/files/job_copies.h"
+#include "store/job_copies.h"
 #include "store/user_interface.h"
 
 #include <QString>

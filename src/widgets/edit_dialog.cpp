@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/edit_dialog.h"
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "store/settings.h"
 #include "widgets/column_widths.h"
 #include "widgets/dialogs.h"

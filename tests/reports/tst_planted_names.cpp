@@ -6,7 +6,7 @@
 #include "reports/table_export.h"
 #include "reports/text_output.h"
 #include "store/application_folder.h"
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
 #include "store/settings.h"
 #include "store/store_fixture.h"
 #include "support/building.h"

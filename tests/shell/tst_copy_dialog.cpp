@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/copy_dialog.h"
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
 #include "support/accessible_names.h"
 #include "support/runner.h"
 

@@ -5,7 +5,7 @@
 #include "shell/file_dialog.h"
 #include "shell/qt_dialogs.h"
 #include "shell/texts.h"
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "support/runner.h"
 
 #include <QApplication>

@@ -10,7 +10,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <memory>
 #include <sqlite3.h>
 
 namespace zelto::test {
@@ -49,41 +48,52 @@ public:
         return file(name);
     }
 
+    /// The path of a copy of the example, a job of many pages.
+    [[nodiscard]] QString exampleJob() const
+    {
+        const QString job = file(u"LAVORO.ZLT"_s);
+        QFile::copy(QStringLiteral(EXAMPLE_JOB), job);
+        QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
+        return job;
+    }
+
 private:
     QTemporaryDir m_folder;
 };
 
-/// The engine's plain handle of a file.
+/// The engine's plain handle of a file, which may change even the list of tables.
 class RawFile
 {
 public:
     explicit RawFile(const QString& path)
     {
-        sqlite3* handle = nullptr;
-        if (sqlite3_open(QFile::encodeName(path).constData(), &handle) != SQLITE_OK)
+        if (sqlite3_open(QFile::encodeName(path).constData(), &m_handle) != SQLITE_OK)
             qFatal("cannot open the file");
-        m_handle.reset(handle);
+        sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
     }
+    ~RawFile() { sqlite3_close(m_handle); }
+    RawFile(const RawFile&) = delete;
+    RawFile& operator=(const RawFile&) = delete;
 
     /// Runs the statements; a failure ends the test program.
     void run(const QByteArray& sql)
     {
-        if (sqlite3_exec(m_handle.get(), sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-            qFatal("%s: %s", sql.constData(), sqlite3_errmsg(m_handle.get()));
-    }
-
-    void allowSchemaChanges()
-    {
-        sqlite3_db_config(m_handle.get(), SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+        if (sqlite3_exec(m_handle, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+            qFatal("%s: %s", sql.constData(), sqlite3_errmsg(m_handle));
     }
 
 private:
-    struct Closer
-    {
-        void operator()(sqlite3* handle) const { sqlite3_close(handle); }
-    };
-    std::unique_ptr<sqlite3, Closer> m_handle;
+    sqlite3* m_handle = nullptr;
 };
+
+/// The first fields of the records, which are their keys, without blanks around them.
+inline QString keysOf(store::Query records)
+{
+    QStringList keys;
+    for (; !records.atEnd(); records.next())
+        keys += records.text(0).trimmed();
+    return keys.join(u' ');
+}
 
 /// Gives a field of the table's first record another content.
 inline void setField(store::Database& job, QStringView table, int field, const store::Value& value)
@@ -101,16 +111,28 @@ inline void writeBytes(const QString& path, const QByteArray& bytes)
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
-/// The number of the error that the operation ends with; 0 when it succeeds. Every description
-/// must name what it is about.
+/// Copies a job as it lies on the disk in the midst of the statements, which are broken off.
+inline void copyInterrupted(const QString& job, const QByteArray& statements, const QString& copy)
+{
+    RawFile raw(job);
+    // A tiny cache makes the engine write changed pages before the end of the transaction.
+    raw.run("PRAGMA cache_size=1; BEGIN;" + statements);
+    QVERIFY(QFile::copy(job, copy));
+    QVERIFY(QFile::copy(job + u"-journal"_s, copy + u"-journal"_s));
+}
+
+/// The number of the error that the operation ends with, 0 when it succeeds; and what it says.
+/// Every description must name what it is about.
 template <typename Operation>
-int errorOf(Operation&& operation)
+int errorOf(Operation&& operation, QString* said = nullptr)
 {
     try {
         operation();
     } catch (const store::DatabaseError& error) {
         if (!error.description().contains(u'«'))
             qFatal("%s", error.what());
+        if (said != nullptr)
+            *said = error.description();
         return static_cast<int>(error.number());
     }
     return 0;

@@ -3,37 +3,25 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <fcntl.h>
-#include <limits>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+using zelto::test::systemFaults;
+
 namespace {
-
-struct Plan
-{
-    int call = std::numeric_limits<int>::max();
-    zelto::test::Fault fault = zelto::test::Fault::Once;
-    int soFar = 0;
-    bool plainRenames = false;
-};
-
-Plan& plan()
-{
-    static Plan plan;
-    return plan;
-}
 
 /// Runs the system's own call, unless this is the one.
 template <typename... Arguments>
 long call(long number, Arguments... arguments)
 {
     using zelto::test::Fault;
-    const int now = ++plan().soFar;
-    if (now == plan().call && plan().fault == Fault::Kill)
+    const int now = ++systemFaults.callsSoFar;
+    const Fault fault = systemFaults.fault;
+    const bool isFaulty = now == systemFaults.call;
+    if (isFaulty && fault == Fault::Kill)
         ::kill(::getpid(), SIGKILL);
-    if (now == plan().call || (now > plan().call && plan().fault == Fault::ForGood)) {
+    if (isFaulty || (now > systemFaults.call && fault == Fault::ForGood)) {
         errno = EIO;
         return -1;
     }
@@ -41,23 +29,6 @@ long call(long number, Arguments... arguments)
 }
 
 } // namespace
-
-void zelto::test::faultAt(int call, Fault fault)
-{
-    plan().call = call;
-    plan().fault = fault;
-    plan().soFar = 0;
-}
-
-int zelto::test::callsSoFar()
-{
-    return plan().soFar;
-}
-
-void zelto::test::allowPlainRenamesOnly()
-{
-    plan().plainRenames = true;
-}
 
 // They take the place of the system library's, whose own names of parameters are reserved.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
@@ -98,7 +69,7 @@ int unlink(const char* path) noexcept
 int renameat2(int oldFolder, const char* oldPath, int newFolder, const char* newPath,
               unsigned int flags) noexcept
 {
-    if (flags != 0 && plan().plainRenames) {
+    if (flags != 0 && systemFaults.plainRenamesOnly) {
         errno = EINVAL;
         return -1;
     }

@@ -3,19 +3,23 @@
 // with system_faults.cpp.
 #pragma once
 
+#include <limits>
+
 namespace zelto::test {
 
 /// What becomes of the call: it fails alone, it and all later ones fail, or the process is killed.
 enum class Fault { Once, ForGood, Kill };
 
-/// From now on writes, syncs, truncations, renames and deletions are counted, from 1; the one of
-/// that number meets the fault.
-void faultAt(int call, Fault fault);
-
-/// How many there were.
-[[nodiscard]] int callsSoFar();
-
-/// From now on file systems know plain renames only, as some network drives and memory sticks do.
-void allowPlainRenamesOnly();
+/// Writes, syncs, truncations, renames and deletions are counted, from 1; the one of that number
+/// meets the fault.
+struct SystemFaults
+{
+    int call = std::numeric_limits<int>::max();
+    Fault fault = Fault::Once;
+    int callsSoFar = 0;
+    bool plainRenamesOnly =
+        false; ///< as file systems of some network drives and memory sticks know
+};
+inline constinit SystemFaults systemFaults;
 
 } // namespace zelto::test

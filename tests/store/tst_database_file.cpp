@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/jet/jet_file.h"
 #include "store_fixture.h"
+#include "support/columns.h"
 #include "support/runner.h"
 
 #include <QSemaphore>
-#include <QTest>
 #include <QThread>
 
 #include <fcntl.h>
 #include <functional>
 #include <numeric>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -25,11 +24,7 @@ using Tampering = std::function<void(const QString&)>;
 
 Tampering sql(const QByteArray& statements)
 {
-    return [statements](const QString& path) {
-        RawFile raw(path);
-        raw.allowSchemaChanges();
-        raw.run(statements);
-    };
+    return [statements](const QString& path) { RawFile(path).run(statements); };
 }
 
 Tampering bytes(const std::function<QByteArray(QByteArray)>& change)
@@ -37,15 +32,10 @@ Tampering bytes(const std::function<QByteArray(QByteArray)>& change)
     return [change](const QString& path) { writeBytes(path, change(bytesOf(path))); };
 }
 
-/// Puts something beside the job.
-Tampering beside(const QString& suffix, const std::function<void(const QString&)>& make)
+/// Puts a file beside the job.
+Tampering beside(const QString& suffix, const QByteArray& content)
 {
-    return [suffix, make](const QString& path) { make(path + suffix); };
-}
-
-Tampering journal(const QByteArray& content)
-{
-    return beside(u"-journal"_s, [content](const QString& path) { writeBytes(path, content); });
+    return [suffix, content](const QString& path) { writeBytes(path + suffix, content); };
 }
 
 void makePipe(const QString& path)
@@ -53,36 +43,30 @@ void makePipe(const QString& path)
     QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
 }
 
+const QString Journal = u"-journal"_s;
 const QByteArray JournalMagic = QByteArray::fromHex("d9d505f920a163d7");
 
 /// A journal with a head and the record by which changes of several files are undone together.
 QByteArray journalNaming(const QByteArray& name)
 {
     QByteArray head = JournalMagic + QByteArray(504, '\0');
-    const auto sum = std::accumulate(name.begin(), name.end(), 0);
     const auto number = [](qsizetype value) {
         return QByteArray::fromHex(QByteArray::number(value, 16).rightJustified(8, '0'));
     };
-    return head + number(1) + name + number(name.size()) + number(sum) + JournalMagic;
+    return head + number(1) + name + number(name.size()) +
+           number(std::accumulate(name.begin(), name.end(), 0)) + JournalMagic;
 }
 
-/// Whether another process finds that this one holds the engine's lock.
+/// Whether somebody holds the engine's lock; this process lets go of it in asking.
 bool isLocked(const QString& path)
 {
-    const pid_t other = fork();
-    if (other == 0) {
-        constexpr off_t LockBytes = 0x40000000;
-        struct flock lock = {};
-        lock.l_type = F_WRLCK;
-        lock.l_start = LockBytes;
-        lock.l_len = 512;
-        const int file = ::open(QFile::encodeName(path).constData(), O_RDWR);
-        fcntl(file, F_GETLK, &lock);
-        _exit(lock.l_type == F_UNLCK ? 1 : 0);
-    }
-    int status = 0;
-    waitpid(other, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    constexpr off_t LockBytes = 0x40000000;
+    struct flock lock = {
+        .l_type = F_WRLCK, .l_whence = SEEK_SET, .l_start = LockBytes, .l_len = 512, .l_pid = 0};
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDWR);
+    fcntl(file, F_OFD_GETLK, &lock);
+    ::close(file);
+    return lock.l_type != F_UNLCK;
 }
 
 Tampering instead(const std::function<void(const QString&)>& make)
@@ -94,8 +78,6 @@ Tampering instead(const std::function<void(const QString&)>& make)
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Tampering)
 
 class TestDatabaseFile : public QObject
 {
@@ -133,11 +115,7 @@ private slots:
 
     void unfitFiles_data()
     {
-        QTest::addColumn<Tampering>("tamper");
-        QTest::addColumn<int>("error");
-        const auto row = [](const char* name, int error, const Tampering& tamper) {
-            QTest::newRow(name) << tamper << error;
-        };
+        const Columns<int, Tampering> row("error", "tamper");
         row("missing", 3024, instead([](const QString&) {}));
         row("folder", 3051, instead([](const QString& path) { QDir().mkdir(path); }));
         row("pipe", 3051, instead(makePipe));
@@ -155,18 +133,16 @@ private slots:
         row("trigger", 3343,
             sql("CREATE TRIGGER t AFTER INSERT ON Vani BEGIN DELETE FROM Vani; END"));
         row("virtual table", 3343, sql("CREATE VIRTUAL TABLE v USING fts5(x)"));
-        row("WAL beside it", 3343,
-            beside(u"-wal"_s, [](const QString& path) { writeBytes(path, "x"); }));
-        row("journal naming a file", 3343, journal(journalNaming("NOTE.TXT")));
-        row("nothing but the name", 3343, journal(journalNaming("NOTE.TXT").mid(512)));
-        for (const char* pageSize : {"00001000", "00000000"})
-            row(pageSize, 3049, // size of pages in the journal of a large file
-                journal(JournalMagic +
-                        QByteArray::fromHex(QByteArray("000000000000000000ffffff00000200") +
-                                            pageSize)));
-        row("journal is a pipe", 3051, beside(u"-journal"_s, makePipe));
+        row("WAL beside it", 3343, beside(u"-wal"_s, "x"));
+        row("journal naming a file", 3343, beside(Journal, journalNaming("NOTE.TXT")));
+        row("nothing but the name", 3343, beside(Journal, journalNaming("NOTE.TXT").mid(512)));
+        for (const QByteArray pageSize : {"00001000", "00000000"}) // of a large file's journal
+            row(pageSize, 3049,
+                beside(Journal, JournalMagic + QByteArray::fromHex(
+                                                   "000000000000000000ffffff00000200" + pageSize)));
+        row("journal is a pipe", 3051, [](const QString& path) { makePipe(path + Journal); });
         row("journal is a link", 3051,
-            beside(u"-journal"_s, [](const QString& path) { QFile::link(u"NOTE.TXT"_s, path); }));
+            [](const QString& path) { QFile::link(u"NOTE.TXT"_s, path + Journal); });
         const QByteArray slow = "(instr(hex(zeroblob(4000000)), hex(zeroblob(1000000)) || a))";
         row("foreign condition", 3343, sql("CREATE TABLE x (a CHECK " + slow + ")"));
         row("foreign computed column", 3343, sql("CREATE TABLE x (a, b AS " + slow + ")"));
@@ -260,15 +236,11 @@ private slots:
         const QString crashed = folder.file(u"CRASHED.ZLT"_s);
         const QTemporaryDir passing;
         qputenv("TMPDIR", QFile::encodeName(passing.path()));
-        {
-            RawFile raw(path);
-            // A tiny cache makes the engine write changed pages before the end of the transaction.
-            raw.run("PRAGMA cache_size=1; BEGIN; UPDATE Variabili SET Var0 = 'half';"
-                    "WITH n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < 3000)"
-                    "INSERT INTO Vani (Chiave) SELECT printf('%10d', i) FROM n");
-            QVERIFY(QFile::copy(path, crashed));
-            QVERIFY(QFile::copy(path + u"-journal"_s, crashed + u"-journal"_s));
-        }
+        copyInterrupted(path,
+                        "UPDATE Variabili SET Var0 = 'half';"
+                        "WITH n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < 3000)"
+                        "INSERT INTO Vani (Chiave) SELECT printf('%10d', i) FROM n",
+                        crashed);
         QVERIFY(bytesOf(crashed).contains("half") ||
                 bytesOf(crashed).size() > bytesOf(path).size());
         const auto before = folder.contents();
@@ -279,7 +251,7 @@ private slots:
             QCOMPARE(database.records(TabellaVariabili).text(0), u" "_s);
             QCOMPARE(database.path(), crashed);
         }
-        QVERIFY(!QFile::exists(crashed + u"-journal"_s));
+        QVERIFY(!QFile::exists(crashed + Journal));
         QVERIFY(QDir(passing.path()).isEmpty());
         qunsetenv("TMPDIR");
     }
@@ -288,11 +260,7 @@ private slots:
     /// built upon.
     void overwrittenWhileOpen_data()
     {
-        QTest::addColumn<Tampering>("tamper");
-        QTest::addColumn<int>("error");
-        const auto row = [](const char* name, int error, const Tampering& tamper) {
-            QTest::addRow("%s", name) << tamper << error;
-        };
+        const Columns<int, Tampering> row("error", "tamper");
         row("another program's change", 0, sql("UPDATE Vani SET Ambiente = 'altro'"));
         row("a copy written over it", 3197, bytes([](QByteArray all) { return all; }));
         row("shorter", 3049,
@@ -338,6 +306,7 @@ private slots:
         QVERIFY(!jet::isJetFile(path));
         QCOMPARE(errorOf([&] { (void)jet::JetFile(path); }), 3343);
         QVERIFY(isLocked(path));
+        QVERIFY(!isLocked(path));
     }
 };
 

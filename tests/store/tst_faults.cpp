@@ -3,15 +3,13 @@
 // last: every file is then whole, as it was or as it is to be.
 #include "coefficients/job_texts.h"
 #include "register/register.h"
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
 #include "store/jet/conversion.h"
 #include "store/recovery/repair.h"
 #include "store_fixture.h"
 #include "support/dump.h"
 #include "support/runner.h"
 #include "system_faults.h"
-
-#include <QTest>
 
 #include <algorithm>
 #include <functional>
@@ -43,15 +41,6 @@ QByteArray stateOf(const QString& path)
     }
 }
 
-/// The path of a job of many pages.
-QString exampleIn(const JobFolder& folder)
-{
-    const QString job = folder.file(u"LAVORO.ZLT"_s);
-    QFile::copy(QStringLiteral(EXAMPLE_JOB), job);
-    QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
-    return job;
-}
-
 QMap<QString, QByteArray> statesIn(const JobFolder& folder)
 {
     QMap<QString, QByteArray> states;
@@ -61,45 +50,36 @@ QMap<QString, QByteArray> statesIn(const JobFolder& folder)
     return states;
 }
 
-/// How a process of its own ended that met the fault.
-struct Outcome
-{
-    int calls = 0;
-    bool killed = false;
-    bool refused = false; ///< with an error that the user can read
-    bool done = false;
-};
+/// How a process of its own ended; refused with an error that the user can read.
+enum class End { Done, Refused, Killed, Wrong };
 
-Outcome runApart(const Operation& operation, const QString& job, int faultyCall, Fault fault)
+/// How many calls the last such process made.
+int* const callsApart = static_cast<int*>(
+    mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+
+End runApart(const Operation& operation, const QString& job, int faultyCall, Fault fault)
 {
-    auto* const calls = static_cast<int*>(
-        mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    enum Exit { Done, Refused, Wrong };
     const pid_t process = fork();
     if (process == 0) {
-        int result = Wrong;
+        End end = End::Done;
         // Private copies that stay behind go with the folder.
         const QString passing = beside(job, u".zelto-tmp");
         QDir().mkdir(passing);
         qputenv("TMPDIR", QFile::encodeName(passing));
-        faultAt(faultyCall, fault);
+        systemFaults = {.call = faultyCall, .fault = fault};
         try {
             operation(job);
-            result = Done;
         } catch (const DatabaseError&) {
-            result = Refused;
+            end = End::Refused;
         }
-        *calls = callsSoFar();
-        _exit(result);
+        *callsApart = systemFaults.callsSoFar;
+        _exit(static_cast<int>(end));
     }
     int status = 0;
     waitpid(process, &status, 0);
-    const Outcome outcome{.calls = *calls,
-                          .killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL,
-                          .refused = WIFEXITED(status) && WEXITSTATUS(status) == Refused,
-                          .done = WIFEXITED(status) && WEXITSTATUS(status) == Done};
-    munmap(calls, sizeof(int));
-    return outcome;
+    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL)
+        return End::Killed;
+    return WIFEXITED(status) ? static_cast<End>(WEXITSTATUS(status)) : End::Wrong;
 }
 
 /// An operation that frees the job's name for a moment, in which the backup bears the job.
@@ -109,19 +89,12 @@ constexpr const char* PlainRenames = "compact, plain renames";
 void interrupt(const QString& job)
 {
     const QString crashed = job + u"-crashed"_s;
-    {
-        RawFile raw(job);
-        raw.run("PRAGMA cache_size=1; BEGIN; UPDATE Variabili SET Var0 = hex(zeroblob(20000))");
-        QVERIFY(QFile::copy(job, crashed));
-        QVERIFY(QFile::copy(job + u"-journal"_s, crashed + u"-journal"_s));
-    }
+    copyInterrupted(job, "UPDATE Variabili SET Var0 = hex(zeroblob(20000))", crashed);
     QVERIFY(QFile::remove(job) && QFile::rename(crashed, job));
     QVERIFY(QFile::rename(crashed + u"-journal"_s, job + u"-journal"_s));
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Operation)
 
 class TestFaults : public QObject
 {
@@ -149,7 +122,7 @@ private slots:
             [](const QString& job) { copyDatabase(job, beside(job, u"COPIA.ZLT")); });
         row("compact", [](const QString& job) { compact(job, beside(job, u"LAVORO.BAK")); });
         row(PlainRenames, [](const QString& job) {
-            allowPlainRenamesOnly();
+            systemFaults.plainRenamesOnly = true;
             compact(job, beside(job, u"LAVORO.BAK"));
         });
         row("delete",
@@ -190,9 +163,10 @@ private slots:
         QFETCH(Operation, operation);
         const QString job = u"LAVORO.ZLT"_s;
         const JobFolder sound;
-        prepare(exampleIn(sound));
+        prepare(sound.exampleJob());
         const auto before = statesIn(sound);
-        const int calls = runApart(operation, sound.file(job), -1, Fault::Once).calls;
+        QCOMPARE(runApart(operation, sound.file(job), -1, Fault::Once), End::Done);
+        const int calls = *callsApart;
         const auto after = statesIn(sound);
         QVERIFY(calls > 0);
 
@@ -202,12 +176,13 @@ private slots:
         for (const Fault fault : {Fault::Once, Fault::ForGood, Fault::Kill})
             for (int call = 1; call <= calls; call += step) {
                 const JobFolder folder;
-                prepare(exampleIn(folder));
-                const Outcome outcome = runApart(operation, folder.file(job), call, fault);
+                prepare(folder.exampleJob());
+                const End end = runApart(operation, folder.file(job), call, fault);
                 const QString place = u"fault %1 at call %2 of %3: "_s.arg(static_cast<int>(fault))
                                           .arg(call)
                                           .arg(calls);
-                QVERIFY2(fault == Fault::Kill ? outcome.killed : outcome.done || outcome.refused,
+                QVERIFY2(fault == Fault::Kill ? end == End::Killed
+                                              : end == End::Done || end == End::Refused,
                          qPrintable(place));
                 auto now = statesIn(folder);
                 if (!now.contains(job) && QTest::currentDataTag() == QByteArray(PlainRenames))
@@ -218,7 +193,7 @@ private slots:
                                  after.value(name, "none") == state,
                              qPrintable(place + name));
                 }
-                QVERIFY2(!outcome.done || now == after, qPrintable(place + u"done"_s));
+                QVERIFY2(end != End::Done || now == after, qPrintable(place + u"done"_s));
             }
         qInfo("%d calls that change files", calls);
     }

@@ -4,8 +4,6 @@
 #include "support/dump.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 using namespace Qt::StringLiterals;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -26,27 +24,18 @@ private slots:
         units.add(Record{unitKey(3), {}, {}, u"TERRA"_s, u"A"_s});
     }
 
-    void found_data()
-    {
-        QTest::addColumn<std::vector<Database::Condition>>("conditions");
-        QTest::addColumn<QString>("order");
-        QTest::addColumn<QString>("found");
-        using Conditions = std::vector<Database::Condition>;
-        QTest::newRow("as stored") << Conditions() << QString() << u"1 3 12 b"_s;
-        QTest::newRow("by a field") << Conditions() << u"CODICE SCALA"_s << u"1 12 b 3"_s;
-        QTest::newRow("other letter case")
-            << Conditions{{u"livello", u"terra"_s}} << u"Chiave"_s << u"3 12"_s;
-        QTest::newRow("Null") << Conditions{{u"Livello", Value()}} << u"Chiave"_s << u"1 b"_s;
-        QTest::newRow("two") << Conditions{{u"Livello", u"Terra"_s}, {u"Codice scala", u"A"_s}}
-                             << QString() << u"3"_s;
-        QTest::newRow("none") << Conditions{{u"Livello", QString()}} << QString() << QString();
-    }
-
     void found()
     {
-        QFETCH(std::vector<Database::Condition>, conditions);
-        QFETCH(QString, order);
-        QTEST(keys(m_job->records(TabellaUnita, conditions, order)), "found");
+        const auto found = [this](const std::vector<Database::Condition>& conditions,
+                                  QStringView order) {
+            return keysOf(m_job->records(TabellaUnita, conditions, order));
+        };
+        QCOMPARE(found({}, {}), u"1 3 12 b"_s);
+        QCOMPARE(found({}, u"CODICE SCALA"), u"1 12 b 3"_s);
+        QCOMPARE(found({{u"livello", u"terra"_s}}, u"Chiave"), u"3 12"_s);
+        QCOMPARE(found({{u"Livello", Value()}}, u"Chiave"), u"1 b"_s);
+        QCOMPARE(found({{u"Livello", u"Terra"_s}, {u"Codice scala", u"A"_s}}, {}), u"3"_s);
+        QCOMPARE(found({{u"Livello", QString()}}, {}), QString());
     }
 
     void roomsOfAUnit()
@@ -56,13 +45,10 @@ private slots:
             rooms.add(Record{key});
         Query found = roomsByKey(*m_job);
         QVERIFY(found.atEnd());
-        for (const auto& [unit, keysFound] :
-             {std::pair(10, u"10    1 10    2"_s), {9, u"9    1"_s}}) {
-            QStringList all;
-            for (found.restart(roomKeysOf(unit)); !found.atEnd(); found.next())
-                all += found.text(0).trimmed();
-            QCOMPARE(all.join(u' '), keysFound);
-        }
+        found.restart(roomKeysOf(10));
+        QCOMPARE(keysOf(found), u"10    1 10    2"_s);
+        found.restart(roomKeysOf(9));
+        QCOMPARE(keysOf(found), u"9    1"_s);
     }
 
     void walk()
@@ -198,14 +184,7 @@ private slots:
     }
 
 private:
-    [[nodiscard]] QString keys(Query records) const
-    {
-        QStringList all;
-        for (; !records.atEnd(); records.next())
-            all += records.text(0).trimmed();
-        return all.join(u' ');
-    }
-    [[nodiscard]] QString keys() const { return keys(m_job->records(TabellaUnita)); }
+    [[nodiscard]] QString keys() const { return keysOf(m_job->records(TabellaUnita)); }
 
     std::unique_ptr<JobFolder> m_folder;
     std::unique_ptr<Database> m_job;

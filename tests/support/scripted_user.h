@@ -2,7 +2,7 @@
 // A user who answers dialogs from a script, and remembers the whole conversation.
 #pragma once
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/property.h"
 #include "support/runner.h"
-#include "text/literals.h"
 #include "text/table_text.h"
 
 #include <QTest>
@@ -14,29 +13,26 @@ class TestTableText : public QObject
     Q_OBJECT
 
 private slots:
-    void reading_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("cells"); // of a 2 × 3 table, rows joined by "/", cells by "|"
-        QTest::addRow("whole") << u"1\tA\tUno\r\n2\tB\tDue\r\n"_s << u"1|A|Uno/2|B|Due"_s;
-        QTest::addRow("last line open") << u"1\tA\tUno\r\n2"_s << u"1|A|Uno/2||"_s;
-        QTest::addRow("blank line keeps its row") << u" \r\n2\tB\r\n"_s << u"||/2|B|"_s;
-        QTest::addRow("surplus cells dropped") << u"1\tA\tUno\tx\ty\r\n"_s << u"1|A|Uno/||"_s;
-        QTest::addRow("surplus rows dropped") << u"1\r\n2\r\n3\r\n"_s << u"1||/2||"_s;
-        QTest::addRow("blanks") << u"  1 \t  A \t  U d  \r\n"_s << u"  1 |A |U d/||"_s;
-        QTest::addRow("single blank") << u" "_s << u"||/||"_s;
-        QTest::addRow("line feed alone is text") << u"1\n2\tA"_s << u"1\n2|A|/||"_s;
-        QTest::addRow("empty") << u""_s << u"||/||"_s;
-    }
-
+    /// As a table of 2 × 3 cells, rows joined by "/", cells by "|".
     void reading()
     {
-        QFETCH(QString, text);
-        const CellTable table = TextToTable(text, 2, 3);
-        QStringList rows;
-        for (int row = 1; row <= 2; ++row)
-            rows << QStringList{table.at(row, 1), table.at(row, 2), table.at(row, 3)}.join(u'|');
-        QTEST(rows.join(u'/'), "cells");
+        const auto cells = [](QStringView text) {
+            const CellTable table = TextToTable(text, 2, 3);
+            QStringList rows;
+            for (int row = 1; row <= 2; ++row)
+                rows << QStringList{table.at(row, 1), table.at(row, 2), table.at(row, 3)}.join(
+                    u'|');
+            return rows.join(u'/');
+        };
+        QCOMPARE(cells(u"1\tA\tUno\r\n2\tB\tDue\r\n"), u"1|A|Uno/2|B|Due"_s);
+        QCOMPARE(cells(u"1\tA\tUno\r\n2"), u"1|A|Uno/2||"_s);
+        QCOMPARE(cells(u" \r\n2\tB\r\n"), u"||/2|B|"_s); // a blank line keeps its row
+        QCOMPARE(cells(u"1\tA\tUno\tx\ty\r\n"), u"1|A|Uno/||"_s);
+        QCOMPARE(cells(u"1\r\n2\r\n3\r\n"), u"1||/2||"_s);
+        QCOMPARE(cells(u"  1 \t  A \t  U d  \r\n"), u"  1 |A |U d/||"_s);
+        QCOMPARE(cells(u" "), u"||/||"_s);
+        QCOMPARE(cells(u"1\n2\tA"), u"1\n2|A|/||"_s); // a line feed alone is text
+        QCOMPARE(cells(u""), u"||/||"_s);
     }
 
     void cellsNotReachedKeepTheirText()
@@ -44,11 +40,8 @@ private slots:
         CellTable table(3, 3);
         table.at(0, 1) = u"head"_s;
         table.at(1, 2) = u"kept"_s;
-        TextToGrid(u"1\r\n", table,
-                   {.firstRow = 1, .lastRow = 2, .firstColumn = 1, .lastColumn = 2});
-        QCOMPARE(table.at(1, 1), u"1"_s);
-        QCOMPARE(table.at(1, 2), u"kept"_s);
-        QCOMPARE(table.at(0, 1), u"head"_s);
+        TextToGrid(u"1\r\n", table, {1, 2, 1, 2});
+        QCOMPARE(GridToText(table, {0, 2, 0, 2}), u"\thead\t\r\n\t1\tkept\r\n\t\t\r\n"_s);
     }
 
     void countsRows()

@@ -81,7 +81,7 @@ QWidget* Variabili::buildContents()
 
 void Variabili::showGroup(int group)
 {
-    grid().cells().setTableText(m_groups.value(groupField(group)));
+    grid().cells().setTableText(m_groups.value(store::campoGruppo(group)));
     grid().setCurrentCell(0, 0);
     m_description->setPlainText(m_descriptions.value(group));
     m_group = group;
@@ -91,7 +91,7 @@ void Variabili::showGroup(int group)
 void Variabili::keepGroup()
 {
     grid().commitEditor();
-    m_groups[groupField(m_group)] = grid().cells().tableText();
+    m_groups[store::campoGruppo(m_group)] = grid().cells().tableText();
 }
 
 /// Rows behind the end of the list are easily taken for a part of it.
@@ -141,7 +141,7 @@ void Variabili::countRows()
     for (int group = 1; group < store::Groups; ++group) {
         std::vector<int>& rows = m_formerRows[static_cast<std::size_t>(group)];
         rows.resize(static_cast<std::size_t>(
-            std::max(1, text::rowCount(m_groups.value(groupField(group))))));
+            std::max(1, text::rowCount(m_groups.value(store::campoGruppo(group))))));
         std::iota(rows.begin(), rows.end(), 1);
     }
 }
@@ -151,7 +151,7 @@ std::vector<CodeRename> Variabili::askForRenames()
     std::vector<CodeRename> renames;
     for (int group = 1; group < store::Groups; ++group)
         for (const CodeRename& rename : renamedCodes(
-                 group, m_loaded.value(groupField(group)), m_groups.value(groupField(group)),
+                 group, m_loaded.value(store::campoGruppo(group)), m_groups.value(store::campoGruppo(group)),
                  m_formerRows[static_cast<std::size_t>(group)])) {
             const int rooms = roomsUsing(m_lavoro, rename);
             const QString question =

@@ -2,7 +2,7 @@
 #include "register/ui/register_status.h"
 
 #include "register/register_model.h"
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 
 #include <QLabel>
 #include <QToolButton>

@@ -2,7 +2,7 @@
 // Files that take their place among others only when they are complete.
 #pragma once
 
-#include "store/database_error.h"
+#include "store/files/database_error.h"
 
 #include <QByteArray>
 #include <QString>

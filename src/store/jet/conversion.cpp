@@ -30,9 +30,8 @@ Value dateValue(Date date)
 }
 
 /// The field as our tables hold it.
-class ToValue
+struct ToValue
 {
-public:
     Value operator()(std::monostate /*null*/) const { return {}; }
     Value operator()(bool value) const { return value ? -1 : 0; }
     Value operator()(qint64 value) const { return value; }
@@ -67,17 +66,112 @@ public:
         : m_path(path), m_file(path), m_tables(userTables(m_file))
     {}
 
-    void requireVersion() const;
-    void copyInto(Database& job);
+    void requireVersion() const
+    {
+        std::optional<float> version; // of the first record
+        const std::optional<Table> marker = find(TabellaZelto);
+        if (const auto place = marker ? marker->placeOf(u"Versione") : std::nullopt)
+            marker->forEachRow([&](const std::vector<Field>& fields) {
+                if (!version)
+                    version = static_cast<float>(
+                        text::leadingNumber(std::visit(ToValue(), fields[*place]).text()));
+            });
+        if (version != VersioneFormato)
+            throw DatabaseError(ErrorNumber::BadValue,
+                                u"«%1»: %2"_s.arg(m_path, IncompatibleFormat));
+    }
+
+    void copyInto(Database& job)
+    {
+        for (const TableDef& table : jobTables()) {
+            const std::optional<Table> original = find(table.name);
+            if (!original && table.name == TabellaVariabili)
+                continue; // an earlier edition
+            if (!original)
+                throw DatabaseError(
+                    ErrorNumber::TableNotFound,
+                    u"La tabella «%1» non c'è nel file «%2»."_s.arg(table.name, m_path));
+            job.appendTable(table);
+            const int records = copyTable(table, *original, job.writer(table));
+            if (table.name == TabellaUnita)
+                m_report.units = records;
+            if (table.name == TabellaVani)
+                m_report.rooms = records;
+        }
+    }
+
     [[nodiscard]] const ConversionReport& report() const { return m_report; }
 
 private:
-    [[nodiscard]] std::optional<Table> find(QStringView name) const;
+    [[nodiscard]] std::optional<Table> find(QStringView name) const
+    {
+        for (const TableEntry& entry : m_tables)
+            if (entry.name.compare(name, Qt::CaseInsensitive) == 0)
+                return Table(m_file, entry.definitionPage);
+        return std::nullopt;
+    }
+
+    /// Where the fields of ours are among those of the original; nothing for one that it lacks.
     [[nodiscard]] std::vector<std::optional<std::size_t>> placesOf(const TableDef& table,
-                                                                   const Table& original);
-    int copyTable(const TableDef& table, const Table& original, RecordWriter writer);
+                                                                   const Table& original)
+    {
+        std::vector<std::optional<std::size_t>> places;
+        for (const FieldDef& field : table.fields) {
+            places.push_back(original.placeOf(field.name));
+            if (!places.back())
+                remark(u"La tabella «%1» non ha il campo «%2», che resta vuoto."_s.arg(table.name,
+                                                                                       field.name));
+        }
+        for (std::size_t i = 0; i < original.columns().size(); ++i)
+            if (std::ranges::find(places, std::optional(i)) == places.end())
+                remark(u"Il campo «%2» della tabella «%1» non è di un lavoro e non è stato letto."_s
+                           .arg(table.name, original.columns()[i].name));
+        return places;
+    }
+
+    int copyTable(const TableDef& table, const Table& original, RecordWriter writer)
+    {
+        const auto places = placesOf(table, original);
+        std::vector<Value> values(table.fields.size());
+        static const Field Null;
+        int record = 0;
+        const RowCounts counts = original.forEachRow([&](const std::vector<Field>& fields) {
+            ++record;
+            for (std::size_t i = 0; i < values.size(); ++i) {
+                const Field& field = places[i] ? fields[*places[i]] : Null;
+                values[i] = fitted(table.fields[i], std::visit(ToValue(), field));
+                if (values[i].isNull() && !std::holds_alternative<std::monostate>(field))
+                    remark(u"Tabella «%1», record %2: il campo «%3» non è una data del calendario, "
+                           "o non è un testo, e resta vuoto."_s.arg(table.name)
+                               .arg(record)
+                               .arg(table.fields[i].name));
+            }
+            addRecord(table, record, values, writer);
+        });
+        m_report.skipped += counts.unreadable;
+        if (counts.unreadable > 0)
+            remark(u"Tabella «%1»: record illeggibili, non convertiti: %2."_s.arg(table.name)
+                       .arg(counts.unreadable));
+        if (static_cast<std::int64_t>(original.statedRows()) != counts.read)
+            remark(u"Tabella «%1»: l'archivio dichiara %2 record, ne sono stati letti %3."_s
+                       .arg(table.name)
+                       .arg(original.statedRows())
+                       .arg(counts.read));
+        return counts.read;
+    }
+
     void addRecord(const TableDef& table, int record, std::span<const Value> values,
-                   RecordWriter& writer);
+                   RecordWriter& writer)
+    {
+        try {
+            writer.add(values);
+        } catch (const DatabaseError& error) {
+            throw DatabaseError(error.number(), u"«%1», tabella «%2», record %3: %4"_s.arg(
+                                                    m_path, table.name, QString::number(record),
+                                                    error.description()));
+        }
+    }
+
     void remark(const QString& sentence) { m_report.remarks << sentence; }
 
     QString m_path;
@@ -85,110 +179,6 @@ private:
     std::vector<TableEntry> m_tables;
     ConversionReport m_report;
 };
-
-std::optional<Table> Conversion::find(QStringView name) const
-{
-    for (const TableEntry& entry : m_tables)
-        if (entry.name.compare(name, Qt::CaseInsensitive) == 0)
-            return Table(m_file, entry.definitionPage);
-    return std::nullopt;
-}
-
-void Conversion::requireVersion() const
-{
-    std::optional<float> version; // of the first record
-    const std::optional<Table> marker = find(TabellaZelto);
-    if (const auto place = marker ? marker->placeOf(u"Versione") : std::nullopt)
-        marker->forEachRow([&](const std::vector<Field>& fields) {
-            if (!version)
-                version = static_cast<float>(
-                    text::leadingNumber(std::visit(ToValue(), fields[*place]).text()));
-        });
-    if (version != VersioneFormato)
-        throw DatabaseError(ErrorNumber::BadValue, u"«%1»: %2"_s.arg(m_path, IncompatibleFormat));
-}
-
-/// Where the fields of ours are among those of the original; nothing for one that it lacks.
-std::vector<std::optional<std::size_t>> Conversion::placesOf(const TableDef& table,
-                                                             const Table& original)
-{
-    std::vector<std::optional<std::size_t>> places;
-    for (const FieldDef& field : table.fields) {
-        places.push_back(original.placeOf(field.name));
-        if (!places.back())
-            remark(u"La tabella «%1» non ha il campo «%2», che resta vuoto."_s.arg(table.name,
-                                                                                   field.name));
-    }
-    for (std::size_t i = 0; i < original.columns().size(); ++i)
-        if (std::ranges::find(places, std::optional(i)) == places.end())
-            remark(
-                u"Il campo «%2» della tabella «%1» non è di un lavoro e non è stato letto."_s.arg(
-                    table.name, original.columns()[i].name));
-    return places;
-}
-
-int Conversion::copyTable(const TableDef& table, const Table& original, RecordWriter writer)
-{
-    const auto places = placesOf(table, original);
-    std::vector<Value> values(table.fields.size());
-    static const Field Null;
-    int record = 0;
-    const RowCounts counts = original.forEachRow([&](const std::vector<Field>& fields) {
-        ++record;
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            const Field& field = places[i] ? fields[*places[i]] : Null;
-            values[i] = fitted(table.fields[i], std::visit(ToValue(), field));
-            if (values[i].isNull() && !std::holds_alternative<std::monostate>(field))
-                remark(
-                    u"Tabella «%1», record %2: il campo «%3» non è una data del calendario, o non "
-                    "è un testo, e resta vuoto."_s.arg(table.name)
-                        .arg(record)
-                        .arg(table.fields[i].name));
-        }
-        addRecord(table, record, values, writer);
-    });
-    m_report.skipped += counts.unreadable;
-    if (counts.unreadable > 0)
-        remark(u"Tabella «%1»: record illeggibili, non convertiti: %2."_s.arg(table.name)
-                   .arg(counts.unreadable));
-    if (static_cast<std::int64_t>(original.statedRows()) != counts.read)
-        remark(u"Tabella «%1»: l'archivio dichiara %2 record, ne sono stati letti %3."_s
-                   .arg(table.name)
-                   .arg(original.statedRows())
-                   .arg(counts.read));
-    return counts.read;
-}
-
-void Conversion::addRecord(const TableDef& table, int record, std::span<const Value> values,
-                           RecordWriter& writer)
-{
-    try {
-        writer.add(values);
-    } catch (const DatabaseError& error) {
-        throw DatabaseError(error.number(),
-                            u"«%1», tabella «%2», record %3: %4"_s.arg(
-                                m_path, table.name, QString::number(record), error.description()));
-    }
-}
-
-void Conversion::copyInto(Database& job)
-{
-    for (const TableDef& table : jobTables()) {
-        const std::optional<Table> original = find(table.name);
-        if (!original && table.name == TabellaVariabili)
-            continue; // an earlier edition
-        if (!original)
-            throw DatabaseError(
-                ErrorNumber::TableNotFound,
-                u"La tabella «%1» non c'è nel file «%2»."_s.arg(table.name, m_path));
-        job.appendTable(table);
-        const int records = copyTable(table, *original, job.writer(table));
-        if (table.name == TabellaUnita)
-            m_report.units = records;
-        if (table.name == TabellaVani)
-            m_report.rooms = records;
-    }
-}
 
 } // namespace
 

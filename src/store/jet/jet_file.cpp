@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/jet/jet_file.h"
 
-#include "store/database_error.h"
 #include "store/engine_file.h"
+#include "store/files/database_error.h"
 #include "store/files/file_names.h"
 
 #include <algorithm>

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/recovery/job_salvage.h"
 
+#include "store/job_limits.h"
 #include "store/recovery/page_image.h"
-#include "store/recovery/salvaged_record.h"
 #include "store/recovery/tree_page.h"
-#include "text/literals.h"
+#include "store/schema.h"
+#include "text/decimal_text.h"
 
 #include <algorithm>
 #include <set>
@@ -13,6 +14,95 @@
 namespace zelto::store {
 
 namespace {
+
+constexpr qsizetype UnitKeyLength = 5;
+
+bool hasFieldsOf(QStringView table, const FoundRecord& found)
+{
+    return found.values.size() == jobTable(table).fields.size();
+}
+
+/// A unit number or position; none when the value cannot be one.
+std::optional<int> positiveNumber(const Value& value)
+{
+    if (!value.isInteger() || value.integer() < 1 || value.integer() > MostRecords)
+        return std::nullopt;
+    return static_cast<int>(value.integer());
+}
+
+/// The number of a unit key, or of either half of a room key.
+std::optional<int> keyNumber(QStringView key)
+{
+    bool isNumber = false;
+    const int number = key.trimmed().toInt(&isNumber);
+    if (!isNumber || number < 1 || unitKey(number) != key)
+        return std::nullopt;
+    return number;
+}
+
+/// The number that the key tells, or the one that stands beside it should the key be damaged.
+std::optional<int> numberOf(QStringView key, const Value& stored)
+{
+    const std::optional<int> number = keyNumber(key);
+    return number ? number : positiveNumber(stored);
+}
+
+std::optional<Record> unit(const FoundRecord& found)
+{
+    const std::optional<int> number = numberOf(found.values[0].text(), found.values[1]);
+    if (!number || !found.whole)
+        return std::nullopt;
+    Record record = found.values;
+    record[0] = unitKey(*number);
+    record[1] = *number;
+    return record;
+}
+
+std::optional<Record> room(const FoundRecord& found)
+{
+    const QString key = found.values[0].text();
+    const std::optional<int> number = numberOf(key.left(UnitKeyLength), found.values[1]);
+    const std::optional<int> position = numberOf(key.mid(UnitKeyLength), found.values[2]);
+    if (!number || !position || !found.whole)
+        return std::nullopt;
+    Record record = found.values;
+    record[0] = roomKey(*number, *position);
+    record[1] = *number;
+    record[2] = *position;
+    return record;
+}
+
+/// Whether it has the form of a unit or a room, be it readable or not.
+bool isListed(const FoundRecord& found)
+{
+    // Tables that another program made may number the records of units too.
+    return hasFieldsOf(TabellaVani, found) ||
+           (hasFieldsOf(TabellaUnita, found) && (found.keyed || found.values[1].isInteger()));
+}
+
+/// The table of a job to which a record belongs by its kind and its number of fields; empty when it
+/// is no record of a job.
+QStringView tableOf(const FoundRecord& found)
+{
+    if (isListed(found))
+        return hasFieldsOf(TabellaVani, found) ? TabellaVani : TabellaUnita;
+    for (const QStringView table : {TabellaVariabili, TabellaDatiGenerali, TabellaZelto})
+        if (!found.keyed && hasFieldsOf(table, found))
+            return table;
+    return {};
+}
+
+/// The record of a page as that table takes it; none when its key is lost, or the marker is of
+/// another format.
+std::optional<Record> recordOnPage(QStringView table, FoundRecord found)
+{
+    if (table == TabellaZelto &&
+        static_cast<float>(text::leadingNumber(found.values[0].text())) != VersioneFormato)
+        return std::nullopt;
+    if (table == TabellaDatiGenerali)
+        found.values[0] = found.rowNumber; // the key, which the record does not repeat
+    return recordOfTable(table, found);
+}
 
 /// The first page of a table, should the record be one of the list of tables.
 std::optional<std::uint64_t> rootPage(const FoundRecord& found)
@@ -56,11 +146,14 @@ void take(const TreePage& page, SalvagedJob& job)
 {
     job.broken += page.broken;
     for (const FoundRecord& found : page.records) {
-        std::optional<TableRecord> record = recordOfJob(found);
+        const QStringView table = tableOf(found);
+        std::optional<Record> record;
+        if (!table.isEmpty())
+            record = recordOnPage(table, found);
         if (record ? !found.whole : isListed(found))
             ++job.broken;
         if (record)
-            job.records[record->table].push_back(std::move(record->values));
+            job.records[table].push_back(std::move(*record));
     }
 }
 
@@ -84,6 +177,13 @@ std::size_t recordCount(const SalvagedJob& job)
 }
 
 } // namespace
+
+std::optional<Record> recordOfTable(QStringView table, const FoundRecord& found)
+{
+    if (table == TabellaUnita)
+        return unit(found);
+    return table == TabellaVani ? room(found) : std::optional(found.values);
+}
 
 SalvagedJob salvage(const QByteArray& bytes)
 {

@@ -7,11 +7,13 @@
 #include <QStringView>
 
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace zelto::store {
 
 class Database;
+struct FoundRecord;
 
 /// The records of a job that can still be read in the bytes of its damaged file.
 struct SalvagedJob
@@ -26,6 +28,10 @@ struct SalvagedJob
 
 /// Reads every page, whatever the tables' own pages look like.
 [[nodiscard]] SalvagedJob salvage(const QByteArray& bytes);
+
+/// A record that was found as that table takes it, with key and numbers that agree; none when both
+/// are lost.
+[[nodiscard]] std::optional<Record> recordOfTable(QStringView table, const FoundRecord& found);
 
 /// Gives an empty database the tables of a job and these records. What breaks a rule of the tables
 /// is left out: the field, or the record when its key is there already. Returns how many were. What

@@ -5,12 +5,12 @@
 #include "store/database.h"
 #include "store/engine_file.h"
 #include "store/file_check.h"
+#include "store/file_operations.h"
 #include "store/files/file_names.h"
-#include "store/files/file_operations.h"
 #include "store/files/new_file.h"
 #include "store/format_check.h"
 #include "store/recovery/job_salvage.h"
-#include "store/recovery/salvaged_record.h"
+#include "store/recovery/tree_page.h"
 #include "store/schema.h"
 
 #include <QFileInfo>
@@ -122,7 +122,7 @@ void takeRecords(Query records, const TableDef& table, SalvagedJob& job)
         for (const qsizetype place : places)
             found.values.push_back(place < 0 ? Value() : records.field(static_cast<int>(place)));
         if (auto record = recordOfTable(table.name, found))
-            job.records[table.name].push_back(std::move(record->values));
+            job.records[table.name].push_back(std::move(*record));
         else
             ++job.broken;
     }

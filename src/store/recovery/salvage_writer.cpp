@@ -74,16 +74,11 @@ int addRecord(Database& database, const TableDef& table, Record record)
     return dropped > 0 && insert(database, table, record) ? dropped : 1;
 }
 
-bool isList(const TableDef& table)
-{
-    return table.name == TabellaUnita || table.name == TabellaVani;
-}
-
 int addRecords(Database& database, const TableDef& table, const std::vector<Record>& records)
 {
     // The other tables have one record; what else is found there is out of date.
-    const std::size_t count =
-        isList(table) ? records.size() : std::min<std::size_t>(records.size(), 1);
+    const bool isList = table.name == TabellaUnita || table.name == TabellaVani;
+    const std::size_t count = isList ? records.size() : std::min<std::size_t>(records.size(), 1);
     int leftOut = 0;
     for (const Record& record : std::span(records).first(count))
         leftOut += addRecord(database, table, record);
@@ -92,13 +87,8 @@ int addRecords(Database& database, const TableDef& table, const std::vector<Reco
 
 void addMissing(Database& database)
 {
-    const auto isEmpty = [&](QStringView table) { return database.count(table) == 0; };
-    if (isEmpty(TabellaZelto))
-        addMarker(database);
-    if (isEmpty(TabellaDatiGenerali))
-        addGeneralData(database);
-    if (isEmpty(TabellaVariabili))
-        addBlankGroups(database);
+    for (const QStringView table : {TabellaZelto, TabellaDatiGenerali, TabellaVariabili})
+        addOnlyRecord(database, table);
     // Without its unit no screen would show a room.
     database.Execute(u"INSERT INTO %1 (Chiave, [Riferimento unità]) "
                      "SELECT DISTINCT substr(Chiave, 1, 5), [Riferimento unità] FROM %2 "

@@ -1,11 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/recovery/found_record.h"
+#include "store/value.h"
+
+#include <cstdint>
 
 namespace zelto::store {
 
 class PageImage;
+
+/// A record as it was found.
+struct FoundRecord
+{
+    bool keyed = false; ///< of a table in the order of its key; the others number their records
+    qint64 rowNumber = 0;
+    Record values{};   ///< Null in place of what could not be read
+    bool whole = true; ///< whether every field could be read
+};
 
 /// What a page of the tree that holds a table has.
 struct TreePage

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/files/job_copies.h"
+#include "store/job_copies.h"
 
 #include "store/database.h"
+#include "store/file_operations.h"
 #include "store/files/file_names.h"
-#include "store/files/file_operations.h"
 #include "store/files/new_file.h"
 #include "store/schema.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/files/file_operations.h"
+#include "store/file_operations.h"
 
 #include "store/database.h"
 #include "store/engine_errors.h"
