@@ -23,24 +23,21 @@ class RegisterState
 public:
     explicit RegisterState(store::Database& lavoro)
     {
-        read(lavoro, u"Unità immobiliari"_s, 1, 2);
-        read(lavoro, u"Vani"_s, 2, 3);
+        read(lavoro, u"Unità immobiliari"_s, 1);
+        read(lavoro, u"Vani"_s, 2);
     }
 
     [[nodiscard]] QStringList differencesTo(const RegisterState& after) const
     {
         QStringList all;
-        for (const auto& [key, fields] : m_records.asKeyValueRange())
-            if (!after.m_records.contains(key))
+        for (const auto& [key, text] : m_texts.asKeyValueRange())
+            if (!key.contains(u'.') && !after.m_texts.contains(key))
                 all << marked(key, u"-"_s);
-        for (const auto& [key, fields] : after.m_records.asKeyValueRange()) {
-            if (!m_records.contains(key)) {
+        for (const auto& [key, text] : after.m_texts.asKeyValueRange()) {
+            if (m_texts.contains(key) && m_texts[key] != text)
+                all << key + u'=' + text;
+            if (!key.contains(u'.') && !m_texts.contains(key))
                 all << marked(key, u"+"_s);
-                continue;
-            }
-            for (const auto& [field, text] : fields.asKeyValueRange())
-                if (m_records[key][field] != text)
-                    all << key + u'.' + field + u'=' + text;
         }
         return all;
     }
@@ -50,21 +47,22 @@ private:
     {
         return key.insert(key.indexOf(u'/') + 1, mark);
     }
-    void read(store::Database& lavoro, const QString& table, int keys, int first)
+    void read(store::Database& lavoro, const QString& table, int keys)
     {
-        auto record = lavoro.query(u"SELECT * FROM [%1]"_s.arg(table));
-        const auto names = store::jobTable(table).fields;
-        for (; !record.atEnd(); record.next()) {
+        const auto& fields = store::jobTable(table).fields;
+        for (auto record = lavoro.records(table); !record.atEnd(); record.next()) {
             QStringList key;
             for (int field = 1; field <= keys; ++field)
                 key << record.text(field);
-            auto& fields = m_records[key.join(u'/')];
-            for (int field = first; field < record.fieldCount(); ++field)
-                fields[names[static_cast<std::size_t>(field)].name] = record.text(field);
+            const QString name = key.join(u'/');
+            m_texts[name]; // the record itself
+            for (int field = keys + 1; field < record.fieldCount(); ++field)
+                m_texts[name + u'.' + fields[static_cast<std::size_t>(field)].name] =
+                    record.text(field);
         }
     }
 
-    QMap<QString, QMap<QString, QString>> m_records;
+    QMap<QString, QString> m_texts; ///< by "3" and "3/2" for a record, "3.Livello" for a field
 };
 
 /// The screen over a copy of the example job.

@@ -88,13 +88,16 @@ public:
     /// One thing that a user does; what it was, for the report.
     QString step(Desk& desk)
     {
+        const widgets::Grid& grid = desk.rooms().isVisible() ? desk.rooms() : desk.units();
         switch (below(12)) {
         case 0:
-            return clickCell(desk);
+            if (!grid.isVisible())
+                return u"nothing to click on"_s;
+            return click(below(8) == 0 ? grid.horizontalHeader()->viewport() : grid.viewport());
         case 1:
-            return clickNode(desk);
+            return click(desk.tree().viewport());
         case 2:
-            return below(3) == 0 ? filter(desk) : clickTab(desk);
+            return below(3) == 0 ? filter(desk) : click(desk.tabs().tabBar());
         default:
             return press();
         }
@@ -119,37 +122,20 @@ private:
             test::press(key);
         return key;
     }
-    QString clickCell(Desk& desk)
+    QString click(QWidget* where)
     {
-        widgets::Grid& grid = desk.rooms().isVisible() ? desk.rooms() : desk.units();
-        if (!grid.isVisible())
-            return u"nothing to click on"_s;
-        const QPoint place(below(grid.viewport()->width()), below(grid.viewport()->height()));
+        const QPoint place(below(where->width()), below(where->height()));
         static const QList<Qt::KeyboardModifiers> all{Qt::NoModifier, Qt::NoModifier,
                                                       Qt::ControlModifier, Qt::ShiftModifier};
-        QWidget* where = below(8) == 0 ? grid.horizontalHeader()->viewport() : grid.viewport();
         QTest::mouseClick(where, Qt::LeftButton, all[below(all.size())], place);
-        return u"click at %1,%2"_s.arg(place.x()).arg(place.y());
-    }
-    QString clickNode(Desk& desk)
-    {
-        const QPoint place(below(desk.tree().viewport()->width()),
-                           below(desk.tree().viewport()->height()));
-        QTest::mouseClick(desk.tree().viewport(), Qt::LeftButton, {}, place);
-        return u"tree at %1,%2"_s.arg(place.x()).arg(place.y());
-    }
-    QString clickTab(Desk& desk)
-    {
-        auto* bar = desk.tabs().tabBar();
-        const int tab = below(3);
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
-        return u"tab %1"_s.arg(tab);
+        return u"click in %1 at %2,%3"_s.arg(where->parent()->objectName())
+            .arg(place.x())
+            .arg(place.y());
     }
     QString filter(Desk& desk)
     {
         auto& list = desk.find<QComboBox>(below(2) == 0 ? u"Livello"_s : u"CodScala"_s);
-        const int entry = below(2) == 0 ? 0 : below(list.count());
-        list.setCurrentIndex(entry);
+        list.setCurrentIndex(below(2) == 0 ? 0 : below(list.count()));
         return u"filter %1"_s.arg(list.currentText());
     }
 
