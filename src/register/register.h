@@ -96,7 +96,7 @@ private:
     void addUnit(Writer& writer, const NewTexts& texts);
     void addRoom(Writer& writer, int unit, const NewTexts& texts);
     [[nodiscard]] bool isAsSeen(const std::vector<RecordChange>& records) const;
-    RegisterChange perform(Deed deed, const std::function<void(Writer&)>& work);
+    RegisterChange perform(const QString& deed, const std::function<void(Writer&)>& work);
     RegisterChange takeBack(std::vector<RegisterChange>& done, std::vector<RegisterChange>& undone);
 
     store::Database& m_lavoro;

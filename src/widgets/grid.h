@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "widgets/grid_block.h"
 #include "widgets/grid_model.h"
 
 #include <QList>
@@ -17,6 +16,9 @@ class QAbstractButton;
 namespace zelto::widgets {
 
 class TypedLine;
+
+/// Rows of cells.
+using CellBlock = std::vector<QStringList>;
 
 /// What became of one cell.
 struct CellChange
@@ -140,6 +142,7 @@ private:
     void emptySelection();
     void fillSelection(const QString& cell);
     void pasteAt(const QModelIndex& first, const CellBlock& block);
+    void refusePaste(const QString& why);
     bool accept(int row, int column, const QString& cell, QList<CellChange>& changes);
     void apply(const QList<CellChange>& changes);
 

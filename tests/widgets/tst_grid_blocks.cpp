@@ -43,6 +43,7 @@ private slots:
         QCOMPARE(pasted(u"a\t7\r\nb\t8\r\n"_s, 1, 0), u"uno|1.5|A/a|7|B/b|8|C/"_s);
         QCOMPARE(pasted(u"1,25"_s, 0, 1), u"uno|1.25|A/due|2|B/tre|3|C/"_s);
         QCOMPARE(pasted(u"\"a\"\"b\"\t5"_s, 0, 0), u"a\"b|5|A/due|2|B/tre|3|C/"_s);
+        QCOMPARE(pasted(u"\"a\"b\t5"_s, 0, 0), u"\"a\"b|5|A/due|2|B/tre|3|C/"_s);
         QCOMPARE(pasted(u"a\nb\n"_s, 2, 0, Grid::AtEnd::AppendsRow),
                  u"uno|1.5|A/due|2|B/a|3|C/b||/"_s);
         QVERIFY(pasted(u"a\nb\nc\n"_s, 2, 0).contains(u"righe sono 3 e qui ce ne stanno solo 2"));
