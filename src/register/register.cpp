@@ -237,16 +237,6 @@ RegisterChange Register::MemorizzaFlag(int unit, int table, bool on)
     });
 }
 
-QString Register::undoCaption() const
-{
-    return m_done.empty() ? QString() : m_done.back().caption;
-}
-
-QString Register::redoCaption() const
-{
-    return m_undone.empty() ? QString() : m_undone.back().caption;
-}
-
 /// Making a change again is taking back that it was taken back.
 RegisterChange Register::takeBack(std::vector<RegisterChange>& done,
                                   std::vector<RegisterChange>& undone)
@@ -269,16 +259,6 @@ RegisterChange Register::takeBack(std::vector<RegisterChange>& done,
     done.pop_back();
     undone.push_back(change);
     return change;
-}
-
-RegisterChange Register::undo()
-{
-    return takeBack(m_done, m_undone);
-}
-
-RegisterChange Register::redo()
-{
-    return takeBack(m_undone, m_done);
 }
 
 } // namespace zelto::registro

@@ -53,7 +53,7 @@ public:
     /// Selects the first cells of the rows from the first, which becomes current, to the last.
     void selectRows(int first, int last);
     /// No cell is current and none is selected.
-    void leaveCells();
+    void leaveCells() { selectionModel()->clear(); }
 
     /// First and last row of the selection; -1 when no cell is current.
     struct RowRange
@@ -76,7 +76,7 @@ public:
 
     /// Closes the editor and puts into its cell what was typed; nothing when it is closed already.
     void commitEditor();
-    [[nodiscard]] bool isEditing() const;
+    [[nodiscard]] bool isEditing() const { return m_edited.isValid(); }
 
     /// Width of a column as the settings keep it: 0 is the number column, then the others; twips.
     /// Of a column that is narrow because it is unused, the one that it has otherwise.
@@ -118,7 +118,6 @@ private:
     // Columns
     void setUpHeaders();
     void fitRows();
-    void fitColumns();
     void fitColumn(int column);
     void fitNumbers();
     void paintCorner();
