@@ -28,11 +28,6 @@ Record newRecord(Table table, Record fields)
     return fields;
 }
 
-Record newUnit(int number)
-{
-    return newRecord(Table::Units, {store::unitKey(number), number});
-}
-
 Record newRoom(int unit, int position)
 {
     return newRecord(Table::Rooms, {store::roomKey(unit, position), unit, position});
@@ -104,7 +99,8 @@ RegisterChange Register::perform(const QString& deed, const std::function<void(W
 void Register::addUnit(Writer& writer, const NewTexts& texts)
 {
     const int number = store::nextUnit(m_lavoro);
-    writer.write(Table::Units, {}, withTexts(newUnit(number), texts));
+    const Record empty = newRecord(Table::Units, {store::unitKey(number), number});
+    writer.write(Table::Units, {}, withTexts(empty, texts));
     writer.write(Table::Rooms, {}, newRoom(number, 1));
 }
 

@@ -65,7 +65,6 @@ protected:
 
 private:
     void addButtons();
-    void apply();
     /// Asks and stores; false when it could not be stored.
     bool askAndStore();
 
