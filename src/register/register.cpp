@@ -15,16 +15,17 @@ using store::Value;
 
 namespace {
 
+// What the user did, as it is called where it can be undone.
+const QString Adds = u"aggiunta"_s;
+const QString Deletes = u"eliminazione"_s;
+const QString Copies = u"copia"_s;
+const QString Moves = u"spostamento"_s;
+
 /// A record of these first fields, the others Null.
 Record newRecord(Table table, Record fields)
 {
     fields.resize(store::jobTable(nameOf(table)).fields.size());
     return fields;
-}
-
-Record newUnit(int number)
-{
-    return newRecord(Table::Units, {store::unitKey(number), number});
 }
 
 Record newRoom(int unit, int position)
@@ -70,7 +71,7 @@ bool Register::isAsSeen(const std::vector<RecordChange>& records) const
     });
 }
 
-RegisterChange Register::perform(Deed deed, const std::function<void(Writer&)>& work)
+RegisterChange Register::perform(const QString& deed, const std::function<void(Writer&)>& work)
 {
     Writer writer(m_lavoro);
     try {
@@ -98,7 +99,8 @@ RegisterChange Register::perform(Deed deed, const std::function<void(Writer&)>& 
 void Register::addUnit(Writer& writer, const NewTexts& texts)
 {
     const int number = store::nextUnit(m_lavoro);
-    writer.write(Table::Units, {}, withTexts(newUnit(number), texts));
+    const Record empty = newRecord(Table::Units, {store::unitKey(number), number});
+    writer.write(Table::Units, {}, withTexts(empty, texts));
     writer.write(Table::Rooms, {}, newRoom(number, 1));
 }
 
@@ -110,12 +112,12 @@ void Register::addRoom(Writer& writer, int unit, const NewTexts& texts)
 
 RegisterChange Register::AggiungiUI()
 {
-    return perform(Deed::Adds, [this](Writer& writer) { addUnit(writer, {}); });
+    return perform(Adds, [this](Writer& writer) { addUnit(writer, {}); });
 }
 
 RegisterChange Register::AggiungiVano(int unit)
 {
-    return perform(Deed::Adds, [this, unit](Writer& writer) {
+    return perform(Adds, [this, unit](Writer& writer) {
         writer.requireUnit(unit);
         addRoom(writer, unit, {});
     });
@@ -123,7 +125,7 @@ RegisterChange Register::AggiungiVano(int unit)
 
 RegisterChange Register::EliminaUI(const QList<int>& units)
 {
-    return perform(Deed::Deletes, [&](Writer& writer) {
+    return perform(Deletes, [&](Writer& writer) {
         for (const int unit : units)
             for (const Table table : {Table::Units, Table::Rooms})
                 for (const Record& record : writer.find(table, store::CampoUnita, unit))
@@ -133,7 +135,7 @@ RegisterChange Register::EliminaUI(const QList<int>& units)
 
 RegisterChange Register::EliminaVano(int unit, const QList<int>& positions)
 {
-    return perform(Deed::Deletes, [&](Writer& writer) {
+    return perform(Deletes, [&](Writer& writer) {
         for (const Record& room : writer.roomsOf(unit))
             if (positions.contains(numberOf(room, RoomPosition)))
                 writer.write(Table::Rooms, room, {});
@@ -142,7 +144,7 @@ RegisterChange Register::EliminaVano(int unit, const QList<int>& positions)
 
 RegisterChange Register::DuplicaUI(const QList<int>& units)
 {
-    return perform(Deed::Copies, [&](Writer& writer) {
+    return perform(Copies, [&](Writer& writer) {
         for (const int unit : units)
             for (Record& copy : writer.unitsOf(unit)) {
                 const int number = store::nextUnit(m_lavoro);
@@ -160,7 +162,7 @@ RegisterChange Register::DuplicaUI(const QList<int>& units)
 
 RegisterChange Register::DuplicaVano(int unit, const QList<int>& positions)
 {
-    return perform(Deed::Copies, [&](Writer& writer) {
+    return perform(Copies, [&](Writer& writer) {
         writer.requireUnit(unit);
         const std::vector<Record> rooms = writer.roomsOf(unit);
         for (const int source : positions) {
@@ -176,7 +178,7 @@ RegisterChange Register::DuplicaVano(int unit, const QList<int>& positions)
 /// Keys and numbers stay where they are; what they stand for changes places.
 RegisterChange Register::ScambiaUI(const QList<std::pair<int, int>>& pairs)
 {
-    return perform(Deed::Moves, [&](Writer& writer) {
+    return perform(Moves, [&](Writer& writer) {
         for (const auto& [one, other] : pairs) {
             writer.exchange(Table::Units, writer.unit(one), writer.unit(other));
             const std::vector<Record> ofOne = writer.roomsOf(one);
@@ -193,7 +195,7 @@ RegisterChange Register::ScambiaUI(const QList<std::pair<int, int>>& pairs)
 
 RegisterChange Register::ScambiaVani(int unit, const QList<std::pair<int, int>>& pairs)
 {
-    return perform(Deed::Moves, [&](Writer& writer) {
+    return perform(Moves, [&](Writer& writer) {
         for (const auto& [one, other] : pairs)
             writer.exchange(Table::Rooms, writer.room(unit, one), writer.room(unit, other));
     });
@@ -201,7 +203,7 @@ RegisterChange Register::ScambiaVani(int unit, const QList<std::pair<int, int>>&
 
 RegisterChange Register::MemorizzaUI(const QList<FieldEdit>& edits, const QList<NewTexts>& added)
 {
-    return perform(Deed::Changes, [&](Writer& writer) {
+    return perform({}, [&](Writer& writer) {
         for (const auto& [number, field, text] : edits)
             writer.change(Table::Units, writer.unit(number), field, text);
         for (const NewTexts& texts : added)
@@ -212,7 +214,7 @@ RegisterChange Register::MemorizzaUI(const QList<FieldEdit>& edits, const QList<
 RegisterChange Register::MemorizzaVano(int unit, const QList<FieldEdit>& edits,
                                        const QList<NewTexts>& added)
 {
-    return perform(Deed::Changes, [&](Writer& writer) {
+    return perform({}, [&](Writer& writer) {
         if (!added.isEmpty())
             writer.requireUnit(unit);
         for (const auto& [position, field, text] : edits)
@@ -224,21 +226,11 @@ RegisterChange Register::MemorizzaVano(int unit, const QList<FieldEdit>& edits,
 
 RegisterChange Register::MemorizzaFlag(int unit, int table, bool on)
 {
-    return perform(Deed::Changes, [&](Writer& writer) {
+    return perform({}, [&](Writer& writer) {
         const Record record = writer.unit(unit);
         writer.change(Table::Units, record, UnitFlags,
                       withFlag(textOf(record, UnitFlags), table, on));
     });
-}
-
-QString Register::undoCaption() const
-{
-    return m_done.empty() ? QString() : m_done.back().caption;
-}
-
-QString Register::redoCaption() const
-{
-    return m_undone.empty() ? QString() : m_undone.back().caption;
 }
 
 /// Making a change again is taking back that it was taken back.
@@ -263,16 +255,6 @@ RegisterChange Register::takeBack(std::vector<RegisterChange>& done,
     done.pop_back();
     undone.push_back(change);
     return change;
-}
-
-RegisterChange Register::undo()
-{
-    return takeBack(m_done, m_undone);
-}
-
-RegisterChange Register::redo()
-{
-    return takeBack(m_undone, m_done);
 }
 
 } // namespace zelto::registro

@@ -82,21 +82,25 @@ public:
     RegisterChange MemorizzaFlag(int unit, int table, bool on);
 
     /// What undo() and redo() would do; empty when there is nothing.
-    [[nodiscard]] QString undoCaption() const;
-    [[nodiscard]] QString redoCaption() const;
+    [[nodiscard]] QString undoCaption() const { return captionOfLast(m_done); }
+    [[nodiscard]] QString redoCaption() const { return captionOfLast(m_undone); }
 
     /// Takes the last change back, and makes one taken back again. Throws RecordChanged when its
     /// records are not as it left them; then nothing is done and all changes are forgotten.
-    RegisterChange undo();
-    RegisterChange redo();
+    RegisterChange undo() { return takeBack(m_done, m_undone); }
+    RegisterChange redo() { return takeBack(m_undone, m_done); }
 
 private:
     class Writer;
 
+    [[nodiscard]] static QString captionOfLast(const std::vector<RegisterChange>& changes)
+    {
+        return changes.empty() ? QString() : changes.back().caption;
+    }
     void addUnit(Writer& writer, const NewTexts& texts);
     void addRoom(Writer& writer, int unit, const NewTexts& texts);
     [[nodiscard]] bool isAsSeen(const std::vector<RecordChange>& records) const;
-    RegisterChange perform(Deed deed, const std::function<void(Writer&)>& work);
+    RegisterChange perform(const QString& deed, const std::function<void(Writer&)>& work);
     RegisterChange takeBack(std::vector<RegisterChange>& done, std::vector<RegisterChange>& undone);
 
     store::Database& m_lavoro;

@@ -94,24 +94,15 @@ RegisterChange RegisterChange::reversed() const
     return back;
 }
 
-QString captionOf(Deed deed, const RegisterChange& change, const QString& name)
+QString captionOf(const QString& deed, const RegisterChange& change, const QString& name)
 {
     const QString where = ofUnits(change.units(), name);
-    const QString what = std::ranges::any_of(change.records, isOfUnit)
-                             ? where
-                             : u"%1 di %2"_s.arg(ofRooms(change.records), where);
-    switch (deed) {
-    case Deed::Adds:
-        return u"aggiunta di %1"_s.arg(what);
-    case Deed::Deletes:
-        return u"eliminazione di %1"_s.arg(what);
-    case Deed::Copies:
-        return u"copia di %1"_s.arg(what);
-    case Deed::Moves:
-        return u"spostamento di %1"_s.arg(what);
-    default:
+    if (deed.isEmpty())
         return ofCells(change.records, where);
-    }
+    return deed + u" di "_s +
+           (std::ranges::any_of(change.records, isOfUnit)
+                ? where
+                : u"%1 di %2"_s.arg(ofRooms(change.records), where));
 }
 
 Place placeOf(const RegisterChange& change)

@@ -52,13 +52,11 @@ struct RegisterChange
     [[nodiscard]] RegisterChange reversed() const;
 };
 
-/// What the user did.
-enum class Deed { Adds, Deletes, Copies, Changes, Moves };
-
-/// How it is called where it can be undone: "consistenza di Int. 3 - Moro", "eliminazione di 2 vani
-/// di Int. 3 - Moro". The name is that of the only unit concerned; one without is called by its
-/// number.
-[[nodiscard]] QString captionOf(Deed deed, const RegisterChange& change, const QString& name);
+/// How a change is called where it can be undone: "consistenza di Int. 3 - Moro", "eliminazione di
+/// 2 vani di Int. 3 - Moro". The deed is empty where texts were changed; the name is that of the
+/// only unit concerned, and one without is called by its number.
+[[nodiscard]] QString captionOf(const QString& deed, const RegisterChange& change,
+                                const QString& name);
 
 /// What of the register a change was about, for who wants to look at it.
 struct Place

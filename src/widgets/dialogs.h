@@ -28,8 +28,6 @@ struct FileDialogRequest
 
     static constexpr int FileMustExist = 4108;
     static constexpr int AnyFile = 12;
-
-    bool operator==(const FileDialogRequest&) const = default;
 };
 
 /// Pages counted from 1.
@@ -37,8 +35,6 @@ struct PageRange
 {
     int first = 1;
     int last = 1;
-
-    bool operator==(const PageRange&) const = default;
 };
 
 /// The modal dialogs of the program, and the trash beside them; tests answer them by script. They

@@ -130,7 +130,10 @@ void EditDialog::addButtons()
     m_layout->addLayout(row);
     m_applica->setEnabled(false);
     annulla->setProperty(TypedLine::LeavesUnchecked, true);
-    connect(m_applica, &QPushButton::clicked, this, &EditDialog::apply);
+    connect(m_applica, &QPushButton::clicked, this, [this] {
+        if (finishTyping())
+            askAndStore();
+    });
     connect(annulla, &QPushButton::clicked, this, &EditDialog::reject);
     connect(ok, &QPushButton::clicked, this, &EditDialog::close);
 }
@@ -149,12 +152,6 @@ bool EditDialog::finishTyping()
 {
     m_grid.commitEditor();
     return true;
-}
-
-void EditDialog::apply()
-{
-    if (finishTyping())
-        askAndStore();
 }
 
 bool EditDialog::askAndStore()

@@ -72,7 +72,6 @@ private:
     void insertRow();
     void removeRows();
     void addButtons();
-    void apply();
     /// Asks and stores; false when it could not be stored.
     bool askAndStore();
 

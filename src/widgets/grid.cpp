@@ -48,11 +48,6 @@ void Grid::selectRows(int first, int last)
     selectBlock(m_model->index(first, 0), m_model->index(last, 0));
 }
 
-void Grid::leaveCells()
-{
-    selectionModel()->clear();
-}
-
 Grid::RowRange Grid::selectedRows() const
 {
     const QModelIndexList cells = selectedCells();

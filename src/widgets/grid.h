@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "widgets/grid_block.h"
 #include "widgets/grid_model.h"
 
 #include <QList>
@@ -17,6 +16,9 @@ class QAbstractButton;
 namespace zelto::widgets {
 
 class TypedLine;
+
+/// Rows of cells.
+using CellBlock = std::vector<QStringList>;
 
 /// What became of one cell.
 struct CellChange
@@ -51,7 +53,7 @@ public:
     /// Selects the first cells of the rows from the first, which becomes current, to the last.
     void selectRows(int first, int last);
     /// No cell is current and none is selected.
-    void leaveCells();
+    void leaveCells() { selectionModel()->clear(); }
 
     /// First and last row of the selection; -1 when no cell is current.
     struct RowRange
@@ -74,7 +76,7 @@ public:
 
     /// Closes the editor and puts into its cell what was typed; nothing when it is closed already.
     void commitEditor();
-    [[nodiscard]] bool isEditing() const;
+    [[nodiscard]] bool isEditing() const { return m_edited.isValid(); }
 
     /// Width of a column as the settings keep it: 0 is the number column, then the others; twips.
     /// Of a column that is narrow because it is unused, the one that it has otherwise.
@@ -116,7 +118,6 @@ private:
     // Columns
     void setUpHeaders();
     void fitRows();
-    void fitColumns();
     void fitColumn(int column);
     void fitNumbers();
     void paintCorner();
@@ -140,6 +141,7 @@ private:
     void emptySelection();
     void fillSelection(const QString& cell);
     void pasteAt(const QModelIndex& first, const CellBlock& block);
+    void refusePaste(const QString& why);
     bool accept(int row, int column, const QString& cell, QList<CellChange>& changes);
     void apply(const QList<CellChange>& changes);
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Blocks of cells between a grid and the clipboard.
+// Blocks of cells between a grid and the clipboard, in the form in which spreadsheets take and give
+// them.
 #include "widgets/field_rules.h"
 #include "widgets/grid.h"
 
@@ -7,20 +8,62 @@
 #include <QClipboard>
 
 #include <algorithm>
-#include <utility>
 
 namespace zelto::widgets {
 
 namespace {
 
-/// The first cell of a block that does not fit, as the user finds it in the grid.
-QString refusal(const GridColumn& wanted, int row, const QString& cell)
+/// Whether the character stands at the place, which moves behind it then.
+bool take(QStringView text, qsizetype& place, QChar expected)
 {
-    return u"Niente è stato incollato: alla riga %1 il testo «%2» non può stare nella "
-           u"colonna «%3»%4."_s.arg(QString::number(row + 1), cell, wanted.header,
-                                    wanted.maxLength > 0 && cell.size() > wanted.maxLength
-                                        ? u", che prende %1 caratteri"_s.arg(wanted.maxLength)
-                                        : QString());
+    const bool found = text.mid(place).startsWith(expected);
+    place += found ? 1 : 0;
+    return found;
+}
+
+bool endsCell(QStringView text, qsizetype place)
+{
+    return place >= text.size() || u"\t\r\n"_s.contains(text[place]);
+}
+
+/// From behind the opening quote; nothing when the closing one does not end the cell.
+std::optional<QString> readQuoted(QStringView text, qsizetype& place)
+{
+    QString cell;
+    while (place < text.size()) {
+        const bool quote = take(text, place, u'"');
+        if (quote && !text.mid(place).startsWith(u'"'))
+            return endsCell(text, place) ? std::optional(cell) : std::nullopt;
+        cell += text[place++];
+    }
+    return std::nullopt;
+}
+
+QString readCell(QStringView text, qsizetype& place)
+{
+    const qsizetype start = place;
+    if (take(text, place, u'"'))
+        if (const std::optional<QString> quoted = readQuoted(text, place))
+            return *quoted;
+    place = start; // an ordinary cell, even if it begins with a quote
+    while (!endsCell(text, place))
+        ++place;
+    return text.mid(start, place - start).toString();
+}
+
+/// Cells separated by TAB, rows ended by a line break. Cells in double quotes may hold TABs, line
+/// breaks and doubled quotes. A text that ends its last row has no empty row behind it.
+CellBlock readBlock(const QString& text)
+{
+    CellBlock block;
+    for (qsizetype place = 0; place < text.size();) {
+        block.emplace_back(readCell(text, place));
+        while (take(text, place, u'\t'))
+            block.back() += readCell(text, place);
+        take(text, place, u'\r');
+        take(text, place, u'\n');
+    }
+    return block;
 }
 
 /// The cell as the column takes it: a figure with a decimal point. Nothing when keys could not have
@@ -31,19 +74,6 @@ std::optional<QString> accepted(const GridColumn& column, const QString& cell)
     if (wanted && typeable(column.kind, *wanted, {}, column.maxLength) != *wanted)
         wanted.reset();
     return wanted;
-}
-
-QString tooWide(int cells, int columns)
-{
-    return u"Niente è stato incollato: una riga ha %1 celle e qui ci sono solo %2 "
-           u"colonne."_s.arg(cells)
-               .arg(columns);
-}
-
-QString tooLong(int rows, int most)
-{
-    return u"Niente è stato incollato: le righe sono %1 e qui ce ne stanno solo %2."_s.arg(rows)
-        .arg(most);
 }
 
 } // namespace
@@ -62,14 +92,15 @@ QModelIndexList Grid::selectedCells() const
 
 void Grid::copySelection() const
 {
-    CellBlock block;
+    QString block;
     for (int row = -1; const QModelIndex& cell : selectedCells()) {
-        if (std::exchange(row, cell.row()) != cell.row())
-            block.emplace_back();
-        block.back() << m_model->text(cell.row(), cell.column());
+        if (row >= 0)
+            block += row == cell.row() ? u'\t' : u'\n';
+        block += m_model->text(cell.row(), cell.column());
+        row = cell.row();
     }
-    if (!block.empty())
-        QApplication::clipboard()->setText(blockText(block));
+    if (currentIndex().isValid())
+        QApplication::clipboard()->setText(block + u'\n');
 }
 
 void Grid::pasteBlock()
@@ -86,14 +117,24 @@ void Grid::pasteBlock()
         pasteAt(cells.front(), block);
 }
 
+void Grid::refusePaste(const QString& why)
+{
+    emit pasteRefused(u"Niente è stato incollato: %1."_s.arg(why));
+}
+
 /// Adds the pasted cell to the changes, or refuses the whole paste because of it.
 bool Grid::accept(int row, int column, const QString& cell, QList<CellChange>& changes)
 {
-    const std::optional<QString> taken = accepted(m_model->column(column), cell);
+    const GridColumn& wanted = m_model->column(column);
+    const std::optional<QString> taken = accepted(wanted, cell);
     if (taken)
         changes.append({row, column, *taken});
     else
-        emit pasteRefused(refusal(m_model->column(column), row, cell));
+        refusePaste(u"alla riga %1 il testo «%2» non può stare nella colonna «%3»%4"_s.arg(
+            QString::number(row + 1), cell, wanted.header,
+            wanted.maxLength > 0 && cell.size() > wanted.maxLength
+                ? u", che prende %1 caratteri"_s.arg(wanted.maxLength)
+                : QString()));
     return taken.has_value();
 }
 
@@ -111,7 +152,8 @@ void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
     const int most = m_mostRows() - first.row();
     const auto rows = static_cast<int>(block.size());
     if (rows > most && rows > m_model->rowCount() - first.row()) {
-        emit pasteRefused(tooLong(rows, std::max(most, 0)));
+        refusePaste(
+            u"le righe sono %1 e qui ce ne stanno solo %2"_s.arg(rows).arg(std::max(most, 0)));
         return;
     }
     const int columns = m_model->columnCount() - first.column();
@@ -119,7 +161,8 @@ void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
     int row = first.row();
     for (const QStringList& cells : block) {
         if (cells.size() > columns) {
-            emit pasteRefused(tooWide(static_cast<int>(cells.size()), columns));
+            refusePaste(u"una riga ha %1 celle e qui ci sono solo %2 colonne"_s.arg(cells.size())
+                            .arg(columns));
             return;
         }
         int column = first.column();
@@ -130,11 +173,9 @@ void Grid::pasteAt(const QModelIndex& first, const CellBlock& block)
     }
     while (m_atEnd == AtEnd::AppendsRow && m_model->rowCount() < row)
         appendRow();
-    const int start = first.row();
-    const int left = first.column();
     apply(changes);
     // The owner may have added fewer rows.
-    selectBlock(m_model->index(std::min(start, m_model->rowCount() - 1), left),
+    selectBlock(m_model->index(std::min(first.row(), m_model->rowCount() - 1), first.column()),
                 m_model->index(std::min(row, m_model->rowCount()) - 1, changes.last().column));
 }
 

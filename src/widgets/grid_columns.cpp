@@ -61,11 +61,6 @@ void Grid::fitRows()
     constexpr int Margins = 6;
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Margins);
     fitNumbers();
-    fitColumns();
-}
-
-void Grid::fitColumns()
-{
     for (int column = 0; column < m_model->columnCount(); ++column)
         fitColumn(column);
 }

@@ -19,11 +19,6 @@ void Grid::buildEditor()
     m_editor->installEventFilter(this);
 }
 
-bool Grid::isEditing() const
-{
-    return m_edited.isValid();
-}
-
 void Grid::MsFlexGridEdit(const QString& typed)
 {
     const QModelIndex cell = currentIndex();

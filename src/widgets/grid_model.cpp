@@ -14,11 +14,6 @@ GridModel::GridModel(const std::vector<GridColumn>& columns, QObject* parent)
     : QAbstractTableModel(parent), m_columns(columns.begin(), columns.end())
 {}
 
-const QString& GridModel::text(int row, int column) const
-{
-    return m_rows[row].cells[column];
-}
-
 void GridModel::setText(int row, int column, const QString& text)
 {
     QString& cell = m_rows[row].cells[column];

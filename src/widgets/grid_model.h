@@ -53,7 +53,10 @@ public:
     GridModel(const std::vector<GridColumn>& columns, QObject* parent);
 
     [[nodiscard]] const GridColumn& column(int column) const { return m_columns[column]; }
-    [[nodiscard]] const QString& text(int row, int column) const;
+    [[nodiscard]] const QString& text(int row, int column) const
+    {
+        return m_rows[row].cells[column];
+    }
     /// What the number column shows.
     [[nodiscard]] const QString& number(int row) const { return m_rows[row].number; }
 

@@ -31,11 +31,6 @@ QAction* pasteEntry(const QMenu& menu)
     return entry == entries.end() ? nullptr : *entry;
 }
 
-bool isLeftUnchecked(const QWidget* next)
-{
-    return next != nullptr && next->property(TypedLine::LeavesUnchecked).toBool();
-}
-
 } // namespace
 
 bool isPassing(Qt::FocusReason reason)
@@ -210,10 +205,12 @@ void TypedLine::enter()
 void TypedLine::leave()
 {
     const QString entered = *std::exchange(m_enteredText, std::nullopt);
+    const QWidget* next = QApplication::focusWidget();
+    const bool discards = next != nullptr && next->property(LeavesUnchecked).toBool();
     if (ValidateField()) {
         if (text() != entered)
             emit changed();
-    } else if (isVisible() && isEnabled() && !isLeftUnchecked(QApplication::focusWidget())) {
+    } else if (isVisible() && isEnabled() && !discards) {
         refuse(*this);
         emit held();
     }

@@ -81,8 +81,6 @@ QString TypedText::storedText() const
 /// At the caret in place of the selection, as much of it as fits.
 void TypedText::typeIn(const QString& text)
 {
-    if (isReadOnly())
-        return;
     const QString typed = withSingleLineBreaks(text);
     const QString taken = beginning(withoutControls(typed), lengthLeft());
     if (!taken.isEmpty())
@@ -94,22 +92,17 @@ void TypedText::typeIn(const QString& text)
 
 void TypedText::keyPressEvent(QKeyEvent* event)
 {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const QString typed = enter ? u"\n"_s : typedBy(*event);
-    if (isReadOnly() || (typed.isEmpty() && !isWithAlt(*event)))
-        QPlainTextEdit::keyPressEvent(event);
-    else if (typed.isEmpty())
+    const QString typed = isEnter(*event) ? u"\n"_s : typedBy(*event);
+    if (!typed.isEmpty())
+        typeIn(typed);
+    else if (isWithAlt(*event))
         event->ignore();
     else
-        typeIn(typed);
+        QPlainTextEdit::keyPressEvent(event);
 }
 
 void TypedText::inputMethodEvent(QInputMethodEvent* event)
 {
-    if (isReadOnly()) {
-        QPlainTextEdit::inputMethodEvent(event);
-        return;
-    }
     QInputMethodEvent composing(event->preeditString(), event->attributes());
     QPlainTextEdit::inputMethodEvent(&composing);
     if (event->replacementLength() > 0) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/register.h"
-#include "register_fixture.h"
+#include "register/register_lists.h"
+#include "store/store_fixture.h"
 #include "support/dump.h"
 #include "support/runner.h"
 
@@ -10,9 +11,28 @@ using namespace Qt::StringLiterals;
 using namespace zelto::registro;
 using zelto::store::Database;
 using zelto::test::dumpOf;
-using zelto::test::registerText;
+using zelto::test::errorOf;
 
 namespace {
+
+/// Units and rooms as "1 Int. 1: 1 Camera, 2; 2: 1", by unit number and position.
+QString registerText(Database& lavoro)
+{
+    QStringList units;
+    auto unit = lavoro.query(
+        u"SELECT [Riferimento unità], Riferimento FROM [Unità immobiliari] ORDER BY Chiave"_s);
+    for (; !unit.atEnd(); unit.next()) {
+        QStringList rooms;
+        auto room =
+            lavoro.query(u"SELECT Posizione, Ambiente FROM Vani WHERE [Riferimento unità] = :1 "
+                         u"ORDER BY Chiave"_s,
+                         std::array{unit.field(0)});
+        for (; !room.atEnd(); room.next())
+            rooms << (room.text(0) + u' ' + room.text(1)).trimmed();
+        units << (unit.text(0) + u' ' + unit.text(1)).trimmed() + u": "_s + rooms.join(u", "_s);
+    }
+    return units.join(u"; "_s);
+}
 
 /// Runs one command of a test: "UI", "V 1", "-UI 1 2", "-V 1: 2 3", "+UI 1", "+V 1: 2",
 /// "u 1 Riferimento", "v 1: 2 Ambiente", "undo", "redo".
@@ -106,8 +126,7 @@ private slots:
 
     void keysAndNull()
     {
-        for (const QString& command :
-             {u"UI"_s, u"V 2"_s, u"v 2: 2 Sala"_s, u"v 2: 2"_s, u"+UI 2"_s})
+        for (const QString& command : u"UI|V 2|v 2: 2 Sala|v 2: 2|+UI 2"_s.split(u'|'))
             run(*m_register, command);
         const QString dump = dumpOf(*m_job);
         QVERIFY(dump.contains(u"Unità immobiliari: [    3] [3] - - - - -"));
@@ -132,14 +151,11 @@ private slots:
     {
         run(*m_register, u"V 1"_s);
         const QString before = dumpOf(*m_job);
-        const QList<FieldEdit> edits{{1, RoomAmbiente, u"Sala"_s},
-                                     {2, RoomAmbiente, QString(16, u'x')}};
-        try {
-            m_register->MemorizzaVano(1, edits);
-            QFAIL("stored");
-        } catch (const zelto::store::DatabaseError& error) {
-            QCOMPARE(error.code(), 3163);
-        }
+        QCOMPARE(errorOf([&] {
+                     m_register->MemorizzaVano(
+                         1, {{1, RoomAmbiente, u"Sala"_s}, {2, RoomAmbiente, QString(16, u'x')}});
+                 }),
+                 3163);
         QCOMPARE(dumpOf(*m_job), before);
         QCOMPARE(m_register->undoCaption(), u"aggiunta di un vano di U.I. 1"_s);
     }
@@ -152,14 +168,57 @@ private slots:
         m_job->Execute(u"UPDATE [Unità immobiliari] SET Riferimento = 'altro'"_s);
         m_register->undo();
         const QString before = dumpOf(*m_job);
-        try {
-            m_register->undo();
-            QFAIL("overwritten");
-        } catch (const zelto::store::DatabaseError& error) {
-            QCOMPARE(error.code(), 3197);
-        }
+        QVERIFY_THROWS_EXCEPTION(zelto::store::DatabaseError, m_register->undo());
         QCOMPARE(dumpOf(*m_job), before);
         QVERIFY(m_register->undoCaption().isEmpty() && m_register->redoCaption().isEmpty());
+    }
+
+    void filters()
+    {
+        for (const QString& values :
+             {u"'    2', 2, NULL, 'PRIMO', 'b'"_s, u"'    4', 4, 'Quattro', 'Primo', NULL"_s,
+              u"'    3', 3, 'Tre', 'D''angolo', 'Z'"_s})
+            m_job->Execute(
+                u"INSERT INTO [Unità immobiliari] VALUES (%1, NULL, NULL)"_s.arg(values));
+        const auto units = [this](const QString& scala, const QString& livello) {
+            QString numbers;
+            for (const Record& unit : readUnits(*m_job, {.scala = scala, .livello = livello}))
+                numbers += textOf(unit, UnitNumber);
+            return numbers;
+        };
+        QCOMPARE(units({}, {}), u"1234"_s);
+        QCOMPARE(units(u" "_s, u" "_s), u"1234"_s);
+        QCOMPARE(units({}, u"primo"_s), u"24"_s);
+        QCOMPARE(units(u"B"_s, {}), u"2"_s);
+        QCOMPARE(units(u"a"_s, u"Primo"_s), QString());
+        QCOMPARE(units({}, u"D'angolo"_s), u"3"_s);
+        QCOMPARE(LeggiDatiGenerali(*m_job).livelli.size(), 2); // one of two spellings
+    }
+
+    void lists()
+    {
+        m_job->Execute(
+            u"UPDATE [Dati Generali] SET [Tabella 2] = ' Ascensore ', [Tabella 3] = '  ',"
+            " [Tabella Codici] = 'A' || char(9) || 'Scala A' || char(13, 10, 13, 10) || "
+            "'B'"_s);
+        m_job->Execute(u"UPDATE Variabili SET Var1 = '1.0' || char(9) || 'N' || char(13, 10) || "
+                       "'0.9' || char(13, 10), Var6 = NULL"_s);
+        const RegisterLists lists = LeggiDatiGenerali(*m_job);
+        QCOMPARE(lists.scale, QStringList({u"A"_s, u"B"_s}));
+        QCOMPARE(lists.tabelle[1], u"Ascensore"_s);
+        QCOMPARE(lists.tabelle[2], QString());
+        QCOMPARE(lists.coefficienti[0].size(), 2);
+        QCOMPARE(lists.coefficienti[0][0].text(), u"[N] 1.0"_s);
+        QCOMPARE(lists.coefficienti[0][1].text(), u"0.9"_s);
+        QVERIFY(lists.coefficienti[5].empty());
+    }
+
+    void coefficientEntries()
+    {
+        QCOMPARE(chosenCoefficient({u"A"_s, u"1.05"_s, {}}, u"x"_s), u"[A]"_s);
+        QCOMPARE(chosenCoefficient({{}, u" 1.05 "_s, {}}, u"x"_s), u"1.05"_s);
+        QCOMPARE(chosenCoefficient({{}, u"[A 1.05"_s, {}}, u"x"_s), u"x"_s);
+        QCOMPARE(chosenCoefficient({}, u"x"_s), QString());
     }
 
 private:

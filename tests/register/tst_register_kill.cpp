@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A process that is killed while it changes the register has done each change wholly or not at all.
-#include "register_fixture.h"
+#include "store/store_fixture.h"
 #include "support/killed_process.h"
 #include "support/runner.h"
 

@@ -18,80 +18,66 @@ namespace {
 
 enum Tab { Elenco, Dettaglio, Vani };
 
-/// What the screen names before a step: the unit that is current, and the rows and columns that are
-/// highlighted.
-class Named
+/// What the screen names before a step: the unit that is current, the rows that are highlighted
+/// with their neighbours, and the fields of the columns.
+struct Named
 {
-public:
-    explicit Named(const Desk& desk) : m_tab(desk.find<QTabWidget>(u"tbsOptions"_s).currentIndex())
+    explicit Named(const Desk& desk) : tab(desk.tabs().currentIndex())
     {
         const int row = desk.units().currentRow();
         const QString listed = row < 0 ? QString() : desk.units().cells().number(row);
         const int inTree = desk.tree().selectedUnit();
         if (!listed.isEmpty() && inTree > 0 && listed.toInt() != inTree)
-            m_fault = u"list and tree highlight %1 and %2"_s.arg(listed).arg(inTree);
-        m_unit = inTree > 0 ? QString::number(inTree) : listed;
-        const widgets::Grid& grid = m_tab == Vani ? desk.rooms() : desk.units();
+            fault = u"list and tree highlight %1 and %2"_s.arg(listed).arg(inTree);
+        unit = inTree > 0 ? QString::number(inTree) : listed;
+        const widgets::Grid& grid = tab == Vani ? desk.rooms() : desk.units();
+        const auto& ofTable =
+            store::jobTable(tab == Vani ? store::TabellaVani : store::TabellaUnita).fields;
         const auto [first, last] = grid.selectedRows();
         const QModelIndexList selected = grid.selectionModel()->selectedIndexes();
-        for (const QModelIndex& cell : selected)
-            m_columns.insert(cell.column());
+        QSet<int> columns;
+        for (const QModelIndex& cell : selected) {
+            columns << cell.column();
+            const int field = tab == Vani ? cell.column() + 3 : std::min(cell.column(), 4) + 2;
+            fields << ofTable[static_cast<std::size_t>(field)].name; // flags are all in one
+        }
         for (int at = first - 1; at <= last + 1; ++at)
             if (first >= 0 && at >= 0 && at < grid.cells().rowCount())
-                (at < first || at > last ? m_neighbours : m_rows) << grid.cells().number(at);
+                (at < first || at > last ? neighbours : rows) << grid.cells().number(at);
         if (first >= 0 && (!selected.contains(grid.currentIndex()) ||
-                           selected.size() != m_rows.size() * m_columns.size()))
-            m_fault = u"%1 cells of rows %2 are selected, %3,%4 is current"_s.arg(selected.size())
-                          .arg(m_rows.join(u'-'))
-                          .arg(grid.currentRow())
-                          .arg(grid.currentColumn());
+                           selected.size() != rows.size() * columns.size()))
+            fault = u"%1 cells of rows %2 are selected, %3,%4 is current"_s.arg(selected.size())
+                        .arg(rows.join(u'-'))
+                        .arg(grid.currentRow())
+                        .arg(grid.currentColumn());
     }
-
-    [[nodiscard]] const QString& fault() const { return m_fault; }
-    [[nodiscard]] const QString& unit() const { return m_unit; }
 
     /// The difference of one field, record or unit, after a step that may add or move rows.
     [[nodiscard]] bool allows(const QString& difference, bool adds, bool moves) const
     {
-        static const QRegularExpression form(u"^([-+]?)(\\d+)(/([-+]?)(\\d+))?(\\.([^=]+)=)?"_s);
-        const auto parts = form.match(difference);
-        const QString unit = parts.captured(2);
-        const QString room = parts.captured(5);
-        if (parts.captured(1) == u"+" || parts.captured(4) == u"+")
+        static const QRegularExpression form(
+            u"^([-+]?)(\\d+)(?:/([-+]?)(\\d+))?(?:\\.([^=]+)=)?"_s);
+        const QStringList parts = form.match(difference).capturedTexts();
+        const QString room = parts.value(4);
+        const QString field = parts.value(5);
+        const QString& row = tab == Vani ? room : parts[2];
+        const bool ofUnit = unit.isEmpty() || unit == parts[2];
+        if (parts[1] == u"+" || parts.value(3) == u"+")
             return adds || moves;
-        if (moves && (m_neighbours.contains(m_tab == Vani ? room : unit)))
+        if (moves && neighbours.contains(row))
             return true;
-        if (m_tab == Dettaglio)
-            return (unit == m_unit || m_unit.isEmpty()) && room.isEmpty();
-        const bool field = !parts.captured(7).isEmpty();
-        if (m_tab == Elenco)
-            return m_rows.contains(unit) &&
-                   (!field || moves || m_columns.contains(columnOf(parts.captured(7))) ||
-                    (parts.captured(7) == u"Flag tabelle" && hasFlagColumn()));
-        return (unit == m_unit || m_unit.isEmpty()) && m_rows.contains(room) &&
-               (!field || moves || m_columns.contains(columnOf(parts.captured(7))));
+        if (tab == Dettaglio)
+            return ofUnit && room.isEmpty();
+        return (tab == Elenco || ofUnit) && rows.contains(row) &&
+               (field.isEmpty() || moves || fields.contains(field));
     }
 
-private:
-    [[nodiscard]] int columnOf(const QString& field) const
-    {
-        const bool rooms = m_tab == Vani;
-        const auto& fields =
-            store::jobTable(rooms ? store::TabellaVani : store::TabellaUnita).fields;
-        const auto found = std::ranges::find(fields, field, &store::FieldDef::name);
-        return static_cast<int>(found - fields.begin()) - (rooms ? 3 : 2);
-    }
-    [[nodiscard]] bool hasFlagColumn() const
-    {
-        return std::any_of(m_columns.begin(), m_columns.end(), [](int c) { return c >= 4; });
-    }
-
-    int m_tab;
-    QString m_fault;
-    QString m_unit;
-    QStringList m_rows;
-    QStringList m_neighbours;
-    QSet<int> m_columns;
+    int tab;
+    QString fault;
+    QString unit;
+    QStringList rows;
+    QStringList neighbours;
+    QSet<QString> fields;
 };
 
 class Walk
@@ -102,13 +88,16 @@ public:
     /// One thing that a user does; what it was, for the report.
     QString step(Desk& desk)
     {
+        const widgets::Grid& grid = desk.rooms().isVisible() ? desk.rooms() : desk.units();
         switch (below(12)) {
         case 0:
-            return clickCell(desk);
+            if (!grid.isVisible())
+                return u"nothing to click on"_s;
+            return click(below(8) == 0 ? grid.horizontalHeader()->viewport() : grid.viewport());
         case 1:
-            return clickNode(desk);
+            return click(desk.tree().viewport());
         case 2:
-            return below(3) == 0 ? filter(desk) : clickTab(desk);
+            return below(3) == 0 ? filter(desk) : click(desk.tabs().tabBar());
         default:
             return press();
         }
@@ -130,40 +119,23 @@ private:
             "<Ctrl+A>"_s.split(u' ');
         const QString& key = keys[below(keys.size())];
         if (QApplication::focusWidget() != nullptr)
-            Desk::keys(key);
+            test::press(key);
         return key;
     }
-    QString clickCell(Desk& desk)
+    QString click(QWidget* where)
     {
-        widgets::Grid& grid = desk.rooms().isVisible() ? desk.rooms() : desk.units();
-        if (!grid.isVisible())
-            return u"nothing to click on"_s;
-        const QPoint place(below(grid.viewport()->width()), below(grid.viewport()->height()));
+        const QPoint place(below(where->width()), below(where->height()));
         static const QList<Qt::KeyboardModifiers> all{Qt::NoModifier, Qt::NoModifier,
                                                       Qt::ControlModifier, Qt::ShiftModifier};
-        QWidget* where = below(8) == 0 ? grid.horizontalHeader()->viewport() : grid.viewport();
         QTest::mouseClick(where, Qt::LeftButton, all[below(all.size())], place);
-        return u"click at %1,%2"_s.arg(place.x()).arg(place.y());
-    }
-    QString clickNode(Desk& desk)
-    {
-        const QPoint place(below(desk.tree().viewport()->width()),
-                           below(desk.tree().viewport()->height()));
-        QTest::mouseClick(desk.tree().viewport(), Qt::LeftButton, {}, place);
-        return u"tree at %1,%2"_s.arg(place.x()).arg(place.y());
-    }
-    QString clickTab(Desk& desk)
-    {
-        auto* bar = desk.find<QTabWidget>(u"tbsOptions"_s).tabBar();
-        const int tab = below(3);
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
-        return u"tab %1"_s.arg(tab);
+        return u"click in %1 at %2,%3"_s.arg(where->parent()->objectName())
+            .arg(place.x())
+            .arg(place.y());
     }
     QString filter(Desk& desk)
     {
         auto& list = desk.find<QComboBox>(below(2) == 0 ? u"Livello"_s : u"CodScala"_s);
-        const int entry = below(2) == 0 ? 0 : below(list.count());
-        list.setCurrentIndex(entry);
+        list.setCurrentIndex(below(2) == 0 ? 0 : below(list.count()));
         return u"filter %1"_s.arg(list.currentText());
     }
 
@@ -231,18 +203,16 @@ private:
                      QString::number(seed))
                 .toUtf8();
         };
-        if (!after.fault().isEmpty())
-            qFatal("%s", story(after.fault()).constData());
+        if (!after.fault.isEmpty())
+            qFatal("%s", story(after.fault).constData());
         for (const QString& difference : differences)
             if (!replays && !before.allows(difference, adds, moves))
                 qFatal("%s", story(u"not named"_s).constData());
         static const QRegularExpression unit(u"^[-+]?(\\d+)"_s);
-        const bool shown =
-            std::any_of(differences.begin(), differences.end(), [&](const QString& difference) {
-                return difference.startsWith(u'-') ||
-                       unit.match(difference).captured(1) == after.unit();
-            });
-        if (replays && !differences.isEmpty() && !after.unit().isEmpty() && !shown)
+        const bool shown = std::ranges::any_of(differences, [&](const QString& difference) {
+            return difference.startsWith(u'-') || unit.match(difference).captured(1) == after.unit;
+        });
+        if (replays && !differences.isEmpty() && !after.unit.isEmpty() && !shown)
             qFatal("%s", story(u"undone elsewhere"_s).constData());
     }
 };

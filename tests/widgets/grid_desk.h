@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "support/window.h"
 #include "widgets/grid.h"
 #include "widgets/typed_line.h"
 
 #include <QLineEdit>
-#include <QTest>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
 namespace zelto::test {
@@ -31,9 +32,7 @@ public:
         auto* layout = new QVBoxLayout(this);
         layout->addWidget(&grid);
         layout->addWidget(&other);
-        show();
-        if (!QTest::qWaitForWindowActive(this))
-            qFatal("the window does not become active");
+        appear(*this);
         grid.setFocus();
         grid.setCurrentCell(0, 0);
     }
@@ -42,6 +41,11 @@ public:
     [[nodiscard]] QPoint cell(int row, int column)
     {
         return grid.visualRect(grid.cells().index(row, column)).center();
+    }
+    void click(int row, int column, Qt::KeyboardModifiers modifiers = {},
+               Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(grid.viewport(), button, modifiers, cell(row, column));
     }
     /// The cells with "|" between them and "/" between rows.
     [[nodiscard]] QString content() const
@@ -55,6 +59,7 @@ public:
 
     Grid grid;
     QLineEdit other;
+    QSignalSpy changes{&grid, &Grid::cellsChanged};
 };
 
 } // namespace zelto::test

@@ -6,24 +6,24 @@
 #include "widgets/grid_delegate.h"
 
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::widgets;
 using Desk = zelto::test::GridDesk;
+using zelto::test::press;
 
 namespace {
 
 /// The text of the editor that a key opens in the first row; "(closed)" for none, and what the
 /// screen is asked to edit by.
-QString openedBy(int column, Qt::Key key, const QString& text)
+QString openedBy(int column, const QString& key)
 {
     Desk desk;
     QSignalSpy requests(&desk.grid, &Grid::cellRequested);
     desk.grid.setCurrentCell(0, column);
-    QTest::sendKeyEvent(QTest::Click, &desk.grid, key, text, Qt::NoModifier);
+    press(key);
     if (!requests.isEmpty())
         return u"(asked by %1)"_s.arg(requests[0][2].toString());
     if (!desk.grid.isEditing())
@@ -37,15 +37,13 @@ QString openedBy(int column, Qt::Key key, const QString& text)
 }
 
 /// Content and current cell when the key ends the editor in row 1, column 0, with "x" typed there.
-QString leftBy(Qt::Key key)
+QString leftBy(const QString& key)
 {
     Desk desk;
-    QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
     desk.grid.setCurrentCell(1, 0);
-    QTest::keyClick(&desk.grid, Qt::Key_X);
-    QTest::keyClick(&desk.editor(), key);
+    press(u"x"_s + key);
     const bool left = !desk.grid.isEditing() && desk.editor().isHidden() && desk.grid.hasFocus() &&
-                      changes.size() == (key == Qt::Key_Escape ? 0 : 1);
+                      desk.changes.size() == (key == u"<Esc>" ? 0 : 1);
     desk.grid.commitEditor();
     return left ? desk.grid.cells().text(1, 0) + u' ' + desk.place() : u"(wrong)"_s;
 }
@@ -59,45 +57,40 @@ class TestGrid : public QObject
 private slots:
     void opening()
     {
-        QCOMPARE(openedBy(0, Qt::Key_X, u"x"_s), u"x"_s);
-        QCOMPARE(openedBy(0, Qt::Key_Space, u" "_s), u"uno"_s);
-        QCOMPARE(openedBy(0, Qt::Key_F2, {}), u"uno"_s);
-        QCOMPARE(openedBy(0, Qt::Key_Backspace, u"\b"_s), u"uno"_s);
-        QCOMPARE(openedBy(0, Qt::Key_Egrave, u"è"_s), u"è"_s);
-        QCOMPARE(openedBy(1, Qt::Key_7, u"7"_s), u"7"_s);
-        QCOMPARE(openedBy(1, Qt::Key_Minus, u"-"_s), u"-"_s);
-        QCOMPARE(openedBy(1, Qt::Key_X, u"x"_s), u"1.5"_s);
-        QCOMPARE(openedBy(0, Qt::Key_F5, {}), u"(closed)"_s);
-        QCOMPARE(openedBy(0, Qt::Key_Escape, u"\x1b"_s), u"(closed)"_s);
-        QCOMPARE(openedBy(2, Qt::Key_X, u"x"_s), u"(asked by x)"_s);
+        QCOMPARE(openedBy(0, u"x"_s), u"x"_s);
+        for (const QString& key : {u" "_s, u"<F2>"_s, u"<Backspace>"_s})
+            QCOMPARE(openedBy(0, key), u"uno"_s);
+        QCOMPARE(openedBy(0, u"è"_s), u"è"_s);
+        QCOMPARE(openedBy(1, u"7"_s), u"7"_s);
+        QCOMPARE(openedBy(1, u"-"_s), u"-"_s);
+        QCOMPARE(openedBy(1, u"x"_s), u"1.5"_s);
+        QCOMPARE(openedBy(0, u"<F5>"_s), u"(closed)"_s);
+        QCOMPARE(openedBy(0, u"<Esc>"_s), u"(closed)"_s);
+        QCOMPARE(openedBy(2, u"x"_s), u"(asked by x)"_s);
     }
 
-    void doubleClickOpensWithTheCellsText()
+    void leaving()
+    {
+        QCOMPARE(leftBy(u"<Return>"_s), u"x 1,0"_s);
+        QCOMPARE(leftBy(u"<Up>"_s), u"x 0,0"_s);
+        QCOMPARE(leftBy(u"<Down>"_s), u"x 2,0"_s);
+        QCOMPARE(leftBy(u"<Tab>"_s), u"x 1,1"_s);
+        QCOMPARE(leftBy(u"<Shift+Tab>"_s), u"x 0,2"_s);
+        QCOMPARE(leftBy(u"<Esc>"_s), u"due 1,0"_s);
+    }
+
+    void mouse()
     {
         Desk desk;
         QTest::mouseDClick(desk.grid.viewport(), Qt::LeftButton, {}, desk.cell(1, 1));
         QVERIFY(desk.grid.isEditing());
         QCOMPARE(desk.editor().text(), u"2"_s);
-    }
-
-    void leaving()
-    {
-        QCOMPARE(leftBy(Qt::Key_Return), u"x 1,0"_s);
-        QCOMPARE(leftBy(Qt::Key_Up), u"x 0,0"_s);
-        QCOMPARE(leftBy(Qt::Key_Down), u"x 2,0"_s);
-        QCOMPARE(leftBy(Qt::Key_Tab), u"x 1,1"_s);
-        QCOMPARE(leftBy(Qt::Key_Backtab), u"x 0,2"_s);
-        QCOMPARE(leftBy(Qt::Key_Escape), u"due 1,0"_s);
-    }
-
-    void clickingElsewhereStores()
-    {
-        Desk desk;
-        QTest::keyClick(&desk.grid, Qt::Key_X);
-        QTest::mouseClick(desk.grid.viewport(), Qt::LeftButton, {}, desk.cell(2, 1));
+        desk.click(0, 0);
+        press(u"x"_s);
+        desk.click(2, 1); // stores what is typed elsewhere
         QCOMPARE(desk.content(), u"x|1.5|A/due|2|B/tre|3|C/"_s);
         QCOMPARE(desk.place(), u"2,1"_s);
-        QTest::keyClick(&desk.grid, Qt::Key_9);
+        press(u"9"_s);
         desk.other.setFocus();
         QCOMPARE(desk.content(), u"x|1.5|A/due|2|B/tre|9|C/"_s);
     }
@@ -108,7 +101,7 @@ private slots:
         QSignalSpy appended(&desk.grid, &Grid::rowAppended);
         QStringList places;
         for (int i = 0; i < 9; ++i) {
-            QTest::keyClick(&desk.grid, Qt::Key_Return);
+            press(u"<Return>"_s);
             places << desk.place();
         }
         QCOMPARE(places.join(u' '), u"0,1 0,2 1,0 1,1 1,2 2,0 2,1 2,2 3,0"_s);
@@ -120,7 +113,7 @@ private slots:
 
         Desk closed;
         closed.grid.setCurrentCell(2, 2);
-        QTest::keyClick(&closed.grid, Qt::Key_Enter);
+        press(u"<Enter>"_s);
         QCOMPARE(closed.place(), u"2,0"_s);
     }
 
@@ -128,19 +121,16 @@ private slots:
     void untouchedEditor()
     {
         Desk desk(Grid::AtEnd::Stays, u"uno\t1234.5678901\tA\r\n"_s);
-        QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
         desk.grid.setCurrentCell(0, 1);
-        QTest::keyClick(&desk.grid, Qt::Key_F2);
+        press(u"<F2>"_s);
         QCOMPARE(desk.editor().text(), u"1234.5678901"_s);
-        QTest::keyClick(&desk.editor(), Qt::Key_Return);
-        QCOMPARE(changes.size(), 0);
-        QTest::sendKeyEvent(QTest::Click, &desk.grid, Qt::Key_Comma, u","_s, Qt::NoModifier);
-        QTest::sendKeyEvent(QTest::Click, &desk.editor(), Qt::Key_5, u"5"_s, Qt::NoModifier);
-        QTest::keyClick(&desk.editor(), Qt::Key_Return, Qt::ControlModifier);
+        press(u"<Return>"_s);
+        QCOMPARE(desk.changes.size(), 0);
+        press(u",5<Ctrl+Return>"_s);
         QVERIFY(desk.grid.isEditing()); // that is the screen's
-        QTest::keyClick(&desk.editor(), Qt::Key_Return);
+        press(u"<Return>"_s);
         QCOMPARE(desk.content(), u"uno|.5|A/"_s);
-        QTest::sendKeyEvent(QTest::Click, &desk.grid, Qt::Key_A, u"a"_s, Qt::MetaModifier);
+        press(u"<Meta+A>"_s);
         QVERIFY(!desk.grid.isEditing());
     }
 

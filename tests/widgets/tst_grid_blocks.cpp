@@ -4,14 +4,13 @@
 #include "support/runner.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
-#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::widgets;
 using Desk = zelto::test::GridDesk;
+using zelto::test::press;
 
 namespace {
 
@@ -21,14 +20,13 @@ QString pasted(const QString& clipboard, int row, int column,
 {
     Desk desk(atEnd);
     QSignalSpy refusals(&desk.grid, &Grid::pasteRefused);
-    QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
     desk.grid.setMostRows([] { return 4; });
     QApplication::clipboard()->setText(clipboard);
     desk.grid.setCurrentCell(row, column);
-    QTest::keyClick(&desk.grid, Qt::Key_V, Qt::ControlModifier);
+    press(u"<Ctrl+V>"_s);
     if (refusals.isEmpty())
-        return changes.size() == 1 ? desk.content() : u"(wrong)"_s;
-    const bool same = changes.isEmpty() && desk.content() == u"uno|1.5|A/due|2|B/tre|3|C/";
+        return desk.changes.size() == 1 ? desk.content() : u"(wrong)"_s;
+    const bool same = desk.changes.isEmpty() && desk.content() == u"uno|1.5|A/due|2|B/tre|3|C/";
     return same ? refusals[0][0].toString().section(u": "_s, 1) : u"(wrong)"_s;
 }
 
@@ -45,6 +43,7 @@ private slots:
         QCOMPARE(pasted(u"a\t7\r\nb\t8\r\n"_s, 1, 0), u"uno|1.5|A/a|7|B/b|8|C/"_s);
         QCOMPARE(pasted(u"1,25"_s, 0, 1), u"uno|1.25|A/due|2|B/tre|3|C/"_s);
         QCOMPARE(pasted(u"\"a\"\"b\"\t5"_s, 0, 0), u"a\"b|5|A/due|2|B/tre|3|C/"_s);
+        QCOMPARE(pasted(u"\"a\"b\t5"_s, 0, 0), u"\"a\"b|5|A/due|2|B/tre|3|C/"_s);
         QCOMPARE(pasted(u"a\nb\n"_s, 2, 0, Grid::AtEnd::AppendsRow),
                  u"uno|1.5|A/due|2|B/a|3|C/b||/"_s);
         QVERIFY(pasted(u"a\nb\nc\n"_s, 2, 0).contains(u"righe sono 3 e qui ce ne stanno solo 2"));
@@ -57,10 +56,9 @@ private slots:
     /// One rectangle that holds the current cell, whatever keys are held.
     void selection()
     {
-        const auto selected = [](const QList<QKeyCombination>& keys) {
+        const auto selected = [](const QString& keys) {
             Desk desk;
-            for (const QKeyCombination key : keys)
-                QTest::keyClick(&desk.grid, key.key(), key.keyboardModifiers());
+            press(keys);
             const auto all = desk.grid.selectionModel()->selectedIndexes();
             QSet<int> rows;
             QSet<int> columns;
@@ -73,35 +71,30 @@ private slots:
             return whole ? u"%1x%2 at %3"_s.arg(rows.size()).arg(columns.size()).arg(desk.place())
                          : u"(wrong)"_s;
         };
-        QCOMPARE(selected({Qt::CTRL | Qt::Key_Down}), u"1x1 at 1,0"_s);
-        QCOMPARE(selected({Qt::SHIFT | Qt::Key_Down, Qt::SHIFT | Qt::Key_Right}), u"2x2 at 1,1"_s);
-        QCOMPARE(selected({Qt::CTRL | Qt::Key_End, Qt::SHIFT | Qt::Key_Up}), u"2x1 at 1,2"_s);
-        QCOMPARE(selected({Qt::CTRL | Qt::SHIFT | Qt::Key_End}), u"3x3 at 2,2"_s);
-        QCOMPARE(selected({Qt::CTRL | Qt::SHIFT | Qt::Key_End, Qt::CTRL | Qt::Key_Left}),
-                 u"1x1 at 2,1"_s);
-        QCOMPARE(selected({Qt::CTRL | Qt::Key_A}), u"3x3 at 0,0"_s);
+        QCOMPARE(selected(u"<Ctrl+Down>"_s), u"1x1 at 1,0"_s);
+        QCOMPARE(selected(u"<Shift+Down><Shift+Right>"_s), u"2x2 at 1,1"_s);
+        QCOMPARE(selected(u"<Ctrl+End><Shift+Up>"_s), u"2x1 at 1,2"_s);
+        QCOMPARE(selected(u"<Ctrl+Shift+End>"_s), u"3x3 at 2,2"_s);
+        QCOMPARE(selected(u"<Ctrl+Shift+End><Ctrl+Left>"_s), u"1x1 at 2,1"_s);
+        QCOMPARE(selected(u"<Ctrl+A>"_s), u"3x3 at 0,0"_s);
     }
 
     /// With the mouse: Ctrl begins anew, Shift and dragging stretch, headers do nothing.
     void selectionByMouse()
     {
         Desk desk;
-        const auto click = [&](int row, int column, Qt::KeyboardModifiers modifiers,
-                               Qt::MouseButton button = Qt::LeftButton) {
-            QTest::mouseClick(desk.grid.viewport(), button, modifiers, desk.cell(row, column));
-        };
         const auto rows = [&] {
             const auto [first, last] = desk.grid.selectedRows();
             return u"%1-%2"_s.arg(first).arg(last);
         };
-        click(0, 0, {});
-        click(2, 0, Qt::ControlModifier);
+        desk.click(0, 0);
+        desk.click(2, 0, Qt::ControlModifier);
         QCOMPARE(rows(), u"2-2"_s);
-        click(1, 0, Qt::ShiftModifier);
+        desk.click(1, 0, Qt::ShiftModifier);
         QCOMPARE(rows(), u"1-2"_s);
-        click(2, 0, {}, Qt::RightButton); // the menu is about both
+        desk.click(2, 0, {}, Qt::RightButton); // the menu is about both
         QCOMPARE(rows(), u"1-2"_s);
-        click(0, 0, {}, Qt::RightButton);
+        desk.click(0, 0, {}, Qt::RightButton);
         QCOMPARE(rows(), u"0-0"_s);
         QTest::mouseClick(desk.grid.horizontalHeader()->viewport(), Qt::LeftButton, {}, {20, 5});
         QTest::mouseClick(desk.grid.verticalHeader()->viewport(), Qt::LeftButton, {}, {5, 30});
@@ -112,30 +105,20 @@ private slots:
     void blocksOfTheSelection()
     {
         Desk desk;
-        const auto select = [&](int downs, int rights) {
-            desk.grid.setCurrentCell(0, 0);
-            for (int i = 0; i < downs; ++i)
-                QTest::keyClick(&desk.grid, Qt::Key_Down, Qt::ShiftModifier);
-            for (int i = 0; i < rights; ++i)
-                QTest::keyClick(&desk.grid, Qt::Key_Right, Qt::ShiftModifier);
-        };
-        select(1, 1);
-        QTest::keyClick(&desk.grid, Qt::Key_C, Qt::ControlModifier);
+        press(u"<Shift+Down><Shift+Right><Ctrl+C>"_s);
         QCOMPARE(QApplication::clipboard()->text(), u"uno\t1.5\ndue\t2\n"_s);
-        QSignalSpy changes(&desk.grid, &Grid::cellsChanged);
-        QTest::keyClick(&desk.grid, Qt::Key_Delete);
+        press(u"<Del>"_s);
         QCOMPARE(desk.content(), u"||A/||B/tre|3|C/"_s);
-        QCOMPARE(changes.size(), 1);
-        select(2, 0);
+        QCOMPARE(desk.changes.size(), 1);
         QApplication::clipboard()->setText(u"z"_s);
-        QTest::keyClick(&desk.grid, Qt::Key_V, Qt::ControlModifier);
+        press(u"<Ctrl+Home><Shift+Down><Shift+Down><Ctrl+V>"_s);
         QCOMPARE(desk.content(), u"z||A/z||B/z|3|C/"_s);
-        QTest::keyClick(&desk.grid, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(changes.size(), 2); // the same again is no change
+        press(u"<Ctrl+V>"_s);
+        QCOMPARE(desk.changes.size(), 2); // the same again is no change
         // Rows behind the last one are the owner's to add.
         QApplication::clipboard()->setText(u"p\nq\nr\ns\n"_s);
-        QTest::keyClick(&desk.grid, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(changes.last()[0].value<QList<CellChange>>().last().row, 3);
+        press(u"<Ctrl+V>"_s);
+        QCOMPARE(desk.changes.last()[0].value<QList<CellChange>>().last().row, 3);
         QCOMPARE(desk.content(), u"p||A/q||B/r|3|C/"_s);
     }
 };

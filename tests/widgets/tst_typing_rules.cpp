@@ -85,22 +85,21 @@ private slots:
 
     void dates()
     {
-        const QList<std::pair<QString, QString>> good{{u""_s, u""_s},
-                                                      {u"  "_s, u"  "_s},
-                                                      {u"29/02/2012"_s, u"29/02/2012"_s},
-                                                      {u"01/01/0099"_s, u"01/01/0099"_s},
-                                                      {u"31122013"_s, u"31/12/2013"_s},
-                                                      {u"3112/2013"_s, u"31/12/2013"_s},
-                                                      {u"010129"_s, u"01/01/2029"_s},
-                                                      {u"010130"_s, u"01/01/1930"_s}};
-        for (const auto& [typed, checked] : good)
+        for (const auto& [typed, checked] : {std::pair{u""_s, u""_s},
+                                             {u"  "_s, u"  "_s},
+                                             {u"29/02/2012"_s, u"29/02/2012"_s},
+                                             {u"01/01/0099"_s, u"01/01/0099"_s},
+                                             {u"31122013"_s, u"31/12/2013"_s},
+                                             {u"3112/2013"_s, u"31/12/2013"_s},
+                                             {u"010129"_s, u"01/01/2029"_s},
+                                             {u"010130"_s, u"01/01/1930"_s}})
             QCOMPARE(checkedText(Date, typed), checked);
-        for (const QString& bad :
-             {u"29/02/2013"_s, u"29/02/1900"_s, u"31/04/2013"_s, u"3/1/2013"_s, u"0102"_s,
-              u"01022"_s, u"01/02/"_s, u"01/02/201"_s, u"01/02/20134"_s, u"01/02/0000"_s,
-              u"00/02/2013"_s, u"01/13/2013"_s, u"//////"_s, u"01/02/20/3"_s, u"01 gen 2013"_s,
-              u"+1/02/2013"_s, u"٠١/02/2013"_s})
-            QVERIFY2(!checkedText(Date, bad), qPrintable(bad));
+        const QString bad =
+            u"29/02/2013|29/02/1900|31/04/2013|3/1/2013|0102|01022|01/02/|01/02/201|"
+            "01/02/20134|01/02/0000|00/02/2013|01/13/2013|//////|01/02/20/3|"
+            "01 gen 2013|+1/02/2013|٠١/02/2013"_s;
+        for (const QString& typed : bad.split(u'|'))
+            QVERIFY2(!checkedText(Date, typed), qPrintable(typed));
         QCOMPARE(checkedText(Words, u"31/02/2013"_s), u"31/02/2013"_s);
     }
 };
