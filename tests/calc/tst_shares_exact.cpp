@@ -126,12 +126,12 @@ Fraction exactSize(const UnitaImmobiliare& unita)
 }
 
 Fractions exactIndexes(const ModelloLavoro& modello, const Fractions& sizes,
-                       const std::vector<bool>& member, bool proportional)
+                       const std::vector<bool>& member, IndicePiano indice)
 {
     Fractions indexes;
     for (std::size_t u = 0; u < sizes.size(); ++u) {
         Fraction index = Fraction(modello.unita[u].HPiano) * sizes[u];
-        if (proportional) {
+        if (indice == IndicePiano::Proporzionale) {
             Fraction floor = 0;
             for (std::size_t other = 0; other < sizes.size(); ++other)
                 if (member[other] && modello.unita[other].HPiano == modello.unita[u].HPiano)
@@ -143,35 +143,32 @@ Fractions exactIndexes(const ModelloLavoro& modello, const Fractions& sizes,
     return indexes;
 }
 
+void compareStaircase(const ModelloLavoro& modello, const Fractions& sizes, const QString& codice,
+                      IndicePiano indice)
+{
+    std::vector<bool> member;
+    for (const UnitaImmobiliare& unita : modello.unita)
+        member.push_back(unita.CodScala == codice);
+    const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), codice, indice);
+    const auto ownership = closedShares(sizes, member);
+    QCOMPARE(inThousandths(quote.MillProp), ownership);
+    const auto floor = closedShares(exactIndexes(modello, sizes, member, indice), member);
+    QCOMPARE(inThousandths(quote.MillPiano), floor);
+
+    const double percent = codice == u"A" ? modello.tabellaCodici.front().percentuale : 0;
+    const Fraction weight = percent == 0 ? Fraction(1, 2) : Fraction(Fraction(percent) / 100);
+    Fractions combined;
+    for (std::size_t u = 0; u < sizes.size(); ++u)
+        combined.emplace_back(static_cast<long>(floor[u]) * weight +
+                              static_cast<long>(ownership[u]) * (1 - weight));
+    QCOMPARE(inThousandths(quote.MillScala), closedShares(combined, member));
+}
+
 } // namespace
 
 class TestSharesExact : public QObject
 {
     Q_OBJECT
-
-private:
-    static void compareStaircase(const ModelloLavoro& modello, const Fractions& sizes,
-                                 const QString& codice, bool proportional)
-    {
-        std::vector<bool> member;
-        for (const UnitaImmobiliare& unita : modello.unita)
-            member.push_back(unita.CodScala == codice);
-        const QuoteScala quote =
-            calcolaScala(modello, calcolaConsistenze(modello), codice,
-                         proportional ? IndicePiano::Proporzionale : IndicePiano::PerConsistenza);
-        const auto ownership = closedShares(sizes, member);
-        QCOMPARE(inThousandths(quote.MillProp), ownership);
-        const auto floor = closedShares(exactIndexes(modello, sizes, member, proportional), member);
-        QCOMPARE(inThousandths(quote.MillPiano), floor);
-
-        const double percent = codice == u"A" ? modello.tabellaCodici.front().percentuale : 0;
-        const Fraction weight = percent == 0 ? Fraction(1, 2) : Fraction(Fraction(percent) / 100);
-        Fractions combined;
-        for (std::size_t u = 0; u < sizes.size(); ++u)
-            combined.emplace_back(static_cast<long>(floor[u]) * weight +
-                                  static_cast<long>(ownership[u]) * (1 - weight));
-        QCOMPARE(inThousandths(quote.MillScala), closedShares(combined, member));
-    }
 
 private slots:
     void randomBuildings()
@@ -193,8 +190,8 @@ private slots:
                          closedShares(sizes, member));
             }
             for (const QString& codice : elencoScale(modello)) {
-                compareStaircase(modello, sizes, codice, false);
-                compareStaircase(modello, sizes, codice, true);
+                compareStaircase(modello, sizes, codice, IndicePiano::PerConsistenza);
+                compareStaircase(modello, sizes, codice, IndicePiano::Proporzionale);
                 if (QTest::currentTestFailed())
                     return;
             }
