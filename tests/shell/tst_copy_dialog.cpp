@@ -1,50 +1,42 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/copy_dialog.h"
-#include "store/files/file_operations.h"
+#include "store/store_fixture.h"
 #include "support/accessible_names.h"
 #include "support/runner.h"
 
 #include <QComboBox>
 #include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
-
+using namespace zelto::test;
 using zelto::shell::CopyDialog;
-using zelto::store::JobCopies;
 
-/// Two jobs, A with two copies whose older one is damaged, B with one.
 class TestCopyDialog : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        for (const QString& job : {a(), b()}) {
-            zelto::store::createJobFile(job);
-            copies().keep(job);
-        }
-        QFile damaged(copies().copiesOf(a()).front().path);
-        QVERIFY(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        damaged.close();
-        copies().keep(a(), QDateTime(QDate(2031, 1, 2), QTime(3, 4, 5)));
-    }
-
+    /// Two jobs, A with two copies whose older one is damaged, B with one.
     void byKeyboard()
     {
-        const JobCopies kept = copies();
-        CopyDialog dialog(kept, b(), nullptr);
+        const JobFolder folder;
+        const QString a = folder.newJob(u"A.ZLT"_s);
+        const QString b = folder.newJob(u"B.ZLT"_s);
+        const zelto::store::JobCopies copies(folder.file(u"copie"_s));
+        copies.keep(a);
+        copies.keep(b);
+        writeBytes(copies.copiesOf(a).front().path, {});
+        copies.keep(a, QDateTime(QDate(2031, 1, 2), QTime(3, 4, 5)));
+
+        CopyDialog dialog(copies, b, nullptr);
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QCOMPARE(zelto::test::namelessControls(dialog), QStringList());
+        QCOMPARE(namelessControls(dialog), QStringList());
         auto& jobs = *dialog.findChild<QComboBox*>();
         auto& table = *dialog.findChild<QTreeWidget*>();
         const auto& restore = *dialog.findChild<QPushButton*>(u"BtRipristina"_s);
-        QCOMPARE(dialog.chosen().value().job, b());
+        QCOMPARE(dialog.chosen().value().job, b);
         QVERIFY(table.hasFocus());
 
         QTest::keyClick(&dialog, Qt::Key_L, Qt::AltModifier);
@@ -61,22 +53,11 @@ private slots:
         QTest::keyClick(&table, Qt::Key_Up);
         QTest::keyClick(&table, Qt::Key_Return);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(dialog.chosen().value().job, a());
+        QCOMPARE(dialog.chosen().value().job, a);
+
+        const CopyDialog ofNoJob(copies, u"/nessun/lavoro.ZLT"_s, nullptr);
+        QCOMPARE(ofNoJob.chosen().value().job, a);
     }
-
-    void jobWithoutCopies()
-    {
-        const JobCopies kept = copies();
-        CopyDialog dialog(kept, u"/nessun/lavoro.ZLT"_s, nullptr);
-        QCOMPARE(dialog.chosen().value().job, a());
-    }
-
-private:
-    [[nodiscard]] QString a() const { return m_folder->filePath(u"A.ZLT"_s); }
-    [[nodiscard]] QString b() const { return m_folder->filePath(u"B.ZLT"_s); }
-    [[nodiscard]] JobCopies copies() const { return JobCopies(m_folder->filePath(u"copie"_s)); }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 ZELTO_TEST(TestCopyDialog)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/job_desk.h"
+#include "support/columns.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
 #include "support/runner.h"
@@ -59,15 +60,15 @@ QString busy(const QString& status, const QString& within = {})
            (within.isEmpty() ? within : within + u'\n') + u"status\npointer"_s;
 }
 
-/// What writes files, with the answers to its file dialogs.
-void addWriting()
+/// What writes files, with the answers to its file dialogs; gives what adds another row.
+auto writing()
 {
-    QTest::addColumn<Operation>("operation");
-    QTest::addColumn<QString>("answer");
-    QTest::newRow("new") << Operation(&JobFiles::NuovoLavoro) << u"~/x"_s;
-    QTest::newRow("duplicate") << Operation(&JobFiles::DuplicaLavoro) << u"~/x"_s;
-    QTest::newRow("compact") << Operation(&JobFiles::CompattaArchivio) << u"~/a.zlt"_s;
-    QTest::newRow("repair") << Operation(&JobFiles::RiparaArchivio) << u"~/a.zlt"_s;
+    const auto row = columns<Operation, QString>("operation", "answer");
+    row("new", &JobFiles::NuovoLavoro, u"~/x"_s);
+    row("duplicate", &JobFiles::DuplicaLavoro, u"~/x"_s);
+    row("compact", &JobFiles::CompattaArchivio, u"~/a.zlt"_s);
+    row("repair", &JobFiles::RiparaArchivio, u"~/a.zlt"_s);
+    return row;
 }
 
 const QString A = u"A.ZLT"_s;
@@ -85,17 +86,11 @@ class TestJobFiles : public QObject
     Q_OBJECT
 
 private slots:
+    /// With A.ZLT open or not; what is said after the question.
     void conversations_data()
     {
-        QTest::addColumn<Operation>("operation");
-        QTest::addColumn<bool>("jobOpen"); // A.ZLT
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QStringList>("said"); // after the question
-        QTest::addColumn<QString>("openAfter");
-        const auto row = [](const char* name, Operation operation, bool open, const QString& answer,
-                            const QStringList& said, const QString& after) {
-            QTest::newRow(name) << operation << open << answer << said << after;
-        };
+        const auto row = columns<Operation, bool, QString, QStringList, QString>(
+            "operation", "jobOpen", "answer", "said", "openAfter");
         row("new", &JobFiles::NuovoLavoro, false, u"nuovo.zlt"_s,
             {busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))},
             u"nuovo.ZLT"_s);
@@ -154,13 +149,11 @@ private slots:
         QFETCH(QStringList, said);
         QFETCH(QString, openAfter);
         JobDesk desk;
-        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), desk.path(u"JET.ZLT"_s)));
         if (jobOpen)
             desk.open(A);
-        desk.user.files = {u"~/"_s + answer};
         const QStringList before = desk.folder.names();
-        desk.carryOut(operation);
-        QCOMPARE(desk.user.said(), question(operation, jobOpen) + u'\n' + said.join(u'\n'));
+        QCOMPARE(desk.carryOut(operation, {u"~/"_s + answer}),
+                 question(operation, jobOpen) + u'\n' + said.join(u'\n'));
         QCOMPARE(desk.openJob(), openAfter.isEmpty() ? QString() : u"~/"_s + openAfter);
         QCOMPARE(desk.jobs.job().isOpen(), !openAfter.isEmpty());
         if (said.last().startsWith(u"report"))
@@ -173,8 +166,7 @@ private slots:
         desk.open(A);
         const QStringList before = desk.folder.names();
         for (const Question& asked : Questions) {
-            desk.carryOut(asked.operation);
-            QCOMPARE(desk.user.said(), question(asked.operation, true));
+            QCOMPARE(desk.carryOut(asked.operation), question(asked.operation, true));
             QCOMPARE(desk.folder.names(), before);
             QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         }
@@ -186,29 +178,20 @@ private slots:
         const QString source =
             u"open: Selezionare Lavoro da Aprire, 4108, Tabelle Millessimi (*.ZLT)|*.zlt in []"_s;
         JobDesk desk;
-        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), desk.path(u"JET.ZLT"_s)));
         const auto said = [&](const QStringList& answers) {
-            desk.user.files = answers;
-            desk.carryOut(&JobFiles::DuplicaLavoro);
-            return desk.user.said();
+            return desk.carryOut(&JobFiles::DuplicaLavoro, answers);
         };
         QCOMPARE(said({}), source);
         QCOMPARE(said({u"~/JET.ZLT"_s}), source + u'\n' + WindowsEdition);
         QCOMPARE(said({u"~/TEXT.ZLT"_s}), source + u"\nreport: 3343"_s);
-        QCOMPARE(said({u"~/b.zlt"_s, u"~/Scala.1"_s}),
-                 QStringList(
-                     {source, question(&JobFiles::DuplicaLavoro, false),
-                      u"choose: Quale file si deve creare?Crea «…/Scala.1.ZLT»|Crea "
-                      "«…/SCA.ZLT»"_s,
-                      busy(u"Duplicazione ~/B.ZLT su ~/Scala.1.ZLT"_s, opened(u"Scala.1.ZLT"_s))})
-                     .join(u'\n'));
+        const QStringList conversation{
+            source, question(&JobFiles::DuplicaLavoro, false),
+            u"choose: Quale file si deve creare?Crea «…/Scala.1.ZLT»|Crea «…/SCA.ZLT»"_s,
+            busy(u"Duplicazione ~/B.ZLT su ~/Scala.1.ZLT"_s, opened(u"Scala.1.ZLT"_s))};
+        QCOMPARE(said({u"~/b.zlt"_s, u"~/Scala.1"_s}), conversation.join(u'\n'));
     }
 
-    void documentWindows_data()
-    {
-        addWriting();
-        QTest::newRow("delete") << Operation(&JobFiles::EliminaLavoro) << u"~/a.zlt"_s;
-    }
+    void documentWindows_data() { writing()("delete", &JobFiles::EliminaLavoro, u"~/a.zlt"_s); }
 
     /// They close before the job does; one that refuses stops the operation.
     void documentWindows()
@@ -219,10 +202,8 @@ private slots:
         desk.open(A);
         desk.user.hasDocuments = true;
         desk.user.documentsClose = false;
-        desk.user.files = {answer};
         const QStringList before = desk.folder.names();
-        desk.carryOut(operation);
-        QVERIFY(desk.user.said().endsWith(u"close documents"));
+        QVERIFY(desk.carryOut(operation, {answer}).endsWith(u"close documents"));
         QCOMPARE(desk.folder.names(), before);
         QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         desk.jobs.ApriLavoro();
@@ -231,9 +212,7 @@ private slots:
         QCOMPARE(desk.user.said(), QStringList(3, CloseWindows).join(u'\n'));
 
         desk.user.documentsClose = true;
-        desk.user.files = {answer};
-        desk.carryOut(operation);
-        QVERIFY(!desk.user.said().contains(u"report"));
+        QVERIFY(!desk.carryOut(operation, {answer}).contains(u"report"));
         QVERIFY(!desk.user.hasDocuments);
         QVERIFY(desk.folder.names() != before || operation == &JobFiles::RiparaArchivio);
     }
@@ -241,12 +220,10 @@ private slots:
     void duplicateTakesCompanions()
     {
         JobDesk desk;
-        const QString a = desk.path(A);
-        RawFile(a).run("UPDATE ZELTO SET Utente='Rossi'");
+        RawFile(desk.a).run("UPDATE ZELTO SET Utente='Rossi'");
         for (const char16_t* name : {u"a.bak", u"A.html", u"AB.TXT", u"A.ZLT-journal"})
             writeBytes(desk.path(QString::fromUtf16(name)), QString::fromUtf16(name).toUtf8());
-        desk.user.files = {u"~/A.ZLT"_s, u"~/NUOVO"_s};
-        desk.jobs.DuplicaLavoro();
+        desk.carryOut(&JobFiles::DuplicaLavoro, {desk.a, u"~/NUOVO"_s});
         QCOMPARE(desk.openJob(), u"~/NUOVO.ZLT"_s);
         QCOMPARE(desk.jobs.job().JobDatabase().records(TabellaZelto).text(1), u"Rossi"_s);
         QCOMPARE(desk.folder.names().filter(u"NUOVO"_s),
@@ -260,27 +237,23 @@ private slots:
         JobDesk desk;
         // What an engine left beside a file that is no more must not be taken for the new one's.
         writeBytes(desk.path(u"x.ZLT-journal"_s), QByteArray(5000, 'x'));
-        desk.user.files = {u"~/x"_s};
-        desk.jobs.NuovoLavoro();
+        desk.carryOut(&JobFiles::NuovoLavoro, {u"~/x"_s});
         QCOMPARE(desk.jobs.job().JobDatabase().count(TabellaVani), 1);
-        QCOMPARE(desk.jobs.job().JobFolder(), QFileInfo(desk.path(u"x"_s)).path());
+        QCOMPARE(desk.jobs.job().JobFolder(), QFileInfo(desk.a).path());
         QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
 
         QVERIFY(QDir().mkdir(desk.path(u"v.2"_s)));
-        for (const int choice : {1, 0}) {
+        const auto made = [&](std::optional<int> choice, const QString& name) {
             desk.user.choice = choice;
-            desk.user.files = {u"~/v.2/lavoro"_s};
-            desk.jobs.NuovoLavoro();
-            QCOMPARE(desk.jobs.JobPath(),
-                     desk.path(choice == 1 ? u"v.ZLT"_s : u"v.2/lavoro.ZLT"_s));
-        }
-        desk.user.choice.reset();
-        desk.user.files = {u"~/v.2/altro"_s};
-        desk.jobs.NuovoLavoro();
-        QCOMPARE(desk.jobs.JobPath(), desk.path(u"v.2/lavoro.ZLT"_s));
+            desk.carryOut(&JobFiles::NuovoLavoro, {u"~/v.2/"_s + name});
+            return desk.jobs.JobPath();
+        };
+        QCOMPARE(made(1, u"lavoro"_s), desk.path(u"v.ZLT"_s));
+        QCOMPARE(made(0, u"lavoro"_s), desk.path(u"v.2/lavoro.ZLT"_s));
+        QCOMPARE(made({}, u"altro"_s), desk.path(u"v.2/lavoro.ZLT"_s)); // cancelled
     }
 
-    void nothingHalfMade_data() { addWriting(); }
+    void nothingHalfMade_data() { writing(); }
 
     /// On a full disk, and in a folder that cannot be written.
     void nothingHalfMade()
@@ -290,14 +263,13 @@ private slots:
         JobDesk desk;
         desk.open(A);
         const QStringList names = desk.folder.names();
-        const QByteArray before = bytesOf(desk.path(A));
+        const QByteArray before = bytesOf(desk.a);
         const auto refused = [&](const char* errors) {
-            desk.user.files = {answer};
-            desk.carryOut(operation);
-            const QString report = desk.user.said().section(u"report: "_s, 1).section(u'\n', 0, 0);
+            const QString report =
+                desk.carryOut(operation, {answer}).section(u"report: "_s, 1).section(u'\n', 0, 0);
             QVERIFY2(QString::fromUtf8(errors).split(u' ').contains(report), qPrintable(report));
             QCOMPARE(desk.folder.names(), names);
-            QCOMPARE(bytesOf(desk.path(A)), before);
+            QCOMPARE(bytesOf(desk.a), before);
             desk.jobs.chiudiLavoro();
             desk.open(A);
         };
@@ -306,7 +278,7 @@ private slots:
             refused("3026 3043");
         }
         {
-            ::chmod(QFile::encodeName(QFileInfo(desk.path(u"x"_s)).path()).constData(), 0555);
+            ::chmod(QFile::encodeName(QFileInfo(desk.a).path()).constData(), 0555);
             const PlainUser plain;
             refused("3051 3027");
         }
@@ -316,20 +288,17 @@ private slots:
     {
         JobDesk desk;
         desk.open(A);
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.CompattaArchivio();
+        desk.carryOut(&JobFiles::CompattaArchivio, {desk.a});
         desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s);
-        QCOMPARE(Database::open(desk.path(A)).count(TabellaVani), 0);
+        QCOMPARE(Database::open(desk.a).count(TabellaVani), 0);
         QCOMPARE(Database::open(desk.path(u"A.BAK"_s)).count(TabellaVani), 1);
 
         // A job that is beyond repair does not stay open.
-        writeBytes(desk.path(A), "no database any more");
-        desk.user.files = {u"~/A.ZLT"_s};
-        (void)desk.user.said();
-        desk.jobs.RiparaArchivio();
-        QVERIFY(desk.user.said().endsWith(u"report: 3049\njob\nreport: 3343"));
+        writeBytes(desk.a, "no database any more");
+        QVERIFY(desk.carryOut(&JobFiles::RiparaArchivio, {desk.a})
+                    .endsWith(u"report: 3049\njob\nreport: 3343"));
         QCOMPARE(desk.openJob(), QString());
-        QCOMPARE(bytesOf(desk.path(A)), "no database any more");
+        QCOMPARE(bytesOf(desk.a), "no database any more");
     }
 };
 

@@ -4,12 +4,13 @@
 #include "shell/command_line.h"
 #include "shell/file_dialog.h"
 #include "shell/qt_dialogs.h"
-#include "shell/texts.h"
 #include "store/database_error.h"
+#include "support/columns.h"
 #include "support/runner.h"
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -19,7 +20,8 @@
 
 using namespace zelto;
 using namespace zelto::shell;
-using widgets::FileDialogRequest;
+using zelto::test::columns;
+using Request = widgets::FileDialogRequest;
 
 class TestShellTexts : public QObject
 {
@@ -28,70 +30,66 @@ class TestShellTexts : public QObject
 private slots:
     void errorReports()
     {
+        const auto report = [](const std::exception& error) {
+            QString text;
+            QTimer::singleShot(0, qApp, [&text] {
+                auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+                text = box.text();
+                box.accept();
+            });
+            makeDialogs()->ReportError(error);
+            return text;
+        };
         const QString begin = u"The following Error occurred:\n\n"_s;
-        QCOMPARE(
-            errorReportText(store::DatabaseError(store::ErrorNumber::FileExists, u"C'è già."_s)),
-            begin + u"C'è già.\nNumber: 3204"_s);
-        QCOMPARE(errorReportText(
-                     print::PrintError(print::PrintErrorNumber::PrinterFailed, u"Spenta."_s)),
-                 begin + u"Spenta.\nNumber: 482"_s);
-        QCOMPARE(errorReportText(std::bad_alloc()), begin + u"Memoria esaurita\nNumber: 7"_s);
-        QCOMPARE(errorReportText(std::runtime_error("già così")), begin + u"già così\nNumber: 0"_s);
+        const store::DatabaseError exists(store::ErrorNumber::FileExists, u"C'è già."_s);
+        QCOMPARE(report(exists), begin + u"C'è già.\nNumber: 3204"_s);
+        const print::PrintError off(print::PrintErrorNumber::PrinterFailed, u"Spenta."_s);
+        QCOMPARE(report(off), begin + u"Spenta.\nNumber: 482"_s);
+        QCOMPARE(report(std::bad_alloc()), begin + u"Memoria esaurita\nNumber: 7"_s);
+        QCOMPARE(report(std::runtime_error("già così")), begin + u"già così\nNumber: 0"_s);
     }
 
-    void commandLine_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("job");
-        const QString refused = u"!"_s;
-        QTest::addRow("nothing") << QStringList() << QString();
-        QTest::addRow("a job") << QStringList{u"A.ZLT"_s} << u"A.ZLT"_s;
-        QTest::addRow("a job like an option") << QStringList{u"--"_s, u"-A.ZLT"_s} << u"-A.ZLT"_s;
-        QTest::addRow("two jobs") << QStringList{u"A.ZLT"_s, u"B.ZLT"_s} << refused;
-        QTest::addRow("unknown option") << QStringList{u"--apri"_s, u"A.ZLT"_s} << refused;
-    }
     void commandLine()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, job);
-        QVERIFY(!textAskedFor(arguments));
-        QVERIFY(!textAskedFor(QStringList(u"--"_s) + arguments + QStringList(u"--help"_s)));
-        QVERIFY(textAskedFor(arguments + QStringList(u"-h"_s)).has_value() !=
-                arguments.contains(u"--"));
-        if (job == u"!")
-            QVERIFY_THROWS_EXCEPTION(UsageError, std::ignore = jobNamed(arguments));
-        else
-            QCOMPARE(jobNamed(arguments), job);
+        const QString job = u"A.ZLT"_s;
+        QCOMPARE(jobNamed({}), QString());
+        QCOMPARE(jobNamed({job}), job);
+        QCOMPARE(jobNamed({u"--"_s, u"-A.ZLT"_s}), u"-A.ZLT"_s);
+        for (const QString& other : {u"B.ZLT"_s, u"--apri"_s})
+            QVERIFY_THROWS_EXCEPTION(UsageError, std::ignore = jobNamed({job, other}));
+        for (const QString& option : {u"-h"_s, u"--help"_s, u"--version"_s}) {
+            QVERIFY(textAskedFor({job, option}));
+            QVERIFY(!textAskedFor({u"--"_s, job, option}));
+        }
+        QVERIFY(!textAskedFor({job, u"--apri"_s}));
     }
 
     /// Open or save, existing files or any, by kind and flags.
     void fileDialogs_data()
     {
-        QTest::addColumn<bool>("saveKind");
-        QTest::addColumn<bool>("mustExist");
-        QTest::addColumn<QFileDialog::AcceptMode>("acceptMode");
-        QTest::addColumn<QFileDialog::FileMode>("fileMode");
-        QTest::addRow("new job") << true << false << QFileDialog::AcceptSave
-                                 << QFileDialog::AnyFile;
-        QTest::addRow("job to open")
-            << true << true << QFileDialog::AcceptOpen << QFileDialog::ExistingFile;
-        QTest::addRow("job to duplicate")
-            << false << true << QFileDialog::AcceptOpen << QFileDialog::ExistingFile;
-        QTest::addRow("file to repair")
-            << false << false << QFileDialog::AcceptOpen << QFileDialog::AnyFile;
+        using enum Request::Kind;
+        const auto row =
+            columns<Request::Kind, int, QFileDialog::AcceptMode, QFileDialog::FileMode>(
+                "kind", "flags", "acceptMode", "fileMode");
+        const auto toSave = QFileDialog::AcceptSave;
+        const auto toOpen = QFileDialog::AcceptOpen;
+        row("new job", Save, Request::AnyFile, toSave, QFileDialog::AnyFile);
+        row("job to open", Save, Request::FileMustExist, toOpen, QFileDialog::ExistingFile);
+        row("job to duplicate", Open, Request::FileMustExist, toOpen, QFileDialog::ExistingFile);
+        row("file to repair", Open, Request::AnyFile, toOpen, QFileDialog::AnyFile);
     }
     void fileDialogs()
     {
-        QFETCH(bool, saveKind);
-        QFETCH(bool, mustExist);
+        QFETCH(Request::Kind, kind);
+        QFETCH(int, flags);
         const QTemporaryDir folder;
         const QTemporaryDir otherFolder;
-        FileDialogRequest request{
-            .title = u"Indicare codice lavoro"_s,
-            .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
-            .flags = mustExist ? FileDialogRequest::FileMustExist : FileDialogRequest::AnyFile,
-            .initialFolder = folder.path(),
-            .kind = saveKind ? FileDialogRequest::Kind::Save : FileDialogRequest::Kind::Open};
+        Request request{.title = u"Indicare codice lavoro"_s,
+                        .filter =
+                            u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
+                        .flags = flags,
+                        .initialFolder = folder.path(),
+                        .kind = kind};
         const FileDialog dialog(nullptr, request, otherFolder.path());
         QTEST(dialog.acceptMode(), "acceptMode");
         QTEST(dialog.fileMode(), "fileMode");
@@ -108,38 +106,36 @@ private slots:
         }
     }
 
+    /// "~" for the folder; nothing is chosen when the dialog stays.
     void typedFiles_data()
     {
-        QTest::addColumn<bool>("mustExist");
-        QTest::addColumn<QString>("typed");  // "~" for the folder
-        QTest::addColumn<QString>("chosen"); // empty when the dialog stays
-        const QString quoted = u"~/La \"Torre\".ZLT"_s;
-        QTest::addRow("whole path") << true << u"~/a/b/A.ZLT"_s << u"~/a/b/A.ZLT"_s;
-        QTest::addRow("relative path") << true << u"a/b/A.ZLT"_s << u"~/a/b/A.ZLT"_s;
-        QTest::addRow("letter case") << true << u"~/a/b/a.zlt"_s << u"~/a/b/A.ZLT"_s;
-        QTest::addRow("quotes in the name") << true << u"La \"Torre\".ZLT"_s << quoted;
-        QTest::addRow("in quotes") << true << u"\"~/a/b/A.ZLT\""_s << u"~/a/b/A.ZLT"_s;
-        QTest::addRow("folder") << true << u"~/a"_s << QString();
-        QTest::addRow("new") << false << u"~/a/Il \"Faro\""_s << u"~/a/Il \"Faro\""_s;
-        QTest::addRow("new, in quotes") << false << u"\"nuovo\""_s << u"~/nuovo"_s;
-        QTest::addRow("new, of a file's name") << false << u"~/a/b/a.zlt"_s << u"~/a/b/a.zlt"_s;
+        const auto row = columns<int, QString, QString>("flags", "typed", "chosen");
+        const int old = Request::FileMustExist;
+        row("whole path", old, u"~/a/b/A.ZLT"_s, u"~/a/b/A.ZLT"_s);
+        row("relative path", old, u"a/b/A.ZLT"_s, u"~/a/b/A.ZLT"_s);
+        row("letter case", old, u"~/a/b/a.zlt"_s, u"~/a/b/A.ZLT"_s);
+        row("quotes in the name", old, u"La \"Torre\".ZLT"_s, u"~/La \"Torre\".ZLT"_s);
+        row("in quotes", old, u"\"~/a/b/A.ZLT\""_s, u"~/a/b/A.ZLT"_s);
+        row("folder", old, u"~/a"_s, {});
+        row("new", Request::AnyFile, u"~/a/Il \"Faro\""_s, u"~/a/Il \"Faro\""_s);
+        row("new, in quotes", Request::AnyFile, u"\"nuovo\""_s, u"~/nuovo"_s);
+        row("new, of a file's name", Request::AnyFile, u"~/a/b/a.zlt"_s, u"~/a/b/a.zlt"_s);
     }
     /// Of files that came after the folder was listed, while a folder in it is selected.
     void typedFiles()
     {
-        QFETCH(bool, mustExist);
+        QFETCH(int, flags);
         QFETCH(QString, typed);
         QFETCH(QString, chosen);
         const QTemporaryDir folder;
         QVERIFY(QDir(folder.path()).mkpath(u"a"_s));
-        FileDialog dialog(
-            nullptr,
-            {.title = u"Lavoro"_s,
-             .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
-             .flags = mustExist ? FileDialogRequest::FileMustExist : FileDialogRequest::AnyFile,
-             .initialFolder = folder.path(),
-             .kind = FileDialogRequest::Kind::Save},
-            folder.path());
+        FileDialog dialog(nullptr,
+                          {.title = u"Lavoro"_s,
+                           .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
+                           .flags = flags,
+                           .initialFolder = folder.path(),
+                           .kind = Request::Kind::Save},
+                          folder.path());
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
         auto* list = dialog.findChild<QTreeView*>(u"treeView"_s);

@@ -73,24 +73,19 @@ private slots:
     }
 
     /// Every icon is drawn and its outline can be told from a light and a dark window.
-    void iconsAreLegible_data()
-    {
-        QTest::addColumn<QString>("name");
-        QDirIterator icons(u":/zelto/icons"_s);
-        while (icons.hasNext()) {
-            icons.next();
-            QTest::addRow("%s", qPrintable(icons.fileName())) << icons.fileInfo().baseName();
-        }
-    }
     void iconsAreLegible()
     {
-        QFETCH(QString, name);
-        const QImage picture = icon(name).pixmap(32).toImage();
-        QVERIFY(!picture.isNull());
-        if (name == u"zelto")
-            return; // carries its own background
-        for (const QColor background : {QColor(0xef, 0xf0, 0xf1), QColor(0x23, 0x26, 0x29)})
-            QVERIFY2(legiblePixels(picture, background) >= 40, qPrintable(background.name()));
+        QDirIterator icons(u":/zelto/icons"_s);
+        QVERIFY(icons.hasNext());
+        while (icons.hasNext()) {
+            const QString name = QFileInfo(icons.next()).baseName();
+            const QImage picture = icon(name).pixmap(32).toImage();
+            QVERIFY2(!picture.isNull(), qPrintable(name));
+            if (name == u"zelto")
+                continue; // carries its own background
+            for (const QColor background : {QColor(0xef, 0xf0, 0xf1), QColor(0x23, 0x26, 0x29)})
+                QVERIFY2(legiblePixels(picture, background) >= 40, qPrintable(name));
+        }
     }
 };
 
