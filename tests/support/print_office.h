@@ -9,6 +9,7 @@
 #include "store/database.h"
 #include "support/scripted_user.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
@@ -68,6 +69,17 @@ public:
 private:
     print::PrinterDesk m_printers;
 };
+
+/// Checks boxes and buttons of a screen, or takes their checks away.
+inline void check(const QWidget& screen, const QStringList& names, bool on)
+{
+    for (const QString& name : names) {
+        auto* button = screen.findChild<QAbstractButton*>(name);
+        if (button == nullptr)
+            qFatal("there is no %s", qPrintable(name));
+        button->setChecked(on);
+    }
+}
 
 /// Does something that opens a modal window, and something in that window, which then closes.
 template <typename Window, typename Opening, typename Acting>

@@ -35,6 +35,15 @@ public:
     /// The conversation since the last call.
     [[nodiscard]] QString said() { return std::exchange(m_lines, {}).join(u'\n'); }
 
+    /// The conversation until something is done, with these answers to file dialogs.
+    template <typename Acting>
+    QString hears(Acting&& acting, const QStringList& answers = {})
+    {
+        files = answers;
+        acting();
+        return said();
+    }
+
     QString ShowFileDialog(const widgets::FileDialogRequest& request) override
     {
         const bool saving = request.kind == widgets::FileDialogRequest::Kind::Save;

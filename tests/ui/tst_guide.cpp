@@ -59,14 +59,15 @@ private slots:
         QCOMPARE(chapterAfterF1(&session.window()), u"La finestra principale"_s);
         session.toolbarButton(u"Parametri"_s)->click();
         auto* tabs = session.window().findChild<QTabWidget*>(u"tbsOptions"_s);
-        const QStringList chapters{u"La scheda Elenco"_s, u"La scheda Dettaglio"_s,
-                                   u"La scheda Vani"_s};
-        for (int tab = 0; tab < tabs->count(); ++tab) {
+        const auto inTab = [&](int tab) {
             tabs->setCurrentIndex(tab);
-            QWidget* inside = tab == 1 ? tabs->currentWidget()->findChild<QWidget*>(u"Dati1"_s)
-                                       : tabs->currentWidget()->findChild<QAbstractItemView*>();
-            QCOMPARE(chapterAfterF1(inside), chapters[tab]);
-        }
+            return chapterAfterF1(tab == 1
+                                      ? tabs->currentWidget()->findChild<QWidget*>(u"Dati1"_s)
+                                      : tabs->currentWidget()->findChild<QAbstractItemView*>());
+        };
+        QCOMPARE(inTab(0), u"La scheda Elenco"_s);
+        QCOMPARE(inTab(1), u"La scheda Dettaglio"_s);
+        QCOMPARE(inTab(2), u"La scheda Vani"_s);
         QCOMPARE(chapterAfterF1(session.window().findChild<QTreeWidget*>(u"Navig"_s)),
                  u"Parametri"_s);
     }

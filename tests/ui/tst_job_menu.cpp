@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every entry of the File menu in the whole program; tst_job_files has the rest.
+#include "store/store_fixture.h"
+#include "support/columns.h"
 #include "support/runner.h"
 #include "ui/window_fixture.h"
 
 using namespace Qt::StringLiterals;
-using zelto::test::Installation;
-using zelto::test::Session;
+using namespace zelto::test;
 
 class TestJobMenu : public QObject
 {
     Q_OBJECT
 
 private slots:
+    /// The answer to the file dialog has "~" for the folder of jobs.
     void operations_data()
     {
-        QTest::addColumn<QString>("answer"); // to the file dialog, "~" for the folder of jobs
-        QTest::addColumn<QString>("said");
-        QTest::addColumn<QString>("open");
-        const auto row = [](const char* caption, const QString& answer, const QString& said,
-                            const QString& open) {
-            QTest::newRow(caption) << answer << said << open;
-        };
+        const auto row = columns<QString, QString, QString>("answer", "said", "open");
         row("Nuovo", u"~/nuovo"_s, u"save: Indicare codice lavoro"_s, u"~/nuovo.ZLT"_s);
         row("Apri", u"~/rotto.zlt"_s, u"\nreport: 3343"_s, {});
         row("Duplica", u"~/C"_s, u"save: Selezionare Nuovo Nome del Lavoro"_s, u"~/C.ZLT"_s);
@@ -37,9 +33,7 @@ private slots:
         QFETCH(QString, open);
         const Installation installation;
         const QString folder = installation.job({}).chopped(1);
-        QFile broken(installation.job(u"rotto.zlt"_s));
-        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("no database") > 0);
-        broken.close();
+        writeBytes(installation.job(u"rotto.zlt"_s), "no database");
         Session session(installation);
         session.application().open(installation.newJob(u"B.ZLT"_s));
         session.application().open(installation.newJob(u"A.ZLT"_s));

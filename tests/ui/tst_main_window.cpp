@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The window itself: start, end, titles, recent entries, panels, dropped files.
+#include "store/store_fixture.h"
 #include "support/runner.h"
 #include "ui/window_fixture.h"
 
@@ -18,6 +19,7 @@ using namespace zelto::shell;
 using zelto::test::Installation;
 using zelto::test::ScriptedUser;
 using zelto::test::Session;
+using zelto::test::writeBytes;
 
 namespace {
 
@@ -41,13 +43,6 @@ bool drop(MainWindow& window, const QList<QUrl>& urls)
     QDropEvent event(window.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&window, &event);
     return true;
-}
-
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
 }
 
 } // namespace
@@ -75,31 +70,27 @@ private slots:
     }
 
     /// A screen needs a job: the button asks for one, and shows the screen over it.
-    void toolbarScreens_data()
-    {
-        QTest::addColumn<QString>("caption");
-        QTest::addRow("DatiGenerali") << u"Dati generali"_s;
-        QTest::addRow("Variabili") << u"Dettaglio variabili"_s;
-    }
     void toolbarScreens()
     {
-        Session session;
-        const QString key = QString::fromLatin1(QTest::currentDataTag());
-        QToolButton* button = session.toolbarButton(key);
-        QTest::mouseClick(button, Qt::LeftButton);
-        QVERIFY(session.user.said().startsWith(u"save: Selezionare codice lavoro"));
+        for (const auto& [key, caption] : {std::pair{u"DatiGenerali"_s, u"Dati generali"_s},
+                                           std::pair{u"Variabili"_s, u"Dettaglio variabili"_s}}) {
+            Session session;
+            const auto click = [&, button = session.toolbarButton(key)] {
+                QTest::mouseClick(button, Qt::LeftButton);
+            };
+            QVERIFY(session.user.hears(click).startsWith(u"save: Selezionare codice lavoro"));
 
-        session.user.files << session.installation.newJob(u"A.ZLT"_s);
-        QString caption;
-        QTimer::singleShot(0, &session.window(), [&caption] {
-            QWidget* screen = QApplication::activeModalWidget();
-            caption = screen->windowTitle();
-            QTest::keyClick(screen, Qt::Key_Escape);
-        });
-        QTest::mouseClick(button, Qt::LeftButton);
-        QTEST(caption, "caption");
-        QVERIFY(QApplication::activeModalWidget() == nullptr);
-        session.verifyIdle(session.installation.job(u"A.ZLT"_s));
+            QString shown;
+            QTimer::singleShot(0, &session.window(), [&shown] {
+                QWidget* screen = QApplication::activeModalWidget();
+                shown = screen->windowTitle();
+                QTest::keyClick(screen, Qt::Key_Escape);
+            });
+            session.user.hears(click, {session.installation.newJob(u"A.ZLT"_s)});
+            QCOMPARE(shown, caption);
+            QVERIFY(QApplication::activeModalWidget() == nullptr);
+            session.verifyIdle(session.installation.job(u"A.ZLT"_s));
+        }
     }
 
     /// One window, however often it is asked for; while it is open no other job is.
@@ -108,8 +99,8 @@ private slots:
         Session session;
         session.open();
         QToolButton* button = session.toolbarButton(u"Parametri"_s);
-        QTest::mouseClick(button, Qt::LeftButton);
-        QTest::mouseClick(button, Qt::LeftButton);
+        button->click();
+        button->click();
         const QList<QMdiSubWindow*> frames = session.window().findChildren<QMdiSubWindow*>();
         QCOMPARE(frames.size(), 1);
         QCOMPARE(frames.first()->windowTitle(), u"Parametri per millesimi"_s);
@@ -118,7 +109,7 @@ private slots:
         QVERIFY(session.user.said().startsWith(u"message: Chiudere finestre aperte"));
         QVERIFY(frames.first()->close());
         QTRY_VERIFY(!session.window().HasDocumentWindows());
-        QTest::mouseClick(button, Qt::LeftButton);
+        button->click();
         QVERIFY(session.window().HasDocumentWindows());
         session.user.files << session.installation.job(u"A.ZLT"_s);
         session.choose(u"Elimina"_s);
@@ -127,33 +118,24 @@ private slots:
     }
 
     /// Answers that need no window come without a display.
-    void commandLine_data()
-    {
-        QTest::addColumn<QString>("platform");
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("says");
-        QTest::addRow("help") << u"none"_s << QStringList{u"--help"_s} << 0 << u"Uso: zelto "_s;
-        QTest::addRow("version") << u"none"_s << QStringList{u"--version"_s} << 0
-                                 << u"zelto 5.0.0\n"_s;
-        QTest::addRow("unknown option")
-            << u"offscreen"_s << QStringList{u"--tutto"_s} << 1 << u"--tutto: opzione non valida"_s;
-    }
     void commandLine()
     {
-        QFETCH(QString, platform);
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, says);
-        QProcess program;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_s, platform);
-        program.setProcessEnvironment(environment);
-        program.setProcessChannelMode(QProcess::MergedChannels);
-        program.start(QStringLiteral(PROGRAM), arguments);
-        QVERIFY(program.waitForFinished());
-        QTEST(program.exitCode(), "status");
-        const QString said = QString::fromUtf8(program.readAll());
-        QVERIFY2(said.contains(says), qPrintable(said));
+        const auto ends = [](const QString& platform, const QString& argument) {
+            QProcess program;
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(u"QT_QPA_PLATFORM"_s, platform);
+            program.setProcessEnvironment(environment);
+            program.setProcessChannelMode(QProcess::MergedChannels);
+            program.start(QStringLiteral(PROGRAM), {argument});
+            program.waitForFinished();
+            return QString::number(program.exitCode()) + u' ' +
+                   QString::fromUtf8(program.readAll());
+        };
+        QVERIFY(ends(u"none"_s, u"--help"_s).startsWith(u"0 Uso: zelto "));
+        QCOMPARE(ends(u"none"_s, u"--version"_s), u"0 zelto 5.0.0\n"_s);
+        const QString refusal = ends(u"offscreen"_s, u"--tutto"_s);
+        QVERIFY2(refusal.startsWith(u"1 ") && refusal.contains(u"--tutto: opzione non valida"),
+                 qPrintable(refusal));
     }
 
     void withoutMasterDatabase()
@@ -163,12 +145,12 @@ private slots:
         QVERIFY(QFile::remove(master));
         for (const bool exists : {false, true}) {
             if (exists)
-                write(master, "no database");
-            ScriptedUser dialogs;
-            QVERIFY(!installation.start(dialogs));
-            const QString shown = dialogs.said();
-            QVERIFY(shown.startsWith(u"error: Zelto non può essere avviato.\n\n"));
-            QVERIFY(shown.contains(u"Zelto.mdb"));
+                writeBytes(master, "no database");
+            ScriptedUser user;
+            QVERIFY(!installation.start(user));
+            const QString said = user.said();
+            QVERIFY(said.startsWith(u"error: Zelto non può essere avviato.\n\n"));
+            QVERIFY(said.contains(u"Zelto.mdb"));
         }
     }
 
@@ -177,7 +159,7 @@ private slots:
     {
         const Installation installation;
         const QString settings = installation.program(u"Zelto.ini"_s);
-        write(settings, "[Main]\nFile1 = /a & b/A.ZLT\nFile2 =\nFile3 = /C.ZLT\n");
+        writeBytes(settings, "[Main]\nFile1 = /a & b/A.ZLT\nFile2 =\nFile3 = /C.ZLT\n");
         Session session(installation);
         QCOMPARE(session.entry(13).text(), u"&1 /a && b/A.ZLT"_s);
         QCOMPARE(session.entry(15).text(), u"&3 /C.ZLT"_s);
@@ -258,6 +240,7 @@ private slots:
     {
         Session session;
         const QString job = session.installation.newJob(u"verdi.zlt"_s);
+        const QString none = session.installation.job(u"no.zlt"_s);
         const QUrl url = QUrl::fromLocalFile(job);
         QVERIFY(!drop(session.window(), {url, url}));
         QVERIFY(!drop(session.window(), {QUrl::fromLocalFile(u"/etc/passwd"_s)}));
@@ -266,11 +249,9 @@ private slots:
         QTRY_COMPARE(session.application().jobFiles().JobPath(), job);
         session.verifyIdle(job);
 
-        QVERIFY(
-            drop(session.window(), {QUrl::fromLocalFile(session.installation.job(u"no.zlt"_s))}));
+        QVERIFY(drop(session.window(), {QUrl::fromLocalFile(none)}));
         QCoreApplication::processEvents();
-        QCOMPARE(session.user.said(), u"error: Archivio < %1 > non trovato"_s.arg(
-                                          session.installation.job(u"no.zlt"_s)));
+        QCOMPARE(session.user.said(), u"error: Archivio < %1 > non trovato"_s.arg(none));
         session.verifyIdle(job);
     }
 
@@ -290,11 +271,13 @@ private slots:
         Session session;
         session.window().activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&session.window()));
-        QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+N"_s));
-        QVERIFY(session.user.said().startsWith(u"save: Indicare codice lavoro"));
-        QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+O"_s));
-        QVERIFY(session.user.said().startsWith(u"save: Selezionare codice lavoro"));
-        QTest::keySequence(&session.window(), QKeySequence(u"Ctrl+Q"_s));
+        const auto pressing = [&](const QString& keys) {
+            QTest::keySequence(&session.window(), QKeySequence(keys));
+            return session.user.said();
+        };
+        QVERIFY(pressing(u"Ctrl+N"_s).startsWith(u"save: Indicare codice lavoro"));
+        QVERIFY(pressing(u"Ctrl+O"_s).startsWith(u"save: Selezionare codice lavoro"));
+        QCOMPARE(pressing(u"Ctrl+Q"_s), QString());
         QVERIFY(!session.window().isVisible());
     }
 };
