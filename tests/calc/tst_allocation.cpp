@@ -3,15 +3,11 @@
 #include "support/building.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 #include <numeric>
 #include <rapidcheck.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
-using zelto::test::building;
-using zelto::test::UnitData;
+using namespace zelto::test;
 
 class TestAllocation : public QObject
 {

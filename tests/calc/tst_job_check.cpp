@@ -5,15 +5,14 @@
 #include "support/runner.h"
 
 #include <QFile>
-#include <QTest>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <rapidcheck.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
+using namespace zelto::test;
 
 namespace {
 

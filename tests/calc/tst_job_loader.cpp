@@ -6,9 +6,6 @@
 #include "support/columns.h"
 #include "support/runner.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
 using namespace zelto::store;
 using namespace zelto::test;

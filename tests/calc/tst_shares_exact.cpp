@@ -7,15 +7,13 @@
 #include "support/runner.h"
 #include "text/decimal_text.h"
 
-#include <QTest>
-
 #include <cmath>
 #include <gmpxx.h>
 #include <random>
 #include <ranges>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
+using namespace zelto::test;
 
 namespace {
 
@@ -74,8 +72,8 @@ public:
 
     ModelloLavoro make()
     {
-        ModelloLavoro modello = zelto::test::building(
-            std::vector<zelto::test::UnitData>(static_cast<std::size_t>(within(1, 60))));
+        ModelloLavoro modello =
+            building(std::vector<UnitData>(static_cast<std::size_t>(within(1, 60))));
         for (UnitaImmobiliare& unita : modello.unita)
             fill(unita);
         modello.tabellaCodici = {{u"A"_s, u""_s, static_cast<double>(within(0, 80))}};

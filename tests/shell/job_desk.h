@@ -60,7 +60,7 @@ public:
     JobFolder folder;
     const QString a = path(u"A.ZLT"_s);
     JobFolder home; ///< of the user
-    ScriptedUser user{QFileInfo(a).path()};
+    ScriptedUser user{folder.path()};
     shell::RecentJobs recent;
     store::JobCopies copies{home.file(u"copie"_s)};
     shell::JobFiles jobs{user, user, recent, copies, [](store::Database& /*job*/) {}};

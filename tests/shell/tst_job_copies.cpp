@@ -5,11 +5,8 @@
 #include "support/disk_limit.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 #include <numeric>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;

@@ -5,11 +5,8 @@
 #include "support/plain_user.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -170,6 +167,9 @@ private slots:
             QCOMPARE(desk.folder.names(), before);
             QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         }
+        desk.user.saysYes = false;
+        QVERIFY(desk.carryOut(&JobFiles::EliminaLavoro, {desk.a}).endsWith(Confirm.arg(A)));
+        QCOMPARE(desk.folder.names(), before);
     }
 
     /// Without an open job, what to duplicate is asked first.

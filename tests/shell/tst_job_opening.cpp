@@ -5,11 +5,8 @@
 #include "support/plain_user.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;

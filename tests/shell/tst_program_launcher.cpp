@@ -4,7 +4,6 @@
 #include "store/store_fixture.h"
 #include "support/runner.h"
 
-using namespace Qt::StringLiterals;
 using namespace zelto::test;
 
 class TestProgramLauncher : public QObject

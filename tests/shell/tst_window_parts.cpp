@@ -4,12 +4,11 @@
 #include "support/runner.h"
 
 #include <QDirIterator>
-#include <QTest>
 
 #include <cmath>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
+using namespace zelto::test;
 
 namespace {
 

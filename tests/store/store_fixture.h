@@ -25,6 +25,7 @@ inline QByteArray bytesOf(const QString& path)
 class JobFolder
 {
 public:
+    [[nodiscard]] QString path() const { return m_folder.path(); }
     [[nodiscard]] QString file(const QString& name) const { return m_folder.filePath(name); }
     [[nodiscard]] QStringList names() const
     {
@@ -46,6 +47,13 @@ public:
     {
         store::Database database = store::Database::create(file(name));
         store::CreaTabelleBase(database);
+        return file(name);
+    }
+
+    /// The path of a copy of the example.
+    [[nodiscard]] QString example(const QString& name = u"LAVORO.ZLT"_s) const
+    {
+        QFile::copy(QStringLiteral(EXAMPLE_JOB), file(name));
         return file(name);
     }
 

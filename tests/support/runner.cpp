@@ -3,14 +3,13 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QTest>
 
 #include <cstdio>
 #include <map>
 
 namespace {
 
-std::map<QString, zelto::test::Registered::Maker>& tests()
+auto& tests()
 {
     static std::map<QString, zelto::test::Registered::Maker> all;
     return all;

@@ -2,11 +2,14 @@
 // The tests of one folder are one program; its first argument names the one to run.
 #pragma once
 
-#include <QObject>
+#include <QTest>
 
 #include <memory>
 
 namespace zelto::test {
+
+// For all tests, so that no file says it again.
+using namespace Qt::StringLiterals;
 
 /// One test of the program.
 struct Registered

@@ -61,37 +61,26 @@ public:
             copies.copiesOf(job.isEmpty() ? copies.jobs().constFirst() : job);
         return copy < kept.size() ? std::optional(kept[copy]) : std::nullopt;
     }
-    bool offerConversion(const QString& text) override
-    {
-        say(u"convert", text);
-        return converts;
-    }
-    bool askYesNo(const QString& question) override
-    {
-        say(u"ask", question);
-        return saysYes;
-    }
+    bool offerConversion(const QString& text) override { return say(u"convert", text, converts); }
+    bool askYesNo(const QString& question) override { return say(u"ask", question, saysYes); }
     bool confirmLoss(const QString& question) override
     {
-        say(u"confirm", question);
-        return saysYes && !question.contains(keeps);
+        return say(u"confirm", question, saysYes && !question.contains(keeps));
     }
     std::optional<int> choose(const QString& question, const QStringList& choices) override
     {
-        say(u"choose", question.section(u'\n', 0, 0) + choices.join(u'|'));
-        return choice;
+        return say(u"choose", question.section(u'\n', 0, 0) + choices.join(u'|'), choice);
     }
     bool moveToTrash(const QString& path) override
     {
         return hasTrash && QFile::rename(path, path + u".trashed"_s);
     }
-    void setUpPrinter(QPrinter& /*printer*/) override { say(u"printer", {}); }
+    void setUpPrinter(QPrinter& /*printer*/) override { say(u"printer"); }
     std::optional<widgets::PageRange> choosePages(QPrinter& /*printer*/, int pageCount) override
     {
-        say(u"pages", QString::number(pageCount));
-        return pages;
+        return say(u"pages", QString::number(pageCount), pages);
     }
-    void showAbout() override { say(u"about", {}); }
+    void showAbout() override { say(u"about"); }
     void showMessage(const QString& text) override { say(u"message", text); }
     void showError(const QString& text) override { say(u"error", text); }
     void ReportError(const std::exception& error) override
@@ -104,10 +93,10 @@ public:
     {
         say(u"status", text + (busy ? u" (busy)"_s : QString()));
     }
-    void BeginBusy() override { say(u"hourglass", {}); }
-    void EndBusy() override { say(u"pointer", {}); }
+    void BeginBusy() override { say(u"hourglass"); }
+    void EndBusy() override { say(u"pointer"); }
     void showJob(const QString& path) override { say(u"job", path); }
-    void showRecentJobs() override { say(u"recent", {}); }
+    void showRecentJobs() override { say(u"recent"); }
     [[nodiscard]] bool HasDocumentWindows() const override { return hasDocuments; }
     bool closeDocumentWindows() override
     {
@@ -118,11 +107,14 @@ public:
     }
 
 private:
-    void say(QStringView what, QString about)
+    /// Notes it, and hands on what is answered.
+    template <typename Answer = bool>
+    Answer say(QStringView what, QString about = {}, const Answer& answer = {})
     {
         if (!m_folder.isEmpty())
             about.replace(m_folder, u"~"_s);
         m_lines += about.isEmpty() ? what.toString() : u"%1: %2"_s.arg(what, about);
+        return answer;
     }
 
     QString m_folder;

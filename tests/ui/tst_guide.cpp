@@ -13,33 +13,26 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 
-using namespace Qt::StringLiterals;
-
-using zelto::shell::GuideWindow;
-using zelto::test::Installation;
-using zelto::test::Session;
-
-namespace {
-
-/// What the guide shows after F1 in the widget; nothing when none has opened.
-QString chapterAfterF1(QWidget* widget)
-{
-    QTest::keyClick(widget, Qt::Key_F1);
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (auto* guide = qobject_cast<GuideWindow*>(window);
-            guide != nullptr && guide->isVisible()) {
-            QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
-            guide->close();
-            return chapter;
-        }
-    return {};
-}
-
-} // namespace
+using namespace zelto::shell;
+using namespace zelto::test;
 
 class TestGuide : public QObject
 {
     Q_OBJECT
+
+    /// What the guide shows after F1 in the widget; nothing when none has opened.
+    static QString chapterAfterF1(QWidget* widget)
+    {
+        QTest::keyClick(widget, Qt::Key_F1);
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* guide = qobject_cast<GuideWindow*>(window);
+                guide != nullptr && guide->isVisible()) {
+                QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
+                guide->close();
+                return chapter;
+            }
+        return {};
+    }
 
 private slots:
     void everyChapterExists()
@@ -48,7 +41,7 @@ private slots:
         const GuideWindow guide(&parent);
         const QStringList headings = guide.headings();
         QVERIFY(headings.size() > 20);
-        for (const auto& [name, chapter] : zelto::shell::guideChapters())
+        for (const auto& [name, chapter] : guideChapters())
             QVERIFY2(headings.contains(chapter), qPrintable(chapter));
     }
 
@@ -80,7 +73,7 @@ private slots:
         QString chapter;
         bool usable = false;
         const auto open = [&] { session.toolbarButton(u"DatiGenerali"_s)->click(); };
-        zelto::test::inModal<QDialog>(open, [&](QDialog& screen) {
+        inModal<QDialog>(open, [&](QDialog& screen) {
             QTest::keyClick(&screen, Qt::Key_F1);
             auto* guide = screen.findChild<GuideWindow*>();
             chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
@@ -106,7 +99,7 @@ private slots:
         GuideWindow guide(&parent);
         guide.show();
         QVERIFY(QTest::qWaitForWindowActive(&guide));
-        QCOMPARE(zelto::test::namelessControls(guide), QStringList());
+        QCOMPARE(namelessControls(guide), QStringList());
         guide.showChapter(u"Variabili"_s);
         QCOMPARE(guide.chapter(), u"Variabili"_s);
         auto* text = guide.findChild<QTextBrowser*>();

@@ -5,7 +5,6 @@
 #include "support/runner.h"
 #include "ui/window_fixture.h"
 
-using namespace Qt::StringLiterals;
 using namespace zelto::test;
 
 class TestJobMenu : public QObject
@@ -45,15 +44,6 @@ private slots:
         session.verifyIdle(open.replace(u"~"_s, folder));
         if (!open.isEmpty())
             QCOMPARE(session.entry(13).text(), u"&1 "_s + open);
-    }
-
-    void answeringNoDeletesNothing()
-    {
-        Session session;
-        session.user.files = {session.installation.newJob(u"A.ZLT"_s)};
-        session.user.saysYes = false;
-        session.choose(u"Elimina"_s);
-        QCOMPARE(session.installation.jobs(), QStringList{u"A.ZLT"_s});
     }
 };
 

@@ -14,12 +14,8 @@
 #include <QTimer>
 #include <QUrl>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
-using zelto::test::Installation;
-using zelto::test::ScriptedUser;
-using zelto::test::Session;
-using zelto::test::writeBytes;
+using namespace zelto::test;
 
 namespace {
 
@@ -168,12 +164,12 @@ private slots:
 
         const QString job = installation.newJob(u"D.ZLT"_s);
         session.application().open(job);
-        session.choose(u"Uscita"_s);
-        QVERIFY(!session.window().isVisible());
         const zelto::store::Settings written(settings);
         const QStringList expected{job, u"/a & b/A.ZLT"_s, {}, u"/C.ZLT"_s};
         for (int n = 1; n <= 4; ++n)
             QCOMPARE(written.LeggiIni(u"Main"_s, u"File%1"_s.arg(n)), expected.at(n - 1));
+        session.choose(u"Uscita"_s);
+        QVERIFY(!session.window().isVisible());
     }
 
     void placeIsRemembered()

@@ -18,7 +18,6 @@
 
 #include <malloc.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::print;
 using namespace zelto::test;
 

@@ -11,8 +11,6 @@
 #include <QComboBox>
 #include <QRadioButton>
 
-using namespace Qt::StringLiterals;
-
 using zelto::print::frmPreview;
 using zelto::reports::Millesimi;
 using zelto::reports::Riparto;
@@ -171,8 +169,8 @@ private slots:
 
     void aJobOfLittle()
     {
-        m_office->lavoro().Execute(u"DELETE FROM [Dati Generali]"_s);
-        m_office->lavoro().Execute(u"UPDATE [Unità immobiliari] SET [Codice scala] = NULL"_s);
+        m_office->lavoro.Execute(u"DELETE FROM [Dati Generali]"_s);
+        m_office->lavoro.Execute(u"UPDATE [Unità immobiliari] SET [Codice scala] = NULL"_s);
         const auto screen = open<Riparto>();
         QCOMPARE(visible(*screen, {u"TabSel0"_s, u"TabSel1"_s, u"TabSel2"_s}), u"T--"_s);
         Millesimi calculation(m_office->context());

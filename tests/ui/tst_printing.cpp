@@ -10,8 +10,6 @@
 #include <QRegularExpression>
 #include <QTextDocumentFragment>
 
-using namespace Qt::StringLiterals;
-
 using zelto::print::frmPreview;
 using zelto::reports::Millesimi;
 using namespace zelto::test;
@@ -193,7 +191,7 @@ private slots:
             window.print();
             QVERIFY(window.isVisible());
         });
-        m_office->lavoro().Execute(u"DELETE FROM [Dati Generali]"_s);
+        m_office->lavoro.Execute(u"DELETE FROM [Dati Generali]"_s);
         Millesimi screen(m_office->context());
         check(screen, {u"Sezione0"_s, u"Sezione2"_s}, false);
         screen.stampa();

@@ -1,31 +1,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the window says and what it was told: error report, command line, dialogs.
+// What the dialogs say and are answered; the command line.
 #include "print/print_error.h"
 #include "shell/command_line.h"
+#include "shell/copy_dialog.h"
 #include "shell/file_dialog.h"
 #include "shell/qt_dialogs.h"
-#include "store/database_error.h"
+#include "store/store_fixture.h"
+#include "support/accessible_names.h"
 #include "support/columns.h"
 #include "support/runner.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QPushButton>
 #include <QTimer>
-#include <QTreeView>
+#include <QTreeWidget>
 
 #include <new>
 
 using namespace zelto;
 using namespace zelto::shell;
-using zelto::test::columns;
+using namespace zelto::test;
 using Request = widgets::FileDialogRequest;
 
-class TestShellTexts : public QObject
+class TestDialogs : public QObject
 {
     Q_OBJECT
+
+    static Request request(const QString& folder, int flags,
+                           Request::Kind kind = Request::Kind::Save)
+    {
+        return {.title = u"Indicare codice lavoro"_s,
+                .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
+                .flags = flags,
+                .initialFolder = folder,
+                .kind = kind};
+    }
 
 private slots:
     void errorReports()
@@ -82,27 +94,20 @@ private slots:
     {
         QFETCH(Request::Kind, kind);
         QFETCH(int, flags);
-        const QTemporaryDir folder;
-        const QTemporaryDir otherFolder;
-        Request request{.title = u"Indicare codice lavoro"_s,
-                        .filter =
-                            u"Tabelle Millessimi (*.ZLT)|*.zlt|Database Access (*.MDB)|*.mdb"_s,
-                        .flags = flags,
-                        .initialFolder = folder.path(),
-                        .kind = kind};
-        const FileDialog dialog(nullptr, request, otherFolder.path());
+        const JobFolder folder;
+        const JobFolder otherFolder;
+        const FileDialog dialog(nullptr, request(folder.path(), flags, kind), otherFolder.path());
         QTEST(dialog.acceptMode(), "acceptMode");
         QTEST(dialog.fileMode(), "fileMode");
-        QCOMPARE(dialog.windowTitle(), request.title);
+        QCOMPARE(dialog.windowTitle(), u"Indicare codice lavoro"_s);
         QCOMPARE(dialog.nameFilters(), (QStringList{u"Tabelle Millessimi (*.ZLT *.zlt)"_s,
                                                     u"Database Access (*.MDB *.mdb)"_s}));
         QCOMPARE(dialog.directory().path(), folder.path());
         QVERIFY(dialog.testOption(QFileDialog::DontConfirmOverwrite));
 
-        for (const QString& none : {QString(), folder.filePath(u"gone"_s)}) {
-            request.initialFolder = none;
-            QCOMPARE(FileDialog(nullptr, request, otherFolder.path()).directory().path(),
-                     otherFolder.path());
+        for (const QString& none : {QString(), folder.file(u"gone"_s)}) {
+            const FileDialog elsewhere(nullptr, request(none, flags, kind), otherFolder.path());
+            QCOMPARE(elsewhere.directory().path(), otherFolder.path());
         }
     }
 
@@ -127,23 +132,17 @@ private slots:
         QFETCH(int, flags);
         QFETCH(QString, typed);
         QFETCH(QString, chosen);
-        const QTemporaryDir folder;
+        const JobFolder folder;
         QVERIFY(QDir(folder.path()).mkpath(u"a"_s));
-        FileDialog dialog(nullptr,
-                          {.title = u"Lavoro"_s,
-                           .filter = u"Tabelle Millessimi (*.ZLT)|*.zlt"_s,
-                           .flags = flags,
-                           .initialFolder = folder.path(),
-                           .kind = Request::Kind::Save},
-                          folder.path());
+        FileDialog dialog(nullptr, request(folder.path(), flags), folder.path());
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
         auto* list = dialog.findChild<QTreeView*>(u"treeView"_s);
         QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
         list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
         QVERIFY(QDir(folder.path()).mkpath(u"a/b"_s));
-        for (const char16_t* file : {u"a/b/A.ZLT", u"La \"Torre\".ZLT"})
-            QVERIFY(QFile(folder.filePath(QString::fromUtf16(file))).open(QIODevice::WriteOnly));
+        writeBytes(folder.file(u"a/b/A.ZLT"_s), {});
+        writeBytes(folder.file(u"La \"Torre\".ZLT"_s), {});
         auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
         name->setFocus();
         name->selectAll();
@@ -156,15 +155,13 @@ private slots:
     /// In a home that has none yet, and where none can be made.
     void trash()
     {
-        const QTemporaryDir folder;
+        const JobFolder folder;
         const QByteArray home = qgetenv("XDG_DATA_HOME");
-        const QString data = folder.filePath(u"home/dati"_s);
-        const QString job = folder.filePath(u"A.ZLT"_s);
+        const QString data = folder.file(u"home/dati"_s);
+        const QString job = folder.file(u"A.ZLT"_s);
         const auto trashed = [&] {
-            QFile file(job);
-            const bool written = file.open(QIODevice::WriteOnly);
-            file.close();
-            return written && makeDialogs()->moveToTrash(job);
+            writeBytes(job, "x");
+            return makeDialogs()->moveToTrash(job);
         };
         qputenv("XDG_DATA_HOME", data.toUtf8());
         QVERIFY(trashed());
@@ -196,7 +193,49 @@ private slots:
         QCOMPARE(answered(Qt::Key_Return, choice), std::optional(0));
         QCOMPARE(answered(Qt::Key_Escape, choice), std::nullopt);
     }
+
+    /// Two jobs, A with two copies whose older one is damaged, B with one.
+    void copyDialogByKeyboard()
+    {
+        const JobFolder folder;
+        const QString a = folder.newJob(u"A.ZLT"_s);
+        const QString b = folder.newJob(u"B.ZLT"_s);
+        const store::JobCopies copies(folder.file(u"copie"_s));
+        copies.keep(a);
+        copies.keep(b);
+        writeBytes(copies.copiesOf(a).front().path, {});
+        copies.keep(a, QDateTime(QDate(2031, 1, 2), QTime(3, 4, 5)));
+
+        CopyDialog dialog(copies, b, nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QCOMPARE(namelessControls(dialog), QStringList());
+        auto& jobs = *dialog.findChild<QComboBox*>();
+        auto& table = *dialog.findChild<QTreeWidget*>();
+        const auto& restore = *dialog.findChild<QPushButton*>(u"BtRipristina"_s);
+        QCOMPARE(dialog.chosen().value().job, b);
+        QVERIFY(table.hasFocus());
+
+        QTest::keyClick(&dialog, Qt::Key_L, Qt::AltModifier);
+        QVERIFY(jobs.hasFocus());
+        QTest::keyClick(&jobs, Qt::Key_Up);
+        QCOMPARE(table.topLevelItem(0)->text(0), u"02/01/2031 03:04:05"_s);
+        QCOMPARE(table.topLevelItem(0)->text(2), u"1"_s);
+        QTest::keyClick(&jobs, Qt::Key_Tab);
+        QTest::keyClick(&table, Qt::Key_Down);
+        QCOMPARE(table.currentItem()->text(2), u"illeggibile"_s);
+        QVERIFY(!restore.isEnabled() && !dialog.chosen());
+        QTest::keyClick(&table, Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QTest::keyClick(&table, Qt::Key_Up);
+        QTest::keyClick(&table, Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(dialog.chosen().value().job, a);
+
+        const CopyDialog ofNoJob(copies, u"/nessun/lavoro.ZLT"_s, nullptr);
+        QCOMPARE(ofNoJob.chosen().value().job, a);
+    }
 };
 
-ZELTO_TEST(TestShellTexts)
-#include "tst_shell_texts.moc"
+ZELTO_TEST(TestDialogs)
+#include "tst_dialogs.moc"
