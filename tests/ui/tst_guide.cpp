@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
@@ -39,10 +40,10 @@ private slots:
     {
         QWidget parent;
         const GuideWindow guide(&parent);
-        const QStringList headings = guide.headings();
-        QVERIFY(headings.size() > 20);
+        const auto& chapters = *guide.findChild<QTreeWidget*>();
         for (const auto& [name, chapter] : guideChapters())
-            QVERIFY2(headings.contains(chapter), qPrintable(chapter));
+            QVERIFY2(!chapters.findItems(chapter, Qt::MatchExactly | Qt::MatchRecursive).isEmpty(),
+                     qPrintable(chapter));
     }
 
     void documentWindow()
@@ -100,13 +101,14 @@ private slots:
         guide.show();
         QVERIFY(QTest::qWaitForWindowActive(&guide));
         QCOMPARE(namelessControls(guide), QStringList());
-        guide.showChapter(u"Variabili"_s);
-        QCOMPARE(guide.chapter(), u"Variabili"_s);
         auto* text = guide.findChild<QTextBrowser*>();
+        const auto atTop = [text] { return text->cursorForPosition({1, 1}).block().text(); };
+        guide.showChapter(u"Variabili"_s);
+        QCOMPARE(atTop(), u"Variabili"_s);
         emit text->anchorClicked(QUrl(u"#i-coefficienti-in-pratica"_s));
-        QCOMPARE(guide.chapter(), u"I coefficienti in pratica"_s);
+        QCOMPARE(atTop(), u"I coefficienti in pratica"_s);
         guide.showChapter(u"nessun capitolo"_s);
-        QCOMPARE(guide.chapter(), u"Guida di Zelto"_s);
+        QCOMPARE(atTop(), u"Guida di Zelto"_s);
 
         QTest::keyClick(&guide, Qt::Key_F, Qt::ControlModifier);
         auto* search = guide.findChild<QLineEdit*>(u"Cerca"_s);
