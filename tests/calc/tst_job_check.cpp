@@ -201,12 +201,6 @@ class TestJobCheck : public QObject
     Q_OBJECT
 
 private slots:
-    void soundBuildingsHaveNothingOdd()
-    {
-        QVERIFY(rc::check("nothing above a note",
-                          [] { RC_ASSERT(oddities(soundBuilding()).empty()); }));
-    }
-
     /// One fault in a sound building is found at its place, and nothing else is.
     void everyFaultIsFound()
     {

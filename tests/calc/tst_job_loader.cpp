@@ -3,7 +3,6 @@
 #include "calc/job_loader.h"
 #include "store/schema.h"
 #include "store/store_fixture.h"
-#include "support/columns.h"
 #include "support/runner.h"
 
 using namespace zelto::calc;
@@ -159,39 +158,35 @@ private slots:
         QCOMPARE(order.join(u' '), u"1 2a 10b 10c"_s);
     }
 
-    void oneUnitAtATime_data()
-    {
-        const QString unit =
-            u"UPDATE [Unità immobiliari] SET Chiave = '%1' WHERE [Riferimento unità] = 3"_s;
-        const auto row = columns<QString>("change");
-        row("none", {});
-        row("a room", u"UPDATE Vani SET [Consistenza reale] = '7.5' WHERE Chiave = '    3    2'"_s);
-        row("a new room", u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione) "
-                          "VALUES ('    3    9', 3, 9)"_s);
-        row("deleted", u"DELETE FROM [Unità immobiliari] WHERE Chiave = '    3'"_s);
-        row("among the others", unit.arg(u"    6"_s));
-        row("behind the others", unit.arg(u"   99"_s));
-        row("twice the number",
-            u"INSERT INTO [Unità immobiliari] (Chiave, [Riferimento unità]) VALUES ('    5', 3)"_s);
-    }
-    /// After any change of one unit model and check are as if the job were read anew.
+    /// After any change of one unit, or none, model and check are as if the job were read anew.
     void oneUnitAtATime()
     {
-        QFETCH(QString, change);
-        Job job;
-        for (const int unit : {2, 3, 4, 7, 8}) {
-            job.addUnit(unit, u"Int. %1"_s.arg(unit));
-            job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
-        }
-        ModelloLavoro modello = job.load();
-        ControlloLavoro controllo(LeggiLavoroScritto(job.database()));
-        if (!change.isEmpty())
+        const QString rekeyed =
+            u"UPDATE [Unità immobiliari] SET Chiave = '%1' WHERE [Riferimento unità] = 3"_s;
+        for (const QString& change :
+             {u"UPDATE Vani SET Posizione = 2 WHERE Chiave = '    3    2'"_s,
+              u"UPDATE Vani SET [Consistenza reale] = '7.5' WHERE Chiave = '    3    2'"_s,
+              u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione) "
+              "VALUES ('    3    9', 3, 9)"_s,
+              u"DELETE FROM [Unità immobiliari] WHERE Chiave = '    3'"_s, rekeyed.arg(u"    6"_s),
+              rekeyed.arg(u"   99"_s),
+              u"INSERT INTO [Unità immobiliari] (Chiave, [Riferimento unità]) "
+              "VALUES ('    5', 3)"_s}) {
+            Job job;
+            for (const int unit : {2, 3, 4, 7, 8}) {
+                job.addUnit(unit, u"Int. %1"_s.arg(unit));
+                job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
+            }
+            ModelloLavoro modello = job.load();
+            ControlloLavoro controllo(LeggiLavoroScritto(job.database()));
             QCOMPARE(job.database().Execute(change), 1);
-        RicaricaUnita(job.database(), modello, 3);
-        QVERIFY(modello == job.load());
-        controllo.rileggiUnita(job.database(), 3);
-        QCOMPARE(said(controllo.osservazioni()),
-                 said(controlla(LeggiLavoroScritto(job.database()))));
+            RicaricaUnita(job.database(), modello, 3);
+            QVERIFY2(modello == job.load(), qPrintable(change));
+            controllo.rileggiUnita(job.database(), 3);
+            QVERIFY2(said(controllo.osservazioni()) ==
+                         said(controlla(LeggiLavoroScritto(job.database()))),
+                     qPrintable(change));
+        }
     }
 
     void refusesMoreThanTheModelHolds()

@@ -11,33 +11,30 @@ using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
 
-namespace {
-
-enum class Way { Recent, Given, Dialog };
-
-/// The number of the error with which the job opens in that way, 0 for none; answers to further
-/// dialogs.
-int errorOfOpening(JobDesk& desk, const QString& name, Way way, const QStringList& answers = {})
-{
-    desk.recent.AggiornaRecent(desk.path(name));
-    desk.user.files = answers;
-    if (way == Way::Dialog)
-        desk.user.files.prepend(u"~/"_s + name);
-    return errorOf([&] {
-        if (way == Way::Recent)
-            desk.jobs.LeggiRecent(0);
-        else if (way == Way::Given)
-            desk.jobs.openGiven(desk.path(name.toLower()));
-        else
-            desk.jobs.ApriLavoro();
-    });
-}
-
-} // namespace
-
 class TestJobOpening : public QObject
 {
     Q_OBJECT
+
+    enum class Way { Recent, Given, Dialog };
+
+    /// The number of the error with which the job opens in that way, 0 for none; answers to further
+    /// dialogs.
+    static int errorOfOpening(JobDesk& desk, const QString& name, Way way,
+                              const QStringList& answers = {})
+    {
+        desk.recent.AggiornaRecent(desk.path(name));
+        desk.user.files = answers;
+        if (way == Way::Dialog)
+            desk.user.files.prepend(u"~/"_s + name);
+        return errorOf([&] {
+            if (way == Way::Recent)
+                desk.jobs.LeggiRecent(0);
+            else if (way == Way::Given)
+                desk.jobs.openGiven(desk.path(name.toLower()));
+            else
+                desk.jobs.ApriLavoro();
+        });
+    }
 
 private slots:
     void opening_data()

@@ -10,6 +10,28 @@ class TestProgramLauncher : public QObject
 {
     Q_OBJECT
 
+    void write(const QString& name, const QString& text)
+    {
+        const QString path = m_folder.file(name);
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        writeBytes(path, text.toUtf8());
+    }
+
+    /// A program that says its name and its arguments.
+    QString entry(const QString& name, const QString& script, const QString& arguments,
+                  const QString& more = {})
+    {
+        const QString path = m_folder.file(script + u" it.sh"_s);
+        const QString seen = m_folder.file(u"seen"_s);
+        write(script + u" it.sh"_s,
+              u"#!/bin/sh\necho \"%1 $#:$1\" > '%2.new'\nmv '%2.new' '%2'\n"_s.arg(name, seen));
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
+        return u"[Desktop Entry]\nType=Application\nName=%1\nExec=\"%2\" %3\n%4"_s.arg(
+            name, path, arguments, more);
+    }
+
+    JobFolder m_folder;
+
 private slots:
     /// The desktop is read once in a process: one of each kind.
     void initTestCase()
@@ -45,29 +67,6 @@ private slots:
         for (const QString& calculator : {u"calc.exe"_s, u"CALC.EXE"_s})
             QCOMPARE(seen(calculator), "Gamma 0:\n");
     }
-
-private:
-    void write(const QString& name, const QString& text)
-    {
-        const QString path = m_folder.file(name);
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        writeBytes(path, text.toUtf8());
-    }
-
-    /// A program that says its name and its arguments.
-    QString entry(const QString& name, const QString& script, const QString& arguments,
-                  const QString& more = {})
-    {
-        const QString path = m_folder.file(script + u" it.sh"_s);
-        const QString seen = m_folder.file(u"seen"_s);
-        write(script + u" it.sh"_s,
-              u"#!/bin/sh\necho \"%1 $#:$1\" > '%2.new'\nmv '%2.new' '%2'\n"_s.arg(name, seen));
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
-        return u"[Desktop Entry]\nType=Application\nName=%1\nExec=\"%2\" %3\n%4"_s.arg(
-            name, path, arguments, more);
-    }
-
-    JobFolder m_folder;
 };
 
 ZELTO_TEST(TestProgramLauncher)

@@ -8,18 +8,14 @@ using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
 
-namespace {
-
-struct SettingsFolder : JobFolder
-{
-    const QString path = file(u"Zelto.ini"_s);
-};
-
-} // namespace
-
 class TestSettings : public QObject
 {
     Q_OBJECT
+
+    struct SettingsFolder : JobFolder
+    {
+        const QString path = file(u"Zelto.ini"_s);
+    };
 
 private slots:
     void reading()

@@ -10,35 +10,32 @@
 using namespace zelto::shell;
 using namespace zelto::test;
 
-namespace {
-
-/// How many opaque dots of a picture stand out from a background: a contrast of 3, as WCAG asks.
-int legiblePixels(const QImage& picture, QColor background)
-{
-    const auto luminance = [](QColor color) {
-        const auto linear = [](double c) {
-            return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    };
-    const double back = luminance(background) + 0.05;
-    int pixels = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor color = picture.pixelColor(x, y);
-            const double front = luminance(color) + 0.05;
-            const double contrast = front > back ? front / back : back / front;
-            pixels += color.alpha() == 255 && contrast >= 3 ? 1 : 0;
-        }
-    return pixels;
-}
-
-} // namespace
-
 class TestWindowParts : public QObject
 {
     Q_OBJECT
+
+    /// How many opaque dots of a picture stand out from a background: a contrast of 3, as WCAG
+    /// asks.
+    static int legiblePixels(const QImage& picture, QColor background)
+    {
+        const auto luminance = [](QColor color) {
+            const auto linear = [](double c) {
+                return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+                   0.0722 * linear(color.blueF());
+        };
+        const double back = luminance(background) + 0.05;
+        int pixels = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor color = picture.pixelColor(x, y);
+                const double front = luminance(color) + 0.05;
+                const double contrast = front > back ? front / back : back / front;
+                pixels += color.alpha() == 255 && contrast >= 3 ? 1 : 0;
+            }
+        return pixels;
+    }
 
 private slots:
     void statusLine()

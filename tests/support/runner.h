@@ -2,8 +2,10 @@
 // The tests of one folder are one program; its first argument names the one to run.
 #pragma once
 
+#include <QFileInfo>
 #include <QTest>
 
+#include <map>
 #include <memory>
 
 namespace zelto::test {
@@ -11,17 +13,16 @@ namespace zelto::test {
 // For all tests, so that no file says it again.
 using namespace Qt::StringLiterals;
 
-/// One test of the program.
-struct Registered
+/// The tests of the program, by the names of their sources.
+inline auto& tests()
 {
-    using Maker = std::unique_ptr<QObject> (*)();
-
-    /// file is the source, by whose name the test is run.
-    Registered(const char* file, Maker maker);
-};
+    static std::map<QString, std::unique_ptr<QObject> (*)()> all;
+    return all;
+}
 
 } // namespace zelto::test
 
 #define ZELTO_TEST(Test)                                                                           \
-    static const zelto::test::Registered registered(                                               \
-        __FILE__, +[]() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });
+    [[maybe_unused]] static const auto registered = zelto::test::tests().emplace(                  \
+        QFileInfo(QStringLiteral(__FILE__)).completeBaseName(),                                    \
+        []() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });
