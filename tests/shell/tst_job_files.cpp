@@ -5,8 +5,6 @@
 #include "support/plain_user.h"
 #include "support/runner.h"
 
-#include <sys/stat.h>
-
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -86,72 +84,68 @@ private slots:
     /// With A.ZLT open or not; what is said after the question.
     void conversations_data()
     {
-        const auto row = columns<Operation, bool, QString, QStringList, QString>(
-            "operation", "jobOpen", "answer", "said", "openAfter");
+        const auto row = columns<Operation, bool, QString, QStringList>("operation", "jobOpen",
+                                                                        "answer", "said");
         row("new", &JobFiles::NuovoLavoro, false, u"nuovo.zlt"_s,
-            {busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))},
-            u"nuovo.ZLT"_s);
+            {busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))});
         row("new, dots", &JobFiles::NuovoLavoro, false, u"nuovo.x.y"_s,
             {u"choose: Quale file si deve creare?Crea «…/nuovo.x.y.ZLT»|Crea «…/nuovo.ZLT»"_s,
-             busy(u"Creazione nuovo lavoro ~/nuovo.x.y.ZLT"_s, opened(u"nuovo.x.y.ZLT"_s))},
-            u"nuovo.x.y.ZLT"_s);
-        row("new, name exists", &JobFiles::NuovoLavoro, false, u"a"_s, {u"report: 3204"_s}, {});
+             busy(u"Creazione nuovo lavoro ~/nuovo.x.y.ZLT"_s, opened(u"nuovo.x.y.ZLT"_s))});
+        row("new, name exists", &JobFiles::NuovoLavoro, false, u"a"_s, {u"report: 3204"_s});
         row("new, no folder", &JobFiles::NuovoLavoro, false, u"none/x"_s,
-            {busy(u"Creazione nuovo lavoro ~/none/x.ZLT"_s), u"report: 3024"_s}, {});
-        row("open", &JobFiles::ApriLavoro, true, u"b.zlt"_s, {u"job"_s, opened(u"B.ZLT"_s)},
-            u"B.ZLT"_s);
+            {busy(u"Creazione nuovo lavoro ~/none/x.ZLT"_s), u"report: 3024"_s});
+        row("open", &JobFiles::ApriLavoro, true, u"b.zlt"_s, {u"job"_s, opened(u"B.ZLT"_s)});
         row("open, other format", &JobFiles::ApriLavoro, true, u"OLD.ZLT"_s,
             {u"job"_s,
-             u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s},
-            {});
+             u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s});
         row("duplicate", &JobFiles::DuplicaLavoro, true, u"COPIA"_s,
-            {u"job"_s, busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
-            u"COPIA.ZLT"_s);
-        row("duplicate, name exists", &JobFiles::DuplicaLavoro, true, u"B"_s, {u"report: 3204"_s},
-            A);
+            {u"job"_s, busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))});
+        row("duplicate, name exists", &JobFiles::DuplicaLavoro, true, u"B"_s, {u"report: 3204"_s});
         row("delete other", &JobFiles::EliminaLavoro, true, u"b.zlt"_s,
-            {Confirm.arg(u"B.ZLT"_s), AskCopies.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)}, A);
+            {Confirm.arg(u"B.ZLT"_s), AskCopies.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)});
         row("delete open job", &JobFiles::EliminaLavoro, true, u"a.zlt"_s,
-            {Confirm.arg(A), AskCopies.arg(A), u"job"_s, InTrash.arg(A)}, {});
+            {Confirm.arg(A), AskCopies.arg(A), u"job"_s, InTrash.arg(A)});
         row("delete, no copy possible", &JobFiles::EliminaLavoro, true, u"text.zlt"_s,
             {Confirm.arg(u"TEXT.ZLT"_s),
              u"confirm: Del file non si può conservare una copia di sicurezza.\n\nIl file "
-             u"«~/TEXT.ZLT» "
-             u"non è un database riconosciuto.\n\nEliminarlo ugualmente?"_s,
-             InTrash.arg(u"TEXT.ZLT"_s)},
-            A);
+             u"«~/TEXT.ZLT» non è un database riconosciuto.\n\nEliminarlo ugualmente?"_s,
+             InTrash.arg(u"TEXT.ZLT"_s)});
         row("delete, no job", &JobFiles::EliminaLavoro, true, u"a.bak"_s,
-            {u"message: Il file selezionato non è un database ZELTO"_s}, A);
+            {u"message: Il file selezionato non è un database ZELTO"_s});
         row("delete, missing", &JobFiles::EliminaLavoro, true, u"none.zlt"_s,
-            {Confirm.arg(u"none.zlt"_s), u"report: 3024"_s}, A);
+            {Confirm.arg(u"none.zlt"_s), u"report: 3024"_s});
         row("compact open job", &JobFiles::CompattaArchivio, true, u"a.zlt"_s,
-            {busy(u"Compattamento ~/A.BAK to ~/A.ZLT"_s)}, A);
+            {busy(u"Compattamento ~/A.BAK to ~/A.ZLT"_s)});
         row("compact, no database", &JobFiles::CompattaArchivio, false, u"TEXT.ZLT"_s,
-            {busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s), u"report: 3343"_s}, {});
+            {busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s), u"report: 3343"_s});
         row("repair, Windows edition", &JobFiles::RiparaArchivio, true, u"JET.ZLT"_s,
-            {WindowsEdition}, A);
+            {WindowsEdition});
         row("repair open job", &JobFiles::RiparaArchivio, true, u"a.zlt"_s,
             {RepairStatus + A, u"status"_s,
-             u"message: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s},
-            A);
+             u"message: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s});
         row("repair, beyond repair", &JobFiles::RiparaArchivio, true, u"text.zlt"_s,
-            {RepairStatus + u"TEXT.ZLT"_s, u"status"_s, u"report: 3049"_s}, A);
+            {RepairStatus + u"TEXT.ZLT"_s, u"status"_s, u"report: 3049"_s});
     }
 
+    /// What the window was last told is open is open.
     void conversations()
     {
         QFETCH(Operation, operation);
         QFETCH(bool, jobOpen);
         QFETCH(QString, answer);
         QFETCH(QStringList, said);
-        QFETCH(QString, openAfter);
         JobDesk desk;
         if (jobOpen)
             desk.open(A);
         const QStringList before = desk.folder.names();
+        const QString after = said.join(u'\n');
         QCOMPARE(desk.carryOut(operation, {u"~/"_s + answer}),
-                 question(operation, jobOpen) + u'\n' + said.join(u'\n'));
-        QCOMPARE(desk.openJob(), openAfter.isEmpty() ? QString() : u"~/"_s + openAfter);
+                 question(operation, jobOpen) + u'\n' + after);
+        QString openAfter = jobOpen ? u"~/A.ZLT"_s : QString();
+        for (const QString& line : after.split(u'\n'))
+            if (line == u"job" || line.startsWith(u"job: "))
+                openAfter = line.mid(5);
+        QCOMPARE(desk.openJob(), openAfter);
         QCOMPARE(desk.jobs.job().isOpen(), !openAfter.isEmpty());
         if (said.last().startsWith(u"report"))
             QCOMPARE(desk.folder.names(), before);
@@ -239,7 +233,7 @@ private slots:
         writeBytes(desk.path(u"x.ZLT-journal"_s), QByteArray(5000, 'x'));
         desk.carryOut(&JobFiles::NuovoLavoro, {u"~/x"_s});
         QCOMPARE(desk.jobs.job().JobDatabase().count(TabellaVani), 1);
-        QCOMPARE(desk.jobs.job().JobFolder(), QFileInfo(desk.a).path());
+        QCOMPARE(desk.jobs.job().JobFolder(), desk.folder.path());
         QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
 
         QVERIFY(QDir().mkdir(desk.path(u"v.2"_s)));
@@ -277,11 +271,9 @@ private slots:
             const DiskLimit full(8192);
             refused("3026 3043");
         }
-        {
-            ::chmod(QFile::encodeName(QFileInfo(desk.a).path()).constData(), 0555);
-            const PlainUser plain;
-            refused("3051 3027");
-        }
+        QFile::setPermissions(desk.folder.path(), QFile::Permissions::fromInt(0x5555));
+        const PlainUser plain;
+        refused("3051 3027");
     }
 
     void filesAreReopened()

@@ -5,8 +5,6 @@
 #include "support/plain_user.h"
 #include "support/runner.h"
 
-#include <sys/stat.h>
-
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -126,9 +124,9 @@ private slots:
     void readOnlyJob()
     {
         JobDesk desk;
-        for (const auto& [name, mode] : {std::pair{u"."_s, 0755U}, std::pair{u"B.ZLT"_s, 0444U},
-                                         std::pair{u"EARLIER.ZLT"_s, 0444U}})
-            ::chmod(QFile::encodeName(desk.path(name)).constData(), mode);
+        QFile::setPermissions(desk.folder.path(), QFile::Permissions::fromInt(0x7755));
+        for (const QString& name : {u"B.ZLT"_s, u"EARLIER.ZLT"_s})
+            QFile::setPermissions(desk.path(name), QFile::Permissions::fromInt(0x4444));
         const PlainUser plain;
         desk.jobs.openGiven(desk.path(u"B.ZLT"_s));
         QVERIFY(
@@ -146,7 +144,7 @@ private slots:
     void otherWindow()
     {
         JobDesk desk;
-        ScriptedUser otherUser{desk.path(QString())};
+        ScriptedUser otherUser;
         RecentJobs otherRecent;
         OpenJob other(otherUser, otherRecent);
         other.open(desk.a);

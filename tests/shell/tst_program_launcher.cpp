@@ -18,12 +18,11 @@ class TestProgramLauncher : public QObject
     }
 
     /// A program that says its name and its arguments.
-    QString entry(const QString& name, const QString& script, const QString& arguments,
-                  const QString& more = {})
+    QString entry(const QString& name, const QString& arguments, const QString& more = {})
     {
-        const QString path = m_folder.file(script + u" it.sh"_s);
+        const QString path = m_folder.file(name + u" it.sh"_s);
         const QString seen = m_folder.file(u"seen"_s);
-        write(script + u" it.sh"_s,
+        write(name + u" it.sh"_s,
               u"#!/bin/sh\necho \"%1 $#:$1\" > '%2.new'\nmv '%2.new' '%2'\n"_s.arg(name, seen));
         QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
         return u"[Desktop Entry]\nType=Application\nName=%1\nExec=\"%2\" %3\n%4"_s.arg(
@@ -40,11 +39,11 @@ private slots:
         qputenv("XDG_DATA_DIRS", m_folder.file(u"system"_s).toLocal8Bit() + ":/usr/share");
         qputenv("XDG_CONFIG_HOME", m_folder.file(u"config"_s).toLocal8Bit());
         qputenv("XDG_CURRENT_DESKTOP", "KDE");
-        write(u"system/applications/text.desktop"_s, entry(u"Testo"_s, u"Testo"_s, u"%f"_s));
+        write(u"system/applications/text.desktop"_s, entry(u"Testo"_s, u"%f"_s));
         write(u"config/mimeapps.list"_s, u"[Default Applications]\ntext/plain=text.desktop\n"_s);
         const auto calculator = [&](const QString& name, const QString& more) {
             write(u"system/applications/%1.desktop"_s.arg(name.toLower()),
-                  entry(name, name, {}, u"Categories=%1\n"_s.arg(more)));
+                  entry(name, {}, u"Categories=%1\n"_s.arg(more)));
         };
         calculator(u"Beta"_s, u"Calculator;\n"_s);
         calculator(u"Gamma"_s, u"Qt;KDE;Calculator;\n"_s);

@@ -6,8 +6,6 @@
 #include <QProcess>
 #include <QTcpServer>
 
-#include <sys/stat.h>
-
 namespace zelto::test {
 
 /// A CUPS server of our own on the loopback address. Its one queue keeps what is printed as files.
@@ -22,16 +20,16 @@ public:
             QDir(m_folder.path()).mkpath(QLatin1StringView(name));
         // The server works as another user.
         for (const QString& name : {QString(), u"bin"_s, u"bin/backend"_s})
-            setMode(name, 0755);
-        setMode(u"jobs"_s, 0777);
+            QFile::setPermissions(path(name), QFile::Permissions::fromInt(0x7755));
+        QFile::setPermissions(path(u"jobs"_s), QFile::Permissions::fromInt(0x7777));
         QFile::link(u"/usr/lib/cups/daemon"_s, path(u"bin/daemon"_s));
-        write(u"share/mime/zelto.types"_s, u"application/pdf pdf string(0,%PDF)\n"_s);
-        write(u"share/mime/zelto.convs"_s, {});
-        write(u"bin/backend/raccolta"_s,
-              u"#!/bin/sh\n[ $# -eq 0 ] && exit 0\numask 022\n"
-              "cat \"${6:--}\" > \"${DEVICE_URI#*:}/$1.part\" &&\n"
-              "mv \"${DEVICE_URI#*:}/$1.part\" \"${DEVICE_URI#*:}/$1.pdf\"\n"_s);
-        setMode(u"bin/backend/raccolta"_s, 0755);
+        writeBytes(path(u"share/mime/zelto.types"_s), "application/pdf pdf string(0,%PDF)\n");
+        writeBytes(path(u"share/mime/zelto.convs"_s), {});
+        writeBytes(path(u"bin/backend/raccolta"_s),
+                   "#!/bin/sh\n[ $# -eq 0 ] && exit 0\numask 022\n"
+                   "cat \"${6:--}\" > \"${DEVICE_URI#*:}/$1.part\" &&\n"
+                   "mv \"${DEVICE_URI#*:}/$1.part\" \"${DEVICE_URI#*:}/$1.pdf\"\n");
+        QFile::setPermissions(path(u"bin/backend/raccolta"_s), QFile::Permissions::fromInt(0x7755));
         writeSettings();
     }
     ~PrintServer()
@@ -71,28 +69,22 @@ public:
 private:
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
     [[nodiscard]] QString jobPath(int job) const { return path(u"jobs/%1.pdf"_s.arg(job)); }
-    void setMode(const QString& name, mode_t mode) const
-    {
-        ::chmod(QFile::encodeName(path(name)).constData(), mode);
-    }
-    void write(const QString& name, const QString& text) const
-    {
-        writeBytes(path(name), text.toUtf8());
-    }
     void writeSettings()
     {
         QTcpServer free;
         free.listen(QHostAddress::LocalHost);
         m_port = free.serverPort();
-        write(u"cupsd.conf"_s,
-              u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
-              u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
-              u"<Location /admin>\nAllow all\n</Location>\n"
-              u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port));
-        write(u"cups-files.conf"_s,
-              u"ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/spool/tmp\nStateDir %1/state\n"
-              u"CacheDir %1/cache\nServerBin %1/bin\nDataDir %1/share\nAccessLog %1/access_log\n"
-              u"ErrorLog %1/error_log\nPageLog %1/page_log\n"_s.arg(m_folder.path()));
+        const QString server =
+            u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
+            u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
+            u"<Location /admin>\nAllow all\n</Location>\n"
+            u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port);
+        const QString files =
+            u"ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/spool/tmp\nStateDir %1/state\n"
+            u"CacheDir %1/cache\nServerBin %1/bin\nDataDir %1/share\nAccessLog %1/access_log\n"
+            u"ErrorLog %1/error_log\nPageLog %1/page_log\n"_s.arg(m_folder.path());
+        writeBytes(path(u"cupsd.conf"_s), server.toUtf8());
+        writeBytes(path(u"cups-files.conf"_s), files.toUtf8());
     }
 
     QTemporaryDir m_folder;

@@ -40,7 +40,7 @@ private slots:
     void firstStart()
     {
         Session session;
-        QCOMPARE(session.title(), u"Zelto 2011 - v. 5.0.0"_s);
+        QCOMPARE(session.window().windowTitle(), u"Zelto 2011 - v. 5.0.0"_s);
         session.verifyIdle({});
         for (int k = 12; k <= 16; ++k)
             QVERIFY(!session.entry(k).isVisible());

@@ -22,20 +22,12 @@ class TestPrintScreens : public QObject
 
     std::unique_ptr<PrintOffice> m_office;
 
-    template <typename Control>
-    static Control* find(QWidget& screen, const QString& name)
-    {
-        auto* control = screen.findChild<Control*>(name);
-        if (control == nullptr)
-            qFatal("there is no %s", qPrintable(name));
-        return control;
-    }
     /// The initials of the controls that are visible, "-" for others.
     static QString visible(QWidget& screen, const QStringList& names)
     {
         QString initials;
         for (const QString& name : names)
-            initials += find<QWidget>(screen, name)->isVisible() ? name.front() : QChar{u'-'};
+            initials += screen.findChild<QWidget*>(name)->isVisible() ? name.front() : QChar{u'-'};
         return initials;
     }
     template <typename Screen>
@@ -69,21 +61,25 @@ class TestPrintScreens : public QObject
         }
         return found;
     }
-    /// The texts that end or begin at a column of the calculation pages, without headings.
-    static QStringList column(const MemorySurface& pages, int column)
+    /// The pages of an amount that is typed.
+    MemorySurface allocated(const QString& amount, bool closes = false)
     {
-        constexpr double ColumnWidth = 84;
-        QStringList texts;
-        for (const auto& placed : pages.texts)
-            if (std::abs(placed.right - column * ColumnWidth) < 1 && placed.text != u"IMPORTO")
-                texts << placed.text.trimmed();
-        return texts;
-    }
-    void allocate(const QString& amount, Riparto& screen)
-    {
-        auto* field = find<zelto::widgets::TypedLine>(screen, u"Dati0"_s);
+        const auto screen = open<Riparto>();
+        auto* field = screen->findChild<zelto::widgets::TypedLine*>(u"Dati0"_s);
         field->clear();
         QTest::keyClicks(field, amount);
+        check(*screen, {u"Quadratura"_s}, closes);
+        return preview(*screen);
+    }
+    /// The parts of the amount and their total.
+    static QStringList amounts(const MemorySurface& pages)
+    {
+        constexpr double RightEdge = 120 * 84;
+        QStringList texts;
+        for (const auto& placed : pages.texts)
+            if (std::abs(placed.right - RightEdge) < 1 && placed.text != u"IMPORTO")
+                texts << placed.text.trimmed();
+        return texts;
     }
 
 private slots:
@@ -100,9 +96,9 @@ private slots:
         QCOMPARE(visible(*screen, {u"TabSel4"_s}), u"T"_s);
         check(*screen, {u"TabSel3"_s}, false);
         QCOMPARE(visible(*screen, {u"TabSel4"_s}), u"-"_s);
-        QVERIFY(find<QRadioButton>(*screen, u"OpzSta0"_s)->isEnabled());
+        QVERIFY(screen->findChild<QRadioButton*>(u"OpzSta0"_s)->isEnabled());
         check(*screen, {u"TabSel0"_s}, false);
-        QVERIFY(!find<QRadioButton>(*screen, u"OpzSta0"_s)->isEnabled());
+        QVERIFY(!screen->findChild<QRadioButton*>(u"OpzSta0"_s)->isEnabled());
         QCOMPARE(namelessControls(*screen), QStringList());
         check(*screen, {u"Sezione0"_s, u"Sezione1"_s, u"Sezione2"_s}, false);
         screen->anteprima();
@@ -146,7 +142,7 @@ private slots:
             Millesimi screen(m_office->context());
             check(screen, {u"Sezione0"_s, u"Sezione1"_s}, false);
             check(screen, {box}, on);
-            find<zelto::widgets::TypedLine>(screen, u"Dati0"_s)->setText(u"5"_s);
+            screen.findChild<zelto::widgets::TypedLine*>(u"Dati0"_s)->setText(u"5"_s);
             return preview(screen);
         };
         const MemorySurface compact = shown(u"OpzSta1"_s, true);
@@ -178,19 +174,16 @@ private slots:
         QCOMPARE(visible(*screen, names), u"T--"_s);
         check(*screen, {u"TabSel2"_s}, true);
         QCOMPARE(visible(*screen, names), u"-SS"_s);
-        QCOMPARE(find<QComboBox>(*screen, u"Scala"_s)->currentText(), u"A"_s);
-        QVERIFY(!find<QCheckBox>(*screen, u"Quadratura"_s)->isChecked());
+        QCOMPARE(screen->findChild<QComboBox*>(u"Scala"_s)->currentText(), u"A"_s);
+        QVERIFY(!screen->findChild<QCheckBox*>(u"Quadratura"_s)->isChecked());
         QCOMPARE(namelessControls(*screen), QStringList());
     }
 
     /// What is typed is allocated as it stands; what is not enough for anybody, to nobody.
-    void amounts()
+    void totals()
     {
-        const auto total = [&](const QString& typed) {
-            const auto screen = open<Riparto>();
-            allocate(typed, *screen);
-            const QStringList amounts = column(preview(*screen), 120);
-            return amounts.isEmpty() ? QString() : amounts.constLast();
+        const auto total = [this](const QString& typed) {
+            return amounts(allocated(typed)).join(u'|').section(u'|', -1);
         };
         QCOMPARE(total(u"1000,50"_s), u"1 000,50"_s);
         QCOMPARE(total(u"0.01"_s), u"0,01"_s);
@@ -200,7 +193,7 @@ private slots:
     void tooMuch()
     {
         const auto screen = open<Riparto>();
-        find<QLineEdit>(*screen, u"Dati0"_s)->setText(u"1000000000"_s);
+        screen->findChild<QLineEdit*>(u"Dati0"_s)->setText(u"1000000000"_s);
         QVERIFY(m_office->user.hears([&] { screen->anteprima(); })
                     .contains(u"L'importo da ripartire ha troppe cifre"));
         QVERIFY(screen->isVisible());
@@ -212,11 +205,8 @@ private slots:
     void partsCloseToTheAmount()
     {
         for (const bool closes : {false, true}) {
-            Riparto screen(m_office->context());
-            allocate(u"1000.00"_s, screen);
-            check(screen, {u"Quadratura"_s}, closes);
-            const MemorySurface pages = preview(screen);
-            QStringList parts = column(pages, 120);
+            const MemorySurface pages = allocated(u"1000.00"_s, closes);
+            QStringList parts = amounts(pages);
             QCOMPARE(parts.takeLast(), u"1 000,00"_s);
             qint64 sum = 0;
             for (const QString& part : parts)
@@ -253,13 +243,10 @@ private slots:
     {
         zelto::print::PrintEngine engine(m_office->path(u"manca"_s), {});
         const auto context = m_office->context();
-        Millesimi screen({.lavoro = context.lavoro,
-                          .jobPath = context.jobPath,
-                          .outputFolder = context.outputFolder,
-                          .print = {.engine = engine,
-                                    .printers = context.print.printers,
-                                    .window = m_office->user,
-                                    .dialogs = m_office->user}});
+        Millesimi screen({context.lavoro,
+                          context.jobPath,
+                          context.outputFolder,
+                          {engine, context.print.printers, m_office->user, m_office->user}});
         screen.show();
         QVERIFY(m_office->user.hears([&] { screen.anteprima(); })
                     .contains(u"report: La cartella dei file di pagina"));

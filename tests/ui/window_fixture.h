@@ -99,7 +99,6 @@ public:
     {
         return window().findChild<QLabel*>(u"Stato%1"_s.arg(number))->text();
     }
-    [[nodiscard]] QString title() { return window().windowTitle(); }
 
     /// Nothing is going on and the window shows which job is open.
     void verifyIdle(const QString& job)
@@ -109,9 +108,9 @@ public:
         QCOMPARE(m_application->jobFiles().JobPath(), job);
         QCOMPARE(panel(3), job.isEmpty() ? job : u"Codice lavoro: "_s + job);
         if (!job.isEmpty())
-            QCOMPARE(title(), u"Zelto 2009 - "_s + job);
+            QCOMPARE(window().windowTitle(), u"Zelto 2009 - "_s + job);
         else
-            QVERIFY(!title().contains(u" - /"));
+            QVERIFY(!window().windowTitle().contains(u" - /"));
     }
 
     const Installation& installation;
