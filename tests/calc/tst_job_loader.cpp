@@ -12,22 +12,18 @@ using namespace zelto::test;
 namespace {
 
 /// A job whose records a test sets field by field.
-class Job
+struct Job
 {
-public:
-    Job() : m_database(Database::open(m_folder.newJob())) {}
-
-    Database& database() { return m_database; }
-    ModelloLavoro load() { return CaricaLavoro(m_database); }
+    ModelloLavoro load() { return CaricaLavoro(database); }
 
     void set(QStringView table, int ordinal, const Value& value)
     {
-        setField(m_database, table, ordinal, value);
+        setField(database, table, ordinal, value);
     }
 
     void addUnit(int number, const QString& riferimento = {})
     {
-        m_database.writer(jobTable(TabellaUnita))
+        database.writer(jobTable(TabellaUnita))
             .add(Record{unitKey(number), number, Value::nullIfEmpty(riferimento)});
     }
 
@@ -37,12 +33,11 @@ public:
         Record record{roomKey(unit, position), unit, position};
         for (const QString& field : fields.split(u'|'))
             record.push_back(Value::nullIfEmpty(field));
-        m_database.writer(jobTable(TabellaVani)).add(record);
+        database.writer(jobTable(TabellaVani)).add(record);
     }
 
-private:
-    JobFolder m_folder;
-    Database m_database;
+    JobFolder folder;
+    Database database = Database::open(folder.newJob());
 };
 
 QString refusal(Job& job)
@@ -79,7 +74,7 @@ private slots:
         QCOMPARE(modello.datiGenerali, (QMap<QString, QString>{{u"Chiave"_s, u"1"_s}}));
         QCOMPARE(modello.unita.front().vani, std::vector<Vano>(1));
         for (const auto& table : {u"Dati Generali"_s, u"Variabili"_s, u"Unità immobiliari"_s})
-            job.database().Execute(u"DELETE FROM \"%1\""_s.arg(table));
+            job.database.Execute(u"DELETE FROM \"%1\""_s.arg(table));
         QCOMPARE(job.load().NumUI(), 0);
     }
 
@@ -178,13 +173,13 @@ private slots:
                 job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
             }
             ModelloLavoro modello = job.load();
-            ControlloLavoro controllo(LeggiLavoroScritto(job.database()));
-            QCOMPARE(job.database().Execute(change), 1);
-            RicaricaUnita(job.database(), modello, 3);
+            ControlloLavoro controllo(LeggiLavoroScritto(job.database));
+            QCOMPARE(job.database.Execute(change), 1);
+            RicaricaUnita(job.database, modello, 3);
             QVERIFY2(modello == job.load(), qPrintable(change));
-            controllo.rileggiUnita(job.database(), 3);
+            controllo.rileggiUnita(job.database, 3);
             QVERIFY2(said(controllo.osservazioni()) ==
-                         said(controlla(LeggiLavoroScritto(job.database()))),
+                         said(controlla(LeggiLavoroScritto(job.database))),
                      qPrintable(change));
         }
     }
@@ -223,7 +218,7 @@ private slots:
     void missingTablesAreErrors()
     {
         Job job;
-        job.database().Execute(u"DROP TABLE Variabili"_s);
+        job.database.Execute(u"DROP TABLE Variabili"_s);
         QCOMPARE(errorOf([&] { job.load(); }), static_cast<int>(ErrorNumber::TableNotFound));
     }
 };

@@ -126,7 +126,6 @@ private slots:
         row("repair, beyond repair", &JobFiles::RiparaArchivio, true, u"text.zlt"_s,
             {RepairStatus + u"TEXT.ZLT"_s, u"status"_s, u"report: 3049"_s});
     }
-
     /// What the window was last told is open is open.
     void conversations()
     {
@@ -186,7 +185,6 @@ private slots:
     }
 
     void documentWindows_data() { writing()("delete", &JobFiles::EliminaLavoro, u"~/a.zlt"_s); }
-
     /// They close before the job does; one that refuses stops the operation.
     void documentWindows()
     {
@@ -248,7 +246,6 @@ private slots:
     }
 
     void nothingHalfMade_data() { writing(); }
-
     /// On a full disk, and in a folder that cannot be written.
     void nothingHalfMade()
     {

@@ -45,7 +45,6 @@ private slots:
         row("not our tables", u"STRANGE.ZLT"_s, 3049);
         row("folder", u"FOLDER.ZLT"_s, 3051);
     }
-
     /// A recent entry is not completed.
     void opening()
     {
@@ -68,42 +67,38 @@ private slots:
         QCOMPARE(desk.openJob(), QString());
     }
 
+    /// The user stops where the last is said; nothing of an error.
     void windowsEdition_data()
     {
-        const auto row = columns<bool, QString, bool, QStringList, QString, QString>(
-            "converts", "lockFile", "saysYes", "files", "openAfter", "lastSaid");
-        const QStringList name{u"~/nuovo"_s};
-        const QString after = u"~/nuovo.ZLT"_s;
-        row("OK", false, {}, true, name, {}, u"convert: Formato"_s);
-        row("no name", true, {}, true, {}, {}, u"save: Indicare il nome del lavoro convertito"_s);
-        row("left alone", true, u"JET.LDB"_s, false, name, {}, u"ask: Accanto al lavoro"_s);
-        row("in use, converted", true, u"jet.ldb"_s, true, name, after, u"recent"_s);
-        row("converted", true, {}, true, name, after, u"recent"_s);
-        row("name exists", true, {}, true, {u"~/b.zlt"_s}, {}, {});
+        const auto row = columns<QString, QString, QString>("lockFile", "name", "lastSaid");
+        row("OK", {}, {}, u"convert: Formato"_s);
+        row("no name", {}, {}, u"save: Indicare il nome del lavoro convertito"_s);
+        row("in use, left alone", u"JET.LDB"_s, {}, u"ask: Accanto al lavoro"_s);
+        row("in use, converted", u"jet.ldb"_s, u"~/nuovo"_s, u"recent"_s);
+        row("converted", {}, u"~/nuovo"_s, u"recent"_s);
+        row("name exists", {}, u"~/b.zlt"_s, {});
     }
-
     /// A job of the edition for Windows, opened in each of the three ways.
     void windowsEdition()
     {
-        QFETCH(bool, converts);
         QFETCH(QString, lockFile);
-        QFETCH(bool, saysYes);
-        QFETCH(QStringList, files);
-        QFETCH(QString, openAfter);
+        QFETCH(QString, name);
         QFETCH(QString, lastSaid);
         for (const Way way : {Way::Recent, Way::Given, Way::Dialog}) {
             JobDesk desk;
             const QByteArray before = bytesOf(desk.path(u"JET.ZLT"_s));
             if (!lockFile.isEmpty())
                 writeBytes(desk.path(lockFile), "lock");
-            desk.user.converts = converts;
-            desk.user.saysYes = saysYes;
-            QCOMPARE(errorOfOpening(desk, u"JET.ZLT"_s, way, files), lastSaid.isEmpty() ? 3204 : 0);
+            desk.user.converts = !lastSaid.startsWith(u"convert");
+            desk.user.saysYes = !lastSaid.startsWith(u"ask");
+            QCOMPARE(errorOfOpening(desk, u"JET.ZLT"_s, way, {name}),
+                     lastSaid.isEmpty() ? 3204 : 0);
             const QString said = desk.user.said();
             QVERIFY2(lastSaid.isEmpty() || said.split(u'\n').constLast().startsWith(lastSaid),
                      qPrintable(said));
-            QCOMPARE(desk.openJob(), openAfter);
-            QCOMPARE(said.contains(u"message: Unità convertite: "), !openAfter.isEmpty());
+            const bool converted = lastSaid == u"recent";
+            QCOMPARE(desk.openJob(), converted ? u"~/nuovo.ZLT"_s : QString());
+            QCOMPARE(said.contains(u"message: Unità convertite: "), converted);
             QCOMPARE(bytesOf(desk.path(u"JET.ZLT"_s)), before);
         }
     }

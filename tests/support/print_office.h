@@ -85,4 +85,11 @@ void inModal(Opening opening, Acting acting)
     QVERIFY(wasThere);
 }
 
+/// Acts in the preview of a screen; it closes with the screen.
+template <typename Acting>
+void inPreview(reports::PrintScreen& screen, Acting acting)
+{
+    inModal<print::frmPreview>([&] { screen.anteprima(); }, acting);
+}
+
 } // namespace zelto::test

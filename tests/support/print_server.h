@@ -37,8 +37,7 @@ public:
         m_server.terminate();
         m_server.waitForFinished();
     }
-    PrintServer(const PrintServer&) = delete;
-    PrintServer& operator=(const PrintServer&) = delete;
+    Q_DISABLE_COPY(PrintServer)
 
     /// Starts the server and its queue; false where the machine has no CUPS or does not let it run.
     bool start()

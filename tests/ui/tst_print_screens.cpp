@@ -11,7 +11,6 @@
 #include <QComboBox>
 #include <QRadioButton>
 
-using zelto::print::frmPreview;
 using zelto::reports::Millesimi;
 using zelto::reports::Riparto;
 using namespace zelto::test;
@@ -39,13 +38,11 @@ class TestPrintScreens : public QObject
             qFatal("the screen does not appear");
         return screen;
     }
-    /// What the preview of the screen shows; it closes with the screen.
-    template <typename Screen>
-    MemorySurface preview(Screen& screen)
+    /// What the preview of the screen shows.
+    MemorySurface preview(zelto::reports::PrintScreen& screen)
     {
         MemorySurface pages;
-        inModal<frmPreview>([&] { screen.anteprima(); },
-                            [&](frmPreview&) { pages = m_office->pages(); });
+        inPreview(screen, [&](const auto&) { pages = m_office->pages(); });
         return pages;
     }
     /// The headings of the sections, each once.

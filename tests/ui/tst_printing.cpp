@@ -92,7 +92,7 @@ class TestPrinting : public QObject
     void preview(Acting acting)
     {
         Millesimi screen(m_office->context());
-        inModal<frmPreview>([&] { screen.anteprima(); }, acting);
+        inPreview(screen, acting);
         QVERIFY(m_office->pageFiles().isEmpty());
     }
 
