@@ -2,9 +2,8 @@
 #include "calc/job_check.h"
 #include "calc/job_loader.h"
 #include "calc/shares.h"
+#include "store/store_fixture.h"
 #include "support/runner.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <cmath>
@@ -238,9 +237,8 @@ private slots:
 
     void guideNamesEveryRule()
     {
-        QFile file(QStringLiteral(EXAMPLE_FOLDER "/../../docs/guida.md"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString guide = QString::fromUtf8(file.readAll());
+        const QString guide =
+            QString::fromUtf8(bytesOf(QStringLiteral(EXAMPLE_FOLDER "/../../docs/guida.md")));
         for (const DescrizioneRegola& rule : regole()) {
             const QString row = u"| %1 | %2 | %3 | %4 |\n"_s.arg(rule.argomento, rule.che,
                                                                  nome(rule.gravita), rule.perche);

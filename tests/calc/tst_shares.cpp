@@ -5,9 +5,6 @@
 #include "support/building.h"
 #include "support/runner.h"
 
-#include <numeric>
-#include <rapidcheck.h>
-
 using namespace zelto::calc;
 using namespace zelto::test;
 
@@ -73,32 +70,6 @@ private slots:
             calcolaScala(modello, calcolaConsistenze(modello), u"A"_s, IndicePiano::Proporzionale);
         QCOMPARE(sharesText(quote.MillPiano), u"200 800 0"_s);
         QCOMPARE(sharesText(quote.MillScala), u"410 590 0"_s);
-    }
-
-    /// Sizes in whole hundredths, as surveyors write them, in any order of units.
-    void orderOfUnitsDoesNotMatter()
-    {
-        QVERIFY(rc::check("a unit's share follows it", [] {
-            const auto cents = *rc::gen::nonEmpty(
-                rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 20000)));
-            std::vector<double> bases(cents.begin(), cents.end());
-            for (double& base : bases)
-                base /= 100;
-            std::vector<double> reversed(bases.rbegin(), bases.rend());
-            Partecipanti all(bases.size());
-            std::iota(all.begin(), all.end(), 0U);
-            const auto shares = quoteChiuse(bases, all);
-            auto back = quoteChiuse(reversed, all);
-            std::reverse(back.begin(), back.end());
-
-            const auto largest = *std::max_element(bases.begin(), bases.end());
-            Millesimi sum;
-            for (std::size_t i = 0; i < bases.size(); ++i) {
-                sum += shares[i];
-                RC_ASSERT(bases[i] == largest || shares[i] == back[i]);
-            }
-            RC_ASSERT(sum == Mille);
-        }));
     }
 };
 

@@ -195,6 +195,25 @@ private slots:
             }
         }
     }
+
+    /// As surveyors write them, of a total of which every eighth share lies half way.
+    void sizesInWholeHundredths()
+    {
+        std::mt19937 random;
+        for (int round = 0; round < 400; ++round) {
+            std::vector<double> bases;
+            Fractions exact;
+            Partecipanti all;
+            for (int rest = 64'000, cents = 0; rest > 0; rest -= cents) {
+                cents = std::min(rest, std::uniform_int_distribution{1, 3000}(random));
+                bases.push_back(cents / 100.0);
+                exact.emplace_back(Fraction(cents) / 100);
+                all.push_back(all.size());
+            }
+            QCOMPARE(inThousandths(quoteChiuse(bases, all)),
+                     closedShares(exact, std::vector<bool>(all.size(), true)));
+        }
+    }
 };
 
 ZELTO_TEST(TestSharesExact)

@@ -39,17 +39,24 @@ class TestDialogs : public QObject
                 .kind = kind};
     }
 
+    /// Acts in the dialog that comes of asking; gives what that gives.
+    static auto during(const auto& asking, const auto& acting)
+    {
+        QTimer::singleShot(0, qApp, [&] { acting(*QApplication::activeModalWidget()); });
+        return asking();
+    }
+
 private slots:
     void errorReports()
     {
-        const auto report = [](const std::exception& error) {
+        const auto dialogs = makeDialogs();
+        const auto report = [&](const std::exception& error) {
             QString text;
-            QTimer::singleShot(0, qApp, [&text] {
-                auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
-                text = box.text();
-                box.accept();
-            });
-            makeDialogs()->ReportError(error);
+            during([&] { dialogs->ReportError(error); },
+                   [&](QWidget& box) {
+                       text = dynamic_cast<QMessageBox&>(box).text();
+                       box.close();
+                   });
             return text;
         };
         const QString begin = u"The following Error occurred:\n\n"_s;
@@ -76,37 +83,31 @@ private slots:
         QVERIFY(!textAskedFor({job, u"--apri"_s}));
     }
 
-    /// Open or save, existing files or any, by kind and flags.
-    void fileDialogs_data()
-    {
-        using enum Request::Kind;
-        const auto row =
-            columns<Request::Kind, int, QFileDialog::AcceptMode, QFileDialog::FileMode>(
-                "kind", "flags", "acceptMode", "fileMode");
-        const auto toSave = QFileDialog::AcceptSave;
-        const auto toOpen = QFileDialog::AcceptOpen;
-        row("new job", Save, Request::AnyFile, toSave, QFileDialog::AnyFile);
-        row("job to open", Save, Request::FileMustExist, toOpen, QFileDialog::ExistingFile);
-        row("job to duplicate", Open, Request::FileMustExist, toOpen, QFileDialog::ExistingFile);
-        row("file to repair", Open, Request::AnyFile, toOpen, QFileDialog::AnyFile);
-    }
     void fileDialogs()
     {
-        QFETCH(Request::Kind, kind);
-        QFETCH(int, flags);
+        using Dialog = QFileDialog;
+        using enum Request::Kind;
         const JobFolder folder;
         const JobFolder otherFolder;
-        const FileDialog dialog(nullptr, request(folder.path(), flags, kind), otherFolder.path());
-        QTEST(dialog.acceptMode(), "acceptMode");
-        QTEST(dialog.fileMode(), "fileMode");
+        const auto modes = [&](int flags, Request::Kind kind) {
+            const FileDialog dialog(nullptr, request(folder.path(), flags, kind), {});
+            return std::pair(dialog.acceptMode(), dialog.fileMode());
+        };
+        const int old = Request::FileMustExist;
+        QCOMPARE(modes(Request::AnyFile, Save), std::pair(Dialog::AcceptSave, Dialog::AnyFile));
+        QCOMPARE(modes(Request::AnyFile, Open), std::pair(Dialog::AcceptOpen, Dialog::AnyFile));
+        QCOMPARE(modes(old, Save), std::pair(Dialog::AcceptOpen, Dialog::ExistingFile));
+        QCOMPARE(modes(old, Open), std::pair(Dialog::AcceptOpen, Dialog::ExistingFile));
+
+        const FileDialog dialog(nullptr, request(folder.path(), Request::AnyFile),
+                                otherFolder.path());
         QCOMPARE(dialog.windowTitle(), u"Indicare codice lavoro"_s);
         QCOMPARE(dialog.nameFilters(), (QStringList{u"Tabelle Millessimi (*.ZLT *.zlt)"_s,
                                                     u"Database Access (*.MDB *.mdb)"_s}));
         QCOMPARE(dialog.directory().path(), folder.path());
         QVERIFY(dialog.testOption(QFileDialog::DontConfirmOverwrite));
-
         for (const QString& none : {QString(), folder.file(u"gone"_s)}) {
-            const FileDialog elsewhere(nullptr, request(none, flags, kind), otherFolder.path());
+            const FileDialog elsewhere(nullptr, request(none, old), otherFolder.path());
             QCOMPARE(elsewhere.directory().path(), otherFolder.path());
         }
     }
@@ -178,11 +179,8 @@ private slots:
     void defaultAnswers()
     {
         const auto dialogs = makeDialogs();
-        const auto answered = [](int key, auto&& asking) {
-            QTimer::singleShot(0, qApp, [key] {
-                QTest::keyClick(QApplication::activeModalWidget(), static_cast<Qt::Key>(key));
-            });
-            return asking();
+        const auto answered = [](Qt::Key key, const auto& asking) {
+            return during(asking, [key](QWidget& box) { QTest::keyClick(&box, key); });
         };
         const QStringList choices{u"Crea «…/R&S.1.ZLT»"_s, u"Crea «…/R&S.ZLT»"_s};
         const auto yesNo = [&] { return dialogs->askYesNo(u"Salvare?"_s); };

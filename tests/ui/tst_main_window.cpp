@@ -149,11 +149,9 @@ private slots:
     {
         const auto ends = [](const QString& platform, const QString& argument) {
             QProcess program;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(u"QT_QPA_PLATFORM"_s, platform);
-            program.setProcessEnvironment(environment);
             program.setProcessChannelMode(QProcess::MergedChannels);
-            program.start(QStringLiteral(PROGRAM), {argument});
+            program.start(u"env"_s,
+                          {u"QT_QPA_PLATFORM="_s + platform, QStringLiteral(PROGRAM), argument});
             program.waitForFinished();
             return QString::number(program.exitCode()) + u' ' +
                    QString::fromUtf8(program.readAll());

@@ -184,8 +184,7 @@ private slots:
         auto context = m_office->context();
         context.outputFolder = m_office->path(u"manca"_s);
         Millesimi failing(context);
-        failing.stampa();
-        QVERIFY(m_office->user.said().contains(u"report: La cartella «"));
+        QVERIFY(m_office->user.hears([&] { failing.stampa(); }).contains(u"report: La cartella «"));
         m_office->user.pages.reset();
         preview([&](frmPreview& window) {
             window.print();
@@ -194,8 +193,8 @@ private slots:
         m_office->lavoro.Execute(u"DELETE FROM [Dati Generali]"_s);
         Millesimi screen(m_office->context());
         check(screen, {u"Sezione0"_s, u"Sezione2"_s}, false);
-        screen.stampa();
-        QVERIFY(m_office->user.said().contains(u"message: Non c'è nessuna pagina da stampare."));
+        QVERIFY(m_office->user.hears([&] { screen.stampa(); })
+                    .contains(u"message: Non c'è nessuna pagina da stampare."));
         check(screen, {u"Sezione0"_s}, true);
         screen.stampa();
         QVERIFY(!printed().isEmpty());
