@@ -5,7 +5,6 @@
 #include "store/store_fixture.h"
 #include "support/runner.h"
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <rapidcheck.h>

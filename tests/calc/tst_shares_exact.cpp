@@ -7,10 +7,10 @@
 #include "support/runner.h"
 #include "text/decimal_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gmpxx.h>
 #include <random>
-#include <ranges>
 
 using namespace zelto::calc;
 using namespace zelto::test;
@@ -65,10 +65,9 @@ std::vector<qint64> inThousandths(const std::vector<Millesimi>& shares)
     return values;
 }
 
-class RandomBuilding
+struct RandomBuilding
 {
-public:
-    explicit RandomBuilding(unsigned number) : m_random(number) {}
+    std::mt19937 random;
 
     ModelloLavoro make()
     {
@@ -80,8 +79,7 @@ public:
         return modello;
     }
 
-private:
-    int within(int low, int high) { return std::uniform_int_distribution{low, high}(m_random); }
+    int within(int low, int high) { return std::uniform_int_distribution{low, high}(random); }
 
     float decimal(int low, int high, int places)
     {
@@ -107,8 +105,6 @@ private:
             calcolaVano(unita.vani.back());
         }
     }
-
-    std::mt19937 m_random;
 };
 
 Fraction exactSize(const UnitaImmobiliare& unita)
@@ -172,7 +168,7 @@ private slots:
     void randomBuildings()
     {
         for (unsigned number = 0; number < 400; ++number) {
-            const ModelloLavoro modello = RandomBuilding(number).make();
+            const ModelloLavoro modello = RandomBuilding{std::mt19937(number)}.make();
             const Consistenze consistenze = calcolaConsistenze(modello);
             Fractions sizes;
             for (const UnitaImmobiliare& unita : modello.unita)

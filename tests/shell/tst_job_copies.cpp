@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The copies that are kept of jobs, and jobs made of them.
 #include "shell/job_desk.h"
-#include "store/files/new_file.h"
 #include "support/disk_limit.h"
 #include "support/runner.h"
 

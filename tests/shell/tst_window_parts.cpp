@@ -38,18 +38,6 @@ class TestWindowParts : public QObject
     }
 
 private slots:
-    void statusLine()
-    {
-        StatusBar bar;
-        const auto shown = [&](const QString& text, bool busy) {
-            bar.SetStatus(text, busy);
-            return bar.findChild<ElidedLabel*>(u"Stato1"_s)->text();
-        };
-        QCOMPARE(shown(u"Calcolo"_s, false), u"Calcolo"_s);
-        QCOMPARE(shown(u"Calcolo"_s, true), u"Calcolo, Prego attendere..."_s);
-        QCOMPARE(shown({}, true), u"Pronto"_s);
-    }
-
     /// A path that is too long keeps its beginning and its end.
     void jobPanel()
     {

@@ -13,8 +13,6 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <functional>
-
 namespace zelto::test {
 
 /// A folder with a copy of the example; everything that is asked of the user is answered there.
@@ -68,9 +66,8 @@ template <typename Window, typename Opening, typename Acting>
 void inModal(Opening opening, Acting acting)
 {
     bool wasThere = false;
-    QTimer timer;
-    timer.setSingleShot(true);
-    QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
+    const QObject untilReturn;
+    QTimer::singleShot(0, &untilReturn, [&] {
         auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
         if (window == nullptr)
             return;
@@ -80,7 +77,6 @@ void inModal(Opening opening, Acting acting)
         acting(*window);
         window->close();
     });
-    timer.start();
     opening();
     QVERIFY(wasThere);
 }

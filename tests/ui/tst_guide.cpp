@@ -8,7 +8,6 @@
 #include "ui/window_fixture.h"
 
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QTextBrowser>

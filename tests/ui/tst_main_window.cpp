@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The window itself: start, end, titles, recent entries, panels, dropped files.
-#include "store/store_fixture.h"
 #include "support/columns.h"
 #include "support/runner.h"
 #include "ui/window_fixture.h"
@@ -46,12 +45,6 @@ private slots:
         for (int k = 12; k <= 16; ++k)
             QVERIFY(!session.entry(k).isVisible());
         QVERIFY(session.user.said().isEmpty());
-        session.window().BeginBusy();
-        session.window().BeginBusy();
-        session.window().EndBusy();
-        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        session.window().EndBusy();
-        session.verifyIdle({});
         QStringList captions;
         for (const QAction* entry : session.window().menuFile().actions())
             captions << (entry->isSeparator() ? u"-"_s : entry->text());
@@ -59,6 +52,23 @@ private slots:
                  u"&Nuovo ...|&Apri ...|&Duplica ...|&Elimina ...|-|Compattamento archivio|"
                  u"Riparazione archivio|&Ripristina copia ...|-|Imposta stampante ...|-|&1 |&2 |"
                  u"&3 |&4 |-|Uscita"_s);
+    }
+
+    void busy()
+    {
+        Session session;
+        MainWindow& window = session.window();
+        window.SetStatus(u"Calcolo"_s, false);
+        QCOMPARE(session.panel(1), u"Calcolo"_s);
+        window.SetStatus(u"Calcolo"_s, true);
+        QCOMPARE(session.panel(1), u"Calcolo, Prego attendere..."_s);
+        window.SetStatus({}, true);
+        window.BeginBusy();
+        window.BeginBusy();
+        window.EndBusy();
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        window.EndBusy();
+        session.verifyIdle({});
     }
 
     /// A screen needs a job: the button asks for one, and shows the screen over it.
@@ -244,13 +254,11 @@ private slots:
     {
         Session session;
         session.open();
-        QMenuBar* bar = session.window().menuBar();
-        QTest::mouseClick(bar, Qt::LeftButton, {},
-                          bar->actionGeometry(bar->actions().constFirst()).center());
-        QTest::keyClick(&session.window().menuFile(), Qt::Key_Down);
+        QMenu& menu = session.openFileMenu();
+        QTest::keyClick(&menu, Qt::Key_Down);
         QVERIFY(!session.panel(2).isEmpty());
         QVERIFY(session.window().findChild<QLabel*>(u"Stato3"_s)->isVisible());
-        QTest::keyClick(&session.window().menuFile(), Qt::Key_Escape);
+        QTest::keyClick(&menu, Qt::Key_Escape);
     }
 
     void dropsOfFiles()

@@ -2,7 +2,6 @@
 // The preview window in the user's hands, on a machine without a printer.
 #include "print/ui/page_view.h"
 #include "print/ui/pdf_pages_dialog.h"
-#include "store/store_fixture.h"
 #include "support/accessible_names.h"
 #include "support/print_office.h"
 #include "support/runner.h"

@@ -50,10 +50,10 @@ void compareWords(const std::vector<Word>& actual, const std::vector<Word>& expe
 {
     QCOMPARE(actual.size(), expected.size());
     for (std::size_t i = 0; i < actual.size(); ++i) {
-        QCOMPARE(actual[i].text, expected[i].text);
-        QCOMPARE(actual[i].page, expected[i].page);
-        QVERIFY(std::abs(actual[i].left - expected[i].left) <= 1);
-        QVERIFY(std::abs(actual[i].top - expected[i].top) <= 1);
+        const auto& [page, text, left, top] = expected[i];
+        QVERIFY2(actual[i].page == page && actual[i].text == text &&
+                     std::abs(actual[i].left - left) <= 1 && std::abs(actual[i].top - top) <= 1,
+                 qPrintable(text));
     }
 }
 

@@ -16,27 +16,26 @@
 namespace zelto::test {
 
 /// A program folder "bin" with the master database, beside a folder "lavori" of jobs.
-class Installation
+struct Installation
 {
-public:
     Installation()
     {
         for (const QString& name : {u"bin"_s, u"lavori"_s})
-            QDir(m_folder.path()).mkdir(name);
+            QDir(folder.path()).mkdir(name);
         QFile::copy(QStringLiteral(ZELTO_MASTER), program(u"Zelto.mdb"_s));
     }
     [[nodiscard]] QString program(const QString& name) const
     {
-        return m_folder.file(u"bin/"_s + name);
+        return folder.file(u"bin/"_s + name);
     }
     [[nodiscard]] QString job(const QString& name) const
     {
-        return m_folder.file(u"lavori/"_s + name);
+        return folder.file(u"lavori/"_s + name);
     }
     /// A copy of the example.
     [[nodiscard]] QString newJob(const QString& name) const
     {
-        return m_folder.example(u"lavori/"_s + name);
+        return folder.example(u"lavori/"_s + name);
     }
     [[nodiscard]] QStringList jobs() const
     {
@@ -45,11 +44,10 @@ public:
     /// Nothing when the start fails.
     [[nodiscard]] std::unique_ptr<shell::Application> start(widgets::Dialogs& dialogs) const
     {
-        return shell::Application::start(program({}), m_folder.file(u"user"_s), dialogs);
+        return shell::Application::start(program({}), folder.file(u"user"_s), dialogs);
     }
 
-private:
-    JobFolder m_folder;
+    const JobFolder folder;
 };
 
 /// A started program, of an installation of its own if none is given, and a user at its window.
@@ -73,12 +71,17 @@ public:
         return job;
     }
 
-    /// Clicks the entry of the File menu whose caption begins so with the mouse.
-    void choose(const QString& caption)
+    QMenu& openFileMenu()
     {
         QMenu& menu = window().menuFile();
         QMenuBar* bar = window().menuBar();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu.menuAction()).center());
+        return menu;
+    }
+    /// Clicks the entry of the File menu whose caption begins so with the mouse.
+    void choose(const QString& caption)
+    {
+        QMenu& menu = openFileMenu();
         for (QAction* action : menu.actions())
             if (menu.isVisible() && action->isVisible() &&
                 action->text().remove(u'&').startsWith(caption))
