@@ -62,7 +62,7 @@ private slots:
     /// hundredth off. Only parts that cannot be printed are refused.
     void closedPartsMissNothing()
     {
-        const auto holds = [](const std::vector<std::int16_t>& sizes, std::int32_t cent) {
+        const auto closes = [](const std::vector<std::int16_t>& sizes, std::int32_t cent) {
             std::vector<UnitData> units{{.size = 1}};
             for (const std::int16_t size : sizes)
                 units.push_back({.size = static_cast<float>(size)});
@@ -84,7 +84,7 @@ private slots:
             for (std::size_t u = 0; u < parts.size(); ++u)
                 RC_ASSERT(std::abs(parts[u] - exact(shares[u])) < 1.001);
         };
-        QVERIFY(rc::check("parts close", holds));
+        QVERIFY(rc::check("parts close", closes));
     }
 
     void tooLarge()

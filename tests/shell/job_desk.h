@@ -7,8 +7,6 @@
 #include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
-#include <QFileInfo>
-
 namespace zelto::test {
 
 using Operation = void (shell::JobFiles::*)();
@@ -33,8 +31,7 @@ public:
     /// The open job with "~" for the folder.
     [[nodiscard]] QString openJob() const
     {
-        return jobs.JobPath().isEmpty() ? QString()
-                                        : u"~/"_s + QFileInfo(jobs.JobPath()).fileName();
+        return QString(jobs.JobPath()).replace(folder.path(), u"~"_s);
     }
 
     /// What the user hears, with these answers to file dialogs; as the program does it, also of

@@ -30,7 +30,20 @@ public:
                    "cat \"${6:--}\" > \"${DEVICE_URI#*:}/$1.part\" &&\n"
                    "mv \"${DEVICE_URI#*:}/$1.part\" \"${DEVICE_URI#*:}/$1.pdf\"\n");
         QFile::setPermissions(path(u"bin/backend/raccolta"_s), QFile::Permissions::fromInt(0x7755));
-        writeSettings();
+        QTcpServer free;
+        free.listen(QHostAddress::LocalHost);
+        m_port = free.serverPort();
+        const QString server =
+            u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
+            u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
+            u"<Location /admin>\nAllow all\n</Location>\n"
+            u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port);
+        const QString files =
+            u"ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/spool/tmp\nStateDir %1/state\n"
+            u"CacheDir %1/cache\nServerBin %1/bin\nDataDir %1/share\nAccessLog %1/access_log\n"
+            u"ErrorLog %1/error_log\nPageLog %1/page_log\n"_s.arg(m_folder.path());
+        writeBytes(path(u"cupsd.conf"_s), server.toUtf8());
+        writeBytes(path(u"cups-files.conf"_s), files.toUtf8());
     }
     ~PrintServer()
     {
@@ -66,27 +79,9 @@ public:
     }
 
 private:
-    [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
+    [[nodiscard]] QString path(const QString& name) const { return m_folder.file(name); }
     [[nodiscard]] QString jobPath(int job) const { return path(u"jobs/%1.pdf"_s.arg(job)); }
-    void writeSettings()
-    {
-        QTcpServer free;
-        free.listen(QHostAddress::LocalHost);
-        m_port = free.serverPort();
-        const QString server =
-            u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
-            u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
-            u"<Location /admin>\nAllow all\n</Location>\n"
-            u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port);
-        const QString files =
-            u"ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/spool/tmp\nStateDir %1/state\n"
-            u"CacheDir %1/cache\nServerBin %1/bin\nDataDir %1/share\nAccessLog %1/access_log\n"
-            u"ErrorLog %1/error_log\nPageLog %1/page_log\n"_s.arg(m_folder.path());
-        writeBytes(path(u"cupsd.conf"_s), server.toUtf8());
-        writeBytes(path(u"cups-files.conf"_s), files.toUtf8());
-    }
-
-    QTemporaryDir m_folder;
+    JobFolder m_folder;
     int m_port = 0;
     QProcess m_server;
 };
