@@ -6,6 +6,7 @@
 #include "calc/millesimi.h"
 #include "calc/modello_lavoro.h"
 #include "text/format_mask.h"
+#include "text/literals.h"
 
 #include <QString>
 
@@ -24,19 +25,23 @@ struct Intestatario
     const UnitaImmobiliare& unita;
     int vano = 0; ///< number of the room, 0 for the unit itself
 
-    [[nodiscard]] QString nome() const;
+    [[nodiscard]] QString nome() const
+    {
+        const QString unit =
+            u"dell'unità %1 (%2)"_s.arg(QString::number(unita.RifUI), unita.Riferimento);
+        return vano == 0 ? unit : u"del vano %1 "_s.arg(vano) + unit;
+    }
 };
 
-/// What is wrong with a figure that its mask would cut, naming unit, column and figure.
-[[nodiscard]] CalcError cifraTagliata(double figure, QStringView column, const Intestatario& di);
-
-/// Throws CalcError when the mask would cut the figure.
+/// Throws CalcError, which names unit, column and figure, when the mask would cut the figure.
 template <typename Real>
 void richiediIntera(const text::NumberMask& mask, Real figure, QStringView column,
                     const Intestatario& di)
 {
     if (!mask.fits(figure))
-        throw cifraTagliata(double{figure}, column, di);
+        throw CalcError(u"La cifra «%1» %2 è %3 e non sta nella sua colonna di stampa: controllare "
+                        u"consistenze, coefficienti e altezze."_s.arg(
+                            column, di.nome(), QString::number(double{figure}, 'g', 12)));
 }
 
 /// The figure as it is printed. Throws like richiediIntera.

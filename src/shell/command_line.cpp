@@ -5,24 +5,15 @@
 
 namespace zelto::shell {
 
-namespace {
-
-QString helpText()
-{
-    return u"Uso: zelto [LAVORO.ZLT]\n"
-           u"Apre la finestra di Zelto e, se indicato, il lavoro.\n"
-           u"\n"
-           u"  -h, --help   questo aiuto\n"
-           u"  --version    versione del programma\n"_s;
-}
-
-} // namespace
-
 std::optional<QString> textAskedFor(const QStringList& arguments)
 {
     const QStringList options = arguments.mid(0, arguments.indexOf(u"--"));
     if (options.contains(u"--help") || options.contains(u"-h"))
-        return helpText();
+        return u"Uso: zelto [LAVORO.ZLT]\n"
+               u"Apre la finestra di Zelto e, se indicato, il lavoro.\n"
+               u"\n"
+               u"  -h, --help   questo aiuto\n"
+               u"  --version    versione del programma\n"_s;
     if (options.contains(u"--version"))
         return QStringLiteral("zelto " ZELTO_VERSION "\n");
     return std::nullopt;

@@ -129,14 +129,8 @@ void FileDialog::enableAccepting()
             button->setEnabled(true);
 }
 
-void FileDialog::showEvent(QShowEvent* event)
-{
-    fitColumns();
-    QFileDialog::showEvent(event);
-}
-
 /// Size, kind and date as wide as they are, the name what remains.
-void FileDialog::fitColumns()
+void FileDialog::showEvent(QShowEvent* event)
 {
     constexpr int RowsLookedAt = 200;
     auto* const header = findChild<QTreeView*>(u"treeView"_s)->header();
@@ -144,6 +138,7 @@ void FileDialog::fitColumns()
     header->setResizeContentsPrecision(RowsLookedAt);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(0, QHeaderView::Stretch);
+    QFileDialog::showEvent(event);
 }
 
 } // namespace zelto::shell

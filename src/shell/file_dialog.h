@@ -35,7 +35,6 @@ private:
     /// exist.
     [[nodiscard]] QString typedFile() const;
     void enableAccepting();
-    void fitColumns();
 
     QLineEdit* m_name;
     QString m_chosen;

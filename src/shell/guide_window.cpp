@@ -4,9 +4,9 @@
 #include "shell/icons.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDesktopServices>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -103,8 +103,8 @@ void GuideWindow::buildSearch()
     m_search->setClearButtonEnabled(true);
     m_search->setPlaceholderText(u"parole da trovare, poi Invio"_s);
     connect(m_search, &QLineEdit::returnPressed, this, &GuideWindow::search);
-    auto* find = new QShortcut(QKeySequence::Find, this);
-    connect(find, &QShortcut::activated, m_search, qOverload<>(&QWidget::setFocus));
+    new QShortcut(QKeySequence::Find, this, m_search, qOverload<>(&QWidget::setFocus));
+    new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
     auto* row = new QHBoxLayout;
     row->addWidget(label);
     row->addWidget(m_search, 1);
@@ -126,13 +126,6 @@ void GuideWindow::listChapters()
     m_chapters->expandAll();
 }
 
-QStringList GuideWindow::headings() const
-{
-    QStringList headings;
-    forHeadings(*m_text->document(), [&](int, const QString& text, int) { headings << text; });
-    return headings;
-}
-
 void GuideWindow::showChapter(const QString& heading)
 {
     const QList<QTreeWidgetItem*> found =
@@ -140,17 +133,6 @@ void GuideWindow::showChapter(const QString& heading)
     m_chapters->setCurrentItem(found.isEmpty() ? m_chapters->topLevelItem(0) : found.constFirst());
     goTo(m_chapters->currentItem()->data(0, PositionRole).toInt());
     m_text->setFocus();
-}
-
-QString GuideWindow::chapter() const
-{
-    const int top = m_text->cursorForPosition(QPoint(1, 1)).position();
-    QString heading;
-    forHeadings(*m_text->document(), [&](int, const QString& text, int position) {
-        if (position <= top)
-            heading = text;
-    });
-    return heading;
 }
 
 void GuideWindow::goTo(int position)
@@ -170,9 +152,10 @@ void GuideWindow::follow(const QUrl& link)
         QDesktopServices::openUrl(link);
         return;
     }
-    for (const QString& heading : headings())
+    forHeadings(*m_text->document(), [&](int, const QString& heading, int) {
         if (anchorOf(heading) == link.fragment(QUrl::FullyDecoded))
             showChapter(heading);
+    });
 }
 
 void GuideWindow::search()
@@ -189,14 +172,6 @@ void GuideWindow::closeEvent(QCloseEvent* event)
 {
     event->accept();
     parentWidget()->activateWindow();
-}
-
-void GuideWindow::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QWidget::keyPressEvent(event);
 }
 
 } // namespace zelto::shell

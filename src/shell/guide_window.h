@@ -23,15 +23,8 @@ public:
     /// Turns to the chapter or section of this heading, to the beginning when there is none.
     void showChapter(const QString& heading);
 
-    /// The heading of the text at the top of the window.
-    [[nodiscard]] QString chapter() const;
-
-    /// The headings of all chapters and sections, in order.
-    [[nodiscard]] QStringList headings() const;
-
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildSearch();

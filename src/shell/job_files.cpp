@@ -91,12 +91,8 @@ void JobFiles::NuovoLavoro()
 {
     const QString path =
         askNewJob(u"Indicare codice lavoro"_s, store::NameRule::UpToFirstDot, m_job.JobFolder());
-    if (!path.isEmpty())
-        createJob(path);
-}
-
-void JobFiles::createJob(const QString& path)
-{
+    if (path.isEmpty())
+        return;
     store::requireFreeName(path);
     if (!documentsClosed())
         return;

@@ -76,8 +76,7 @@ public:
 private:
     enum class Conversion { No, Yes };
 
-    /// Lets go of the open job while the operation runs; what fails is
-    /// reported.
+    /// Lets go of the open job while the operation runs; what fails is reported.
     void withFilesClosed(const std::function<void()>& operation);
 
     /// Says so when there are document windows.
@@ -103,7 +102,6 @@ private:
     /// Whether the chosen file may be written anew, with no document window open any more.
     [[nodiscard]] bool mayReplace(const QString& path);
 
-    void createJob(const QString& path);
     void openVerified(QString path, Conversion conversion);
     void tellRestrictions();
     /// The path of the new job; empty when the user does not want one.
@@ -116,7 +114,6 @@ private:
     void deleteJob(const QString& path);
     [[nodiscard]] bool copiesGoToo(const QString& path);
     [[nodiscard]] bool mayGoAfterCopy(const QString& path);
-    void repairFile(const QString& path);
     void restore(const QString& copy, const QString& target);
 
     widgets::MainWindowServices& m_window;

@@ -71,6 +71,12 @@ bool JobFiles::leftToOtherWindow(const QString& path)
                "potrà più modificarlo senza riaprirlo.\n\nProseguire?"_s.arg(path));
 }
 
+bool JobFiles::mayReplace(const QString& path)
+{
+    return !path.isEmpty() && !refusedAsWindowsJob(path) && !leftToOtherWindow(path) &&
+           documentsClosed();
+}
+
 void JobFiles::EliminaLavoro()
 {
     const QString path = askFile({.title = u"Selezionare Lavoro da Eliminare"_s,
@@ -155,18 +161,8 @@ void JobFiles::RiparaArchivio()
                                   .filter = DatabaseFilter,
                                   .flags = Request::AnyFile,
                                   .initialFolder = m_job.JobFolder()});
-    if (mayReplace(path))
-        repairFile(path);
-}
-
-bool JobFiles::mayReplace(const QString& path)
-{
-    return !path.isEmpty() && !refusedAsWindowsJob(path) && !leftToOtherWindow(path) &&
-           documentsClosed();
-}
-
-void JobFiles::repairFile(const QString& path)
-{
+    if (!mayReplace(path))
+        return;
     std::optional<store::RepairResult> result;
     withFilesClosed([&] {
         const widgets::StatusScope status(m_window, u"Riparazione database - "_s + path,

@@ -4,7 +4,7 @@
 #include "shell/copy_dialog.h"
 #include "shell/file_dialog.h"
 #include "shell/icons.h"
-#include "shell/texts.h"
+#include "text/error.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -18,7 +18,9 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
+#include <SQLiteCpp/Database.h>
 #include <algorithm>
+#include <new>
 
 namespace zelto::shell {
 
@@ -85,6 +87,36 @@ bool hasHomeTrash()
     return std::all_of(parts.begin(), parts.end(), [&](const QString& part) {
         return data.mkpath(part) && QFileInfo(data.filePath(part)).isWritable();
     });
+}
+
+/// Name, version, licence and libraries of the program, as rich text.
+QString aboutText()
+{
+    return u"<h3>Zelto %1</h3>"
+           u"<p>Tabelle millesimali dei condomìni.</p>"
+           u"<p>Software libero: può essere usato, studiato, modificato e ridistribuito secondo "
+           u"la <a href=\"https://www.gnu.org/licenses/gpl-3.0.html\">GNU General Public "
+           u"License</a>, versione 3 o successiva. È distribuito senza alcuna garanzia.</p>"
+           u"<p>Librerie: Qt %2 (LGPL-3.0), SQLite %3 (pubblico dominio), SQLiteCpp (MIT), "
+           u"SimpleIni (MIT).</p>"_s.arg(QStringLiteral(ZELTO_VERSION),
+                                         QString::fromLatin1(qVersion()),
+                                         QString::fromLatin1(SQLite::getLibVersion()));
+}
+
+/// Errors that carry no number have 0, want of memory 7.
+QString errorReportText(const std::exception& error)
+{
+    constexpr int OutOfMemory = 7;
+    QString description = QString::fromUtf8(error.what());
+    int number = 0;
+    if (const auto* known = dynamic_cast<const text::Error*>(&error)) {
+        number = known->code();
+    } else if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+        description = u"Memoria esaurita"_s;
+        number = OutOfMemory;
+    }
+    return u"The following Error occurred:\n\n%1\nNumber: %2"_s.arg(description,
+                                                                    QString::number(number));
 }
 
 class QtDialogs : public widgets::Dialogs

@@ -2,18 +2,15 @@
 #include "calc/job_check.h"
 #include "calc/job_loader.h"
 #include "calc/shares.h"
-#include "support/property.h"
+#include "store/store_fixture.h"
 #include "support/runner.h"
 
-#include <QFile>
-#include <QTest>
-
-#include <algorithm>
 #include <cmath>
 #include <functional>
+#include <rapidcheck.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
+using namespace zelto::test;
 
 namespace {
 
@@ -66,6 +63,23 @@ std::vector<Osservazione> oddities(const LavoroScritto& job)
     return all;
 }
 
+std::vector<Millesimi> shares(const LavoroScritto& job)
+{
+    ModelloLavoro modello = formaDati(job.dati);
+    Liste liste = formaListe(job.elenchi);
+    for (const UnitaScritta& unit : job.unita) {
+        modello.unita.push_back(formaUnita(unit));
+        for (const VanoScritto& room : unit.vani)
+            modello.unita.back().vani.push_back(formaVano(room.ambiente, room.testi(), liste));
+    }
+    return calcolaMillGen(calcolaConsistenze(modello));
+}
+
+UnitaScritta& unitOf(LavoroScritto& job, int number)
+{
+    return job.unita[std::size_t(number - 1)];
+}
+
 /// Does one thing wrong in a building and tells where it will be found.
 struct Fault
 {
@@ -81,9 +95,7 @@ Fault roomFault(Regola rule, const std::string& text, int first, int last)
                 const int unit = among(1, Units);
                 const int room = among(1, Rooms);
                 const int figure = among(first, last);
-                job.unita[std::size_t(unit - 1)]
-                    .vani[std::size_t(room - 1)]
-                    .cifre[std::size_t(figure)] = text;
+                unitOf(job, unit).vani[std::size_t(room - 1)].cifre[std::size_t(figure)] = text;
                 return Posto{
                     .scheda = Scheda::Vani, .unita = unit, .vano = room, .campo = 4 + figure};
             }};
@@ -93,7 +105,7 @@ Fault unitFault(Regola rule, int field, const std::function<void(UnitaScritta& u
 {
     return {rule, [=](LavoroScritto& job) {
                 const int unit = among(2, Units);
-                change(job.unita[std::size_t(unit - 1)]);
+                change(unitOf(job, unit));
                 return Posto{.scheda = Scheda::Unita, .unita = unit, .campo = field};
             }};
 }
@@ -122,94 +134,88 @@ Fault codesFault(Regola rule, const QString& codes, int row)
                         [=](LavoroScritto& job) { job.dati.tabellaCodici = codes; });
 }
 
-const std::vector<Fault>& faults()
-{
-    using enum Regola;
-    static const std::vector<Fault> all{
-        roomFault(RiferimentoIgnoto, "[Q]", 1, 6),
-        roomFault(TestoNonNumero, "1,25", 0, 6),
-        roomFault(CampoVuoto, "", 0, 6),
-        roomFault(ConsistenzaNonPositiva, "0", 0, 0),
-        roomFault(ConsistenzaNonPositiva, "-1", 0, 0),
-        roomFault(ConsistenzaFuoriMisura, "300", 0, 0),
-        roomFault(FattoreFuoriMisura, "3.01", 1, 6),
-        roomFault(FattoreFuoriMisura, "0.09", 1, 6),
-        {VanoOrfano,
-         [](LavoroScritto& job) {
-             job.orfani.push_back({99, 4, u"Cantina"_s});
-             return Posto{.scheda = Scheda::Vani, .unita = 99, .vano = 4};
-         }},
-        unitFault(TroppiVani, 0,
-                  [](UnitaScritta& unit) { unit.vani.resize(51, unit.vani.front()); }),
-        unitFault(UnitaSenzaVani, 0, [](UnitaScritta& unit) { unit.vani.clear(); }),
-        {TotaleNonPositivo,
-         [](LavoroScritto& job) {
-             const int unit = among(1, Units);
-             for (VanoScritto& room : job.unita[std::size_t(unit - 1)].vani)
-                 room.cifre[0] = among(0, 1) == 0 ? "0" : "-3";
-             return Posto{.scheda = Scheda::Unita, .unita = unit};
-         },
-         false},
-        {TroppeUnita,
-         [](LavoroScritto& job) {
-             for (int n = Units + 1; n <= 301; ++n) {
-                 UnitaScritta& unit = job.unita.emplace_back(job.unita[1]);
-                 unit.RifUI = n;
-                 unit.Riferimento = u"Int. %1"_s.arg(n);
-             }
-             return Posto{.scheda = Scheda::Unita};
-         }},
-        {CifraTagliata,
-         [](LavoroScritto& job) {
-             const int unit = among(1, Units);
-             job.unita[std::size_t(unit - 1)].HPiano = "9999999";
-             return Posto{.scheda = Scheda::Unita, .unita = unit};
-         },
-         false},
-        unitFault(TestoNonNumero, 5, [](UnitaScritta& unit) { unit.HPiano = "3,1"; }),
-        unitFault(RiferimentoDoppio, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int. 1"_s; }),
-        unitFault(NomiUguali, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int.  1"_s; }),
-        unitFault(ScalaIgnota, 4, [](UnitaScritta& unit) { unit.CodScala = u"C"_s; }),
-        unitFault(AltezzeDiverse, 5,
-                  [](UnitaScritta& unit) {
-                      unit.Livello = u"Piano 9"_s; // the only one there, but for the first unit
-                      unit.CodScala = u"B"_s;
-                  }),
-        {SegnoSenzaTabella,
-         [](LavoroScritto& job) {
-             const int unit = among(1, Units);
-             const int table = among(3, 10);
-             QString& flags = job.unita[std::size_t(unit - 1)].FlagTab;
-             flags = flags.leftJustified(10);
-             flags[table - 1] = u'X';
-             return Posto{.scheda = Scheda::Unita, .unita = unit, .campo = 6, .riga = table};
-         }},
-        listFault(RigheEscluse, u"1\tN\t\r\n0.9\tR\t\r\n\tY\t\r\n1\tZ\t\r\n"_s, 3),
-        listFault(RigheEscluse,
-                  u"1\tN\t\r\n0.9\tR\t\r\n"_s + u"1\t\t\r\n"_s.repeated(198) + u"1\tZ\t\r\n"_s,
-                  201),
-        listFault(CodiceDoppio, u"1\tN\t\r\n0.9\tR\t\r\n1\tZ\t\r\n2\tN\t\r\n"_s, 4),
-        listFault(ValoreNonNumero, u"1\tN\t\r\n0,9\tR\t\r\n1\tZ\t\r\n"_s, 2),
-        listFault(FattoreFuoriMisura, u"1\tN\t\r\n0.9\tR\t\r\n4\tZ\t\r\n"_s, 3),
-        generalFault(NomeMancante, Scheda::Tabelle, 3,
-                     [](LavoroScritto& job) {
-                         job.dati.NomeTabella[3] = u"Rampa"_s;
-                         job.unita[0].FlagTab = u"X  X"_s;
-                     }),
-        generalFault(TabellaVuota, Scheda::Tabelle, 3,
-                     [](LavoroScritto& job) { job.dati.NomeTabella[2] = u"Rampa"_s; }),
-        generalFault(NomiUguali, Scheda::Tabelle, 2,
-                     [](LavoroScritto& job) { job.dati.NomeTabella[1] = u"Acqua "_s; }),
-        generalFault(NessunaUnita, Scheda::Unita, 0, [](LavoroScritto& job) { job.unita.clear(); }),
-        codesFault(ScalaDoppia, u"A\t\t50\r\nB\t\t\r\na\t\t30\r\n"_s, 3),
-        codesFault(PercentualeFuoriMisura, u"A\t\t50\r\nB\t\t333\r\n"_s, 2),
-        codesFault(PercentualeFuoriMisura, u"A\t\t-1\r\nB\t\t\r\n"_s, 1),
-        codesFault(PercentualeZero, u"A\t\t50\r\nB\t\t0\r\n"_s, 2),
-        codesFault(TestoNonNumero, u"A\t\tx\r\nB\t\t\r\n"_s, 1),
-        codesFault(CodiceLungo, u"A\t\t50\r\nB\t\t\r\nAB\t\t1\r\n"_s, 3),
-    };
-    return all;
-}
+using enum Regola;
+const std::vector<Fault> Faults{
+    roomFault(RiferimentoIgnoto, "[Q]", 1, 6),
+    roomFault(TestoNonNumero, "1,25", 0, 6),
+    roomFault(CampoVuoto, "", 0, 6),
+    roomFault(ConsistenzaNonPositiva, "0", 0, 0),
+    roomFault(ConsistenzaNonPositiva, "-1", 0, 0),
+    roomFault(ConsistenzaFuoriMisura, "300", 0, 0),
+    roomFault(FattoreFuoriMisura, "3.01", 1, 6),
+    roomFault(FattoreFuoriMisura, "0.09", 1, 6),
+    {VanoOrfano,
+     [](LavoroScritto& job) {
+         job.orfani.push_back({99, 4, u"Cantina"_s});
+         return Posto{.scheda = Scheda::Vani, .unita = 99, .vano = 4};
+     }},
+    unitFault(TroppiVani, 0, [](UnitaScritta& unit) { unit.vani.resize(51, unit.vani.front()); }),
+    unitFault(UnitaSenzaVani, 0, [](UnitaScritta& unit) { unit.vani.clear(); }),
+    {TotaleNonPositivo,
+     [](LavoroScritto& job) {
+         const int unit = among(1, Units);
+         for (VanoScritto& room : unitOf(job, unit).vani)
+             room.cifre[0] = among(0, 1) == 0 ? "0" : "-3";
+         return Posto{.scheda = Scheda::Unita, .unita = unit};
+     },
+     false},
+    {TroppeUnita,
+     [](LavoroScritto& job) {
+         for (int n = Units + 1; n <= 301; ++n) {
+             UnitaScritta& unit = job.unita.emplace_back(job.unita[1]);
+             unit.RifUI = n;
+             unit.Riferimento = u"Int. %1"_s.arg(n);
+         }
+         return Posto{.scheda = Scheda::Unita};
+     }},
+    {CifraTagliata,
+     [](LavoroScritto& job) {
+         const int unit = among(1, Units);
+         unitOf(job, unit).HPiano = "9999999";
+         return Posto{.scheda = Scheda::Unita, .unita = unit};
+     },
+     false},
+    unitFault(TestoNonNumero, 5, [](UnitaScritta& unit) { unit.HPiano = "3,1"; }),
+    unitFault(RiferimentoDoppio, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int. 1"_s; }),
+    unitFault(NomiUguali, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int.  1"_s; }),
+    unitFault(ScalaIgnota, 4, [](UnitaScritta& unit) { unit.CodScala = u"C"_s; }),
+    unitFault(AltezzeDiverse, 5,
+              [](UnitaScritta& unit) {
+                  unit.Livello = u"Piano 9"_s; // the only one there, but for the first unit
+                  unit.CodScala = u"B"_s;
+              }),
+    {SegnoSenzaTabella,
+     [](LavoroScritto& job) {
+         const int unit = among(1, Units);
+         const int table = among(3, 10);
+         QString& flags = unitOf(job, unit).FlagTab;
+         flags = flags.leftJustified(10);
+         flags[table - 1] = u'X';
+         return Posto{.scheda = Scheda::Unita, .unita = unit, .campo = 6, .riga = table};
+     }},
+    listFault(RigheEscluse, u"1\tN\t\r\n0.9\tR\t\r\n\tY\t\r\n1\tZ\t\r\n"_s, 3),
+    listFault(RigheEscluse,
+              u"1\tN\t\r\n0.9\tR\t\r\n"_s + u"1\t\t\r\n"_s.repeated(198) + u"1\tZ\t\r\n"_s, 201),
+    listFault(CodiceDoppio, u"1\tN\t\r\n0.9\tR\t\r\n1\tZ\t\r\n2\tN\t\r\n"_s, 4),
+    listFault(ValoreNonNumero, u"1\tN\t\r\n0,9\tR\t\r\n1\tZ\t\r\n"_s, 2),
+    listFault(FattoreFuoriMisura, u"1\tN\t\r\n0.9\tR\t\r\n4\tZ\t\r\n"_s, 3),
+    generalFault(NomeMancante, Scheda::Tabelle, 3,
+                 [](LavoroScritto& job) {
+                     job.dati.NomeTabella[3] = u"Rampa"_s;
+                     job.unita[0].FlagTab = u"X  X"_s;
+                 }),
+    generalFault(TabellaVuota, Scheda::Tabelle, 3,
+                 [](LavoroScritto& job) { job.dati.NomeTabella[2] = u"Rampa"_s; }),
+    generalFault(NomiUguali, Scheda::Tabelle, 2,
+                 [](LavoroScritto& job) { job.dati.NomeTabella[1] = u"Acqua "_s; }),
+    generalFault(NessunaUnita, Scheda::Unita, 0, [](LavoroScritto& job) { job.unita.clear(); }),
+    codesFault(ScalaDoppia, u"A\t\t50\r\nB\t\t\r\na\t\t30\r\n"_s, 3),
+    codesFault(PercentualeFuoriMisura, u"A\t\t50\r\nB\t\t333\r\n"_s, 2),
+    codesFault(PercentualeFuoriMisura, u"A\t\t-1\r\nB\t\t\r\n"_s, 1),
+    codesFault(PercentualeZero, u"A\t\t50\r\nB\t\t0\r\n"_s, 2),
+    codesFault(TestoNonNumero, u"A\t\tx\r\nB\t\t\r\n"_s, 1),
+    codesFault(CodiceLungo, u"A\t\t50\r\nB\t\t\r\nAB\t\t1\r\n"_s, 3),
+};
 
 } // namespace
 
@@ -221,18 +227,17 @@ private slots:
     void soundBuildingsHaveNothingOdd()
     {
         for (const char* half : {"nothing above a note", "nor in the next ones"}) // 100 each
-            QVERIFY(zelto::test::holds(half, [] { RC_ASSERT(oddities(soundBuilding()).empty()); }));
+            QVERIFY(rc::check(half, [] { RC_ASSERT(oddities(soundBuilding()).empty()); }));
     }
 
     /// One fault in a sound building is found at its place, and nothing else is.
     void everyFaultIsFound()
     {
-        for (std::size_t i = 0; i < faults().size(); ++i)
-            QVERIFY(zelto::test::holds("fault " + std::to_string(i), [&] {
-                const Fault& fault = faults()[i];
+        for (std::size_t i = 0; i < Faults.size(); ++i)
+            QVERIFY(rc::check("fault " + std::to_string(i), [&] {
+                const Fault& fault = Faults[i];
                 LavoroScritto job = soundBuilding();
-                // Alone on its level, so that a unit sent there differs from one that belongs
-                // there.
+                // Alone on its level, so that a unit sent there differs from it.
                 job.unita[0].Livello = u"Piano 9"_s;
                 job.unita[0].CodScala = u"B"_s;
                 job.unita[0].HPiano = "9";
@@ -250,32 +255,16 @@ private slots:
     /// What a comma moves is what the shares say that are computed both ways.
     void thousandths()
     {
-        QVERIFY(zelto::test::holds("thousandths of a comma", [] { commaMoves(soundBuilding()); }));
+        QVERIFY(rc::check("thousandths of a comma", [] {
+            LavoroScritto job = soundBuilding();
+            job.unita[2].vani[1].cifre[1] = "1,5";
+            const auto counted = shares(job);
+            const double told = oddities(job).at(0).spostamento.value();
+            job.unita[2].vani[1].cifre[1] = "1.5";
+            const double moved = (shares(job)[2] - counted[2]).toDouble();
+            RC_ASSERT(std::abs(told - moved) < 0.01);
+        }));
     }
-
-private:
-    static void commaMoves(LavoroScritto job)
-    {
-        job.unita[2].vani[1].cifre[1] = "1,5";
-        const auto shares = [](const LavoroScritto& written) {
-            ModelloLavoro modello = formaDati(written.dati);
-            Liste liste = formaListe(written.elenchi);
-            for (const UnitaScritta& unit : written.unita) {
-                modello.unita.push_back(formaUnita(unit));
-                for (const VanoScritto& room : unit.vani)
-                    modello.unita.back().vani.push_back(
-                        formaVano(room.ambiente, room.testi(), liste));
-            }
-            return calcolaMillGen(calcolaConsistenze(modello));
-        };
-        const auto counted = shares(job);
-        const double told = oddities(job).at(0).spostamento.value();
-        job.unita[2].vani[1].cifre[1] = "1.5";
-        const double moved = (shares(job)[2] - counted[2]).toDouble();
-        RC_ASSERT(std::abs(told - moved) < 0.01);
-    }
-
-private slots:
 
     void counts()
     {
@@ -292,9 +281,8 @@ private slots:
     /// Every rule and no other.
     void guideNamesEveryRule()
     {
-        QFile file(QStringLiteral(EXAMPLE_FOLDER "/../../docs/guida.md"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString guide = QString::fromUtf8(file.readAll());
+        const QString guide =
+            QString::fromUtf8(bytesOf(QStringLiteral(EXAMPLE_FOLDER "/../../docs/guida.md")));
         for (const DescrizioneRegola& rule : regole()) {
             const QString row = u"| %1 | %2 | %3 | %4 |\n"_s.arg(rule.argomento, rule.che,
                                                                  nome(rule.gravita), rule.perche);

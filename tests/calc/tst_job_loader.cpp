@@ -1,42 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/job_check.h"
 #include "calc/job_loader.h"
-#include "store/schema.h"
 #include "store/store_fixture.h"
 #include "support/runner.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
-using zelto::store::Database;
-using zelto::store::jobTable;
-using zelto::store::Record;
-using zelto::store::roomKey;
-using zelto::store::TabellaUnita;
-using zelto::store::TabellaVani;
-using zelto::store::unitKey;
-using zelto::store::Value;
+using namespace zelto::store;
+using namespace zelto::test;
 
 namespace {
 
 /// A job whose records a test sets field by field.
-class Job
+struct Job
 {
-public:
-    Job() : m_database(Database::open(m_folder.newJob())) {}
-
-    Database& database() { return m_database; }
-    ModelloLavoro load() { return CaricaLavoro(m_database); }
+    ModelloLavoro load() { return CaricaLavoro(database); }
 
     void set(QStringView table, int ordinal, const Value& value)
     {
-        zelto::test::setField(m_database, table, ordinal, value);
+        setField(database, table, ordinal, value);
     }
 
     void addUnit(int number, const QString& riferimento = {})
     {
-        m_database.writer(jobTable(TabellaUnita))
+        database.writer(jobTable(TabellaUnita))
             .add(Record{unitKey(number), number, Value::nullIfEmpty(riferimento)});
     }
 
@@ -46,12 +32,11 @@ public:
         Record record{roomKey(unit, position), unit, position};
         for (const QString& field : fields.split(u'|'))
             record.push_back(Value::nullIfEmpty(field));
-        m_database.writer(jobTable(TabellaVani)).add(record);
+        database.writer(jobTable(TabellaVani)).add(record);
     }
 
-private:
-    zelto::test::JobFolder m_folder;
-    Database m_database;
+    JobFolder folder;
+    Database database = Database::open(folder.newJob());
 };
 
 QString refusal(Job& job)
@@ -68,7 +53,7 @@ QStringList said(const std::vector<Osservazione>& osservazioni)
 {
     QStringList lines;
     for (const Osservazione& osservazione : osservazioni)
-        lines << zelto::calc::testo(osservazione);
+        lines << testo(osservazione);
     return lines;
 }
 
@@ -88,14 +73,14 @@ private slots:
         QCOMPARE(modello.datiGenerali, (QMap<QString, QString>{{u"Chiave"_s, u"1"_s}}));
         QCOMPARE(modello.unita.front().vani, std::vector<Vano>(1));
         for (const auto& table : {u"Dati Generali"_s, u"Variabili"_s, u"Unità immobiliari"_s})
-            job.database().Execute(u"DELETE FROM \"%1\""_s.arg(table));
+            job.database.Execute(u"DELETE FROM \"%1\""_s.arg(table));
         QCOMPARE(job.load().NumUI(), 0);
     }
 
     void generalData()
     {
         Job job;
-        const auto table = zelto::store::TabellaDatiGenerali;
+        const auto table = TabellaDatiGenerali;
         job.set(table, 1, u"Condominio"_s);
         job.set(table, 2, u"Via Roma 1"_s);
         job.set(table, 4, u"2024-03-09"_s);
@@ -119,42 +104,36 @@ private slots:
         QCOMPARE(modello.codiceScala(u"C"_s), nullptr);
     }
 
-    void coefficients_data()
-    {
-        QTest::addColumn<QString>("list");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<float>("coefficient");
-        const QString list =
-            u"1.10\tCamera\tx\r\n0.9\tAB\t\r\n0.8\tA\t\r\n0.7\t\t\r\n0.6\tAB\t\r\n"_s;
-        QTest::addRow("by name") << list << u"[Camera]"_s << 1.1F;
-        QTest::addRow("first of two") << list << u"[AB]"_s << 0.9F;
-        QTest::addRow("prefix of another name") << list << u"[A]"_s << 0.8F;
-        QTest::addRow("open bracket matches what it begins") << list << u"[Cam"_s << 1.1F;
-        QTest::addRow("letter case counts") << list << u"[camera]"_s << 0.0F;
-        QTest::addRow("unknown") << list << u"[X]"_s << 0.0F;
-        QTest::addRow("number") << list << u"1.5"_s << 1.5F;
-        QTest::addRow("comma ends a number") << list << u"1,5"_s << 1.0F;
-        QTest::addRow("nothing") << list << u""_s << 0.0F;
-        QTest::addRow("list ends where a value is missing")
-            << u"1\tA\t\r\n\tB\t\r\n2\tC\t\r\n"_s << u"[C]"_s << 0.0F;
-        QTest::addRow("entry 200")
-            << u"1\tA\t\r\n"_s.repeated(199) + u"2\tC\t\r\n"_s << u"[C]"_s << 2.0F;
-        QTest::addRow("entry 201")
-            << u"1\tA\t\r\n"_s.repeated(200) + u"2\tC\t\r\n"_s << u"[C]"_s << 0.0F;
-        QTest::addRow("no list") << u" "_s << u"[C]"_s << 0.0F;
-    }
-
     void coefficients()
     {
-        QFETCH(QString, list);
-        QFETCH(QString, field);
-        Job job;
-        job.set(zelto::store::TabellaVariabili, 3, list); // list 3 resolves "Prospetto"
-        job.addRoom(1, 2, u"Sala|10|2|1|%1|1|1|0.5"_s.arg(field));
-        const Vano vano = job.load().unita[0].vani[1];
-        QTEST(vano.CP, "coefficient");
-        QCOMPARE(vano.CF, 20.0F);
-        QCOMPARE(vano.CT, 10 * vano.CP);
+        const auto room = [](const QString& list, const QString& prospetto) {
+            Job job;
+            job.set(TabellaVariabili, 3, list); // list 3 resolves "Prospetto"
+            job.addRoom(1, 2, u"Sala|10|2|1|%1|1|1|0.5"_s.arg(prospetto));
+            return job.load().unita[0].vani[1];
+        };
+        const QString list =
+            u"1.10\tCamera\tx\r\n0.9\tAB\t\r\n0.8\tA\t\r\n0.7\t\t\r\n0.6\tAB\t\r\n"_s;
+        const Vano camera = room(list, u"[Camera]"_s);
+        QCOMPARE(camera.CP, 1.1F);
+        QCOMPARE(camera.CF, 20.0F);
+        QCOMPARE(camera.CT, 10 * 1.1F);
+        QCOMPARE(room(list, u"[AB]"_s).CP, 0.9F); // the first of two
+        QCOMPARE(room(list, u"[A]"_s).CP, 0.8F);  // the prefix of another name
+        QCOMPARE(room(list, u"[Cam"_s).CP, 1.1F); // an open bracket matches what it begins
+        QCOMPARE(room(list, u"[camera]"_s).CP, 0.0F);
+        QCOMPARE(room(list, u"[X]"_s).CP, 0.0F);
+        QCOMPARE(room(list, u"1.5"_s).CP, 1.5F);
+        QCOMPARE(room(list, u"1,5"_s).CP, 1.0F);
+        QCOMPARE(room(list, {}).CP, 0.0F);
+        QCOMPARE(room(u" "_s, u"[C]"_s).CP, 0.0F);
+        // A list ends where a value is missing, and with entry 200.
+        QCOMPARE(room(u"1\tA\t\r\n\tB\t\r\n2\tC\t\r\n"_s, u"[C]"_s).CP, 0.0F);
+        const auto after = [](int entries) {
+            return u"1\tA\t\r\n"_s.repeated(entries) + u"2\tC\t\r\n"_s;
+        };
+        QCOMPARE(room(after(199), u"[C]"_s).CP, 2.0F);
+        QCOMPARE(room(after(200), u"[C]"_s).CP, 0.0F);
     }
 
     void unitsAndRoomsInKeyOrder()
@@ -173,61 +152,54 @@ private slots:
         QCOMPARE(order.join(u' '), u"1 2a 10b 10c"_s);
     }
 
-    /// After any change of one unit the model is as if the job were loaded anew.
-    void oneUnitAtATime_data()
-    {
-        QTest::addColumn<QString>("change");
-        QTest::addRow("none") << QString();
-        QTest::addRow("a room") << u"UPDATE Vani SET [Consistenza reale] = '7.5' WHERE "
-                                   "[Riferimento unità] = 3 AND Posizione = 2"_s;
-        QTest::addRow("a new room") << u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione) "
-                                       "VALUES ('    3    9', 3, 9)"_s;
-        QTest::addRow("deleted") << u"DELETE FROM [Unità immobiliari] WHERE Chiave = '    3'"_s;
-        QTest::addRow("among the others") << u"UPDATE [Unità immobiliari] SET Chiave = '    6' "
-                                             "WHERE [Riferimento unità] = 3"_s;
-        QTest::addRow("behind the others") << u"UPDATE [Unità immobiliari] SET Chiave = '   99' "
-                                              "WHERE [Riferimento unità] = 3"_s;
-        QTest::addRow("twice the number") << u"INSERT INTO [Unità immobiliari] "
-                                             "(Chiave, [Riferimento unità]) VALUES ('    5', 3)"_s;
-    }
-    /// The model and the check of a job both follow the change of one unit.
+    /// After any change of one unit, or none, model and check are as if the job were read anew.
     void oneUnitAtATime()
     {
-        QFETCH(QString, change);
-        Job job;
-        for (const int unit : {2, 3, 4, 7, 8}) {
-            job.addUnit(unit, u"Int. %1"_s.arg(unit));
-            job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
+        const QString rekeyed =
+            u"UPDATE [Unità immobiliari] SET Chiave = '%1' WHERE [Riferimento unità] = 3"_s;
+        for (const QString& change :
+             {u"UPDATE Vani SET Posizione = 2 WHERE Chiave = '    3    2'"_s,
+              u"UPDATE Vani SET [Consistenza reale] = '7.5' WHERE Chiave = '    3    2'"_s,
+              u"INSERT INTO Vani (Chiave, [Riferimento unità], Posizione) "
+              "VALUES ('    3    9', 3, 9)"_s,
+              u"DELETE FROM [Unità immobiliari] WHERE Chiave = '    3'"_s, rekeyed.arg(u"    6"_s),
+              rekeyed.arg(u"   99"_s),
+              u"INSERT INTO [Unità immobiliari] (Chiave, [Riferimento unità]) "
+              "VALUES ('    5', 3)"_s}) {
+            Job job;
+            for (const int unit : {2, 3, 4, 7, 8}) {
+                job.addUnit(unit, u"Int. %1"_s.arg(unit));
+                job.addRoom(unit, 2, u"Camera|12.5|1|1.1|1|1|1|1"_s);
+            }
+            ModelloLavoro modello = job.load();
+            ControlloLavoro controllo(LeggiLavoroScritto(job.database));
+            QCOMPARE(job.database.Execute(change), 1);
+            RicaricaUnita(job.database, modello, 3);
+            QVERIFY2(modello == job.load(), qPrintable(change));
+            controllo.rileggiUnita(job.database, 3);
+            QVERIFY2(said(controllo.osservazioni()) ==
+                         said(controlla(LeggiLavoroScritto(job.database))),
+                     qPrintable(change));
         }
-        ModelloLavoro modello = job.load();
-        ControlloLavoro controllo(LeggiLavoroScritto(job.database()));
-        if (!change.isEmpty())
-            QCOMPARE(job.database().Execute(change), 1);
-        RicaricaUnita(job.database(), modello, 3);
-        QVERIFY(modello == job.load());
-        controllo.rileggiUnita(job.database(), 3);
-        QCOMPARE(said(controllo.osservazioni()),
-                 said(controlla(LeggiLavoroScritto(job.database()))));
     }
 
     void refusesMoreThanTheModelHolds()
     {
         Job units;
-        for (int n = 2; n <= zelto::store::MostUnits; ++n)
+        for (int n = 2; n <= MostUnits; ++n)
             units.addUnit(n);
-        QCOMPARE(units.load().NumUI(), zelto::store::MostUnits);
-        units.addUnit(zelto::store::MostUnits + 1);
-        const QString tooMany = refusal(units);
-        QVERIFY2(tooMany.contains(u"Unità immobiliari") && tooMany.contains(u"300"),
-                 qPrintable(tooMany));
+        QCOMPARE(units.load().NumUI(), MostUnits);
+        units.addUnit(MostUnits + 1);
+        QCOMPARE(
+            refusal(units),
+            u"La tabella «Unità immobiliari» contiene più di 300 unità, il massimo di un lavoro."_s);
 
         Job rooms;
         rooms.addUnit(7, u"%2 Rossi"_s);
-        for (int r = 1; r <= zelto::store::MostRooms; ++r)
+        for (int r = 1; r <= MostRooms; ++r)
             rooms.addRoom(7, r, u"Sala"_s);
-        QCOMPARE(rooms.load().unita[1].vani.size(),
-                 static_cast<std::size_t>(zelto::store::MostRooms));
-        rooms.addRoom(7, zelto::store::MostRooms + 1, u"Sala"_s);
+        QCOMPARE(rooms.load().unita[1].vani.size(), static_cast<std::size_t>(MostRooms));
+        rooms.addRoom(7, MostRooms + 1, u"Sala"_s);
         QCOMPARE(refusal(rooms),
                  u"L'unità 7 (%2 Rossi) ha più di 50 vani, il massimo di un'unità."_s);
     }
@@ -245,9 +217,8 @@ private slots:
     void missingTablesAreErrors()
     {
         Job job;
-        job.database().Execute(u"DROP TABLE Variabili"_s);
-        QCOMPARE(zelto::test::errorOf([&] { job.load(); }),
-                 static_cast<int>(zelto::store::ErrorNumber::TableNotFound));
+        job.database.Execute(u"DROP TABLE Variabili"_s);
+        QCOMPARE(errorOf([&] { job.load(); }), static_cast<int>(ErrorNumber::TableNotFound));
     }
 };
 

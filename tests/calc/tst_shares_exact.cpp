@@ -7,15 +7,13 @@
 #include "support/runner.h"
 #include "text/decimal_text.h"
 
-#include <QTest>
-
+#include <algorithm>
 #include <cmath>
 #include <gmpxx.h>
 #include <random>
-#include <ranges>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::calc;
+using namespace zelto::test;
 
 namespace {
 
@@ -67,23 +65,21 @@ std::vector<qint64> inThousandths(const std::vector<Millesimi>& shares)
     return values;
 }
 
-class RandomBuilding
+struct RandomBuilding
 {
-public:
-    explicit RandomBuilding(unsigned number) : m_random(number) {}
+    std::mt19937 random;
 
     ModelloLavoro make()
     {
-        ModelloLavoro modello = zelto::test::building(
-            std::vector<zelto::test::UnitData>(static_cast<std::size_t>(within(1, 60))));
+        ModelloLavoro modello =
+            building(std::vector<UnitData>(static_cast<std::size_t>(within(1, 60))));
         for (UnitaImmobiliare& unita : modello.unita)
             fill(unita);
         modello.tabellaCodici = {{u"A"_s, u""_s, static_cast<double>(within(0, 80))}};
         return modello;
     }
 
-private:
-    int within(int low, int high) { return std::uniform_int_distribution{low, high}(m_random); }
+    int within(int low, int high) { return std::uniform_int_distribution{low, high}(random); }
 
     float decimal(int low, int high, int places)
     {
@@ -109,8 +105,6 @@ private:
             calcolaVano(unita.vani.back());
         }
     }
-
-    std::mt19937 m_random;
 };
 
 Fraction exactSize(const UnitaImmobiliare& unita)
@@ -126,12 +120,12 @@ Fraction exactSize(const UnitaImmobiliare& unita)
 }
 
 Fractions exactIndexes(const ModelloLavoro& modello, const Fractions& sizes,
-                       const std::vector<bool>& member, bool proportional)
+                       const std::vector<bool>& member, IndicePiano indice)
 {
     Fractions indexes;
     for (std::size_t u = 0; u < sizes.size(); ++u) {
         Fraction index = Fraction(modello.unita[u].HPiano) * sizes[u];
-        if (proportional) {
+        if (indice == IndicePiano::Proporzionale) {
             Fraction floor = 0;
             for (std::size_t other = 0; other < sizes.size(); ++other)
                 if (member[other] && modello.unita[other].HPiano == modello.unita[u].HPiano)
@@ -143,41 +137,38 @@ Fractions exactIndexes(const ModelloLavoro& modello, const Fractions& sizes,
     return indexes;
 }
 
+void compareStaircase(const ModelloLavoro& modello, const Fractions& sizes, const QString& codice,
+                      IndicePiano indice)
+{
+    std::vector<bool> member;
+    for (const UnitaImmobiliare& unita : modello.unita)
+        member.push_back(unita.CodScala == codice);
+    const QuoteScala quote = calcolaScala(modello, calcolaConsistenze(modello), codice, indice);
+    const auto ownership = closedShares(sizes, member);
+    QCOMPARE(inThousandths(quote.MillProp), ownership);
+    const auto floor = closedShares(exactIndexes(modello, sizes, member, indice), member);
+    QCOMPARE(inThousandths(quote.MillPiano), floor);
+
+    const double percent = codice == u"A" ? modello.tabellaCodici.front().percentuale : 0;
+    const Fraction weight = percent == 0 ? Fraction(1, 2) : Fraction(Fraction(percent) / 100);
+    Fractions combined;
+    for (std::size_t u = 0; u < sizes.size(); ++u)
+        combined.emplace_back(static_cast<long>(floor[u]) * weight +
+                              static_cast<long>(ownership[u]) * (1 - weight));
+    QCOMPARE(inThousandths(quote.MillScala), closedShares(combined, member));
+}
+
 } // namespace
 
 class TestSharesExact : public QObject
 {
     Q_OBJECT
 
-private:
-    static void compareStaircase(const ModelloLavoro& modello, const Fractions& sizes,
-                                 const QString& codice, bool proportional)
-    {
-        std::vector<bool> member;
-        for (const UnitaImmobiliare& unita : modello.unita)
-            member.push_back(unita.CodScala == codice);
-        const QuoteScala quote =
-            calcolaScala(modello, calcolaConsistenze(modello), codice,
-                         proportional ? IndicePiano::Proporzionale : IndicePiano::PerConsistenza);
-        const auto ownership = closedShares(sizes, member);
-        QCOMPARE(inThousandths(quote.MillProp), ownership);
-        const auto floor = closedShares(exactIndexes(modello, sizes, member, proportional), member);
-        QCOMPARE(inThousandths(quote.MillPiano), floor);
-
-        const double percent = codice == u"A" ? modello.tabellaCodici.front().percentuale : 0;
-        const Fraction weight = percent == 0 ? Fraction(1, 2) : Fraction(Fraction(percent) / 100);
-        Fractions combined;
-        for (std::size_t u = 0; u < sizes.size(); ++u)
-            combined.emplace_back(static_cast<long>(floor[u]) * weight +
-                                  static_cast<long>(ownership[u]) * (1 - weight));
-        QCOMPARE(inThousandths(quote.MillScala), closedShares(combined, member));
-    }
-
 private slots:
     void randomBuildings()
     {
         for (unsigned number = 0; number < 400; ++number) {
-            const ModelloLavoro modello = RandomBuilding(number).make();
+            const ModelloLavoro modello = RandomBuilding{std::mt19937(number)}.make();
             const Consistenze consistenze = calcolaConsistenze(modello);
             Fractions sizes;
             for (const UnitaImmobiliare& unita : modello.unita)
@@ -193,11 +184,30 @@ private slots:
                          closedShares(sizes, member));
             }
             for (const QString& codice : elencoScale(modello)) {
-                compareStaircase(modello, sizes, codice, false);
-                compareStaircase(modello, sizes, codice, true);
+                compareStaircase(modello, sizes, codice, IndicePiano::PerConsistenza);
+                compareStaircase(modello, sizes, codice, IndicePiano::Proporzionale);
                 if (QTest::currentTestFailed())
                     return;
             }
+        }
+    }
+
+    /// As surveyors write them, of a total of which every eighth share lies half way.
+    void sizesInWholeHundredths()
+    {
+        std::mt19937 random;
+        for (int round = 0; round < 400; ++round) {
+            std::vector<double> bases;
+            Fractions exact;
+            Partecipanti all;
+            for (int rest = 64'000, cents = 0; rest > 0; rest -= cents) {
+                cents = std::min(rest, std::uniform_int_distribution{1, 3000}(random));
+                bases.push_back(cents / 100.0);
+                exact.emplace_back(Fraction(cents) / 100);
+                all.push_back(all.size());
+            }
+            QCOMPARE(inThousandths(quoteChiuse(bases, all)),
+                     closedShares(exact, std::vector<bool>(all.size(), true)));
         }
     }
 };

@@ -19,7 +19,7 @@
 using namespace zelto;
 using coefficients::DatiGenerali;
 using coefficients::Variabili;
-using test::Columns;
+using test::columns;
 using test::press;
 using widgets::TypedLine;
 
@@ -176,7 +176,7 @@ private slots:
     void renamedCodes_data()
     {
         // Edits are "row.column=text", "+row" inserts a row, "-row" deletes it.
-        const Columns<QString, QString, QString> row("edits", "asked", "rooms");
+        const auto row = columns<QString, QString, QString>("edits", "asked", "rooms");
         const QString as = u"[A] [A] [B] [Q] [D]"_s;
         row("another code", u"1.2=X"_s, u"2 vani usano [A]"_s, u"[X] [X] [B] [Q] [D]"_s);
         row("one room", u"2.2=X"_s, u"1 vano usa [B]"_s, u"[A] [A] [X] [Q] [D]"_s);

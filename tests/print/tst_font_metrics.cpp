@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/font_metrics.h"
-#include "support/property.h"
 #include "support/runner.h"
 
 #include <QFontInfo>
 #include <QImage>
 #include <QPainter>
 #include <QTest>
+
+#include <rapidcheck.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
@@ -107,7 +108,7 @@ private slots:
     {
         const FontMetrics metrics({});
         QCOMPARE(metrics.fittingLength(u"Città", metrics.width(u"Città")), 5);
-        QVERIFY(zelto::test::holds("longest prefix", [&](const std::string& latin, int limit) {
+        QVERIFY(rc::check("longest prefix", [&](const std::string& latin, int limit) {
             const QString text =
                 QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size()));
             const double width = limit % 2000;

@@ -2,12 +2,12 @@
 // Running text: how it is broken into lines, and how these are printed.
 #include "print/print_engine.h"
 #include "probe_surface.h"
-#include "support/property.h"
 #include "support/runner.h"
 
 #include <QTest>
 
 #include <algorithm>
+#include <rapidcheck.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
@@ -117,17 +117,16 @@ private slots:
 
     void nothingIsLost()
     {
-        QVERIFY(
-            zelto::test::holds("lines hold every character but blanks", [](int seed, int columns) {
-                QString text;
-                for (auto bits = static_cast<unsigned>(seed); bits != 0; bits /= 3)
-                    text += bits % 3 == 0 ? QString(bits % 4, u' ') : QString(bits % 7, u'x');
-                const double width = 10.0 * (std::abs(columns) % 9) + 5;
-                QStringList lines = linesOf(text, width);
-                for (const QString& line : lines)
-                    RC_ASSERT(line.size() <= 1 || static_cast<double>(10 * line.size()) <= width);
-                RC_ASSERT(lines.join(QString()).remove(u' ') == text.remove(u' '));
-            }));
+        QVERIFY(rc::check("lines hold every character but blanks", [](int seed, int columns) {
+            QString text;
+            for (auto bits = static_cast<unsigned>(seed); bits != 0; bits /= 3)
+                text += bits % 3 == 0 ? QString(bits % 4, u' ') : QString(bits % 7, u'x');
+            const double width = 10.0 * (std::abs(columns) % 9) + 5;
+            QStringList lines = linesOf(text, width);
+            for (const QString& line : lines)
+                RC_ASSERT(line.size() <= 1 || static_cast<double>(10 * line.size()) <= width);
+            RC_ASSERT(lines.join(QString()).remove(u' ') == text.remove(u' '));
+        }));
     }
 
     void justifying_data()

@@ -3,7 +3,6 @@
 // damaged, foreign or made to hurt.
 #include "print/print_engine.h"
 #include "probe_surface.h"
-#include "support/property.h"
 #include "support/runner.h"
 #include "text/decimal_text.h"
 
@@ -12,6 +11,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <rapidcheck.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::print;
@@ -123,7 +123,7 @@ private slots:
 
     void whatIsWrittenIsRead()
     {
-        QVERIFY(zelto::test::holds("numbers keep seven digits", [](int over, bool comma) {
+        QVERIFY(rc::check("numbers keep seven digits", [](int over, bool comma) {
             for (const float under : {1.0F, 4.0F, 7.0F, 1000.0F, 1e9F}) {
                 const float number = static_cast<float>(over) / under;
                 const QByteArray record = recordOf(comma ? ',' : '.', Opcode::FontSize, number);
@@ -132,7 +132,7 @@ private slots:
                 RC_ASSERT(RecordFields(line(record)).number(1) == limited);
             }
         }));
-        QVERIFY(zelto::test::holds("texts come back", [](const std::vector<char16_t>& units) {
+        QVERIFY(rc::check("texts come back", [](const std::vector<char16_t>& units) {
             QString text;
             for (const char16_t unit : units)
                 text += QChar(unit % 0x500 == 27 ? u' ' : static_cast<char16_t>(unit % 0x500));

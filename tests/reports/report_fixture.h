@@ -23,6 +23,8 @@ struct PlacedText
     double inkLeft; ///< without the blanks around it
     double inkRight;
     QString text;
+
+    bool operator==(const PlacedText&) const = default;
 };
 
 struct PlacedLine

@@ -7,14 +7,12 @@
 #include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
-#include <QFileInfo>
-
 namespace zelto::test {
 
 using Operation = void (shell::JobFiles::*)();
 
-/// A.ZLT and B.ZLT are jobs, OLD.ZLT is one of another format, EARLIER.ZLT of an earlier edition;
-/// TEXT.ZLT is no database.
+/// A.ZLT and B.ZLT are jobs, OLD.ZLT is one of another format, EARLIER.ZLT of an earlier edition,
+/// JET.ZLT of the edition for Windows; TEXT.ZLT is no database.
 class JobDesk
 {
 public:
@@ -24,6 +22,7 @@ public:
             (void)folder.newJob(QString::fromUtf16(name));
         RawFile(path(u"OLD.ZLT"_s)).run("UPDATE ZELTO SET Versione='1997'");
         RawFile(path(u"EARLIER.ZLT"_s)).run("DROP TABLE Variabili");
+        QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), path(u"JET.ZLT"_s));
         writeBytes(path(u"TEXT.ZLT"_s), "no database");
     }
 
@@ -32,18 +31,20 @@ public:
     /// The open job with "~" for the folder.
     [[nodiscard]] QString openJob() const
     {
-        return jobs.JobPath().isEmpty() ? QString()
-                                        : u"~/"_s + QFileInfo(jobs.JobPath()).fileName();
+        return QString(jobs.JobPath()).replace(folder.path(), u"~"_s);
     }
 
-    /// As the program does it: the user hears of what goes wrong.
-    void carryOut(Operation operation)
+    /// What the user hears, with these answers to file dialogs; as the program does it, also of
+    /// what goes wrong.
+    QString carryOut(Operation operation, const QStringList& answers = {})
     {
+        user.files = answers;
         try {
             (jobs.*operation)();
         } catch (const std::exception& error) {
             user.ReportError(error);
         }
+        return user.said();
     }
 
     /// Opens a job as if it had been open all the time.
@@ -54,8 +55,9 @@ public:
     }
 
     JobFolder folder;
+    const QString a = path(u"A.ZLT"_s);
     JobFolder home; ///< of the user
-    ScriptedUser user{QFileInfo(folder.file(u"x"_s)).path()};
+    ScriptedUser user{folder.path()};
     shell::RecentJobs recent;
     store::JobCopies copies{home.file(u"copie"_s)};
     shell::JobFiles jobs{user, user, recent, copies, [](store::Database& /*job*/) {}};

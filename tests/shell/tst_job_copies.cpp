@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The copies that are kept of jobs, and jobs made of them.
 #include "shell/job_desk.h"
-#include "store/files/new_file.h"
 #include "support/disk_limit.h"
 #include "support/runner.h"
 
-#include <QTest>
-
 #include <numeric>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -22,18 +18,6 @@ void changeJob(const QString& path, int state)
     RawFile(path).run("UPDATE ZELTO SET Utente='" + QByteArray::number(state) + "'");
 }
 
-/// Keeps a copy of each state.
-void keepStates(const JobDesk& desk, const QString& job, int first, int last)
-{
-    for (int state = first; state <= last; ++state) {
-        changeJob(job, state);
-        desk.copies.keep(job);
-    }
-}
-
-/// In the hour in which the clock is put back.
-const QDateTime Beginning(QDate(2026, 10, 25), QTime(0, 59, 59), Qt::UTC);
-
 /// The states of a job's copies, the last first.
 QString states(const JobCopies& copies, const QString& job)
 {
@@ -42,6 +26,27 @@ QString states(const JobCopies& copies, const QString& job)
         states << Database::open(copy.path, OpenMode::ReadOnly).records(TabellaZelto).text(1);
     return states.join(u' ');
 }
+
+/// In the hour in which the clock is put back.
+const QDateTime Beginning(QDate(2026, 10, 25), QTime(0, 59, 59), Qt::UTC);
+
+/// A desk on which A.ZLT gets other states.
+struct CopyDesk : JobDesk
+{
+    void change(int state) const { changeJob(a, state); }
+    [[nodiscard]] QString kept() const { return states(copies, a); }
+    [[nodiscard]] QString folderOfCopies() const
+    {
+        return QFileInfo(copies.copiesOf(a).front().path).path();
+    }
+    void keepStates(int first, int last) const
+    {
+        for (int state = first; state <= last; ++state) {
+            change(state);
+            copies.keep(a);
+        }
+    }
+};
 
 } // namespace
 
@@ -53,47 +58,45 @@ private slots:
     /// Whatever the time of the file.
     void everyStateOnce()
     {
-        const JobDesk desk;
-        const QString job = desk.path(u"A.ZLT"_s);
+        const CopyDesk desk;
         for (int state = 1; state <= 12; ++state) {
-            changeJob(job, state);
-            desk.copies.keep(job, Beginning.addSecs(state));
-            QFile file(job);
+            desk.change(state);
+            desk.copies.keep(desk.a, Beginning.addSecs(state));
+            QFile file(desk.a);
             QVERIFY(file.open(QIODevice::ReadWrite));
             QVERIFY(file.setFileTime(Beginning.addDays(state), QFileDevice::FileModificationTime));
-            desk.copies.keep(job, Beginning.addSecs(state));
+            desk.copies.keep(desk.a, Beginning.addSecs(state));
         }
-        QCOMPARE(states(desk.copies, job), u"12 11 10 9 8 7 6 5 4 3"_s);
-        QCOMPARE(desk.copies.copiesOf(job).front().kept.toUTC().time(), QTime(1, 0, 11));
-        changeJob(job, 1);
-        desk.copies.keep(job, Beginning);
-        QCOMPARE(states(desk.copies, job), u"1 12 11 10 9 8 7 6 5 4"_s);
-        RawFile(job).run("INSERT INTO Vani (Chiave) VALUES ('    1    2')");
-        desk.copies.keep(job, Beginning);
-        QCOMPARE(states(desk.copies, job), u"1 1 12 11 10 9 8 7 6 5"_s);
+        QCOMPARE(desk.kept(), u"12 11 10 9 8 7 6 5 4 3"_s);
+        QCOMPARE(desk.copies.copiesOf(desk.a).front().kept.toUTC().time(), QTime(1, 0, 11));
+        desk.change(1);
+        desk.copies.keep(desk.a, Beginning);
+        QCOMPARE(desk.kept(), u"1 12 11 10 9 8 7 6 5 4"_s);
+        RawFile(desk.a).run("INSERT INTO Vani (Chiave) VALUES ('    1    2')");
+        desk.copies.keep(desk.a, Beginning);
+        QCOMPARE(desk.kept(), u"1 1 12 11 10 9 8 7 6 5"_s);
     }
 
     /// Three states a day for 400 days.
     void olderStatesThinOut()
     {
-        const JobDesk desk;
-        const QString job = desk.path(u"A.ZLT"_s);
-        changeJob(job, 0);
-        desk.copies.keep(job, Beginning);
-        const QString first = desk.copies.copiesOf(job).front().path;
+        const CopyDesk desk;
+        desk.change(0);
+        desk.copies.keep(desk.a, Beginning);
+        const QString first = desk.copies.copiesOf(desk.a).front().path;
+        const QString folder = desk.folderOfCopies();
         const QDateTime noon(QDate(2026, 1, 1), QTime(12, 0), Qt::UTC);
-        const QString folder = QFileInfo(first).path();
         for (int state = 1; state < 1200; ++state) {
             const QDateTime moment = noon.addDays(state / 3).addSecs(state % 3);
-            const QString name = u"%1 %2.ZLT"_s.arg(state + 1, 6, 10, QChar(u'0'))
+            const QString name = u"/%1 %2.ZLT"_s.arg(state + 1, 6, 10, QChar(u'0'))
                                      .arg(moment.toString(u"yyyy-MM-dd HH-mm-ss-zzz"));
-            QVERIFY(QFile::copy(first, folder + u'/' + name));
+            QVERIFY(QFile::copy(first, folder + name));
         }
-        changeJob(job, 1);
+        desk.change(1);
         const QDateTime now = noon.addDays(400);
-        desk.copies.keep(job, now);
+        desk.copies.keep(desk.a, now);
         QList<qint64> ages;
-        for (const JobCopy& copy : desk.copies.copiesOf(job))
+        for (const JobCopy& copy : desk.copies.copiesOf(desk.a))
             ages += copy.kept.toUTC().daysTo(now);
         QCOMPARE(ages.first(10), (QList<qint64>{0, 1, 1, 1, 2, 2, 2, 3, 3, 3}));
         QList<qint64> days(28);
@@ -107,19 +110,18 @@ private slots:
 
     void jobsApart()
     {
-        const JobDesk desk;
+        const CopyDesk desk;
         QVERIFY(QDir().mkdir(desk.path(u"altra"_s)));
-        const QString a = desk.path(u"A.ZLT"_s);
         const QString other = desk.path(u"altra/A.ZLT"_s);
         const QString link = desk.path(u"LINK.ZLT"_s);
         QVERIFY(QFile::copy(desk.path(u"B.ZLT"_s), other));
-        QVERIFY(QFile::link(a, link));
-        changeJob(a, 1);
+        QVERIFY(QFile::link(desk.a, link));
+        desk.change(1);
         changeJob(other, 2);
-        for (const QString& job : {a, other, link})
+        for (const QString& job : {desk.a, other, link})
             desk.copies.keep(job);
-        QCOMPARE(desk.copies.jobs(), QStringList({a, other}));
-        QCOMPARE(states(desk.copies, a), u"1"_s);
+        QCOMPARE(desk.copies.jobs(), QStringList({desk.a, other}));
+        QCOMPARE(desk.kept(), u"1"_s);
         QCOMPARE(states(desk.copies, other), u"2"_s);
         const auto others =
             QFile::permissions(desk.copies.folder()) &
@@ -129,43 +131,40 @@ private slots:
 
     void whatIsListed()
     {
-        const JobDesk desk;
+        const CopyDesk desk;
         QCOMPARE(desk.copies.jobs(), QStringList());
-        const QString job = desk.path(u"A.ZLT"_s);
-        keepStates(desk, job, 1, 2);
-        const std::vector<JobCopy> kept = desk.copies.copiesOf(job);
-        const QDir folder(QFileInfo(kept.front().path).path());
+        desk.keepStates(1, 2);
+        const QDir folder(desk.folderOfCopies());
         writeBytes(folder.filePath(u"mio.ZLT"_s), "mine");
         writeBytes(folder.filePath(u"000099 ieri.ZLT"_s), "mine, too");
-        writeBytes(kept.back().path, "no database");
-        const std::vector<JobCopy> listed = desk.copies.copiesOf(job);
+        writeBytes(desk.copies.copiesOf(desk.a).back().path, "no database");
+        const std::vector<JobCopy> listed = desk.copies.copiesOf(desk.a);
         QCOMPARE(listed.size(), 2U);
         QCOMPARE(listed.front().units, std::optional(1));
         QVERIFY(listed.front().size > 1000);
         QVERIFY(!listed.back().units);
-        keepStates(desk, job, 3, 14);
+        desk.keepStates(3, 14);
         QCOMPARE(bytesOf(folder.filePath(u"mio.ZLT"_s)), "mine");
     }
 
     void failureKeepsOldCopies()
     {
-        const JobDesk desk;
-        const QString job = desk.path(u"A.ZLT"_s);
-        keepStates(desk, job, 1, 10);
-        changeJob(job, 11);
+        const CopyDesk desk;
+        desk.keepStates(1, 10);
+        desk.change(11);
         {
             const DiskLimit full(8192);
-            const int error = errorOf([&] { desk.copies.keep(job); });
+            const int error = errorOf([&] { desk.copies.keep(desk.a); });
             QVERIFY2(error == 3026 || error == 3043, qPrintable(QString::number(error)));
         }
-        QCOMPARE(states(desk.copies, job), u"10 9 8 7 6 5 4 3 2 1"_s);
+        QCOMPARE(desk.kept(), u"10 9 8 7 6 5 4 3 2 1"_s);
     }
 
     void openingWithoutCopy()
     {
         JobDesk desk;
         writeBytes(desk.copies.folder(), "a file in the folder's place");
-        desk.jobs.openGiven(desk.path(u"A.ZLT"_s));
+        desk.jobs.openGiven(desk.a);
         QVERIFY(desk.user.said().contains(u"message: Non è stato possibile conservare una copia"));
         QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
     }
@@ -188,9 +187,7 @@ private slots:
         const QByteArray today = bytesOf(job);
 
         desk.user.copy = 2;
-        desk.user.files = {u"~/di prima.1"_s};
-        desk.jobs.RipristinaCopia();
-        const QString said = desk.user.said();
+        const QString said = desk.carryOut(&JobFiles::RipristinaCopia, {u"~/di prima.1"_s});
         QVERIFY2(said.contains(u"in [~EARLIER 20"), qPrintable(said));
         QVERIFY(said.contains(u"status: Ripristino copia su ~/di prima.1.ZLT (busy)"));
         QCOMPARE(desk.openJob(), u"~/di prima.1.ZLT"_s);
@@ -204,86 +201,65 @@ private slots:
         JobDesk desk;
         desk.open(u"A.ZLT"_s);
         desk.jobs.chiudiLavoro();
-        (void)desk.user.said();
-        QVERIFY(QFile::remove(desk.path(u"A.ZLT"_s)));
-        desk.user.files = {u"~/a"_s};
-        desk.jobs.RipristinaCopia();
+        QVERIFY(QFile::remove(desk.a));
+        desk.carryOut(&JobFiles::RipristinaCopia, {u"~/a"_s});
         QCOMPARE(desk.openJob(), u"~/a.ZLT"_s);
     }
 
     /// At opening, at closing if it was changed, before repair and deletion.
     void whenCopiesAreMade()
     {
-        JobDesk desk;
-        const QString job = desk.path(u"A.ZLT"_s);
-        const auto change = [&](int state) {
-            desk.jobs.job().JobDatabase().Execute(u"UPDATE ZELTO SET Utente='%1'"_s.arg(state));
-        };
-        changeJob(job, 1);
+        CopyDesk desk;
+        desk.change(1);
         desk.open(u"A.ZLT"_s);
         desk.jobs.chiudiLavoro();
-        QCOMPARE(states(desk.copies, job), u"1"_s);
+        QCOMPARE(desk.kept(), u"1"_s);
         desk.open(u"A.ZLT"_s);
-        change(2);
+        desk.jobs.job().JobDatabase().Execute(u"UPDATE ZELTO SET Utente='2'"_s);
         desk.open(u"B.ZLT"_s);
-        QCOMPARE(states(desk.copies, job), u"2 1"_s);
-        changeJob(job, 3);
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.RiparaArchivio();
-        QCOMPARE(states(desk.copies, job), u"3 2 1"_s);
-        changeJob(job, 4);
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.EliminaLavoro();
-        QVERIFY(!QFile::exists(job));
-        QCOMPARE(states(desk.copies, job), u"4 3 2 1"_s);
+        QCOMPARE(desk.kept(), u"2 1"_s);
+        desk.change(3);
+        desk.carryOut(&JobFiles::RiparaArchivio, {desk.a});
+        QCOMPARE(desk.kept(), u"3 2 1"_s);
+        desk.change(4);
+        desk.carryOut(&JobFiles::EliminaLavoro, {desk.a});
+        QVERIFY(!QFile::exists(desk.a));
+        QCOMPARE(desk.kept(), u"4 3 2 1"_s);
     }
 
     void copiesGoWithTheirJob()
     {
-        JobDesk desk;
-        const QString job = desk.path(u"A.ZLT"_s);
+        CopyDesk desk;
         desk.open(u"B.ZLT"_s);
         desk.open(u"A.ZLT"_s);
-        const QString folder = QFileInfo(desk.copies.copiesOf(job).front().path).path();
+        const QString folder = desk.folderOfCopies();
         desk.user.keeps = u"\t"_s;
         desk.user.hasTrash = false;
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.EliminaLavoro();
-        QVERIFY(
-            desk.user.said().endsWith(u"è stato cancellato: non c'è un cestino che lo prenda."_s));
-        QVERIFY(!QFile::exists(job) && !QFile::exists(folder));
+        QVERIFY(desk.carryOut(&JobFiles::EliminaLavoro, {desk.a})
+                    .endsWith(u"è stato cancellato: non c'è un cestino che lo prenda."_s));
+        QVERIFY(!QFile::exists(desk.a) && !QFile::exists(folder));
         QCOMPARE(desk.copies.jobs(), QStringList(desk.path(u"B.ZLT"_s)));
-    }
-
-    void refusedRestoring_data()
-    {
-        QTest::addColumn<int>("copy");
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QString>("lastSaid");
-        QTest::newRow("no copy chosen") << 9 << QStringList() << u"copies: ~/A.ZLT"_s;
-        QTest::newRow("no name chosen") << 0 << QStringList() << u"save: Indicare il nome"_s;
-        QTest::newRow("name exists") << 0 << QStringList{u"~/b"_s} << u"report: 3204"_s;
-        QTest::newRow("onto itself") << 0 << QStringList{u"~/A.ZLT"_s} << u"report: 3204"_s;
-        QTest::newRow("no such folder") << 0 << QStringList{u"~/none/x"_s} << u"report: 3024"_s;
     }
 
     void refusedRestoring()
     {
-        QFETCH(int, copy);
-        QFETCH(QStringList, files);
-        QFETCH(QString, lastSaid);
         JobDesk desk;
-        desk.jobs.RipristinaCopia();
-        QVERIFY(desk.user.said().startsWith(u"message: Non c'è ancora nessuna copia"));
+        QVERIFY(desk.carryOut(&JobFiles::RipristinaCopia)
+                    .startsWith(u"message: Non c'è ancora nessuna copia"));
         desk.open(u"A.ZLT"_s);
         const QStringList before = desk.folder.names();
-        desk.user.copy = static_cast<std::size_t>(copy);
-        desk.user.files = files;
-        desk.carryOut(&JobFiles::RipristinaCopia);
-        const QString last = desk.user.said().split(u'\n').constLast();
-        QVERIFY2(last.startsWith(lastSaid), qPrintable(last));
-        QCOMPARE(desk.folder.names(), before);
-        QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
+        const auto refusal = [&](const QStringList& answers) {
+            const QString said = desk.carryOut(&JobFiles::RipristinaCopia, answers);
+            return desk.openJob() == u"~/A.ZLT" && desk.folder.names() == before
+                       ? said.section(u'\n', -1).section(u',', 0, 0)
+                       : u"not refused: "_s + said;
+        };
+        QCOMPARE(refusal({}), u"save: Indicare il nome del lavoro ripristinato"_s);
+        QCOMPARE(refusal({u"~/b"_s}), u"report: 3204"_s);
+        QCOMPARE(refusal({desk.a}), u"report: 3204"_s);
+        QCOMPARE(refusal({u"~/none/x"_s}), u"report: 3024"_s);
+        desk.user.copy = 9; // none is chosen
+        QCOMPARE(refusal({}), u"copies: ~/A.ZLT"_s);
     }
 };
 

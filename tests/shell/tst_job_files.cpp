@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/job_desk.h"
+#include "support/columns.h"
 #include "support/disk_limit.h"
 #include "support/plain_user.h"
 #include "support/runner.h"
 
-#include <QTest>
-
-#include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -59,15 +55,15 @@ QString busy(const QString& status, const QString& within = {})
            (within.isEmpty() ? within : within + u'\n') + u"status\npointer"_s;
 }
 
-/// What writes files, with the answers to its file dialogs.
-void addWriting()
+/// What writes files, with the answers to its file dialogs; gives what adds another row.
+auto writing()
 {
-    QTest::addColumn<Operation>("operation");
-    QTest::addColumn<QString>("answer");
-    QTest::newRow("new") << Operation(&JobFiles::NuovoLavoro) << u"~/x"_s;
-    QTest::newRow("duplicate") << Operation(&JobFiles::DuplicaLavoro) << u"~/x"_s;
-    QTest::newRow("compact") << Operation(&JobFiles::CompattaArchivio) << u"~/a.zlt"_s;
-    QTest::newRow("repair") << Operation(&JobFiles::RiparaArchivio) << u"~/a.zlt"_s;
+    const auto row = columns<Operation, QString>("operation", "answer");
+    row("new", &JobFiles::NuovoLavoro, u"~/x"_s);
+    row("duplicate", &JobFiles::DuplicaLavoro, u"~/x"_s);
+    row("compact", &JobFiles::CompattaArchivio, u"~/a.zlt"_s);
+    row("repair", &JobFiles::RiparaArchivio, u"~/a.zlt"_s);
+    return row;
 }
 
 const QString A = u"A.ZLT"_s;
@@ -85,83 +81,70 @@ class TestJobFiles : public QObject
     Q_OBJECT
 
 private slots:
+    /// With A.ZLT open or not; what is said after the question.
     void conversations_data()
     {
-        QTest::addColumn<Operation>("operation");
-        QTest::addColumn<bool>("jobOpen"); // A.ZLT
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QStringList>("said"); // after the question
-        QTest::addColumn<QString>("openAfter");
-        const auto row = [](const char* name, Operation operation, bool open, const QString& answer,
-                            const QStringList& said, const QString& after) {
-            QTest::newRow(name) << operation << open << answer << said << after;
-        };
+        const auto row = columns<Operation, bool, QString, QStringList>("operation", "jobOpen",
+                                                                        "answer", "said");
         row("new", &JobFiles::NuovoLavoro, false, u"nuovo.zlt"_s,
-            {busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))},
-            u"nuovo.ZLT"_s);
+            {busy(u"Creazione nuovo lavoro ~/nuovo.ZLT"_s, opened(u"nuovo.ZLT"_s))});
         row("new, dots", &JobFiles::NuovoLavoro, false, u"nuovo.x.y"_s,
             {u"choose: Quale file si deve creare?Crea «…/nuovo.x.y.ZLT»|Crea «…/nuovo.ZLT»"_s,
-             busy(u"Creazione nuovo lavoro ~/nuovo.x.y.ZLT"_s, opened(u"nuovo.x.y.ZLT"_s))},
-            u"nuovo.x.y.ZLT"_s);
-        row("new, name exists", &JobFiles::NuovoLavoro, false, u"a"_s, {u"report: 3204"_s}, {});
+             busy(u"Creazione nuovo lavoro ~/nuovo.x.y.ZLT"_s, opened(u"nuovo.x.y.ZLT"_s))});
+        row("new, name exists", &JobFiles::NuovoLavoro, false, u"a"_s, {u"report: 3204"_s});
         row("new, no folder", &JobFiles::NuovoLavoro, false, u"none/x"_s,
-            {busy(u"Creazione nuovo lavoro ~/none/x.ZLT"_s), u"report: 3024"_s}, {});
-        row("open", &JobFiles::ApriLavoro, true, u"b.zlt"_s, {u"job"_s, opened(u"B.ZLT"_s)},
-            u"B.ZLT"_s);
+            {busy(u"Creazione nuovo lavoro ~/none/x.ZLT"_s), u"report: 3024"_s});
+        row("open", &JobFiles::ApriLavoro, true, u"b.zlt"_s, {u"job"_s, opened(u"B.ZLT"_s)});
         row("open, other format", &JobFiles::ApriLavoro, true, u"OLD.ZLT"_s,
             {u"job"_s,
-             u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s},
-            {});
+             u"message: Formato non compatibile, eseguire la conversione dell'archivio"_s});
         row("duplicate", &JobFiles::DuplicaLavoro, true, u"COPIA"_s,
-            {u"job"_s, busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))},
-            u"COPIA.ZLT"_s);
-        row("duplicate, name exists", &JobFiles::DuplicaLavoro, true, u"B"_s, {u"report: 3204"_s},
-            A);
+            {u"job"_s, busy(u"Duplicazione ~/A.ZLT su ~/COPIA.ZLT"_s, opened(u"COPIA.ZLT"_s))});
+        row("duplicate, name exists", &JobFiles::DuplicaLavoro, true, u"B"_s, {u"report: 3204"_s});
         row("delete other", &JobFiles::EliminaLavoro, true, u"b.zlt"_s,
-            {Confirm.arg(u"B.ZLT"_s), AskCopies.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)}, A);
+            {Confirm.arg(u"B.ZLT"_s), AskCopies.arg(u"B.ZLT"_s), InTrash.arg(u"B.ZLT"_s)});
         row("delete open job", &JobFiles::EliminaLavoro, true, u"a.zlt"_s,
-            {Confirm.arg(A), AskCopies.arg(A), u"job"_s, InTrash.arg(A)}, {});
+            {Confirm.arg(A), AskCopies.arg(A), u"job"_s, InTrash.arg(A)});
         row("delete, no copy possible", &JobFiles::EliminaLavoro, true, u"text.zlt"_s,
             {Confirm.arg(u"TEXT.ZLT"_s),
              u"confirm: Del file non si può conservare una copia di sicurezza.\n\nIl file "
-             u"«~/TEXT.ZLT» "
-             u"non è un database riconosciuto.\n\nEliminarlo ugualmente?"_s,
-             InTrash.arg(u"TEXT.ZLT"_s)},
-            A);
+             u"«~/TEXT.ZLT» non è un database riconosciuto.\n\nEliminarlo ugualmente?"_s,
+             InTrash.arg(u"TEXT.ZLT"_s)});
         row("delete, no job", &JobFiles::EliminaLavoro, true, u"a.bak"_s,
-            {u"message: Il file selezionato non è un database ZELTO"_s}, A);
+            {u"message: Il file selezionato non è un database ZELTO"_s});
         row("delete, missing", &JobFiles::EliminaLavoro, true, u"none.zlt"_s,
-            {Confirm.arg(u"none.zlt"_s), u"report: 3024"_s}, A);
+            {Confirm.arg(u"none.zlt"_s), u"report: 3024"_s});
         row("compact open job", &JobFiles::CompattaArchivio, true, u"a.zlt"_s,
-            {busy(u"Compattamento ~/A.BAK to ~/A.ZLT"_s)}, A);
+            {busy(u"Compattamento ~/A.BAK to ~/A.ZLT"_s)});
         row("compact, no database", &JobFiles::CompattaArchivio, false, u"TEXT.ZLT"_s,
-            {busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s), u"report: 3343"_s}, {});
+            {busy(u"Compattamento ~/TEXT.BAK to ~/TEXT.ZLT"_s), u"report: 3343"_s});
         row("repair, Windows edition", &JobFiles::RiparaArchivio, true, u"JET.ZLT"_s,
-            {WindowsEdition}, A);
+            {WindowsEdition});
         row("repair open job", &JobFiles::RiparaArchivio, true, u"a.zlt"_s,
             {RepairStatus + A, u"status"_s,
-             u"message: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s},
-            A);
+             u"message: Il file «~/A.ZLT» era integro: è stato soltanto riscritto."_s});
         row("repair, beyond repair", &JobFiles::RiparaArchivio, true, u"text.zlt"_s,
-            {RepairStatus + u"TEXT.ZLT"_s, u"status"_s, u"report: 3049"_s}, A);
+            {RepairStatus + u"TEXT.ZLT"_s, u"status"_s, u"report: 3049"_s});
     }
-
+    /// What the window was last told is open is open.
     void conversations()
     {
         QFETCH(Operation, operation);
         QFETCH(bool, jobOpen);
         QFETCH(QString, answer);
         QFETCH(QStringList, said);
-        QFETCH(QString, openAfter);
         JobDesk desk;
-        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), desk.path(u"JET.ZLT"_s)));
         if (jobOpen)
             desk.open(A);
-        desk.user.files = {u"~/"_s + answer};
         const QStringList before = desk.folder.names();
-        desk.carryOut(operation);
-        QCOMPARE(desk.user.said(), question(operation, jobOpen) + u'\n' + said.join(u'\n'));
-        QCOMPARE(desk.openJob(), openAfter.isEmpty() ? QString() : u"~/"_s + openAfter);
+        const QString after = said.join(u'\n');
+        QCOMPARE(desk.carryOut(operation, {u"~/"_s + answer}),
+                 question(operation, jobOpen) + u'\n' + after);
+        QString openAfter = jobOpen ? u"~/A.ZLT"_s : QString();
+        for (const QString& line : after.split(u'\n'))
+            if (line == u"job" || line.startsWith(u"job: "))
+                openAfter = line.mid(5);
+        QCOMPARE(desk.openJob(), openAfter);
         QCOMPARE(desk.jobs.job().isOpen(), !openAfter.isEmpty());
         if (said.last().startsWith(u"report"))
             QCOMPARE(desk.folder.names(), before);
@@ -173,11 +156,13 @@ private slots:
         desk.open(A);
         const QStringList before = desk.folder.names();
         for (const Question& asked : Questions) {
-            desk.carryOut(asked.operation);
-            QCOMPARE(desk.user.said(), question(asked.operation, true));
+            QCOMPARE(desk.carryOut(asked.operation), question(asked.operation, true));
             QCOMPARE(desk.folder.names(), before);
             QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         }
+        desk.user.saysYes = false;
+        QVERIFY(desk.carryOut(&JobFiles::EliminaLavoro, {desk.a}).endsWith(Confirm.arg(A)));
+        QCOMPARE(desk.folder.names(), before);
     }
 
     /// Without an open job, what to duplicate is asked first.
@@ -186,30 +171,20 @@ private slots:
         const QString source =
             u"open: Selezionare Lavoro da Aprire, 4108, Tabelle Millessimi (*.ZLT)|*.zlt in []"_s;
         JobDesk desk;
-        QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), desk.path(u"JET.ZLT"_s)));
         const auto said = [&](const QStringList& answers) {
-            desk.user.files = answers;
-            desk.carryOut(&JobFiles::DuplicaLavoro);
-            return desk.user.said();
+            return desk.carryOut(&JobFiles::DuplicaLavoro, answers);
         };
         QCOMPARE(said({}), source);
         QCOMPARE(said({u"~/JET.ZLT"_s}), source + u'\n' + WindowsEdition);
         QCOMPARE(said({u"~/TEXT.ZLT"_s}), source + u"\nreport: 3343"_s);
-        QCOMPARE(said({u"~/b.zlt"_s, u"~/Scala.1"_s}),
-                 QStringList(
-                     {source, question(&JobFiles::DuplicaLavoro, false),
-                      u"choose: Quale file si deve creare?Crea «…/Scala.1.ZLT»|Crea "
-                      "«…/SCA.ZLT»"_s,
-                      busy(u"Duplicazione ~/B.ZLT su ~/Scala.1.ZLT"_s, opened(u"Scala.1.ZLT"_s))})
-                     .join(u'\n'));
+        const QStringList conversation{
+            source, question(&JobFiles::DuplicaLavoro, false),
+            u"choose: Quale file si deve creare?Crea «…/Scala.1.ZLT»|Crea «…/SCA.ZLT»"_s,
+            busy(u"Duplicazione ~/B.ZLT su ~/Scala.1.ZLT"_s, opened(u"Scala.1.ZLT"_s))};
+        QCOMPARE(said({u"~/b.zlt"_s, u"~/Scala.1"_s}), conversation.join(u'\n'));
     }
 
-    void documentWindows_data()
-    {
-        addWriting();
-        QTest::newRow("delete") << Operation(&JobFiles::EliminaLavoro) << u"~/a.zlt"_s;
-    }
-
+    void documentWindows_data() { writing()("delete", &JobFiles::EliminaLavoro, u"~/a.zlt"_s); }
     /// They close before the job does; one that refuses stops the operation.
     void documentWindows()
     {
@@ -219,10 +194,8 @@ private slots:
         desk.open(A);
         desk.user.hasDocuments = true;
         desk.user.documentsClose = false;
-        desk.user.files = {answer};
         const QStringList before = desk.folder.names();
-        desk.carryOut(operation);
-        QVERIFY(desk.user.said().endsWith(u"close documents"));
+        QVERIFY(desk.carryOut(operation, {answer}).endsWith(u"close documents"));
         QCOMPARE(desk.folder.names(), before);
         QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         desk.jobs.ApriLavoro();
@@ -231,9 +204,7 @@ private slots:
         QCOMPARE(desk.user.said(), QStringList(3, CloseWindows).join(u'\n'));
 
         desk.user.documentsClose = true;
-        desk.user.files = {answer};
-        desk.carryOut(operation);
-        QVERIFY(!desk.user.said().contains(u"report"));
+        QVERIFY(!desk.carryOut(operation, {answer}).contains(u"report"));
         QVERIFY(!desk.user.hasDocuments);
         QVERIFY(desk.folder.names() != before || operation == &JobFiles::RiparaArchivio);
     }
@@ -241,12 +212,10 @@ private slots:
     void duplicateTakesCompanions()
     {
         JobDesk desk;
-        const QString a = desk.path(A);
-        RawFile(a).run("UPDATE ZELTO SET Utente='Rossi'");
+        RawFile(desk.a).run("UPDATE ZELTO SET Utente='Rossi'");
         for (const char16_t* name : {u"a.bak", u"A.html", u"AB.TXT", u"A.ZLT-journal"})
             writeBytes(desk.path(QString::fromUtf16(name)), QString::fromUtf16(name).toUtf8());
-        desk.user.files = {u"~/A.ZLT"_s, u"~/NUOVO"_s};
-        desk.jobs.DuplicaLavoro();
+        desk.carryOut(&JobFiles::DuplicaLavoro, {desk.a, u"~/NUOVO"_s});
         QCOMPARE(desk.openJob(), u"~/NUOVO.ZLT"_s);
         QCOMPARE(desk.jobs.job().JobDatabase().records(TabellaZelto).text(1), u"Rossi"_s);
         QCOMPARE(desk.folder.names().filter(u"NUOVO"_s),
@@ -260,28 +229,23 @@ private slots:
         JobDesk desk;
         // What an engine left beside a file that is no more must not be taken for the new one's.
         writeBytes(desk.path(u"x.ZLT-journal"_s), QByteArray(5000, 'x'));
-        desk.user.files = {u"~/x"_s};
-        desk.jobs.NuovoLavoro();
+        desk.carryOut(&JobFiles::NuovoLavoro, {u"~/x"_s});
         QCOMPARE(desk.jobs.job().JobDatabase().count(TabellaVani), 1);
-        QCOMPARE(desk.jobs.job().JobFolder(), QFileInfo(desk.path(u"x"_s)).path());
+        QCOMPARE(desk.jobs.job().JobFolder(), desk.folder.path());
         QCOMPARE(desk.folder.names().filter(u"x.ZLT"_s), QStringList(u"x.ZLT"_s));
 
         QVERIFY(QDir().mkdir(desk.path(u"v.2"_s)));
-        for (const int choice : {1, 0}) {
+        const auto made = [&](std::optional<int> choice, const QString& name) {
             desk.user.choice = choice;
-            desk.user.files = {u"~/v.2/lavoro"_s};
-            desk.jobs.NuovoLavoro();
-            QCOMPARE(desk.jobs.JobPath(),
-                     desk.path(choice == 1 ? u"v.ZLT"_s : u"v.2/lavoro.ZLT"_s));
-        }
-        desk.user.choice.reset();
-        desk.user.files = {u"~/v.2/altro"_s};
-        desk.jobs.NuovoLavoro();
-        QCOMPARE(desk.jobs.JobPath(), desk.path(u"v.2/lavoro.ZLT"_s));
+            desk.carryOut(&JobFiles::NuovoLavoro, {u"~/v.2/"_s + name});
+            return desk.jobs.JobPath();
+        };
+        QCOMPARE(made(1, u"lavoro"_s), desk.path(u"v.ZLT"_s));
+        QCOMPARE(made(0, u"lavoro"_s), desk.path(u"v.2/lavoro.ZLT"_s));
+        QCOMPARE(made({}, u"altro"_s), desk.path(u"v.2/lavoro.ZLT"_s)); // cancelled
     }
 
-    void nothingHalfMade_data() { addWriting(); }
-
+    void nothingHalfMade_data() { writing(); }
     /// On a full disk, and in a folder that cannot be written.
     void nothingHalfMade()
     {
@@ -290,14 +254,13 @@ private slots:
         JobDesk desk;
         desk.open(A);
         const QStringList names = desk.folder.names();
-        const QByteArray before = bytesOf(desk.path(A));
+        const QByteArray before = bytesOf(desk.a);
         const auto refused = [&](const char* errors) {
-            desk.user.files = {answer};
-            desk.carryOut(operation);
-            const QString report = desk.user.said().section(u"report: "_s, 1).section(u'\n', 0, 0);
+            const QString report =
+                desk.carryOut(operation, {answer}).section(u"report: "_s, 1).section(u'\n', 0, 0);
             QVERIFY2(QString::fromUtf8(errors).split(u' ').contains(report), qPrintable(report));
             QCOMPARE(desk.folder.names(), names);
-            QCOMPARE(bytesOf(desk.path(A)), before);
+            QCOMPARE(bytesOf(desk.a), before);
             desk.jobs.chiudiLavoro();
             desk.open(A);
         };
@@ -305,31 +268,26 @@ private slots:
             const DiskLimit full(8192);
             refused("3026 3043");
         }
-        {
-            ::chmod(QFile::encodeName(QFileInfo(desk.path(u"x"_s)).path()).constData(), 0555);
-            const PlainUser plain;
-            refused("3051 3027");
-        }
+        QFile::setPermissions(desk.folder.path(), QFile::Permissions::fromInt(0x5555));
+        const PlainUser plain;
+        refused("3051 3027");
     }
 
     void filesAreReopened()
     {
         JobDesk desk;
         desk.open(A);
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.CompattaArchivio();
+        desk.carryOut(&JobFiles::CompattaArchivio, {desk.a});
         desk.jobs.job().JobDatabase().Execute(u"DELETE FROM Vani"_s);
-        QCOMPARE(Database::open(desk.path(A)).count(TabellaVani), 0);
+        QCOMPARE(Database::open(desk.a).count(TabellaVani), 0);
         QCOMPARE(Database::open(desk.path(u"A.BAK"_s)).count(TabellaVani), 1);
 
         // A job that is beyond repair does not stay open.
-        writeBytes(desk.path(A), "no database any more");
-        desk.user.files = {u"~/A.ZLT"_s};
-        (void)desk.user.said();
-        desk.jobs.RiparaArchivio();
-        QVERIFY(desk.user.said().endsWith(u"report: 3049\njob\nreport: 3343"));
+        writeBytes(desk.a, "no database any more");
+        QVERIFY(desk.carryOut(&JobFiles::RiparaArchivio, {desk.a})
+                    .endsWith(u"report: 3049\njob\nreport: 3343"));
         QCOMPARE(desk.openJob(), QString());
-        QCOMPARE(bytesOf(desk.path(A)), "no database any more");
+        QCOMPARE(bytesOf(desk.a), "no database any more");
     }
 };
 

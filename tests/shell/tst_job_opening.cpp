@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which jobs open in each way of opening, and jobs that others have open, too.
 #include "shell/job_desk.h"
+#include "support/columns.h"
 #include "support/plain_user.h"
 #include "support/runner.h"
 
-#include <QTest>
-
-#include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
 using namespace zelto::store;
 using namespace zelto::test;
@@ -17,109 +13,93 @@ class TestJobOpening : public QObject
 {
     Q_OBJECT
 
+    enum class Way { Recent, Given, Dialog };
+
+    /// The number of the error with which the job opens in that way, 0 for none; answers to further
+    /// dialogs.
+    static int errorOfOpening(JobDesk& desk, const QString& name, Way way,
+                              const QStringList& answers = {})
+    {
+        desk.recent.AggiornaRecent(desk.path(name));
+        desk.user.files = answers;
+        if (way == Way::Dialog)
+            desk.user.files.prepend(u"~/"_s + name);
+        return errorOf([&] {
+            if (way == Way::Recent)
+                desk.jobs.LeggiRecent(0);
+            else if (way == Way::Given)
+                desk.jobs.openGiven(desk.path(name.toLower()));
+            else
+                desk.jobs.ApriLavoro();
+        });
+    }
+
 private slots:
     void opening_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("error");
-        QTest::newRow("job") << u"B.ZLT"_s << 0;
-        QTest::newRow("earlier edition") << u"EARLIER.ZLT"_s << 0;
-        QTest::newRow("no database") << u"TEXT.ZLT"_s << 3343;
-        QTest::newRow("empty marker") << u"EMPTY.ZLT"_s << 3421;
-        QTest::newRow("not our tables") << u"STRANGE.ZLT"_s << 3049;
-        QTest::newRow("folder") << u"FOLDER.ZLT"_s << 3051;
+        const auto row = columns<QString, int>("name", "error");
+        row("job", u"B.ZLT"_s, 0);
+        row("earlier edition", u"EARLIER.ZLT"_s, 0);
+        row("no database", u"TEXT.ZLT"_s, 3343);
+        row("empty marker", u"EMPTY.ZLT"_s, 3421);
+        row("not our tables", u"STRANGE.ZLT"_s, 3049);
+        row("folder", u"FOLDER.ZLT"_s, 3051);
     }
-
+    /// A recent entry is not completed.
     void opening()
     {
         QFETCH(QString, name);
+        QFETCH(int, error);
         JobDesk desk;
         RawFile(desk.folder.newJob(u"EMPTY.ZLT"_s))
             .run("DELETE FROM ZELTO; INSERT INTO ZELTO VALUES('','')");
         RawFile(desk.folder.newJob(u"STRANGE.ZLT"_s)).run("ALTER TABLE Vani ADD COLUMN x");
         QDir().mkdir(desk.path(u"FOLDER.ZLT"_s));
-        QFETCH(int, error);
-        const QString expected = error == 0 ? u"~/"_s + name : QString();
-
-        desk.open(u"A.ZLT"_s);
-        desk.recent.AggiornaRecent(desk.path(name));
-        QTEST(errorOf([&] { desk.jobs.LeggiRecent(0); }), "error");
-        QCOMPARE(desk.openJob(), expected);
-        if (name == u"EARLIER.ZLT")
-            QVERIFY(!desk.jobs.job().JobDatabase().tableNames().contains(u"Variabili"));
-
-        desk.open(u"A.ZLT"_s);
-        QTEST(errorOf([&] { desk.jobs.openGiven(desk.path(name.toLower())); }), "error");
-        QCOMPARE(desk.openJob(), expected);
-        if (error == 0)
-            QVERIFY(!desk.jobs.job().JobDatabase().records(TabellaVariabili).atEnd());
-
-        desk.open(u"A.ZLT"_s);
-        desk.user.files = QStringList{u"~/"_s + name};
-        QTEST(errorOf([&] { desk.jobs.ApriLavoro(); }), "error");
-        QCOMPARE(desk.openJob(), expected);
+        for (const Way way : {Way::Recent, Way::Given, Way::Dialog}) {
+            desk.open(u"A.ZLT"_s);
+            QCOMPARE(errorOfOpening(desk, name, way), error);
+            QCOMPARE(desk.openJob(), error == 0 ? u"~/"_s + name : QString());
+            if (error == 0)
+                QCOMPARE(desk.jobs.job().JobDatabase().tableNames().contains(u"Variabili"),
+                         way != Way::Recent || name == u"B.ZLT");
+        }
         desk.jobs.chiudiLavoro();
         QCOMPARE(desk.openJob(), QString());
     }
 
+    /// The user stops where the last is said; nothing of an error.
     void windowsEdition_data()
     {
-        QTest::addColumn<bool>("converts");
-        QTest::addColumn<QString>("lockFile");
-        QTest::addColumn<bool>("saysYes");
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QString>("openAfter");
-        QTest::addColumn<QString>("lastSaid");
-        const QString asks = u"save: Indicare il nome del lavoro convertito"_s;
-        const QStringList name{u"~/nuovo"_s};
-        QTest::newRow("OK") << false << QString() << true << name << QString()
-                            << u"convert: Formato"_s;
-        QTest::newRow("no name") << true << QString() << true << QStringList() << QString() << asks;
-        QTest::newRow("in use, left alone") << true << u"VECCHIO.LDB"_s << false << name
-                                            << QString() << u"ask: Accanto al lavoro"_s;
-        QTest::newRow("in use, converted")
-            << true << u"vecchio.ldb"_s << true << name << u"~/nuovo.ZLT"_s << u"recent"_s;
-        QTest::newRow("converted")
-            << true << QString() << true << name << u"~/nuovo.ZLT"_s << u"recent"_s;
-        QTest::newRow("name exists")
-            << true << QString() << true << QStringList{u"~/b.zlt"_s} << QString() << QString();
+        const auto row = columns<QString, QString, QString>("lockFile", "name", "lastSaid");
+        row("OK", {}, {}, u"convert: Formato"_s);
+        row("no name", {}, {}, u"save: Indicare il nome del lavoro convertito"_s);
+        row("in use, left alone", u"JET.LDB"_s, {}, u"ask: Accanto al lavoro"_s);
+        row("in use, converted", u"jet.ldb"_s, u"~/nuovo"_s, u"recent"_s);
+        row("converted", {}, u"~/nuovo"_s, u"recent"_s);
+        row("name exists", {}, u"~/b.zlt"_s, {});
     }
-
     /// A job of the edition for Windows, opened in each of the three ways.
     void windowsEdition()
     {
-        QFETCH(bool, converts);
         QFETCH(QString, lockFile);
-        QFETCH(bool, saysYes);
-        QFETCH(QStringList, files);
-        QFETCH(QString, openAfter);
+        QFETCH(QString, name);
         QFETCH(QString, lastSaid);
-        for (const QString& way : {u"dialog"_s, u"given"_s, u"recent"_s}) {
+        for (const Way way : {Way::Recent, Way::Given, Way::Dialog}) {
             JobDesk desk;
-            const QString old = desk.path(u"VECCHIO.ZLT"_s);
-            QVERIFY(QFile::copy(QStringLiteral(JET_FOLDER "/job-jet3.zlt"), old));
-            const QByteArray before = bytesOf(old);
+            const QByteArray before = bytesOf(desk.path(u"JET.ZLT"_s));
             if (!lockFile.isEmpty())
                 writeBytes(desk.path(lockFile), "lock");
-            desk.user.converts = converts;
-            desk.user.saysYes = saysYes;
-            desk.user.files = way == u"dialog" ? QStringList{u"~/VECCHIO.ZLT"_s} + files : files;
-            desk.recent.AggiornaRecent(old);
-            const int error = errorOf([&] {
-                if (way == u"dialog")
-                    desk.jobs.ApriLavoro();
-                else if (way == u"given")
-                    desk.jobs.openGiven(old);
-                else
-                    desk.jobs.LeggiRecent(0);
-            });
+            desk.user.converts = !lastSaid.startsWith(u"convert");
+            desk.user.saysYes = !lastSaid.startsWith(u"ask");
+            QCOMPARE(errorOfOpening(desk, u"JET.ZLT"_s, way, {name}),
+                     lastSaid.isEmpty() ? 3204 : 0);
             const QString said = desk.user.said();
-            QCOMPARE(error, lastSaid.isEmpty() ? 3204 : 0);
             QVERIFY2(lastSaid.isEmpty() || said.split(u'\n').constLast().startsWith(lastSaid),
                      qPrintable(said));
-            QCOMPARE(desk.openJob(), openAfter);
-            QCOMPARE(said.contains(u"message: Unità convertite: "), !openAfter.isEmpty());
-            QCOMPARE(bytesOf(old), before);
+            const bool converted = lastSaid == u"recent";
+            QCOMPARE(desk.openJob(), converted ? u"~/nuovo.ZLT"_s : QString());
+            QCOMPARE(said.contains(u"message: Unità convertite: "), converted);
+            QCOMPARE(bytesOf(desk.path(u"JET.ZLT"_s)), before);
         }
     }
 
@@ -133,16 +113,15 @@ private slots:
         QCOMPARE(desk.user.said(), u"error: Archivio < ~/B.ZLT > non trovato"_s);
         QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         QCOMPARE(errorOf([&] { desk.open(u"TEXT.ZLT"_s); }), 3343);
-        QCOMPARE(desk.recent.paths().front(), desk.path(u"A.ZLT"_s));
+        QCOMPARE(desk.recent.paths().front(), desk.a);
     }
 
     void readOnlyJob()
     {
         JobDesk desk;
-        const QString folder = QFileInfo(desk.path(u"x"_s)).path();
-        ::chmod(QFile::encodeName(folder).constData(), 0755);
-        ::chmod(QFile::encodeName(desk.path(u"B.ZLT"_s)).constData(), 0444);
-        ::chmod(QFile::encodeName(desk.path(u"EARLIER.ZLT"_s)).constData(), 0444);
+        QFile::setPermissions(desk.folder.path(), QFile::Permissions::fromInt(0x7755));
+        for (const QString& name : {u"B.ZLT"_s, u"EARLIER.ZLT"_s})
+            QFile::setPermissions(desk.path(name), QFile::Permissions::fromInt(0x4444));
         const PlainUser plain;
         desk.jobs.openGiven(desk.path(u"B.ZLT"_s));
         QVERIFY(
@@ -160,33 +139,29 @@ private slots:
     void otherWindow()
     {
         JobDesk desk;
-        ScriptedUser otherUser{desk.path(QString())};
+        ScriptedUser otherUser;
         RecentJobs otherRecent;
         OpenJob other(otherUser, otherRecent);
-        other.open(desk.path(u"A.ZLT"_s));
-        QVERIFY(!other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
-        desk.jobs.openGiven(desk.path(u"A.ZLT"_s));
+        other.open(desk.a);
+        QVERIFY(!other.isOpenElsewhere(desk.a));
+        desk.jobs.openGiven(desk.a);
         QVERIFY(desk.user.said().endsWith(u"quando vi si ritorna."_s));
-        QVERIFY(other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+        QVERIFY(other.isOpenElsewhere(desk.a));
 
-        const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
+        const QByteArray before = bytesOf(desk.a);
         desk.user.keeps = u"in un'altra finestra"_s;
         for (const Operation operation :
              {&JobFiles::EliminaLavoro, &JobFiles::CompattaArchivio, &JobFiles::RiparaArchivio}) {
-            desk.user.files = {u"~/A.ZLT"_s};
-            desk.carryOut(operation);
-            QVERIFY(desk.user.said().endsWith(u"Proseguire?"_s));
-            QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), before);
+            QVERIFY(desk.carryOut(operation, {desk.a}).endsWith(u"Proseguire?"_s));
+            QCOMPARE(bytesOf(desk.a), before);
             QCOMPARE(desk.openJob(), u"~/A.ZLT"_s);
         }
         other.close();
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.CompattaArchivio();
-        QVERIFY(!desk.user.said().contains(u"Proseguire?"));
+        QVERIFY(!desk.carryOut(&JobFiles::CompattaArchivio, {desk.a}).contains(u"Proseguire?"));
         // It is another file by now, which the lock has followed.
-        QVERIFY(other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+        QVERIFY(other.isOpenElsewhere(desk.a));
         desk.jobs.chiudiLavoro();
-        QVERIFY(!other.isOpenElsewhere(desk.path(u"A.ZLT"_s)));
+        QVERIFY(!other.isOpenElsewhere(desk.a));
     }
 
     /// One that somebody else prepared is left alone.
@@ -222,14 +197,12 @@ private slots:
     {
         for (const Operation operation : {&JobFiles::CompattaArchivio, &JobFiles::EliminaLavoro}) {
             JobDesk desk;
-            const QByteArray before = bytesOf(desk.path(u"A.ZLT"_s));
-            RawFile other(desk.path(u"A.ZLT"_s));
+            const QByteArray before = bytesOf(desk.a);
+            RawFile other(desk.a);
             other.run("BEGIN IMMEDIATE; DELETE FROM Vani");
-            desk.user.files = {u"~/a.zlt"_s};
-            desk.carryOut(operation);
-            QVERIFY(desk.user.said().endsWith(u"report: 3045"));
+            QVERIFY(desk.carryOut(operation, {desk.a}).endsWith(u"report: 3045"));
             other.run("ROLLBACK");
-            QCOMPARE(bytesOf(desk.path(u"A.ZLT"_s)), before);
+            QCOMPARE(bytesOf(desk.a), before);
             QVERIFY(!QFile::exists(desk.path(u"A.BAK"_s)));
         }
     }
@@ -238,10 +211,8 @@ private slots:
     void anotherProgramReplacesTheJob()
     {
         JobDesk desk;
-        Database other = Database::open(desk.path(u"A.ZLT"_s));
-        desk.user.files = {u"~/A.ZLT"_s};
-        desk.jobs.CompattaArchivio();
-        QVERIFY(!desk.user.said().contains(u"report"));
+        Database other = Database::open(desk.a);
+        QVERIFY(!desk.carryOut(&JobFiles::CompattaArchivio, {desk.a}).contains(u"report"));
         const QByteArray backup = bytesOf(desk.path(u"A.BAK"_s));
         QCOMPARE(errorOf([&] { other.Execute(u"DELETE FROM Vani"_s); }), 3027);
         QCOMPARE(bytesOf(desk.path(u"A.BAK"_s)), backup);

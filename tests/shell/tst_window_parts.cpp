@@ -4,56 +4,40 @@
 #include "support/runner.h"
 
 #include <QDirIterator>
-#include <QTest>
 
 #include <cmath>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::shell;
-
-namespace {
-
-/// How many opaque dots of a picture stand out from a background: a contrast of 3, as WCAG asks.
-int legiblePixels(const QImage& picture, QColor background)
-{
-    const auto luminance = [](QColor color) {
-        const auto linear = [](double c) {
-            return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    };
-    const double back = luminance(background) + 0.05;
-    int pixels = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor color = picture.pixelColor(x, y);
-            const double front = luminance(color) + 0.05;
-            const double contrast = front > back ? front / back : back / front;
-            pixels += color.alpha() == 255 && contrast >= 3 ? 1 : 0;
-        }
-    return pixels;
-}
-
-} // namespace
+using namespace zelto::test;
 
 class TestWindowParts : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void statusLine()
+    /// How many opaque dots of a picture stand out from a background: a contrast of 3, as WCAG
+    /// asks.
+    static int legiblePixels(const QImage& picture, QColor background)
     {
-        StatusBar bar;
-        const auto shown = [&](const QString& text, bool busy) {
-            bar.SetStatus(text, busy);
-            return bar.findChild<ElidedLabel*>(u"Stato1"_s)->text();
+        const auto luminance = [](QColor color) {
+            const auto linear = [](double c) {
+                return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+                   0.0722 * linear(color.blueF());
         };
-        QCOMPARE(shown(u"Calcolo"_s, false), u"Calcolo"_s);
-        QCOMPARE(shown(u"Calcolo"_s, true), u"Calcolo, Prego attendere..."_s);
-        QCOMPARE(shown({}, true), u"Pronto"_s);
+        const double back = luminance(background) + 0.05;
+        int pixels = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor color = picture.pixelColor(x, y);
+                const double front = luminance(color) + 0.05;
+                const double contrast = front > back ? front / back : back / front;
+                pixels += color.alpha() == 255 && contrast >= 3 ? 1 : 0;
+            }
+        return pixels;
     }
 
+private slots:
     /// A path that is too long keeps its beginning and its end.
     void jobPanel()
     {
@@ -73,24 +57,19 @@ private slots:
     }
 
     /// Every icon is drawn and its outline can be told from a light and a dark window.
-    void iconsAreLegible_data()
-    {
-        QTest::addColumn<QString>("name");
-        QDirIterator icons(u":/zelto/icons"_s);
-        while (icons.hasNext()) {
-            icons.next();
-            QTest::addRow("%s", qPrintable(icons.fileName())) << icons.fileInfo().baseName();
-        }
-    }
     void iconsAreLegible()
     {
-        QFETCH(QString, name);
-        const QImage picture = icon(name).pixmap(32).toImage();
-        QVERIFY(!picture.isNull());
-        if (name == u"zelto")
-            return; // carries its own background
-        for (const QColor background : {QColor(0xef, 0xf0, 0xf1), QColor(0x23, 0x26, 0x29)})
-            QVERIFY2(legiblePixels(picture, background) >= 40, qPrintable(background.name()));
+        QDirIterator icons(u":/zelto/icons"_s);
+        QVERIFY(icons.hasNext());
+        while (icons.hasNext()) {
+            const QString name = QFileInfo(icons.next()).baseName();
+            const QImage picture = icon(name).pixmap(32).toImage();
+            QVERIFY2(!picture.isNull(), qPrintable(name));
+            if (name == u"zelto")
+                continue; // carries its own background
+            for (const QColor background : {QColor(0xef, 0xf0, 0xf1), QColor(0x23, 0x26, 0x29)})
+                QVERIFY2(legiblePixels(picture, background) >= 40, qPrintable(name));
+        }
     }
 };
 

@@ -24,6 +24,7 @@ inline QByteArray bytesOf(const QString& path)
 class JobFolder
 {
 public:
+    [[nodiscard]] QString path() const { return m_folder.path(); }
     [[nodiscard]] QString file(const QString& name) const { return m_folder.filePath(name); }
     [[nodiscard]] QStringList names() const
     {
@@ -49,12 +50,11 @@ public:
     }
 
     /// The path of a copy of the example, a job of many pages.
-    [[nodiscard]] QString exampleJob() const
+    [[nodiscard]] QString example(const QString& name = u"LAVORO.ZLT"_s) const
     {
-        const QString job = file(u"LAVORO.ZLT"_s);
-        QFile::copy(QStringLiteral(EXAMPLE_JOB), job);
-        QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
-        return job;
+        QFile::copy(QStringLiteral(EXAMPLE_JOB), file(name));
+        QFile::setPermissions(file(name), QFile::ReadOwner | QFile::WriteOwner);
+        return file(name);
     }
 
 private:

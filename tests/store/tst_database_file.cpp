@@ -115,7 +115,7 @@ private slots:
 
     void unfitFiles_data()
     {
-        const Columns<int, Tampering> row("error", "tamper");
+        const auto row = columns<int, Tampering>("error", "tamper");
         row("missing", 3024, instead([](const QString&) {}));
         row("folder", 3051, instead([](const QString& path) { QDir().mkdir(path); }));
         row("pipe", 3051, instead(makePipe));
@@ -260,7 +260,7 @@ private slots:
     /// built upon.
     void overwrittenWhileOpen_data()
     {
-        const Columns<int, Tampering> row("error", "tamper");
+        const auto row = columns<int, Tampering>("error", "tamper");
         row("another program's change", 0, sql("UPDATE Vani SET Ambiente = 'altro'"));
         row("a copy written over it", 3197, bytes([](QByteArray all) { return all; }));
         row("shorter", 3049,

@@ -163,7 +163,7 @@ private slots:
         QFETCH(Operation, operation);
         const QString job = u"LAVORO.ZLT"_s;
         const JobFolder sound;
-        prepare(sound.exampleJob());
+        prepare(sound.example());
         const auto before = statesIn(sound);
         QCOMPARE(runApart(operation, sound.file(job), -1, Fault::Once), End::Done);
         const int calls = *callsApart;
@@ -176,7 +176,7 @@ private slots:
         for (const Fault fault : {Fault::Once, Fault::ForGood, Fault::Kill})
             for (int call = 1; call <= calls; call += step) {
                 const JobFolder folder;
-                prepare(folder.exampleJob());
+                prepare(folder.example());
                 const End end = runApart(operation, folder.file(job), call, fault);
                 const QString place = u"fault %1 at call %2 of %3: "_s.arg(static_cast<int>(fault))
                                           .arg(call)

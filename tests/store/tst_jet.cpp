@@ -129,7 +129,7 @@ class TestJet : public QObject
 private slots:
     void contents_data()
     {
-        const Columns<QString> row("path");
+        const auto row = columns<QString>("path");
         QStringList folders{QStringLiteral(JET_FOLDER)};
         // Databases that the engine itself made, where somebody has some, each with its dump.
         const QString samples = qEnvironmentVariable("ZELTO_JET_SAMPLES");
@@ -181,8 +181,8 @@ private slots:
     void realFiles_data()
     {
         // The query has one result; the remark is the last one.
-        const Columns<QByteArray, QByteArray, QString, QString, QString> row("from", "to", "query",
-                                                                             "result", "remark");
+        const auto row = columns<QByteArray, QByteArray, QString, QString, QString>(
+            "from", "to", "query", "result", "remark");
         row("field missing, another there", "Livello", "Livellx",
             u"SELECT count(Livello) FROM [Unità immobiliari]"_s, u"0"_s,
             u"Il campo «Livellx» della tabella «Unità immobiliari»"_s);
@@ -223,7 +223,8 @@ private slots:
 
     void refused_data()
     {
-        const Columns<QByteArray, QByteArray, int, QString> row("from", "to", "error", "text");
+        const auto row =
+            columns<QByteArray, QByteArray, int, QString>("from", "to", "error", "text");
         row("other version", "2009", "1997", 3421, u"Formato non compatibile"_s);
         row("no marker", "ZELTO", "ALTRO", 3421, u"Formato non compatibile"_s);
         row("text too long", "Relazione", "Tabella 1", 3163,

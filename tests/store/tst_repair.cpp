@@ -149,7 +149,7 @@ private slots:
               QByteArray("PRAGMA page_size=65536; VACUUM"),
               QByteArray("PRAGMA auto_vacuum=FULL; VACUUM"), NumberedRooms}) {
             const JobFolder folder;
-            const QString path = folder.exampleJob();
+            const QString path = folder.example();
             RawFile(path).run(form);
             loseTables(path);
             QVERIFY2(repair(path).leftOut == 0, form);
@@ -173,7 +173,7 @@ private slots:
 
     void soundFiles_data()
     {
-        const Columns<QByteArray, bool, QString> row("change", "damaged", "room");
+        const auto row = columns<QByteArray, bool, QString>("change", "damaged", "room");
         const QByteArray bath = "UPDATE Vani SET Ambiente='Bagno'";
         const QByteArray others = "CREATE TABLE appunti (a); INSERT INTO appunti VALUES (x'00');";
         row("job", bath, false, u"Bagno"_s);
@@ -238,7 +238,7 @@ private slots:
     void deletedRoomsStayAway()
     {
         const JobFolder folder;
-        const QString path = folder.exampleJob();
+        const QString path = folder.example();
         RawFile(path).run("PRAGMA secure_delete=OFF; DELETE FROM Vani WHERE Chiave > '    3'");
         const std::set<Room> all = roomsOf(Example);
         const std::set<Room> left = roomsOf(path);

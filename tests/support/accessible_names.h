@@ -9,30 +9,23 @@
 
 namespace zelto::test {
 
-/// Cells of a table, list or tree that would be passed over in silence.
-inline QStringList namelessCells(QAccessibleTableInterface& table)
+inline QStringList namelessBelow(QAccessibleInterface& object)
 {
     QStringList found;
-    for (int row = 0; row < table.rowCount(); ++row)
-        for (int column = 0; column < table.columnCount(); ++column)
-            if (QAccessibleInterface* cell = table.cellAt(row, column);
+    const QAccessible::State state = object.state();
+    if (state.focusable && !state.invisible && object.text(QAccessible::Name).isEmpty())
+        found << QString::fromLatin1(object.object()->metaObject()->className()) + u' ' +
+                     object.object()->objectName();
+    QAccessibleTableInterface* table = object.tableInterface();
+    if (table == nullptr)
+        for (int child = 0; child < object.childCount(); ++child)
+            found += namelessBelow(*object.child(child));
+    // Cells of a table, list or tree that would be passed over in silence.
+    for (int row = 0; table != nullptr && row < table->rowCount(); ++row)
+        for (int column = 0; column < table->columnCount(); ++column)
+            if (const auto* cell = table->cellAt(row, column);
                 cell == nullptr || cell->text(QAccessible::Name).isEmpty())
                 found << u"cell %1, %2"_s.arg(row).arg(column);
-    return found;
-}
-
-inline QStringList namelessBelow(QAccessibleInterface* object)
-{
-    QStringList found;
-    const QAccessible::State state = object->state();
-    if (state.focusable && !state.invisible && object->text(QAccessible::Name).isEmpty())
-        found << QString::fromLatin1(object->object()->metaObject()->className()) + u' ' +
-                     object->object()->objectName();
-    QAccessibleTableInterface* table = object->tableInterface();
-    if (table != nullptr)
-        return found + namelessCells(*table);
-    for (int child = 0; child < object->childCount(); ++child)
-        found += namelessBelow(object->child(child));
     return found;
 }
 
@@ -41,7 +34,7 @@ inline QStringList namelessBelow(QAccessibleInterface* object)
 inline QStringList namelessControls(QWidget& window)
 {
     QAccessible::setActive(true);
-    return namelessBelow(QAccessible::queryAccessibleInterface(&window));
+    return namelessBelow(*QAccessible::queryAccessibleInterface(&window));
 }
 
 } // namespace zelto::test

@@ -5,21 +5,15 @@
 
 namespace zelto::test {
 
-/// The columns of a data-driven test. Called with a name and a value for each, it adds a row.
-template <typename... Types>
-class Columns
-{
-public:
-    template <typename... Names>
-    explicit Columns(Names... names)
-    {
-        (QTest::addColumn<Types>(names), ...);
-    }
+template <typename>
+using ColumnName = const char*;
 
-    void operator()(const char* name, const Types&... values) const
-    {
-        (QTest::addRow("%s", name) << ... << values);
-    }
-};
+/// The columns of a data-driven test; what it gives adds a row: its name, and a value of each.
+template <typename... Values>
+auto columns(ColumnName<Values>... names)
+{
+    (QTest::addColumn<Values>(names), ...);
+    return [](const char* row, const Values&... values) { (QTest::newRow(row) << ... << values); };
+}
 
 } // namespace zelto::test

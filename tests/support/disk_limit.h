@@ -28,8 +28,7 @@ public:
         setrlimit(RLIMIT_FSIZE, &m_before);
         std::signal(SIGXFSZ, m_handler);
     }
-    DiskLimit(const DiskLimit&) = delete;
-    DiskLimit& operator=(const DiskLimit&) = delete;
+    Q_DISABLE_COPY(DiskLimit)
 
 private:
     rlimit m_before{};

@@ -21,8 +21,7 @@ public:
         if (m_changed && ::setresuid(0, 0, 0) != 0)
             qFatal("cannot become the administrator again");
     }
-    PlainUser(const PlainUser&) = delete;
-    PlainUser& operator=(const PlainUser&) = delete;
+    Q_DISABLE_COPY(PlainUser)
 
     static constexpr uid_t Nobody = 65534;
 

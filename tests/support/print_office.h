@@ -6,36 +6,27 @@
 #include "print/ui/frm_preview.h"
 #include "reports/report_fixture.h"
 #include "reports/ui/print_screen.h"
-#include "store/database.h"
+#include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
-
-#include <functional>
 
 namespace zelto::test {
 
 /// A folder with a copy of the example; everything that is asked of the user is answered there.
 class PrintOffice
 {
-public:
-    PrintOffice()
-    {
-        QFile::copy(QStringLiteral(EXAMPLE_JOB), path(u"ESEMPIO.ZLT"_s));
-        m_lavoro.emplace(store::Database::open(path(u"ESEMPIO.ZLT"_s)));
-    }
+    JobFolder m_folder;
+    print::PrinterDesk m_printers;
 
-    [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
-    [[nodiscard]] store::Database& lavoro() { return *m_lavoro; }
+public:
+    [[nodiscard]] QString path(const QString& name) const { return m_folder.file(name); }
     [[nodiscard]] reports::StampaContext context()
     {
-        return {.lavoro = *m_lavoro,
-                .jobPath = path(u"ESEMPIO.ZLT"_s),
-                .outputFolder = m_folder.path(),
-                .print = services()};
+        return {
+            .lavoro = lavoro, .jobPath = job, .outputFolder = m_folder.path(), .print = services()};
     }
     [[nodiscard]] print::PrintServices services()
     {
@@ -57,26 +48,26 @@ public:
         return surface;
     }
 
-private:
-    QTemporaryDir m_folder;
-    std::optional<store::Database> m_lavoro;
-
-public:
+    const QString job = m_folder.example(u"ESEMPIO.ZLT"_s);
+    store::Database lavoro = store::Database::open(job);
     ScriptedUser user{m_folder.path()};
     print::PrintEngine engine{m_folder.path(), {.LocalDecimalSeparator = u','}};
-
-private:
-    print::PrinterDesk m_printers;
 };
+
+/// Checks boxes and buttons of a screen, or takes their checks away.
+inline void check(const QWidget& screen, const QStringList& names, bool on)
+{
+    for (const QString& name : names)
+        screen.findChild<QAbstractButton*>(name)->setChecked(on);
+}
 
 /// Does something that opens a modal window, and something in that window, which then closes.
 template <typename Window, typename Opening, typename Acting>
 void inModal(Opening opening, Acting acting)
 {
     bool wasThere = false;
-    QTimer timer;
-    timer.setSingleShot(true);
-    QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
+    const QObject untilReturn;
+    QTimer::singleShot(0, &untilReturn, [&] {
         auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
         if (window == nullptr)
             return;
@@ -86,9 +77,15 @@ void inModal(Opening opening, Acting acting)
         acting(*window);
         window->close();
     });
-    timer.start();
     opening();
     QVERIFY(wasThere);
+}
+
+/// Acts in the preview of a screen; it closes with the screen.
+template <typename Acting>
+void inPreview(reports::PrintScreen& screen, Acting acting)
+{
+    inModal<print::frmPreview>([&] { screen.anteprima(); }, acting);
 }
 
 } // namespace zelto::test

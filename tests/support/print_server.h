@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "text/literals.h"
+#include "store/store_fixture.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QTcpServer>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <sys/stat.h>
 
 namespace zelto::test {
 
@@ -25,26 +19,38 @@ public:
                                  "share/mime", "share/banners", "jobs"})
             QDir(m_folder.path()).mkpath(QLatin1StringView(name));
         // The server works as another user.
-        for (const char* name : {"", "jobs", "bin", "bin/backend"})
-            ::chmod(QFile::encodeName(path(QLatin1StringView(name))).constData(), 0755);
-        ::chmod(QFile::encodeName(path(u"jobs"_s)).constData(), 0777);
+        for (const QString& name : {QString(), u"bin"_s, u"bin/backend"_s})
+            QFile::setPermissions(path(name), QFile::Permissions::fromInt(0x7755));
+        QFile::setPermissions(path(u"jobs"_s), QFile::Permissions::fromInt(0x7777));
         QFile::link(u"/usr/lib/cups/daemon"_s, path(u"bin/daemon"_s));
-        write(u"share/mime/zelto.types"_s, "application/pdf pdf string(0,%PDF)\n");
-        write(u"share/mime/zelto.convs"_s, "");
-        write(u"bin/backend/raccolta"_s,
-              "#!/bin/sh\n[ $# -eq 0 ] && exit 0\numask 022\n"
-              "cat \"${6:--}\" > \"${DEVICE_URI#*:}/$1.part\" &&\n"
-              "mv \"${DEVICE_URI#*:}/$1.part\" \"${DEVICE_URI#*:}/$1.pdf\"\n");
-        ::chmod(QFile::encodeName(path(u"bin/backend/raccolta"_s)).constData(), 0755);
-        writeSettings();
+        writeBytes(path(u"share/mime/zelto.types"_s), "application/pdf pdf string(0,%PDF)\n");
+        writeBytes(path(u"share/mime/zelto.convs"_s), {});
+        writeBytes(path(u"bin/backend/raccolta"_s),
+                   "#!/bin/sh\n[ $# -eq 0 ] && exit 0\numask 022\n"
+                   "cat \"${6:--}\" > \"${DEVICE_URI#*:}/$1.part\" &&\n"
+                   "mv \"${DEVICE_URI#*:}/$1.part\" \"${DEVICE_URI#*:}/$1.pdf\"\n");
+        QFile::setPermissions(path(u"bin/backend/raccolta"_s), QFile::Permissions::fromInt(0x7755));
+        QTcpServer free;
+        free.listen(QHostAddress::LocalHost);
+        m_port = free.serverPort();
+        const QString server =
+            u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
+            u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
+            u"<Location /admin>\nAllow all\n</Location>\n"
+            u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port);
+        const QString files =
+            u"ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/spool/tmp\nStateDir %1/state\n"
+            u"CacheDir %1/cache\nServerBin %1/bin\nDataDir %1/share\nAccessLog %1/access_log\n"
+            u"ErrorLog %1/error_log\nPageLog %1/page_log\n"_s.arg(m_folder.path());
+        writeBytes(path(u"cupsd.conf"_s), server.toUtf8());
+        writeBytes(path(u"cups-files.conf"_s), files.toUtf8());
     }
     ~PrintServer()
     {
         m_server.terminate();
         m_server.waitForFinished();
     }
-    PrintServer(const PrintServer&) = delete;
-    PrintServer& operator=(const PrintServer&) = delete;
+    Q_DISABLE_COPY(PrintServer)
 
     /// Starts the server and its queue; false where the machine has no CUPS or does not let it run.
     bool start()
@@ -73,38 +79,9 @@ public:
     }
 
 private:
-    [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
+    [[nodiscard]] QString path(const QString& name) const { return m_folder.file(name); }
     [[nodiscard]] QString jobPath(int job) const { return path(u"jobs/%1.pdf"_s.arg(job)); }
-    void write(const QString& name, const QByteArray& text) const
-    {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("cannot write %s", qPrintable(name));
-    }
-    void writeSettings()
-    {
-        QTcpServer free;
-        free.listen(QHostAddress::LocalHost);
-        m_port = free.serverPort();
-        write(u"cupsd.conf"_s,
-              u"Listen 127.0.0.1:%1\nBrowsing Off\nDefaultAuthType None\n"
-              u"DefaultEncryption Never\n<Location />\nAllow all\n</Location>\n"
-              u"<Location /admin>\nAllow all\n</Location>\n"
-              u"<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n"_s.arg(m_port)
-                  .toLatin1());
-        QByteArray files;
-        for (const auto& [name, folder] :
-             {std::pair{"ServerRoot", ""}, std::pair{"RequestRoot", "spool"},
-              std::pair{"TempDir", "spool/tmp"}, std::pair{"StateDir", "state"},
-              std::pair{"CacheDir", "cache"}, std::pair{"ServerBin", "bin"},
-              std::pair{"DataDir", "share"}, std::pair{"AccessLog", "access_log"},
-              std::pair{"ErrorLog", "error_log"}, std::pair{"PageLog", "page_log"}})
-            files +=
-                name + QByteArray(" ") + QFile::encodeName(path(QLatin1StringView(folder))) + '\n';
-        write(u"cups-files.conf"_s, files);
-    }
-
-    QTemporaryDir m_folder;
+    JobFolder m_folder;
     int m_port = 0;
     QProcess m_server;
 };

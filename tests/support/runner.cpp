@@ -2,26 +2,10 @@
 #include "support/runner.h"
 
 #include <QApplication>
-#include <QFileInfo>
-#include <QTest>
 
 #include <cstdio>
-#include <map>
 
-namespace {
-
-std::map<QString, zelto::test::Registered::Maker>& tests()
-{
-    static std::map<QString, zelto::test::Registered::Maker> all;
-    return all;
-}
-
-} // namespace
-
-zelto::test::Registered::Registered(const char* file, Maker maker)
-{
-    tests().emplace(QFileInfo(QString::fromLocal8Bit(file)).completeBaseName(), maker);
-}
+using zelto::test::tests;
 
 int main(int argc, char** argv)
 {

@@ -2,23 +2,27 @@
 // The tests of one folder are one program; its first argument names the one to run.
 #pragma once
 
-#include <QObject>
+#include <QFileInfo>
+#include <QTest>
 
+#include <map>
 #include <memory>
 
 namespace zelto::test {
 
-/// One test of the program.
-struct Registered
-{
-    using Maker = std::unique_ptr<QObject> (*)();
+// For all tests, so that no file says it again.
+using namespace Qt::StringLiterals;
 
-    /// file is the source, by whose name the test is run.
-    Registered(const char* file, Maker maker);
-};
+/// The tests of the program, by the names of their sources.
+inline auto& tests()
+{
+    static std::map<QString, std::unique_ptr<QObject> (*)()> all;
+    return all;
+}
 
 } // namespace zelto::test
 
 #define ZELTO_TEST(Test)                                                                           \
-    static const zelto::test::Registered registered(                                               \
-        __FILE__, +[]() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });
+    [[maybe_unused]] static const auto registered = zelto::test::tests().emplace(                  \
+        QFileInfo(QStringLiteral(__FILE__)).completeBaseName(),                                    \
+        []() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });

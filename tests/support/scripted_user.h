@@ -35,6 +35,15 @@ public:
     /// The conversation since the last call.
     [[nodiscard]] QString said() { return std::exchange(m_lines, {}).join(u'\n'); }
 
+    /// The conversation until something is done, with these answers to file dialogs.
+    template <typename Acting>
+    QString hears(Acting&& acting, const QStringList& answers = {})
+    {
+        files = answers;
+        acting();
+        return said();
+    }
+
     QString ShowFileDialog(const widgets::FileDialogRequest& request) override
     {
         const bool saving = request.kind == widgets::FileDialogRequest::Kind::Save;
@@ -52,37 +61,29 @@ public:
             copies.copiesOf(job.isEmpty() ? copies.jobs().constFirst() : job);
         return copy < kept.size() ? std::optional(kept[copy]) : std::nullopt;
     }
-    bool offerConversion(const QString& text) override
-    {
-        say(u"convert", text);
-        return converts;
-    }
+    bool offerConversion(const QString& text) override { return say(u"convert", text, converts); }
     bool askYesNo(const QString& question) override
     {
-        say(u"ask", question);
-        return saysYes && !question.contains(keeps);
+        return say(u"ask", question, saysYes && !question.contains(keeps));
     }
     bool confirmLoss(const QString& question) override
     {
-        say(u"confirm", question);
-        return saysYes && !question.contains(keeps);
+        return say(u"confirm", question, saysYes && !question.contains(keeps));
     }
     std::optional<int> choose(const QString& question, const QStringList& choices) override
     {
-        say(u"choose", question.section(u'\n', 0, 0) + choices.join(u'|'));
-        return choice;
+        return say(u"choose", question.section(u'\n', 0, 0) + choices.join(u'|'), choice);
     }
     bool moveToTrash(const QString& path) override
     {
         return hasTrash && QFile::rename(path, path + u".trashed"_s);
     }
-    void setUpPrinter(QPrinter& /*printer*/) override { say(u"printer", {}); }
+    void setUpPrinter(QPrinter& /*printer*/) override { say(u"printer"); }
     std::optional<widgets::PageRange> choosePages(QPrinter& /*printer*/, int pageCount) override
     {
-        say(u"pages", QString::number(pageCount));
-        return pages;
+        return say(u"pages", QString::number(pageCount), pages);
     }
-    void showAbout() override { say(u"about", {}); }
+    void showAbout() override { say(u"about"); }
     void showMessage(const QString& text) override { say(u"message", text); }
     void showError(const QString& text) override { say(u"error", text); }
     void ReportError(const std::exception& error) override
@@ -95,10 +96,10 @@ public:
     {
         say(u"status", text + (busy ? u" (busy)"_s : QString()));
     }
-    void BeginBusy() override { say(u"hourglass", {}); }
-    void EndBusy() override { say(u"pointer", {}); }
+    void BeginBusy() override { say(u"hourglass"); }
+    void EndBusy() override { say(u"pointer"); }
     void showJob(const QString& path) override { say(u"job", path); }
-    void showRecentJobs() override { say(u"recent", {}); }
+    void showRecentJobs() override { say(u"recent"); }
     [[nodiscard]] bool HasDocumentWindows() const override { return hasDocuments; }
     bool closeDocumentWindows() override
     {
@@ -109,11 +110,14 @@ public:
     }
 
 private:
-    void say(QStringView what, QString about)
+    /// Notes it, and hands on what is answered.
+    template <typename Answer = bool>
+    Answer say(QStringView what, QString about = {}, const Answer& answer = {})
     {
         if (!m_folder.isEmpty())
             about.replace(m_folder, u"~"_s);
         m_lines += about.isEmpty() ? what.toString() : u"%1: %2"_s.arg(what, about);
+        return answer;
     }
 
     QString m_folder;

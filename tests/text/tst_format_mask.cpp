@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/property.h"
 #include "support/runner.h"
 #include "text/decimal_text.h"
 #include "text/format_mask.h"
 
 #include <QTest>
+
+#include <rapidcheck.h>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::text;
@@ -55,7 +56,7 @@ private slots:
 
     void singlesGoThroughTheirText()
     {
-        QVERIFY(zelto::test::holds("a single prints as its seven digits do", [](float number) {
+        QVERIFY(rc::check("a single prints as its seven digits do", [](float number) {
             RC_PRE(std::isfinite(number));
             const QString text = decimalText(number);
             RC_ASSERT(NumberMask{"####0.000"}.format(number) ==
@@ -65,7 +66,7 @@ private slots:
 
     void agreesWithExactDecimals()
     {
-        QVERIFY(zelto::test::holds("three places of an exact decimal", [] {
+        QVERIFY(rc::check("three places of an exact decimal", [] {
             const auto millionths = *rc::gen::inRange<qint64>(0, 2'000'000'000);
             const qint64 rounded = (millionths + 500) / 1000;
             const QString out =

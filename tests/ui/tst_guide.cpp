@@ -8,48 +8,41 @@
 #include "ui/window_fixture.h"
 
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
-using namespace Qt::StringLiterals;
-
-using zelto::shell::GuideWindow;
-using zelto::test::Installation;
-using zelto::test::Session;
-
-namespace {
-
-/// What the guide shows after F1 in the widget; nothing when none has opened.
-QString chapterAfterF1(QWidget* widget)
-{
-    QTest::keyClick(widget, Qt::Key_F1);
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (auto* guide = qobject_cast<GuideWindow*>(window);
-            guide != nullptr && guide->isVisible()) {
-            QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
-            guide->close();
-            return chapter;
-        }
-    return {};
-}
-
-} // namespace
+using namespace zelto::shell;
+using namespace zelto::test;
 
 class TestGuide : public QObject
 {
     Q_OBJECT
+
+    /// What the guide shows after F1 in the widget; nothing when none has opened.
+    static QString chapterAfterF1(QWidget* widget)
+    {
+        QTest::keyClick(widget, Qt::Key_F1);
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* guide = qobject_cast<GuideWindow*>(window);
+                guide != nullptr && guide->isVisible()) {
+                QString chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
+                guide->close();
+                return chapter;
+            }
+        return {};
+    }
 
 private slots:
     void everyChapterExists()
     {
         QWidget parent;
         const GuideWindow guide(&parent);
-        const QStringList headings = guide.headings();
-        QVERIFY(headings.size() > 20);
-        for (const auto& [name, chapter] : zelto::shell::guideChapters())
-            QVERIFY2(headings.contains(chapter), qPrintable(chapter));
+        const auto& chapters = *guide.findChild<QTreeWidget*>();
+        for (const auto& [name, chapter] : guideChapters())
+            QVERIFY2(!chapters.findItems(chapter, Qt::MatchExactly | Qt::MatchRecursive).isEmpty(),
+                     qPrintable(chapter));
     }
 
     void documentWindow()
@@ -59,14 +52,15 @@ private slots:
         QCOMPARE(chapterAfterF1(&session.window()), u"La finestra principale"_s);
         session.toolbarButton(u"Parametri"_s)->click();
         auto* tabs = session.window().findChild<QTabWidget*>(u"tbsOptions"_s);
-        const QStringList chapters{u"La scheda Elenco"_s, u"La scheda Dettaglio"_s,
-                                   u"La scheda Vani"_s};
-        for (int tab = 0; tab < tabs->count(); ++tab) {
+        const auto inTab = [&](int tab) {
             tabs->setCurrentIndex(tab);
-            QWidget* inside = tab == 1 ? tabs->currentWidget()->findChild<QWidget*>(u"Dati1"_s)
-                                       : tabs->currentWidget()->findChild<QAbstractItemView*>();
-            QCOMPARE(chapterAfterF1(inside), chapters[tab]);
-        }
+            return chapterAfterF1(tab == 1
+                                      ? tabs->currentWidget()->findChild<QWidget*>(u"Dati1"_s)
+                                      : tabs->currentWidget()->findChild<QAbstractItemView*>());
+        };
+        QCOMPARE(inTab(0), u"La scheda Elenco"_s);
+        QCOMPARE(inTab(1), u"La scheda Dettaglio"_s);
+        QCOMPARE(inTab(2), u"La scheda Vani"_s);
         QCOMPARE(chapterAfterF1(session.window().findChild<QTreeWidget*>(u"Navig"_s)),
                  u"Parametri"_s);
     }
@@ -79,7 +73,7 @@ private slots:
         QString chapter;
         bool usable = false;
         const auto open = [&] { session.toolbarButton(u"DatiGenerali"_s)->click(); };
-        zelto::test::inModal<QDialog>(open, [&](QDialog& screen) {
+        inModal<QDialog>(open, [&](QDialog& screen) {
             QTest::keyClick(&screen, Qt::Key_F1);
             auto* guide = screen.findChild<GuideWindow*>();
             chapter = guide->findChild<QTreeWidget*>()->currentItem()->text(0);
@@ -105,14 +99,15 @@ private slots:
         GuideWindow guide(&parent);
         guide.show();
         QVERIFY(QTest::qWaitForWindowActive(&guide));
-        QCOMPARE(zelto::test::namelessControls(guide), QStringList());
-        guide.showChapter(u"Variabili"_s);
-        QCOMPARE(guide.chapter(), u"Variabili"_s);
+        QCOMPARE(namelessControls(guide), QStringList());
         auto* text = guide.findChild<QTextBrowser*>();
+        const auto atTop = [text] { return text->cursorForPosition({1, 1}).block().text(); };
+        guide.showChapter(u"Variabili"_s);
+        QCOMPARE(atTop(), u"Variabili"_s);
         emit text->anchorClicked(QUrl(u"#i-coefficienti-in-pratica"_s));
-        QCOMPARE(guide.chapter(), u"I coefficienti in pratica"_s);
+        QCOMPARE(atTop(), u"I coefficienti in pratica"_s);
         guide.showChapter(u"nessun capitolo"_s);
-        QCOMPARE(guide.chapter(), u"Guida di Zelto"_s);
+        QCOMPARE(atTop(), u"Guida di Zelto"_s);
 
         QTest::keyClick(&guide, Qt::Key_F, Qt::ControlModifier);
         auto* search = guide.findChild<QLineEdit*>(u"Cerca"_s);

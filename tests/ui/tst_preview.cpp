@@ -17,9 +17,8 @@
 
 #include <malloc.h>
 
-using namespace Qt::StringLiterals;
 using namespace zelto::print;
-using zelto::test::PrintOffice;
+using namespace zelto::test;
 
 class TestPreview : public QObject
 {
@@ -58,6 +57,10 @@ class TestPreview : public QObject
         return m_preview->findChild<Control*>(name);
     }
     [[nodiscard]] PagePicture* picture() const { return find<PagePicture>(u"Pic"_s); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(m_preview.get(), key, modifiers);
+    }
     [[nodiscard]] QString caption() const { return find<QLabel>(u"Pagina"_s)->text(); }
     [[nodiscard]] ScrollPosition scrolled() const
     {
@@ -92,15 +95,14 @@ private slots:
         open(7);
         QCOMPARE(caption(), u"Pagina 1/7"_s);
         const QImage first = picture()->image();
-        for (const auto& [key, page] :
-             {std::pair{Qt::Key_PageUp, 1}, std::pair{Qt::Key_PageDown, 2},
-              std::pair{Qt::Key_PageDown, 3}, std::pair{Qt::Key_PageUp, 2},
-              std::pair{Qt::Key_End, 7}, std::pair{Qt::Key_PageDown, 7},
-              std::pair{Qt::Key_Home, 1}}) {
-            QTest::keyClick(m_preview.get(), key);
-            QCOMPARE(m_preview->page(), page);
+        QList<int> pages;
+        for (const auto key : {Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageUp,
+                               Qt::Key_End, Qt::Key_PageDown, Qt::Key_Home}) {
+            press(key);
+            pages << m_preview->page();
         }
-        QTest::keyClick(m_preview.get(), Qt::Key_PageDown, Qt::ShiftModifier);
+        QCOMPARE(pages, (QList<int>{1, 2, 3, 2, 7, 7, 1}));
+        press(Qt::Key_PageDown, Qt::ShiftModifier);
         QCOMPARE(m_preview->page(), 1);
         QCOMPARE(picture()->image(), first);
         for (const auto& [button, page] :
@@ -113,8 +115,8 @@ private slots:
         QTest::keyClicks(m_preview.get(), u"5"_s);
         QTest::keyClick(find<QLineEdit>(u"VaiAPagina"_s), Qt::Key_Return);
         QCOMPARE(caption(), u"Pagina 5/7"_s);
-        QCOMPARE(zelto::test::namelessControls(*m_preview), QStringList());
-        QTest::keyClick(m_preview.get(), Qt::Key_Escape);
+        QCOMPARE(namelessControls(*m_preview), QStringList());
+        press(Qt::Key_Escape);
         QVERIFY(!m_preview->isVisible());
     }
 
@@ -124,7 +126,7 @@ private slots:
         QCOMPARE(caption(), u"Pagina 1"_s);
         QVERIFY(!picture()->image().isNull());
         for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_End, Qt::Key_PageUp, Qt::Key_3})
-            QTest::keyClick(m_preview.get(), key);
+            press(key);
         QCOMPARE(caption(), u"Pagina 1"_s);
     }
 
@@ -139,9 +141,9 @@ private slots:
         QVERIFY(std::abs(growth.width()) <= 1 && std::abs(growth.height()) <= 1);
         QVERIFY(std::abs(scrolled().x - 250) <= 3 && std::abs(scrolled().y - 750) <= 3);
         const int x = picture()->x();
-        QTest::keyClick(m_preview.get(), Qt::Key_Right);
+        press(Qt::Key_Right);
         QVERIFY(picture()->x() < x);
-        QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
+        press(Qt::Key_PageDown);
         QCOMPARE(m_preview->magnification(), 2.0);
         m_preview->resize(900, 800);
         QVERIFY(picture()->height() > whole.height() * 2);
@@ -153,12 +155,12 @@ private slots:
     void zooming()
     {
         open(1);
-        QTest::keyClick(m_preview.get(), Qt::Key_Plus, Qt::ControlModifier);
+        press(Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(m_preview->magnification(), 1.25);
-        QTest::keyClick(m_preview.get(), Qt::Key_Minus, Qt::ControlModifier);
-        QTest::keyClick(m_preview.get(), Qt::Key_Minus, Qt::ControlModifier);
+        press(Qt::Key_Minus, Qt::ControlModifier);
+        press(Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(m_preview->magnification(), 0.8);
-        QTest::keyClick(m_preview.get(), Qt::Key_0, Qt::ControlModifier);
+        press(Qt::Key_0, Qt::ControlModifier);
         // The point under the wheel stays there.
         const QPoint inPicture(picture()->width() / 3, picture()->height() / 3);
         const QPoint place = picture()->mapTo(picture()->parentWidget(), inPicture);
@@ -176,9 +178,8 @@ private slots:
         for (const bool wanted : {false, true}) {
             open(1);
             m_office->user.saysYes = wanted;
-            m_office->user.files = QStringList{u"~/stampa"_s};
-            m_preview->print();
-            QVERIFY(m_office->user.said().contains(u"Nessuna stampante installata"));
+            QVERIFY(m_office->user.hears([&] { m_preview->print(); }, {u"~/stampa"_s})
+                        .contains(u"Nessuna stampante installata"));
             QCOMPARE(QFile::exists(m_office->path(u"stampa.pdf"_s)), wanted);
             QVERIFY(m_preview->isVisible());
         }
@@ -188,40 +189,35 @@ private slots:
     {
         open(4);
         m_office->user.files = QStringList{u"~/parte.pdf"_s};
-        zelto::test::inModal<PdfPagesDialog>(
-            [&] { m_preview->exportPdf(); },
-            [](PdfPagesDialog& dialog) {
-                dialog.findChild<QSpinBox*>(u"Da"_s)->setValue(3);
-                dialog.findChild<QSpinBox*>(u"A"_s)->setValue(2);
-                QCOMPARE(zelto::test::namelessControls(dialog), QStringList());
-                QTest::mouseClick(dialog.findChild<QPushButton*>(u"Esporta"_s), Qt::LeftButton);
-            });
+        inModal<PdfPagesDialog>([&] { m_preview->exportPdf(); },
+                                [](PdfPagesDialog& dialog) {
+                                    dialog.findChild<QSpinBox*>(u"Da"_s)->setValue(3);
+                                    dialog.findChild<QSpinBox*>(u"A"_s)->setValue(2);
+                                    QCOMPARE(namelessControls(dialog), QStringList());
+                                    QTest::mouseClick(dialog.findChild<QPushButton*>(u"Esporta"_s),
+                                                      Qt::LeftButton);
+                                });
         QProcess pdfinfo;
         pdfinfo.start(u"pdfinfo"_s, {m_office->path(u"parte.pdf"_s)});
         QVERIFY(pdfinfo.waitForFinished());
         const QString info = QString::fromUtf8(pdfinfo.readAllStandardOutput());
         for (const char* line : {"Prova & controllo", "Ada «B.»", "Pages:           2"})
             QVERIFY2(info.contains(QString::fromUtf8(line)), qPrintable(info));
-        QFile file(m_office->path(u"parte.pdf"_s));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
-        QVERIFY(bytes.contains("<pdfaid:part>1</pdfaid:part>"));
-        QVERIFY(bytes.contains("<rdf:li>Ada «B.»</rdf:li>"));
-        QVERIFY(bytes.contains("Prova &amp; controllo"));
+        for (const char* text :
+             {"<pdfaid:part>1</pdfaid:part>", "<rdf:li>Ada «B.»</rdf:li>", "Prova &amp; controllo"})
+            QVERIFY2(bytesOf(m_office->path(u"parte.pdf"_s)).contains(text), text);
     }
 
     void anExistingFileStaysUnlessReplaced()
     {
         open(1);
-        QFile old(m_office->path(u"vecchio.pdf"_s));
-        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("vecchio") == 7);
-        old.close();
+        const QString old = m_office->path(u"vecchio.pdf"_s);
+        writeBytes(old, "vecchio");
         for (const bool replaced : {false, true}) {
             m_office->user.saysYes = replaced;
-            m_office->user.files = QStringList{u"~/vecchio.pdf"_s};
-            m_preview->exportPdf();
-            QVERIFY(m_office->user.said().contains(u"«vecchio.pdf» esiste già"));
-            QCOMPARE(QFileInfo(old).size() == 7, !replaced);
+            QVERIFY(m_office->user.hears([&] { m_preview->exportPdf(); }, {old})
+                        .contains(u"«vecchio.pdf» esiste già"));
+            QCOMPARE(bytesOf(old) == "vecchio", !replaced);
         }
     }
 
@@ -229,11 +225,11 @@ private slots:
     {
         open(3);
         QVERIFY(QFile::remove(pageFilePath(m_office->path({}), 1)));
-        QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
+        press(Qt::Key_PageDown);
         QVERIFY(m_office->user.said().contains(u"report"));
         m_preview->resize(820, 720);
         QCOMPARE(m_office->user.said(), QString());
-        QTest::keyClick(m_preview.get(), Qt::Key_PageDown);
+        press(Qt::Key_PageDown);
         QCOMPARE(m_preview->page(), 3);
     }
 };

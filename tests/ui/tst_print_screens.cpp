@@ -9,18 +9,11 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
-#include <QPushButton>
 #include <QRadioButton>
 
-using namespace Qt::StringLiterals;
-
-using zelto::print::frmPreview;
 using zelto::reports::Millesimi;
 using zelto::reports::Riparto;
-using zelto::test::inModal;
-using zelto::test::MemorySurface;
-using zelto::test::PrintOffice;
+using namespace zelto::test;
 
 class TestPrintScreens : public QObject
 {
@@ -28,17 +21,13 @@ class TestPrintScreens : public QObject
 
     std::unique_ptr<PrintOffice> m_office;
 
-    template <typename Control>
-    static Control* find(QWidget& screen, const QString& name)
+    /// The initials of the controls that are visible, "-" for others.
+    static QString visible(QWidget& screen, const QStringList& names)
     {
-        auto* control = screen.findChild<Control*>(name);
-        if (control == nullptr)
-            qFatal("there is no %s", qPrintable(name));
-        return control;
-    }
-    static void check(QWidget& screen, const QString& name, bool on)
-    {
-        find<QAbstractButton>(screen, name)->setChecked(on);
+        QString initials;
+        for (const QString& name : names)
+            initials += screen.findChild<QWidget*>(name)->isVisible() ? name.front() : QChar{u'-'};
+        return initials;
     }
     template <typename Screen>
     std::unique_ptr<Screen> open()
@@ -49,18 +38,12 @@ class TestPrintScreens : public QObject
             qFatal("the screen does not appear");
         return screen;
     }
-    /// What the preview of the screen shows; it closes with the screen.
-    template <typename Screen>
-    MemorySurface preview(Screen& screen)
+    /// What the preview of the screen shows.
+    MemorySurface preview(zelto::reports::PrintScreen& screen)
     {
         MemorySurface pages;
-        inModal<frmPreview>([&] { screen.anteprima(); },
-                            [&](frmPreview&) { pages = m_office->pages(); });
+        inPreview(screen, [&](const auto&) { pages = m_office->pages(); });
         return pages;
-    }
-    static int pageCount(const MemorySurface& pages)
-    {
-        return pages.texts.empty() ? 0 : pages.texts.back().page + 1;
     }
     /// The headings of the sections, each once.
     static QStringList headings(const MemorySurface& pages)
@@ -75,21 +58,25 @@ class TestPrintScreens : public QObject
         }
         return found;
     }
-    /// The texts that end or begin at a column of the calculation pages, without headings.
-    static QStringList column(const MemorySurface& pages, int column)
+    /// The pages of an amount that is typed.
+    MemorySurface allocated(const QString& amount, bool closes = false)
     {
-        constexpr double ColumnWidth = 84;
-        QStringList texts;
-        for (const auto& placed : pages.texts)
-            if (std::abs(placed.right - column * ColumnWidth) < 1 && placed.text != u"IMPORTO")
-                texts << placed.text.trimmed();
-        return texts;
-    }
-    void allocate(const QString& amount, Riparto& screen)
-    {
-        auto* field = find<zelto::widgets::TypedLine>(screen, u"Dati0"_s);
+        const auto screen = open<Riparto>();
+        auto* field = screen->findChild<zelto::widgets::TypedLine*>(u"Dati0"_s);
         field->clear();
         QTest::keyClicks(field, amount);
+        check(*screen, {u"Quadratura"_s}, closes);
+        return preview(*screen);
+    }
+    /// The parts of the amount and their total.
+    static QStringList amounts(const MemorySurface& pages)
+    {
+        constexpr double RightEdge = 120 * 84;
+        QStringList texts;
+        for (const auto& placed : pages.texts)
+            if (std::abs(placed.right - RightEdge) < 1 && placed.text != u"IMPORTO")
+                texts << placed.text.trimmed();
+        return texts;
     }
 
 private slots:
@@ -103,15 +90,14 @@ private slots:
     void rulesOfTheCalculationScreen()
     {
         const auto screen = open<Millesimi>();
-        QVERIFY(find<QCheckBox>(*screen, u"TabSel4"_s)->isVisible());
-        check(*screen, u"TabSel3"_s, false);
-        QVERIFY(!find<QCheckBox>(*screen, u"TabSel4"_s)->isVisible());
-        QVERIFY(find<QRadioButton>(*screen, u"OpzSta0"_s)->isEnabled());
-        check(*screen, u"TabSel0"_s, false);
-        QVERIFY(!find<QRadioButton>(*screen, u"OpzSta0"_s)->isEnabled());
-        QCOMPARE(zelto::test::namelessControls(*screen), QStringList());
-        for (const QString& section : {u"Sezione0"_s, u"Sezione1"_s, u"Sezione2"_s})
-            check(*screen, section, false);
+        QCOMPARE(visible(*screen, {u"TabSel4"_s}), u"T"_s);
+        check(*screen, {u"TabSel3"_s}, false);
+        QCOMPARE(visible(*screen, {u"TabSel4"_s}), u"-"_s);
+        QVERIFY(screen->findChild<QRadioButton*>(u"OpzSta0"_s)->isEnabled());
+        check(*screen, {u"TabSel0"_s}, false);
+        QVERIFY(!screen->findChild<QRadioButton*>(u"OpzSta0"_s)->isEnabled());
+        QCOMPARE(namelessControls(*screen), QStringList());
+        check(*screen, {u"Sezione0"_s, u"Sezione1"_s, u"Sezione2"_s}, false);
         screen->anteprima();
         screen->stampa();
         QVERIFY(screen->isVisible());
@@ -127,13 +113,13 @@ private slots:
                 continue;
             Millesimi screen(m_office->context());
             for (int i = 0; i < 3; ++i)
-                check(screen, u"Sezione%1"_s.arg(i), on(i));
+                check(screen, {u"Sezione%1"_s.arg(i)}, on(i));
             for (int i = 0; i < 4; ++i)
-                check(screen, u"TabSel%1"_s.arg(i), on(3 + i));
+                check(screen, {u"TabSel%1"_s.arg(i)}, on(3 + i));
             const bool prints = on(0) || on(1) || (on(2) && choice >> 3 != 0);
             if (!prints) {
-                screen.anteprima();
-                QVERIFY(m_office->user.said().contains(u"Non c'è nessuna pagina da stampare."));
+                QVERIFY(m_office->user.hears([&] { screen.anteprima(); })
+                            .contains(u"Non c'è nessuna pagina da stampare."));
                 continue;
             }
             const QString found = headings(preview(screen)).join(u'|');
@@ -151,34 +137,25 @@ private slots:
     {
         const auto shown = [&](const QString& box, bool on) {
             Millesimi screen(m_office->context());
-            check(screen, u"Sezione0"_s, false);
-            check(screen, u"Sezione1"_s, false);
-            check(screen, box, on);
-            find<zelto::widgets::TypedLine>(screen, u"Dati0"_s)->setText(u"5"_s);
+            check(screen, {u"Sezione0"_s, u"Sezione1"_s}, false);
+            check(screen, {box}, on);
+            screen.findChild<zelto::widgets::TypedLine*>(u"Dati0"_s)->setText(u"5"_s);
             return preview(screen);
         };
         const MemorySurface compact = shown(u"OpzSta1"_s, true);
         const MemorySurface extended = shown(u"OpzSta0"_s, true);
-        QVERIFY(pageCount(extended) > pageCount(compact));
+        QVERIFY(extended.texts.back().page > compact.texts.back().page);
         QCOMPARE(compact.find(u"PAG. N.").front().text, u"PAG. N. 5"_s);
-        const auto texts = [](const MemorySurface& pages) {
-            QStringList all;
-            for (const auto& placed : pages.texts)
-                all << placed.text;
-            return all;
-        };
-        QVERIFY(texts(shown(u"TabSel4"_s, true)) != texts(shown(u"TabSel4"_s, false)));
+        QVERIFY(shown(u"TabSel4"_s, true).texts != shown(u"TabSel4"_s, false).texts);
         QVERIFY(m_office->user.said().contains(u"status: Stampa prospetto dei calcoli (busy)"));
     }
 
     void aJobOfLittle()
     {
-        m_office->lavoro().Execute(u"DELETE FROM [Dati Generali]"_s);
-        m_office->lavoro().Execute(u"UPDATE [Unità immobiliari] SET [Codice scala] = NULL"_s);
+        m_office->lavoro.Execute(u"DELETE FROM [Dati Generali]"_s);
+        m_office->lavoro.Execute(u"UPDATE [Unità immobiliari] SET [Codice scala] = NULL"_s);
         const auto screen = open<Riparto>();
-        QVERIFY(find<QRadioButton>(*screen, u"TabSel0"_s)->isVisible());
-        QVERIFY(!find<QRadioButton>(*screen, u"TabSel1"_s)->isVisible());
-        QVERIFY(!find<QRadioButton>(*screen, u"TabSel2"_s)->isVisible());
+        QCOMPARE(visible(*screen, {u"TabSel0"_s, u"TabSel1"_s, u"TabSel2"_s}), u"T--"_s);
         Millesimi calculation(m_office->context());
         QCOMPARE(headings(preview(calculation)),
                  (QStringList{u"TABELLE MILLESIMALI"_s, u"VANO AMBIENTE"_s,
@@ -188,30 +165,22 @@ private slots:
     void rulesOfTheAllocationScreen()
     {
         const auto screen = open<Riparto>();
-        const auto visible = [&] {
-            QString controls;
-            for (const QString& name : {u"Tabella"_s, u"Scala"_s, u"Sezione3"_s})
-                controls += find<QWidget>(*screen, name)->isVisible() ? name.front() : QChar{u'-'};
-            return controls;
-        };
-        QCOMPARE(visible(), u"---"_s);
-        check(*screen, u"TabSel1"_s, true);
-        QCOMPARE(visible(), u"T--"_s);
-        check(*screen, u"TabSel2"_s, true);
-        QCOMPARE(visible(), u"-SS"_s);
-        QCOMPARE(find<QComboBox>(*screen, u"Scala"_s)->currentText(), u"A"_s);
-        QVERIFY(!find<QCheckBox>(*screen, u"Quadratura"_s)->isChecked());
-        QCOMPARE(zelto::test::namelessControls(*screen), QStringList());
+        const QStringList names{u"Tabella"_s, u"Scala"_s, u"Sezione3"_s};
+        QCOMPARE(visible(*screen, names), u"---"_s);
+        check(*screen, {u"TabSel1"_s}, true);
+        QCOMPARE(visible(*screen, names), u"T--"_s);
+        check(*screen, {u"TabSel2"_s}, true);
+        QCOMPARE(visible(*screen, names), u"-SS"_s);
+        QCOMPARE(screen->findChild<QComboBox*>(u"Scala"_s)->currentText(), u"A"_s);
+        QVERIFY(!screen->findChild<QCheckBox*>(u"Quadratura"_s)->isChecked());
+        QCOMPARE(namelessControls(*screen), QStringList());
     }
 
     /// What is typed is allocated as it stands; what is not enough for anybody, to nobody.
-    void amounts()
+    void totals()
     {
-        const auto total = [&](const QString& typed) {
-            const auto screen = open<Riparto>();
-            allocate(typed, *screen);
-            const QStringList amounts = column(preview(*screen), 120);
-            return amounts.isEmpty() ? QString() : amounts.constLast();
+        const auto total = [this](const QString& typed) {
+            return amounts(allocated(typed)).join(u'|').section(u'|', -1);
         };
         QCOMPARE(total(u"1000,50"_s), u"1 000,50"_s);
         QCOMPARE(total(u"0.01"_s), u"0,01"_s);
@@ -221,24 +190,20 @@ private slots:
     void tooMuch()
     {
         const auto screen = open<Riparto>();
-        find<QLineEdit>(*screen, u"Dati0"_s)->setText(u"1000000000"_s);
-        screen->anteprima();
-        QVERIFY(m_office->user.said().contains(u"L'importo da ripartire ha troppe cifre"));
+        screen->findChild<QLineEdit*>(u"Dati0"_s)->setText(u"1000000000"_s);
+        QVERIFY(m_office->user.hears([&] { screen->anteprima(); })
+                    .contains(u"L'importo da ripartire ha troppe cifre"));
         QVERIFY(screen->isVisible());
-        m_office->user.files = QStringList{u"~/riparto.pdf"_s};
-        screen->stampa();
-        QVERIFY(m_office->user.said().contains(u"in [~ESEMPIO - riparto.pdf]"));
+        QVERIFY(m_office->user.hears([&] { screen->stampa(); }, {u"~/riparto.pdf"_s})
+                    .contains(u"in [~ESEMPIO - riparto.pdf]"));
         QVERIFY(!QFile::exists(m_office->path(u"riparto.pdf"_s)));
     }
 
     void partsCloseToTheAmount()
     {
         for (const bool closes : {false, true}) {
-            Riparto screen(m_office->context());
-            allocate(u"1000.00"_s, screen);
-            check(screen, u"Quadratura"_s, closes);
-            const MemorySurface pages = preview(screen);
-            QStringList parts = column(pages, 120);
+            const MemorySurface pages = allocated(u"1000.00"_s, closes);
+            QStringList parts = amounts(pages);
             QCOMPARE(parts.takeLast(), u"1 000,00"_s);
             qint64 sum = 0;
             for (const QString& part : parts)
@@ -251,43 +216,37 @@ private slots:
     void tablesAsFiles()
     {
         Millesimi screen(m_office->context());
-        m_office->user.files = QStringList{u"~/tabelle"_s};
-        screen.esportaTabelle();
-        QVERIFY(QFileInfo(m_office->path(u"tabelle.xlsx"_s)).size() > 5000);
+        const auto exporting = [&] {
+            return m_office->user.hears([&] { screen.esportaTabelle(); }, {u"~/tabelle"_s});
+        };
+        const QString workbook = m_office->path(u"tabelle.xlsx"_s);
+        QVERIFY(exporting().contains(u"~/tabelle.xlsx"));
+        QVERIFY(QFileInfo(workbook).size() > 5000);
         QCOMPARE(QDir(m_office->path(u"tabelle CSV"_s)).entryList(QDir::Files, QDir::Name),
                  (QStringList{u"Acqua e autoclave.csv"_s, u"Autorimessa interrata.csv"_s,
                               u"Millesimi generali.csv"_s, u"Riscaldamento.csv"_s, u"Scala A.csv"_s,
                               u"Scala B.csv"_s}));
-        QVERIFY(m_office->user.said().contains(u"~/tabelle.xlsx"));
-        QVERIFY(QFile::remove(m_office->path(u"tabelle.xlsx"_s)));
+        QVERIFY(QFile::remove(workbook));
         m_office->user.saysYes = false;
-        m_office->user.files = QStringList{u"~/tabelle"_s};
-        screen.esportaTabelle();
-        QVERIFY(m_office->user.said().contains(u"«tabelle CSV» esiste già"));
-        QVERIFY(!QFile::exists(m_office->path(u"tabelle.xlsx"_s)));
+        QVERIFY(exporting().contains(u"«tabelle CSV» esiste già"));
+        QVERIFY(!QFile::exists(workbook));
         m_office->user.saysYes = true;
-        for (int i = 0; i < 4; ++i)
-            check(screen, u"TabSel%1"_s.arg(i), false);
-        m_office->user.files = QStringList{u"~/niente.xlsx"_s};
-        screen.esportaTabelle();
-        QVERIFY(!QFile::exists(m_office->path(u"niente.xlsx"_s)));
-        QVERIFY(m_office->user.said().contains(u"nessuna tabella"));
+        check(screen, {u"TabSel0"_s, u"TabSel1"_s, u"TabSel2"_s, u"TabSel3"_s}, false);
+        QVERIFY(exporting().contains(u"nessuna tabella"));
+        QVERIFY(!QFile::exists(workbook));
     }
 
     void aFolderThatCannotBeWritten()
     {
         zelto::print::PrintEngine engine(m_office->path(u"manca"_s), {});
         const auto context = m_office->context();
-        Millesimi screen({.lavoro = context.lavoro,
-                          .jobPath = context.jobPath,
-                          .outputFolder = context.outputFolder,
-                          .print = {.engine = engine,
-                                    .printers = context.print.printers,
-                                    .window = m_office->user,
-                                    .dialogs = m_office->user}});
+        Millesimi screen({context.lavoro,
+                          context.jobPath,
+                          context.outputFolder,
+                          {engine, context.print.printers, m_office->user, m_office->user}});
         screen.show();
-        screen.anteprima();
-        QVERIFY(m_office->user.said().contains(u"report: La cartella dei file di pagina"));
+        QVERIFY(m_office->user.hears([&] { screen.anteprima(); })
+                    .contains(u"report: La cartella dei file di pagina"));
         QVERIFY(screen.isVisible());
     }
 };

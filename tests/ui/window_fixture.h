@@ -5,42 +5,37 @@
 #include "shell/application.h"
 #include "shell/file_menu.h"
 #include "shell/status_bar.h"
+#include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QMenuBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolBar>
 #include <QToolButton>
 
 namespace zelto::test {
 
-/// A program folder with the master database, beside a folder "lavori" of jobs.
-class Installation
+/// A program folder "bin" with the master database, beside a folder "lavori" of jobs.
+struct Installation
 {
-public:
     Installation()
     {
-        QDir(m_folder.path()).mkpath(u"bin"_s);
-        QDir(m_folder.path()).mkpath(u"lavori"_s);
+        for (const QString& name : {u"bin"_s, u"lavori"_s})
+            QDir(folder.path()).mkdir(name);
         QFile::copy(QStringLiteral(ZELTO_MASTER), program(u"Zelto.mdb"_s));
     }
     [[nodiscard]] QString program(const QString& name) const
     {
-        return m_folder.filePath(u"bin/"_s + name);
+        return folder.file(u"bin/"_s + name);
     }
     [[nodiscard]] QString job(const QString& name) const
     {
-        return m_folder.filePath(u"lavori/"_s + name);
+        return folder.file(u"lavori/"_s + name);
     }
     /// A copy of the example.
     [[nodiscard]] QString newJob(const QString& name) const
     {
-        QFile::copy(QStringLiteral(EXAMPLE_JOB), job(name));
-        return job(name);
+        return folder.example(u"lavori/"_s + name);
     }
     [[nodiscard]] QStringList jobs() const
     {
@@ -49,11 +44,10 @@ public:
     /// Nothing when the start fails.
     [[nodiscard]] std::unique_ptr<shell::Application> start(widgets::Dialogs& dialogs) const
     {
-        return shell::Application::start(program({}), m_folder.filePath(u"user"_s), dialogs);
+        return shell::Application::start(program({}), folder.file(u"user"_s), dialogs);
     }
 
-private:
-    QTemporaryDir m_folder;
+    const JobFolder folder;
 };
 
 /// A started program, of an installation of its own if none is given, and a user at its window.
@@ -77,23 +71,23 @@ public:
         return job;
     }
 
-    /// Clicks an entry of the File menu with the mouse.
-    void choose(int index)
+    QMenu& openFileMenu()
     {
         QMenu& menu = window().menuFile();
         QMenuBar* bar = window().menuBar();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu.menuAction()).center());
-        if (!menu.isVisible() || !entry(index).isVisible())
-            qFatal("entry %d is not there to be clicked", index);
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&entry(index)).center());
+        return menu;
     }
-    /// The one whose caption begins so.
+    /// Clicks the entry of the File menu whose caption begins so with the mouse.
     void choose(const QString& caption)
     {
-        for (int index = 3; index <= 19; ++index)
-            if (entry(index).text().remove(u'&').startsWith(caption))
-                return choose(index);
-        qFatal("there is no entry %s", qPrintable(caption));
+        QMenu& menu = openFileMenu();
+        for (QAction* action : menu.actions())
+            if (menu.isVisible() && action->isVisible() &&
+                action->text().remove(u'&').startsWith(caption))
+                return QTest::mouseClick(&menu, Qt::LeftButton, {},
+                                         menu.actionGeometry(action).center());
+        qFatal("there is no entry %s to be clicked", qPrintable(caption));
     }
 
     /// The toolbar's button of a screen.
@@ -108,7 +102,6 @@ public:
     {
         return window().findChild<QLabel*>(u"Stato%1"_s.arg(number))->text();
     }
-    [[nodiscard]] QString title() { return window().windowTitle(); }
 
     /// Nothing is going on and the window shows which job is open.
     void verifyIdle(const QString& job)
@@ -118,9 +111,9 @@ public:
         QCOMPARE(m_application->jobFiles().JobPath(), job);
         QCOMPARE(panel(3), job.isEmpty() ? job : u"Codice lavoro: "_s + job);
         if (!job.isEmpty())
-            QCOMPARE(title(), u"Zelto 2009 - "_s + job);
+            QCOMPARE(window().windowTitle(), u"Zelto 2009 - "_s + job);
         else
-            QVERIFY(!title().contains(u" - /"));
+            QVERIFY(!window().windowTitle().contains(u" - /"));
     }
 
     const Installation& installation;
