@@ -150,9 +150,10 @@ std::vector<CodeRename> Variabili::askForRenames()
 {
     std::vector<CodeRename> renames;
     for (int group = 1; group < store::Groups; ++group)
-        for (const CodeRename& rename : renamedCodes(
-                 group, m_loaded.value(store::campoGruppo(group)), m_groups.value(store::campoGruppo(group)),
-                 m_formerRows[static_cast<std::size_t>(group)])) {
+        for (const CodeRename& rename :
+             renamedCodes(group, m_loaded.value(store::campoGruppo(group)),
+                          m_groups.value(store::campoGruppo(group)),
+                          m_formerRows[static_cast<std::size_t>(group)])) {
             const int rooms = roomsUsing(m_lavoro, rename);
             const QString question =
                 rooms == 1 ? u"1 vano usa [%1]: rinominare?"_s.arg(rename.before)
