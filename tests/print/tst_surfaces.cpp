@@ -6,7 +6,6 @@
 #include "store/store_fixture.h"
 #include "support/runner.h"
 
-#include <QDir>
 #include <QImage>
 #include <QProcess>
 #include <QStandardPaths>
