@@ -17,26 +17,27 @@ Options parse(const QString& line)
 /// The choices of a command line as one text.
 QString summary(const Options& o)
 {
+    using zelto::calc::IndicePiano;
     QStringList parts{o.lavori.join(u'+')};
-    const auto add = [&](bool chosen, const char* name) {
-        if (chosen)
-            parts << QString::fromLatin1(name);
-    };
     parts << o.sezioni;
-    add(o.calcolo.dettaglio, "dettaglio");
+    const auto add = [&](bool chosen, const QString& name) {
+        if (chosen)
+            parts << name;
+    };
+    add(o.calcolo.dettaglio, u"dettaglio"_s);
     for (const QString& kind : zelto::reports::tableWords())
-        if (o.calcolo.tabelle.contains(kind))
-            parts << kind;
-    add(o.calcolo.formato == zelto::reports::FormatoDettaglio::Esteso, "esteso");
-    add(o.calcolo.indice == zelto::calc::IndicePiano::Proporzionale, "proporzionale");
-    add(o.mostra, "mostra");
-    add(o.riparto && o.riparto->arrotondamento == zelto::calc::Arrotondamento::AQuadratura,
-        "quadratura");
+        add(o.calcolo.tabelle.contains(kind), kind);
+    add(o.calcolo.formato == zelto::reports::FormatoDettaglio::Esteso, u"esteso"_s);
+    add(o.calcolo.indice == IndicePiano::Proporzionale, u"proporzionale"_s);
+    add(o.mostra, u"mostra"_s);
+    const auto riparto = o.riparto.value_or(zelto::reports::OpzioniRiparto());
+    add(riparto.arrotondamento == zelto::calc::Arrotondamento::AQuadratura, u"quadratura"_s);
+    add(riparto.quote.indice == IndicePiano::Proporzionale, u"quote-proporzionali"_s);
     parts << u"p%1"_s.arg(o.calcolo.primaPagina) << o.pdf << o.uscite;
     for (const auto& [format, path] : o.formati)
         parts << path;
-    if (o.riparto)
-        parts << o.riparto->importo + u'/' + o.riparto->quote.kind->word + o.riparto->quote.key;
+    add(o.riparto.has_value(),
+        riparto.importo + u'/' + riparto.quote.kind->word + riparto.quote.key);
     return parts.join(u' ');
 }
 
@@ -51,39 +52,31 @@ private slots:
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("choices");
-        const QString all = u"prima-pagina relazione calcolo dettaglio generali tabelle scale"_s;
-        QTest::addRow("defaults") << u"A.ZLT"_s << u"A.ZLT "_s + all + u" p1  ."_s;
-        QTest::addRow("outputs") << u"-o a.pdf A.ZLT --uscite=u B.ZLT"_s
-                                 << u"A.ZLT+B.ZLT "_s + all + u" p1 a.pdf u"_s;
-        QTest::addRow("sections") << u"--sezioni relazione,calcolo --calcolo scale A.ZLT"_s
-                                  << u"A.ZLT relazione calcolo scale p1  ."_s;
-        QTest::addRow("layout")
-            << u"--formato esteso --indice-proporzionale --prima-pagina 12 --mostra A.ZLT"_s
-            << u"A.ZLT "_s + all + u" esteso proporzionale mostra p12  ."_s;
-        QTest::addRow("allocation")
-            << u"--riparto 1000,50 A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . 1000,50/generali"_s;
-        QTest::addRow("allocation by table") << u"--riparto 5 --quote tabella=3 A.ZLT"_s
-                                             << u"A.ZLT "_s + all + u" p1  . 5/tabelle3"_s;
-        QTest::addRow("closed allocation") << u"--riparto 5 --quadratura A.ZLT"_s
-                                           << u"A.ZLT "_s + all + u" quadratura p1  . 5/generali"_s;
-        QTest::addRow("spreadsheets")
-            << u"--xlsx t.xlsx --csv t A.ZLT"_s << u"A.ZLT "_s + all + u" p1  . t.xlsx t"_s;
-        QTest::addRow("job that looks like an option")
-            << u"-- -A.ZLT"_s << u"-A.ZLT "_s + all + u" p1  ."_s;
+        const QString all = u" prima-pagina relazione calcolo dettaglio generali tabelle scale "_s;
+        const auto row = [](const char* name, const QString& line, const QString& choices) {
+            QTest::newRow(name) << line << choices;
+        };
+        row("defaults", u"A.ZLT"_s, u"A.ZLT"_s + all + u"p1  ."_s);
+        row("outputs", u"-o a.pdf A B --uscite=u"_s, u"A+B"_s + all + u"p1 a.pdf u"_s);
+        row("sections", u"--sezioni relazione,calcolo --calcolo scale A"_s,
+            u"A relazione calcolo scale p1  ."_s);
+        row("layout", u"--formato esteso --indice-proporzionale --prima-pagina 12 --mostra A"_s,
+            u"A"_s + all + u"esteso proporzionale mostra p12  ."_s);
+        row("allocation", u"--riparto 1000,50 A"_s, u"A"_s + all + u"p1  . 1000,50/generali"_s);
+        row("allocation by table", u"--riparto 5 --quote tabella=3 A"_s,
+            u"A"_s + all + u"p1  . 5/tabelle3"_s);
+        row("allocation by staircase", u"--riparto 5 --quote scala=b --indice-proporzionale A"_s,
+            u"A"_s + all + u"proporzionale quote-proporzionali p1  . 5/scaleB"_s);
+        row("closed allocation", u"--riparto 5 --quadratura A"_s,
+            u"A"_s + all + u"quadratura p1  . 5/generali"_s);
+        row("spreadsheets", u"--xlsx t.xlsx --csv t A"_s, u"A"_s + all + u"p1  . t.xlsx t"_s);
+        row("job that looks like an option", u"-- -A"_s, u"-A"_s + all + u"p1  ."_s);
     }
 
     void accepted()
     {
         QFETCH(QString, line);
         QTEST(summary(parse(line)), "choices");
-    }
-
-    void staircaseTakesTheIndex()
-    {
-        const Options options =
-            parse(u"--indice-proporzionale --riparto 5 --quote scala=b A.ZLT"_s);
-        QCOMPARE(options.riparto->quote.key, u"B"_s);
-        QCOMPARE(options.riparto->quote.indice, zelto::calc::IndicePiano::Proporzionale);
     }
 
     /// Each with what the message has to name.

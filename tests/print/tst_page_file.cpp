@@ -103,9 +103,12 @@ private slots:
         }
     }
 
-    /// One more would be written over the first.
-    void moreThan9999PagesAreRefused()
+    void whatCannotBeRecorded()
     {
+        PrintEngine nowhere = engine(u"manca"_s);
+        QVERIFY_THROWS_EXCEPTION(PrintError, nowhere.BeginDocument());
+        QVERIFY(!nowhere.isRecording());
+        // One page more than 9999 would be written over the first.
         PrintEngine print = engine();
         print.BeginDocument();
         print.setPageNumber(9'998);
@@ -126,13 +129,6 @@ private slots:
         QVERIFY(QFileInfo(target).size() > 0);
         print.BeginDocument();
         QVERIFY(isPrivate(u"~VKM0000.Tmp"_s));
-    }
-
-    void aFolderThatIsNotThere()
-    {
-        PrintEngine print = engine(u"manca"_s);
-        QVERIFY_THROWS_EXCEPTION(PrintError, print.BeginDocument());
-        QVERIFY(!print.isRecording());
     }
 
     void engineKeepsToItsOwnPages()

@@ -136,37 +136,25 @@ private slots:
     /// Ten columns take in 1440 twips: thirteen "x", or twelve and a blank, in Arial 10.
     void printing()
     {
-        struct Case
-        {
-            QString text;
-            float lastRow;
-            QString printed;
-            float nextRow;
-            QString rest;
-            int lines;
-        };
-        const QString text = u"xxxxxx xxxxxx xxxx xxxx\r\n\r\nxx\r\n"_s;
-        const std::vector<Case> cases{
-            {text, 99, u"1: xxxxxx|1: xxxxxx|2: xxxx xxxx|4: xx"_s, 5, u""_s, 4},
-            {text, 2, u"1: xxxxxx|1: xxxxxx"_s, 2, u"xxxx xxxx\r\n\r\nxx\r\n"_s, 4},
-            {u"xx\r\nyy"_s, 2, u"1: xx"_s, 2, u"yy"_s, 2},
-            {u"xx\r\n"_s, 2, u"1: xx"_s, 2, u""_s, 1},
-            {u"xx\r\nyy"_s, 0, u"1: xx"_s, 2, u"yy"_s, 2},
-            {u""_s, 9, u""_s, 1, u""_s, 0},
-        };
-        for (const Case& c : cases) {
-            QString rest = c.text;
+        const auto print = [this](const QString& text, float lastRow) {
+            QString rest = text;
             int lines = 77;
             m_print.CountWrappedLines(10, rest, lines);
-            QCOMPARE(lines, c.lines);
-            QCOMPARE(rest, QString());
-            rest = c.text;
+            const QString counted = u"%1 lines%2, "_s.arg(lines).arg(rest);
+            rest = text;
             float row = 1;
-            m_print.PrintParagraph(5, 10, row, c.lastRow, rest, Alignment::Justified);
-            QCOMPARE(rows(m_probe.take()), c.printed);
-            QCOMPARE(row, c.nextRow);
-            QCOMPARE(rest, c.rest);
-        }
+            m_print.PrintParagraph(5, 10, row, lastRow, rest, Alignment::Justified);
+            return counted + u"next %1|%2|rest: %3"_s.arg(row).arg(rows(m_probe.take()), rest);
+        };
+        const QString text = u"xxxxxx xxxxxx xxxx xxxx\r\n\r\nxx\r\n"_s;
+        QCOMPARE(print(text, 99),
+                 u"4 lines, next 5|1: xxxxxx|1: xxxxxx|2: xxxx xxxx|4: xx|rest: "_s);
+        QCOMPARE(print(text, 2), u"4 lines, next 2|1: xxxxxx|1: xxxxxx|"
+                                 "rest: xxxx xxxx\r\n\r\nxx\r\n"_s);
+        QCOMPARE(print(u"xx\r\nyy"_s, 2), u"2 lines, next 2|1: xx|rest: yy"_s);
+        QCOMPARE(print(u"xx\r\n"_s, 2), u"1 lines, next 2|1: xx|rest: "_s);
+        QCOMPARE(print(u"xx\r\nyy"_s, 0), u"2 lines, next 2|1: xx|rest: yy"_s);
+        QCOMPARE(print(u""_s, 9), u"0 lines, next 1||rest: "_s);
     }
 
     /// Each character is 100 twips wide, a blank 55.6; the first column is at 720.

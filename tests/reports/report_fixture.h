@@ -13,16 +13,14 @@
 
 namespace zelto::test {
 
-/// A text of a page, in twips.
+/// A text of a page without the blanks around it, in twips.
 struct PlacedText
 {
     int page;
     double left;
     double top;
     double right;
-    double inkLeft; ///< without the blanks around it
-    double inkRight;
-    QString text;
+    QString text; ///< with its blanks
 };
 
 /// Keeps texts and lines instead of drawing them.
@@ -31,10 +29,8 @@ class MemorySurface : public print::Surface
 public:
     void drawText(QPointF topLeft, const QString& text, const print::FontMetrics& metrics) override
     {
-        const QString blanks = text.left(text.indexOf(text.trimmed()));
-        const double inkLeft = topLeft.x() + metrics.width(blanks);
-        texts.push_back({m_page, topLeft.x(), topLeft.y(), topLeft.x() + metrics.width(text),
-                         inkLeft, inkLeft + metrics.width(text.trimmed()), text});
+        const double left = topLeft.x() + metrics.width(text.left(text.indexOf(text.trimmed())));
+        texts.push_back({m_page, left, topLeft.y(), left + metrics.width(text.trimmed()), text});
     }
     void drawLine(const QLineF& line, float /*penWidth*/) override { lines.push_back(line); }
     void drawBox(const QRectF& /*box*/, float /*penWidth*/) override {}

@@ -265,7 +265,7 @@ private slots:
                          text.top + 205 <= printer.engine.PageHeight(),
                      qPrintable(text.text));
             if (previous != nullptr && previous->page == text.page && previous->top == text.top)
-                QVERIFY2(text.inkLeft >= previous->inkRight || text.inkRight <= previous->inkLeft,
+                QVERIFY2(text.left >= previous->right || text.right <= previous->left,
                          qPrintable(previous->text + u'/' + text.text));
             previous = &text;
         }
