@@ -37,16 +37,15 @@ public:
         note(u"picture"_s, {area.left(), area.top(), area.right(), area.bottom(),
                             static_cast<double>(picture.width())});
     }
-    void setColour(QColor colour) override { note(u"colour"_s, {}, {colour.name()}); }
-    void newPage() override { note(u"page"_s); }
-    void finish() override { note(u"finish"_s); }
+    void setColour(QColor colour) override { drawn << u"colour "_s + colour.name(); }
+    void newPage() override { drawn << u"page"_s; }
+    void finish() override { drawn << u"finish"_s; }
 
     /// What was drawn since the last call.
     QStringList take() { return std::exchange(drawn, {}); }
 
 private:
-    void note(const QString& what, const std::vector<double>& twips = {},
-              const QStringList& texts = {})
+    void note(const QString& what, const std::vector<double>& twips, const QStringList& texts = {})
     {
         QStringList words{what};
         for (const double number : twips)

@@ -33,25 +33,33 @@ public:
     mutable qsizetype measured = 0; ///< characters so far
 };
 
-QStringList linesOf(QStringView text, double width)
+/// The text's lines, joined by "|".
+QString linesOf(QStringView text, double width)
 {
     const TypewriterMeasure measure;
     RunningText rest(text, measure, width);
     QStringList lines;
     while (!rest.isEmpty())
         lines << rest.takeLine().text.toString();
-    return lines;
+    return lines.join(u'|');
 }
 
-/// "row: text" of every text drawn; rows are 240 twips.
-QStringList rows(const QStringList& drawn)
+/// The justified line, its last word behind "|".
+QString justified(const QString& line, int extra)
+{
+    const JustifiedLine parts = justify(line, extra);
+    return parts.head + u'|' + parts.lastWord;
+}
+
+/// "row: text" of every text drawn, joined by "|"; rows are 240 twips.
+QString rows(const QStringList& drawn)
 {
     QStringList result;
     for (const QString& line : drawn) {
         const int row = line.section(u' ', 2, 2).toInt() / 240;
         result << u"%1: %2"_s.arg(row).arg(line.section(u"Arial 200 "_s, 1));
     }
-    return result;
+    return result.join(u'|');
 }
 
 } // namespace
@@ -70,37 +78,21 @@ private slots:
         m_print.setSurface(&m_probe);
     }
 
-    void breaking_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("width");
-        QTest::addColumn<QStringList>("lines");
-        const QString text = u"uno due tre"_s;
-        QTest::addRow("fits") << text << 111.0 << QStringList{text};
-        QTest::addRow("exactly as wide does not fit")
-            << text << 110.0 << QStringList{u"uno due"_s, u"tre"_s};
-        QTest::addRow("one word each") << text << 40.0 << QStringList{u"uno"_s, u"due"_s, u"tre"_s};
-        QTest::addRow("only blanks") << u"    "_s << 20.0 << QStringList{u""_s};
-        QTest::addRow("indent stays, blanks at the break go")
-            << u"  uno   due  "_s << 60.0 << QStringList{u"  uno"_s, u"due"_s};
-        QTest::addRow("inner blanks stay") << u"a   b"_s << 90.0 << QStringList{u"a   b"_s};
-        QTest::addRow("long word")
-            << u"a precipitevolissimevolmente b"_s << 100.0
-            << QStringList{u"a"_s, u"precipitev"_s, u"olissimevo"_s, u"lmente b"_s};
-        QTest::addRow("no width") << u"uno"_s << 0.0 << QStringList{u"u"_s, u"n"_s, u"o"_s};
-        QTest::addRow("pairs stay whole")
-            << u"\U0001F3E0\U0001F3E0"_s << 5.0 << QStringList{u"\U0001F3E0"_s, u"\U0001F3E0"_s};
-        QTest::addRow("paragraphs") << u"uno\r\n\r\ndue tre\r\n"_s << 50.0
-                                    << QStringList{u"uno"_s, u""_s, u"due"_s, u"tre"_s};
-        QTest::addRow("lone breaks")
-            << u"a\nb\rc\n\rd"_s << 99.0 << QStringList{u"a"_s, u"b"_s, u"c"_s, u""_s, u"d"_s};
-    }
-
     void breaking()
     {
-        QFETCH(QString, text);
-        QFETCH(double, width);
-        QTEST(linesOf(text, width), "lines");
+        QCOMPARE(linesOf(u"uno due tre", 111), u"uno due tre"_s);
+        QCOMPARE(linesOf(u"uno due tre", 110), u"uno due|tre"_s); // exactly as wide does not fit
+        QCOMPARE(linesOf(u"uno due tre", 40), u"uno|due|tre"_s);
+        QCOMPARE(linesOf(u"    ", 20), u""_s);
+        // An indent stays, blanks at the break go.
+        QCOMPARE(linesOf(u"  uno   due  ", 60), u"  uno|due"_s);
+        QCOMPARE(linesOf(u"a   b", 90), u"a   b"_s);
+        QCOMPARE(linesOf(u"a precipitevolissimevolmente b", 100),
+                 u"a|precipitev|olissimevo|lmente b"_s);
+        QCOMPARE(linesOf(u"uno", 0), u"u|n|o"_s);
+        QCOMPARE(linesOf(u"\U0001F3E0\U0001F3E0", 5), u"\U0001F3E0|\U0001F3E0"_s);
+        QCOMPARE(linesOf(u"uno\r\n\r\ndue tre\r\n", 50), u"uno||due|tre"_s);
+        QCOMPARE(linesOf(u"a\nb\rc\n\rd", 99), u"a|b|c||d"_s);
     }
 
     /// A memo may be one word of a million characters.
@@ -122,116 +114,68 @@ private slots:
             for (auto bits = static_cast<unsigned>(seed); bits != 0; bits /= 3)
                 text += bits % 3 == 0 ? QString(bits % 4, u' ') : QString(bits % 7, u'x');
             const double width = 10.0 * (std::abs(columns) % 9) + 5;
-            QStringList lines = linesOf(text, width);
+            const QStringList lines = linesOf(text, width).split(u'|');
             for (const QString& line : lines)
                 RC_ASSERT(line.size() <= 1 || static_cast<double>(10 * line.size()) <= width);
             RC_ASSERT(lines.join(QString()).remove(u' ') == text.remove(u' '));
         }));
     }
 
-    void justifying_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("extra");
-        QTest::addColumn<QString>("head");
-        QTest::addColumn<QString>("lastWord");
-        QTest::addRow("one word") << u"uno"_s << 5 << u"uno"_s << u""_s;
-        QTest::addRow("indented word") << u"  uno"_s << 5 << u"  uno"_s << u""_s;
-        QTest::addRow("two words") << u"uno due"_s << 5 << u"uno"_s << u"due"_s;
-        QTest::addRow("even") << u"a b c d"_s << 6 << u"a   b   c"_s << u"d"_s;
-        QTest::addRow("spread") << u"a b c d"_s << 2 << u"a b  c"_s << u"d"_s;
-        QTest::addRow("indent is no gap") << u"  a b c"_s << 2 << u"  a  b"_s << u"c"_s;
-        QTest::addRow("wide gap") << u"a  b   c"_s << 2 << u"a   b"_s << u"c"_s;
-    }
-
     void justifying()
     {
-        QFETCH(QString, line);
-        QFETCH(int, extra);
-        const JustifiedLine justified = justify(line, extra);
-        QTEST(justified.head, "head");
-        QTEST(justified.lastWord, "lastWord");
+        QCOMPARE(justified(u"uno"_s, 5), u"uno|"_s);
+        QCOMPARE(justified(u"  uno"_s, 5), u"  uno|"_s);
+        QCOMPARE(justified(u"uno due"_s, 5), u"uno|due"_s);
+        QCOMPARE(justified(u"a b c d"_s, 6), u"a   b   c|d"_s);
+        QCOMPARE(justified(u"a b c d"_s, 2), u"a b  c|d"_s);
+        QCOMPARE(justified(u"  a b c"_s, 2), u"  a  b|c"_s); // an indent is no gap
+        QCOMPARE(justified(u"a  b   c"_s, 2), u"a   b|c"_s);
     }
 
-    // Ten columns take in 1440 twips: thirteen "x", or twelve and a blank, in Arial 10.
-    void printing_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("lastRow");
-        QTest::addColumn<QStringList>("printed");
-        QTest::addColumn<int>("nextRow");
-        QTest::addColumn<QString>("rest");
-        QTest::addColumn<int>("lines");
-        const QString text = u"xxxxxx xxxxxx xxxx xxxx\r\n\r\nxx\r\n"_s;
-        QTest::addRow("enough rows")
-            << text << 99
-            << QStringList{u"1: xxxxxx"_s, u"1: xxxxxx"_s, u"2: xxxx xxxx"_s, u"4: xx"_s} << 5
-            << u""_s << 4;
-        QTest::addRow("inside a paragraph")
-            << text << 2 << QStringList{u"1: xxxxxx"_s, u"1: xxxxxx"_s} << 2
-            << u"xxxx xxxx\r\n\r\nxx\r\n"_s << 4;
-        QTest::addRow("at a paragraph's end")
-            << u"xx\r\nyy"_s << 2 << QStringList{u"1: xx"_s} << 2 << u"yy"_s << 2;
-        QTest::addRow("at the very end")
-            << u"xx\r\n"_s << 2 << QStringList{u"1: xx"_s} << 2 << u""_s << 1;
-        QTest::addRow("no rows at all")
-            << u"xx\r\nyy"_s << 0 << QStringList{u"1: xx"_s} << 2 << u"yy"_s << 2;
-        QTest::addRow("nothing") << u""_s << 9 << QStringList() << 1 << u""_s << 0;
-    }
-
+    /// Ten columns take in 1440 twips: thirteen "x", or twelve and a blank, in Arial 10.
     void printing()
     {
-        QFETCH(QString, text);
-        QFETCH(int, lastRow);
-        QString counted = text;
-        int lines = 77;
-        m_print.CountWrappedLines(10, counted, lines);
-        QTEST(lines, "lines");
-        QCOMPARE(counted, QString());
-        float row = 1;
-        m_print.PrintParagraph(5, 10, row, static_cast<float>(lastRow), text, Alignment::Justified);
-        QTEST(rows(m_probe.drawn), "printed");
-        QTEST(static_cast<int>(row), "nextRow");
-        QTEST(text, "rest");
+        const auto print = [this](const QString& text, float lastRow) {
+            QString rest = text;
+            int lines = 77;
+            m_print.CountWrappedLines(10, rest, lines);
+            const QString counted = u"%1 lines%2, "_s.arg(lines).arg(rest);
+            rest = text;
+            float row = 1;
+            m_print.PrintParagraph(5, 10, row, lastRow, rest, Alignment::Justified);
+            return counted + u"next %1|%2|rest: %3"_s.arg(row).arg(rows(m_probe.take()), rest);
+        };
+        const QString text = u"xxxxxx xxxxxx xxxx xxxx\r\n\r\nxx\r\n"_s;
+        QCOMPARE(print(text, 99),
+                 u"4 lines, next 5|1: xxxxxx|1: xxxxxx|2: xxxx xxxx|4: xx|rest: "_s);
+        QCOMPARE(print(text, 2), u"4 lines, next 2|1: xxxxxx|1: xxxxxx|"
+                                 "rest: xxxx xxxx\r\n\r\nxx\r\n"_s);
+        QCOMPARE(print(u"xx\r\nyy"_s, 2), u"2 lines, next 2|1: xx|rest: yy"_s);
+        QCOMPARE(print(u"xx\r\n"_s, 2), u"1 lines, next 2|1: xx|rest: "_s);
+        QCOMPARE(print(u"xx\r\nyy"_s, 0), u"2 lines, next 2|1: xx|rest: yy"_s);
+        QCOMPARE(print(u""_s, 9), u"0 lines, next 1||rest: "_s);
     }
 
+    /// Each character is 100 twips wide, a blank 55.6; the first column is at 720.
     void alignments()
     {
-        struct Case
-        {
-            Alignment alignment;
-            double place; // of the line's left end, middle or right end
-            double part;
-        };
-        const auto width = static_cast<double>(m_print.textWidth(u"xxxxxxxx"_s));
-        for (const Case& c :
-             {Case{Alignment::Left, 720, 0}, Case{Alignment::Right, 720 + 9 * 144, 1},
-              Case{Alignment::Centred, 720 + 5 * 144, 0.5}}) {
-            QString text = u"xxxxxxxx yyyyyyyy"_s; // x and y are equally wide
+        const auto drawn = [this](Alignment alignment, float width, QString text) {
             float row = 0;
-            m_print.PrintParagraph(5, 10, row, 9, text, c.alignment);
-            const QStringList drawn = m_probe.take();
-            QCOMPARE(drawn.size(), 2);
-            for (const QString& line : drawn)
-                QVERIFY(qAbs(line.section(u' ', 1, 1).toDouble() - (c.place - c.part * width)) <=
-                        1);
-        }
-    }
-
-    void justifiedLinesAreFlush()
-    {
-        QString text = u"a b cc ddddddddddd eeeeeee"_s;
-        float row = 0;
-        m_print.PrintParagraph(5, 12, row, 9, text, Alignment::Justified);
-        const QString blanks(10, u' '); // 20 blanks of 55.6 twips fit, half of them in either gap
-        QCOMPARE(rows(m_probe.drawn).mid(0, 3),
-                 (QStringList{u"0: a"_s + blanks + u" b"_s, u"0: cc"_s, u"1: ddddddddddd"_s}));
-        const double lastWord = m_probe.drawn[1].section(u' ', 1, 1).toDouble();
-        const auto width = static_cast<double>(m_print.textWidth(u"cc"_s));
-        QVERIFY(qAbs(lastWord + width - (720 + 12 * 144)) <= 1);
+            m_print.PrintParagraph(5, width, row, 9, text, alignment);
+            return m_probe.take().join(u'|').remove(u" Arial 200"_s);
+        };
+        const QString text = u"xxxxxxxx yyyyyyyy"_s;
+        QCOMPARE(drawn(Alignment::Left, 10, text), u"text 720 0 xxxxxxxx|text 720 240 yyyyyyyy"_s);
+        QCOMPARE(drawn(Alignment::Centred, 10, text),
+                 u"text 1040 0 xxxxxxxx|text 1040 240 yyyyyyyy"_s);
+        QCOMPARE(drawn(Alignment::Right, 10, text),
+                 u"text 1216 0 xxxxxxxx|text 1216 240 yyyyyyyy"_s);
+        // 20 blanks fit into the first line, half of them in either gap.
+        QCOMPARE(drawn(Alignment::Justified, 12, u"x y cc xxxxxxxxxxxxx y"_s),
+                 u"text 720 0 x"_s + QString(10, u' ') +
+                     u" y|text 2248 0 cc|text 720 240 xxxxxxxxxxxxx y"_s);
     }
 };
 
 ZELTO_TEST(TestParagraph)
-
 #include "tst_paragraph.moc"

@@ -10,39 +10,32 @@ class TestPreviewLayout : public QObject
 {
     Q_OBJECT
 
-    static constexpr PageSize Page{.width = 10'000, .height = 15'000};
-
-private slots:
-    void sizes_data()
+    /// The bar is 50 high, scroll bars 20; 400 twips are 27 pixels.
+    static PreviewLayout layoutIn(QSize window, double magnification)
     {
-        QTest::addColumn<QSize>("window");
-        QTest::addColumn<double>("magnification");
-        QTest::addColumn<QSize>("picture");
-        QTest::addColumn<QPoint>("home");
-        QTest::addRow("as high as the window lets it")
-            << QSize(1000, 800) << 1.0 << QSize(400, 600) << QPoint(290, 51);
-        QTest::addRow("as wide") << QSize(500, 1050) << 1.0 << QSize(400, 600) << QPoint(40, 176);
-        QTest::addRow("twice") << QSize(1000, 800) << 2.0 << QSize(800, 1200) << QPoint(90, -248);
-        QTest::addRow("nothing left") << QSize(30, 40) << 1.0 << QSize(1, 1) << QPoint(4, -29);
+        return {
+            {.size = window, .barHeight = 50, .view = window - QSize(20, 70), .dotsPerInch = 96},
+            {.width = 10'000, .height = 15'000},
+            magnification};
     }
 
-    /// The bar is 50 high, scroll bars 20; 400 twips are 27 pixels.
+private slots:
     void sizes()
     {
-        QFETCH(QSize, window);
-        QFETCH(double, magnification);
-        const PreviewLayout layout(
-            {.size = window, .barHeight = 50, .view = window - QSize(20, 70), .dotsPerInch = 96},
-            Page, magnification);
-        QTEST(layout.picture, "picture");
-        QTEST(layout.home, "home");
-        QCOMPARE(layout.place({}), layout.home);
+        const auto picture = [](QSize window, double magnification) {
+            const PreviewLayout layout = layoutIn(window, magnification);
+            return QRect(layout.home, layout.picture);
+        };
+        QCOMPARE(picture({1000, 800}, 1), QRect(290, 51, 400, 600)); // as high as the window
+        QCOMPARE(picture({500, 1050}, 1), QRect(40, 176, 400, 600)); // as wide
+        QCOMPARE(picture({1000, 800}, 2), QRect(90, -248, 800, 1200));
+        QCOMPARE(picture({30, 40}, 1), QRect(4, -29, 1, 1)); // nothing left
     }
 
     void scrolling()
     {
-        const PreviewLayout layout(
-            {.size = {1000, 800}, .barHeight = 50, .view = {980, 730}, .dotsPerInch = 96}, Page, 2);
+        const PreviewLayout layout = layoutIn({1000, 800}, 2);
+        QCOMPARE(layout.place({}), layout.home);
         QCOMPARE(layout.place({0, 500}) - layout.home, QPoint(400, 0));
         QCOMPARE(layout.place({1000, 250}) - layout.home, QPoint(-400, 300));
         const ScrollPosition position = layout.centredOn({200, 900});

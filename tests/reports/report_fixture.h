@@ -3,34 +3,26 @@
 #pragma once
 
 #include "reports/report_context.h"
+#include "store/store_fixture.h"
 
+#include <QLineF>
 #include <QStringList>
-#include <QTemporaryDir>
 
-#include <cmath>
 #include <utility>
 #include <vector>
 
 namespace zelto::test {
 
-/// A text of a page, in twips.
+/// A text of a page, in twips; left and right are those of its ink.
 struct PlacedText
 {
     int page;
     double left;
     double top;
     double right;
-    double inkLeft; ///< without the blanks around it
-    double inkRight;
-    QString text;
+    QString text; ///< with its blanks
 
     bool operator==(const PlacedText&) const = default;
-};
-
-struct PlacedLine
-{
-    int page;
-    QLineF line;
 };
 
 /// Keeps texts and lines instead of drawing them.
@@ -39,15 +31,10 @@ class MemorySurface : public print::Surface
 public:
     void drawText(QPointF topLeft, const QString& text, const print::FontMetrics& metrics) override
     {
-        const QString blanks = text.left(text.indexOf(text.trimmed()));
-        const double inkLeft = topLeft.x() + metrics.width(blanks);
-        texts.push_back({m_page, topLeft.x(), topLeft.y(), topLeft.x() + metrics.width(text),
-                         inkLeft, inkLeft + metrics.width(text.trimmed()), text});
+        const double left = topLeft.x() + metrics.width(text.left(text.indexOf(text.trimmed())));
+        texts.push_back({m_page, left, topLeft.y(), left + metrics.width(text.trimmed()), text});
     }
-    void drawLine(const QLineF& line, float /*penWidth*/) override
-    {
-        lines.push_back({m_page, line});
-    }
+    void drawLine(const QLineF& line, float /*penWidth*/) override { lines.push_back(line); }
     void drawBox(const QRectF& /*box*/, float /*penWidth*/) override {}
     void drawPicture(const QRectF& /*area*/, const QImage& /*picture*/) override {}
     void setColour(QColor /*colour*/) override {}
@@ -65,7 +52,7 @@ public:
     }
 
     std::vector<PlacedText> texts;
-    std::vector<PlacedLine> lines;
+    std::vector<QLineF> lines;
 
 private:
     int m_page = 0;
@@ -83,50 +70,40 @@ public:
 /// Draws the reports of a building and keeps what they drew.
 class Printer
 {
+    calc::ModelloLavoro m_modello;
+    JobFolder m_folder;
+
 public:
-    explicit Printer(calc::ModelloLavoro modello)
-        : m_modello(std::move(modello)), context{.modello = m_modello,
-                                                 .jobPath = u"/lavori/Verdi.2.zlt"_s,
-                                                 .outputFolder = m_folder.path(),
-                                                 .engine = m_engine,
-                                                 .status = user}
+    explicit Printer(calc::ModelloLavoro modello) : m_modello(std::move(modello))
     {
-        m_engine.setSurface(&surface);
+        engine.setSurface(&surface);
     }
 
     /// Records the reports first and draws the pages then; gives their number.
     template <typename Report>
     int record(Report&& report)
     {
-        m_engine.BeginDocument();
+        engine.BeginDocument();
         report(context);
-        m_engine.EndDocument();
-        m_engine.PrintDocument(1, m_engine.pageCount());
-        return m_engine.pageCount();
+        engine.EndDocument();
+        engine.PrintDocument(1, engine.pageCount());
+        return engine.pageCount();
     }
 
-    [[nodiscard]] QStringList outputLines(const QString& name) const
+    [[nodiscard]] QByteArray output(const QString& name) const
     {
-        QFile file(m_folder.filePath(name));
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        return QString::fromUtf8(file.readAll()).split(u"\r\n"_s);
+        return bytesOf(m_folder.file(name));
     }
-
-    [[nodiscard]] float pageWidth() const { return m_engine.PageWidth(); }
-    [[nodiscard]] float pageHeight() const { return m_engine.PageHeight(); }
 
     MemorySurface surface;
     QuietUser user;
-
-private:
-    calc::ModelloLavoro m_modello;
-    QTemporaryDir m_folder;
-    print::PrintEngine m_engine{m_folder.path(),
-                                {.LocalDecimalSeparator = u',', .ForeignDecimalSeparator = u'.'}};
-
-public:
-    reports::ReportContext context;
+    print::PrintEngine engine{m_folder.file({}),
+                              {.LocalDecimalSeparator = u',', .ForeignDecimalSeparator = u'.'}};
+    reports::ReportContext context{.modello = m_modello,
+                                   .jobPath = u"/lavori/Verdi.2.zlt"_s,
+                                   .outputFolder = m_folder.file({}),
+                                   .engine = engine,
+                                   .status = user};
 };
 
 } // namespace zelto::test

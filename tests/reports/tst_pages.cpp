@@ -10,14 +10,11 @@
 
 using namespace Qt::StringLiterals;
 using namespace zelto::reports;
+using namespace zelto::test;
 using zelto::calc::ModelloLavoro;
-using zelto::test::building;
-using zelto::test::Printer;
-using zelto::test::UnitData;
 
 namespace {
 
-constexpr double bodyRow = 200;
 constexpr double bodyColumn = 84;
 
 ModelloLavoro units(int count)
@@ -40,9 +37,10 @@ int print(Printer& printer, const OpzioniStampa& options,
     return printer.record([&](auto& context) { stampaDocumento(context, words, options); });
 }
 
-int rowOf(const zelto::test::PlacedText& text)
+/// The allocation by staircase A.
+OpzioniRiparto allocation(const QString& amount)
 {
-    return qRound(text.top / bodyRow);
+    return {.importo = amount, .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
 }
 
 } // namespace
@@ -52,42 +50,41 @@ class TestPages : public QObject
     Q_OBJECT
 
 private slots:
-    void coverPage_data()
-    {
-        QTest::addColumn<QString>("date");
-        QTest::addColumn<int>("dateLines");
-        QTest::addColumn<QString>("notes");
-        QTest::addColumn<int>("noteRows");
-        QTest::addRow("plain") << u"09.03.2024"_s << 1 << u"Nota breve."_s << 1;
-        QTest::addRow("without date") << u" "_s << 0 << u""_s << 0;
-        QTest::addRow("notes cut after ten rows") << u""_s << 0 << u"riga\r\n"_s.repeated(15) << 10;
-    }
-
     void coverPage()
     {
-        QFETCH(QString, notes);
-        QFETCH(QString, date);
-        ModelloLavoro modello = building({{.size = 1}});
-        modello.datiGenerali[u"Descrizione"_s] = u"Condominio"_s;
-        modello.datiGenerali[u"Data"_s] = date;
-        modello.datiGenerali[u"Note"_s] = notes;
-        Printer printer(modello);
-        QCOMPARE(printer.record(StampaPrimaPagina), 1);
-        QCOMPARE(printer.user.status, QStringList{u"Stampa prima pagina"_s});
+        struct Case
+        {
+            QString date;
+            std::size_t dateLines;
+            QString notes;
+            int noteRows;
+        };
+        const std::vector<Case> cases{
+            {u"09.03.2024"_s, 1, u"Nota breve."_s, 1},
+            {u" "_s, 0, u""_s, 0},
+            {u""_s, 0, u"riga\r\n"_s.repeated(15), 10},
+        };
+        for (const Case& c : cases) {
+            ModelloLavoro modello = building({{.size = 1}});
+            modello.datiGenerali = {
+                {u"Descrizione"_s, u"Condominio"_s}, {u"Data"_s, c.date}, {u"Note"_s, c.notes}};
+            Printer printer(modello);
+            QCOMPARE(printer.record(StampaPrimaPagina), 1);
+            QCOMPARE(printer.user.status, QStringList{u"Stampa prima pagina"_s});
 
-        const auto reference = printer.surface.find(u"Rif. - VERDI.2 -");
-        QCOMPARE(reference.size(), 1U);
-        QVERIFY(std::abs(reference[0].right - 74 * 144) < 1);
-        const auto title = printer.surface.find(u"TABELLE MILLESIMALI");
-        QVERIFY(std::abs((title[0].left + title[0].right) / 2 - 40.5 * 144) < 1);
-        QCOMPARE(title[0].top, 21.5 * 240);
-        QCOMPARE(printer.surface.lines[1].line.y1(), 29.0 * 240);
-        QTEST(static_cast<int>(printer.surface.find(u"Data - ").size()), "dateLines");
-        int noteRows = 0;
-        for (const auto& text : printer.surface.texts)
-            if (text.left == 12 * 144 && text.top >= 31.25 * 300 && text.top < 41.25 * 300)
-                ++noteRows;
-        QTEST(noteRows, "noteRows");
+            const auto reference = printer.surface.find(u"Rif. - VERDI.2 -");
+            QCOMPARE(reference.size(), 1U);
+            QVERIFY(std::abs(reference[0].right - 74 * 144) < 1);
+            const auto title = printer.surface.find(u"TABELLE MILLESIMALI");
+            QVERIFY(std::abs((title[0].left + title[0].right) / 2 - 40.5 * 144) < 1);
+            QCOMPARE(title[0].top, 21.5 * 240);
+            QCOMPARE(printer.surface.lines[1].y1(), 29.0 * 240);
+            QCOMPARE(printer.surface.find(u"Data - ").size(), c.dateLines);
+            const auto isNote = [](const PlacedText& text) {
+                return text.left == 12 * 144 && text.top >= 31.25 * 300 && text.top < 41.25 * 300;
+            };
+            QCOMPARE(std::ranges::count_if(printer.surface.texts, isNote), c.noteRows);
+        }
     }
 
     void technicalReport()
@@ -112,51 +109,49 @@ private slots:
         QCOMPARE(end[0].page, 2);
     }
 
-    void figuresThatDoNotFit_data()
-    {
-        QTest::addColumn<QList<float>>("sizes");
-        QTest::addColumn<float>("height");
-        QTest::addColumn<QString>("named"); // what the message has to name, empty where all fits
-        const QString unit = u" dell'unità 1 (Int. 1) è "_s;
-        QTest::addRow("largest") << QList<float>{99999.99F, 1} << 99999.99F << u""_s;
-        QTest::addRow("most negative") << QList<float>{-9999.99F, 1} << -9999.99F << u""_s;
-        QTest::addRow("room") << QList<float>{100000, 1} << 1.0F
-                              << u"«C.R.» del vano 1 dell'unità 1 (Int. 1) è 100000"_s;
-        QTest::addRow("infinite room") << QList<float>{1e30F * 1e30F, 1} << 1.0F << u"«C.R.»"_s;
-        QTest::addRow("negative room") << QList<float>{-10000, 1} << 1.0F << u"«C.R.» del vano 1"_s;
-        QTest::addRow("share") << QList<float>{1001, -1000} << 1.0F
-                               << u"«MILLESIMI»"_s + unit + u"1001000"_s;
-        QTest::addRow("index") << QList<float>{1, 1} << 123456.0F
-                               << u"«IND.H.P.»"_s + unit + u"123456"_s;
-    }
-
     /// Refused before anything is drawn or written; a spreadsheet gets none either.
     void figuresThatDoNotFit()
     {
-        QFETCH(QList<float>, sizes);
-        QFETCH(float, height);
-        QFETCH(QString, named);
-        std::vector<UnitData> data;
-        for (const float size : sizes)
-            data.push_back({.size = size, .scala = u"A"_s, .HPiano = height});
-        const ModelloLavoro modello = building(data);
-        Printer printer(modello);
-        const auto refusal = [](auto&& operation) {
-            try {
-                operation();
-            } catch (const zelto::calc::CalcError& error) {
-                return QString::fromUtf8(error.what());
-            }
-            return QString();
+        struct Case
+        {
+            std::vector<float> sizes;
+            float height;
+            QString named; ///< what the message has to name, empty where all fits
         };
-        const QString printed =
-            refusal([&] { stampaDocumento(printer.context, sectionWords(), OpzioniCalcolo()); });
-        QVERIFY2(printed.contains(named), qPrintable(printed));
-        QCOMPARE(printed.isEmpty(), named.isEmpty());
-        QCOMPARE(printer.surface.texts.empty(), !named.isEmpty());
-        QCOMPARE(printer.outputLines(u"consistenza.out"_s).isEmpty(), !named.isEmpty());
-        const QString exported = refusal([&] { (void)tabelleScelte(modello, OpzioniCalcolo{}); });
-        QVERIFY(exported == printed || printed.contains(u"C.R."));
+        const QString room = u"«C.R.» del vano 1 dell'unità 1 (Int. 1) è "_s;
+        const std::vector<Case> cases{
+            {{99999.99F, 1}, 99999.99F, {}},
+            {{-9999.99F, 1}, -9999.99F, {}},
+            {{100000, 1}, 1, room + u"100000"_s},
+            {{1e30F * 1e30F, 1}, 1, room},
+            {{-10000, 1}, 1, room},
+            {{1001, -1000}, 1, u"«MILLESIMI» dell'unità 1 (Int. 1) è 1001000"_s},
+            {{1, 1}, 123456, u"«IND.H.P.» dell'unità 1 (Int. 1) è 123456"_s},
+        };
+        for (const Case& c : cases) {
+            std::vector<UnitData> data;
+            for (const float size : c.sizes)
+                data.push_back({.size = size, .scala = u"A"_s, .HPiano = c.height});
+            const ModelloLavoro modello = building(data);
+            Printer printer(modello);
+            const auto refusal = [](auto&& operation) {
+                try {
+                    operation();
+                } catch (const zelto::calc::CalcError& error) {
+                    return error.description();
+                }
+                return QString();
+            };
+            const QString printed = refusal(
+                [&] { stampaDocumento(printer.context, sectionWords(), OpzioniCalcolo()); });
+            QVERIFY2(printed.contains(c.named), qPrintable(printed));
+            QCOMPARE(printed.isEmpty(), c.named.isEmpty());
+            QCOMPARE(printer.surface.texts.empty(), !c.named.isEmpty());
+            QCOMPARE(printer.output(u"consistenza.out"_s).isEmpty(), !c.named.isEmpty());
+            const QString exported =
+                refusal([&] { (void)tabelleScelte(modello, OpzioniCalcolo{}); });
+            QVERIFY(exported == printed || printed.contains(u"C.R."));
+        }
     }
 
     void prospectus()
@@ -179,42 +174,28 @@ private slots:
         QVERIFY(std::abs(size[0].right - 40 * bodyColumn) < 1);
         const auto totals = printer.surface.find(u"TOTALE");
         QCOMPARE(totals.size(), 2U);
-        QCOMPARE(rowOf(totals[1]), rowOf(printer.surface.find(u"Riferimento - Int. 2")[0]) + 1);
-        QCOMPARE(printer.outputLines(u"consistenza.out"_s),
-                 (QStringList{
-                     u"Int. 1\t 1\t -  Soggiorno con angolo\t   12.35\t 1.000\t   12.35\t 1.000\t "
-                     u"1.000\t 1.000\t 1.000\t   12.35\t 1.000\t   12.35"_s,
-                     QString()}));
-        QVERIFY(printer.outputLines(u"calcolo.out"_s).isEmpty());
+        QCOMPARE(totals[1].top - printer.surface.find(u"Riferimento - Int. 2")[0].top, 200.0);
+        QCOMPARE(printer.output(u"consistenza.out"_s),
+                 "Int. 1\t 1\t -  Soggiorno con angolo\t   12.35\t 1.000\t   12.35\t 1.000\t "
+                 "1.000\t 1.000\t 1.000\t   12.35\t 1.000\t   12.35\r\n");
+        QVERIFY(printer.output(u"calcolo.out"_s).isEmpty());
     }
 
-    /// Of ten units: several to a page, as many rooms as a page takes, each on a page of its own.
     void prospectusPages()
     {
-        const auto pages = [](std::size_t rooms, FormatoDettaglio formato) {
-            ModelloLavoro modello = units(10);
-            for (auto& unita : modello.unita)
-                unita.vani.assign(rooms, zelto::test::room(20));
+        const auto pages = [](const std::vector<std::size_t>& rooms, FormatoDettaglio formato) {
+            ModelloLavoro modello = units(static_cast<int>(rooms.size()));
+            for (std::size_t unit = 0; unit < rooms.size(); ++unit)
+                modello.unita[unit].vani.assign(rooms[unit], room(20));
             Printer printer(modello);
             return print(printer, OpzioniCalcolo{.tabelle = {}, .formato = formato});
         };
-        QCOMPARE(pages(10, FormatoDettaglio::Compatto), 3);
-        QCOMPARE(pages(50, FormatoDettaglio::Compatto), 10);
-        QCOMPARE(pages(2, FormatoDettaglio::Esteso), 10);
-    }
-
-    /// A second unit that just fits below the first stays on its page; a room more, and it does
-    /// not.
-    void prospectusBreaksWhereAUnitNoLongerFits()
-    {
-        const auto pages = [](std::size_t rooms) {
-            ModelloLavoro modello = units(2);
-            modello.unita[0].vani.assign(rooms, zelto::test::room(20));
-            Printer printer(modello);
-            return print(printer, OpzioniCalcolo{.tabelle = {}});
-        };
-        QCOMPARE(pages(55), 1);
-        QCOMPARE(pages(56), 2);
+        QCOMPARE(pages(std::vector<std::size_t>(10, 10), FormatoDettaglio::Compatto), 3);
+        QCOMPARE(pages(std::vector<std::size_t>(10, 50), FormatoDettaglio::Compatto), 10);
+        QCOMPARE(pages(std::vector<std::size_t>(10, 2), FormatoDettaglio::Esteso), 10);
+        // A second unit that just fits below the first; a room more, and it does not.
+        QCOMPARE(pages({55, 1}, FormatoDettaglio::Compatto), 1);
+        QCOMPARE(pages({56, 1}, FormatoDettaglio::Compatto), 2);
     }
 
     void everySectionHasItsPagesAndFiles()
@@ -227,12 +208,12 @@ private slots:
         const int pages = print(printer, OpzioniCalcolo(), sectionWords());
         QCOMPARE(pages, 1 + 1 + 1 + 2 + 2); // cover, prospectus, general, tables, staircases
         QCOMPARE(printer.surface.find(u"PAG. N. 6").size(), 1U);
-        QCOMPARE(printer.outputLines(u"calcolo.out"_s),
-                 (QStringList{u"Int. 1\tPiano 1\t   10.0000\t  333.334"_s,
-                              u"Int. 2\tPiano 2\t   10.0000\t  333.333"_s,
-                              u"Int. 3\tPiano 3\t   10.0000\t  333.333"_s, QString()}));
-        QCOMPARE(printer.outputLines(u"scale.out"_s).value(4),
-                 u"Int. 3\tPiano 3\t   10.0000\t 1000.000\t    1.0000\t 1000.000\t 1000.000"_s);
+        QCOMPARE(printer.output(u"calcolo.out"_s), "Int. 1\tPiano 1\t   10.0000\t  333.334\r\n"
+                                                   "Int. 2\tPiano 2\t   10.0000\t  333.333\r\n"
+                                                   "Int. 3\tPiano 3\t   10.0000\t  333.333\r\n");
+        QVERIFY(printer.output(u"scale.out"_s)
+                    .endsWith("\r\nInt. 3\tPiano 3\t   10.0000\t 1000.000\t    1.0000"
+                              "\t 1000.000\t 1000.000\r\n"));
     }
 
     void sectionsWithoutContentLeaveNoPage()
@@ -242,31 +223,20 @@ private slots:
         QCOMPARE(print(printer, options), 0);
         Printer empty(building({}));
         QCOMPARE(print(empty, OpzioniCalcolo()), 0);
-        QCOMPARE(empty.outputLines(u"calcolo.out"_s), QStringList{QString()});
-    }
-
-    void allocationBreaksAfterFortyFiveUnits_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<int>("pages");
-        QTest::addRow("45") << 45 << 1;
-        QTest::addRow("46") << 46 << 2;
-        QTest::addRow("300") << 300 << 7;
+        QCOMPARE(empty.output(u"calcolo.out"_s), "");
     }
 
     void allocationBreaksAfterFortyFiveUnits()
     {
-        QFETCH(int, count);
-        QFETCH(int, pages);
-        Printer printer(units(count));
-        const OpzioniRiparto options{.importo = u"1000"_s,
-                                     .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
-        QCOMPARE(print(printer, options), pages);
-        QCOMPARE(printer.surface.find(u"PAG. N. ").size(), static_cast<std::size_t>(pages));
-        const auto total = printer.surface.find(u"1 000,00");
-        QCOMPARE(total.size(), 1U);
-        QCOMPARE(total[0].page, pages - 1);
-        QVERIFY(std::abs(total[0].right - 127 * bodyColumn) < 1);
+        for (const auto& [count, pages] : {std::pair{45, 1}, {46, 2}, {300, 7}}) {
+            Printer printer(units(count));
+            QCOMPARE(print(printer, allocation(u"1000"_s)), pages);
+            QCOMPARE(printer.surface.find(u"PAG. N. ").size(), static_cast<std::size_t>(pages));
+            const auto total = printer.surface.find(u"1 000,00");
+            QCOMPARE(total.size(), 1U);
+            QCOMPARE(total[0].page, pages - 1);
+            QVERIFY(std::abs(total[0].right - 127 * bodyColumn) < 1);
+        }
     }
 
     /// The largest job with the longest texts: nothing leaves the page, runs into its neighbour or
@@ -274,34 +244,33 @@ private slots:
     void nothingIsClippedOrOverlaps()
     {
         ModelloLavoro modello = units(300);
-        modello.datiGenerali[u"Descrizione"_s] = modello.datiGenerali[u"Descrizionee"_s] =
-            QString(30, u'W');
-        modello.datiGenerali[u"Data"_s] = u"31.12.2024"_s;
-        modello.datiGenerali[u"Note"_s] = words(400);
-        modello.datiGenerali[u"Relazione"_s] = words(20000);
+        modello.datiGenerali = {{u"Descrizione"_s, QString(30, u'W')},
+                                {u"Descrizionee"_s, QString(30, u'W')},
+                                {u"Data"_s, u"31.12.2024"_s},
+                                {u"Note"_s, words(400)},
+                                {u"Relazione"_s, words(20000)}};
         modello.NomeTabella = {QString(50, u'M')};
         for (auto& unita : modello.unita) {
             unita.Riferimento = QString(23, u'W');
             unita.Livello = QString(20, u'W');
-            unita.vani.assign(50, zelto::test::room(199.99F, QString(15, u'W')));
+            unita.vani.assign(50, room(199.99F, QString(15, u'W')));
         }
         Printer printer(modello);
         print(printer, OpzioniCalcolo(), sectionWords());
-        const OpzioniRiparto options{.importo = u"999999.99"_s,
-                                     .quote = {.kind = &tableKinds().back(), .key = u"A"_s}};
-        print(printer, options);
+        print(printer, allocation(u"999999.99"_s));
 
-        const zelto::test::PlacedText* previous = nullptr;
+        const PlacedText* previous = nullptr;
         for (const auto& text : printer.surface.texts) {
-            QVERIFY2(text.right <= printer.pageWidth() && text.top + 205 <= printer.pageHeight(),
+            QVERIFY2(text.right <= printer.engine.PageWidth() &&
+                         text.top + 205 <= printer.engine.PageHeight(),
                      qPrintable(text.text));
             if (previous != nullptr && previous->page == text.page && previous->top == text.top)
-                QVERIFY2(text.inkLeft >= previous->inkRight || text.inkRight <= previous->inkLeft,
+                QVERIFY2(text.left >= previous->right || text.right <= previous->left,
                          qPrintable(previous->text + u'/' + text.text));
             previous = &text;
         }
-        for (const auto& rule : printer.surface.lines)
-            QVERIFY(rule.line.y1() < printer.pageHeight());
+        for (const QLineF& rule : printer.surface.lines)
+            QVERIFY(rule.y1() < printer.engine.PageHeight());
     }
 };
 

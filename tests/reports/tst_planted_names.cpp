@@ -15,21 +15,38 @@
 #include "support/runner.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
 #include <functional>
-#include <iterator>
 #include <optional>
 #include <sys/stat.h>
 
 using namespace zelto;
 
-using Writer = std::function<void(const QString& folder)>;
-
 namespace {
+
+const QStringList Kinds{u"file"_s, u"link"_s,  u"link to nothing"_s, u"link to a folder"_s,
+                        u"FIFO"_s, u"folder"_s};
+
+/// A file that the program writes.
+struct Case
+{
+    QString name;
+    QStringList refused; ///< kinds that are in the way
+    std::function<void(const QString& path)> write;
+
+    /// Why it is not written; empty if it is.
+    [[nodiscard]] QString refusal(const QString& path) const
+    {
+        try {
+            write(path);
+        } catch (const text::Error& error) {
+            return error.description();
+        }
+        return {};
+    }
+};
 
 void put(const QString& path, const QByteArray& bytes)
 {
@@ -37,10 +54,15 @@ void put(const QString& path, const QByteArray& bytes)
     test::writeBytes(path, bytes);
 }
 
-/// Two pages, recorded and read again.
-void recordPages(const QString& folder)
+bool nothingUnfinishedIsIn(const QString& folder)
 {
-    print::PrintEngine engine(folder, {});
+    return QDir(folder).entryList({u".zelto-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty();
+}
+
+/// Two pages, recorded and read again.
+void recordPages(const QString& path)
+{
+    print::PrintEngine engine(QFileInfo(path).path(), {});
     engine.BeginDocument();
     engine.PrintText(1, 1, 0, QString(80, u'x'));
     engine.NewPage();
@@ -49,89 +71,86 @@ void recordPages(const QString& folder)
     engine.PrintDocument(1, engine.pageCount());
 }
 
-std::vector<reports::TableReport> tables()
+reports::Tables tables()
 {
     return reports::tabelleScelte(test::building({{.size = 1}}), reports::OpzioniCalcolo());
 }
 
-void writePdf(const QString& path)
+void provideMaster(const QString& path)
 {
-    print::PdfSurface surface(path, {});
-    print::PrintEngine engine(QDir::tempPath(), {});
-    const print::DrawingTarget target(engine, surface);
-    engine.PrintText(1, 1, 0, u"x"_s);
-    surface.commit();
+    const QString bin = QFileInfo(path).path();
+    put(bin + u"/../share/zelto/Zelto.mdb"_s, test::bytesOf(QStringLiteral(ZELTO_MASTER)));
+    store::ApplicationFolder(bin, bin + u"/.."_s).provideMaster();
 }
-
-void provideMaster(const QString& folder)
-{
-    put(folder + u"/share/zelto/Zelto.mdb"_s, test::bytesOf(QStringLiteral(ZELTO_MASTER)));
-    QVERIFY(QDir().mkpath(folder + u"/bin"_s));
-    store::ApplicationFolder(folder + u"/bin"_s, folder).provideMaster();
-}
-
-struct Case
-{
-    QString name;
-    QStringList refused; ///< kinds that are in the way
-    Writer writer;
-};
-
-const QStringList Kinds{u"file"_s, u"link"_s,  u"link to nothing"_s, u"link to a folder"_s,
-                        u"FIFO"_s, u"folder"_s};
 
 /// Files for the user, which an older one of the name outlives if they cannot be written.
 std::vector<Case> outputs()
 {
-    const QStringList folderOnly{u"folder"_s};
+    const QStringList folder{u"folder"_s};
     return {
-        {u"calcolo.out"_s, folderOnly,
-         [](const QString& folder) {
-             reports::TextOutput output(folder, u"calcolo.out"_s);
+        {u"calcolo.out"_s, folder,
+         [](const QString& path) {
+             reports::TextOutput output(QFileInfo(path).path(), u"calcolo.out"_s);
              output.writeLine({QString(80, u'x')});
              output.commit();
          }},
-        {u"Millesimi generali.csv"_s, folderOnly,
-         [](const QString& folder) { reports::writeCsv(folder, tables(), {}); }},
-        {u"A.xlsx"_s, folderOnly,
-         [](const QString& folder) {
-             reports::writeWorkbook(folder + u"/A.xlsx"_s, tables(), {});
+        {u"Millesimi generali.csv"_s, folder,
+         [](const QString& path) { reports::writeCsv(QFileInfo(path).path(), tables(), {}); }},
+        {u"A.xlsx"_s, folder,
+         [](const QString& path) { reports::writeWorkbook(path, tables(), {}); }},
+        {u"A.pdf"_s, folder,
+         [](const QString& path) {
+             print::PdfSurface surface(path, {});
+             print::PrintEngine engine(QDir::tempPath(), {});
+             const print::DrawingTarget target(engine, surface);
+             engine.PrintText(1, 1, 0, u"x"_s);
+             surface.commit();
          }},
-        {u"A.pdf"_s, folderOnly, [](const QString& folder) { writePdf(folder + u"/A.pdf"_s); }},
         {u"Zelto.ini"_s,
          {},
-         [](const QString& folder) {
-             store::Settings settings(folder + u"/Zelto.ini"_s);
+         [](const QString& path) {
+             store::Settings settings(path);
              (void)settings.LeggiIni(u"Main"_s, u"File1"_s);
              settings.ScriviIni(u"Main"_s, u"File1"_s, QString(80, u'x'));
          }},
-        {u"A.ZLT"_s, Kinds,
-         [](const QString& folder) { store::createJobFile(folder + u"/A.ZLT"_s); }},
-        {u"A.BAK"_s, folderOnly,
-         [](const QString& folder) {
-             store::createJobFile(folder + u"/A.ZLT"_s);
-             store::compact(folder + u"/A.ZLT"_s, folder + u"/A.BAK"_s);
+        {u"A.ZLT"_s, Kinds, store::createJobFile},
+        {u"A.BAK"_s, folder,
+         [](const QString& path) {
+             const QString job = QFileInfo(path).path() + u"/A.ZLT"_s;
+             store::createJobFile(job);
+             store::compact(job, path);
          }},
     };
 }
 
-/// What the program keeps for itself.
-std::vector<Case> ownFiles()
+/// Those, and what the program keeps for itself.
+std::vector<Case> allFiles()
 {
-    std::vector<Case> cases;
+    std::vector<Case> cases = outputs();
     for (const QString& name : {u"~VKM0000.Tmp"_s, u"~VKM0001.Tmp"_s, u"~VKM.lock"_s})
         cases.push_back({name, {}, recordPages});
-    cases.push_back({u"~VKM1"_s, {}, [](const QString& folder) {
-                         print::PrintEngine first(folder, {});
+    cases.push_back({u"~VKM1"_s, {}, [](const QString& path) {
+                         print::PrintEngine first(QFileInfo(path).path(), {});
                          first.BeginDocument();
-                         recordPages(folder);
+                         recordPages(path);
                      }});
     cases.push_back({u"bin/Zelto.mdb"_s, {}, provideMaster});
-    cases.push_back({u"bin/Zelto.mdb.DAN"_s, {}, [](const QString& folder) {
-                         put(folder + u"/bin/Zelto.mdb"_s, "damaged");
-                         provideMaster(folder);
+    cases.push_back({u"bin/Zelto.mdb.DAN"_s, {}, [](const QString& path) {
+                         put(path.chopped(4), "damaged");
+                         provideMaster(path);
                      }});
     return cases;
+}
+
+/// Every file with everything that may be in its way.
+void addRows(const std::vector<Case>& cases, const QStringList& obstacles)
+{
+    QTest::addColumn<Case>("file");
+    QTest::addColumn<QString>("obstacle");
+    for (const Case& file : cases)
+        for (const QString& obstacle : obstacles)
+            QTest::addRow("%s, %s", qPrintable(file.name), qPrintable(obstacle))
+                << file << obstacle;
 }
 
 } // namespace
@@ -141,77 +160,53 @@ class TestPlantedNames : public QObject
     Q_OBJECT
 
 private slots:
-    void nothingElseChanges_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<Writer>("writer");
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<bool>("refused");
-        std::vector<Case> cases = outputs();
-        std::ranges::move(ownFiles(), std::back_inserter(cases));
-        for (const Case& written : cases)
-            for (const QString& kind : Kinds)
-                QTest::addRow("%s, %s", qPrintable(written.name), qPrintable(kind))
-                    << written.name << written.writer << kind << written.refused.contains(kind);
-    }
+    void nothingElseChanges_data() { addRows(allFiles(), Kinds); }
 
     void nothingElseChanges()
     {
-        QFETCH(QString, name);
-        QFETCH(Writer, writer);
-        QFETCH(QString, kind);
-        QTemporaryDir place;
+        QFETCH(Case, file);
+        QFETCH(QString, obstacle);
+        const QTemporaryDir place;
         const QString outside = place.filePath(u"altrui/~VKM0000.Tmp"_s);
         const QString folder = place.filePath(u"programma"_s);
-        const QString planted = folder + u'/' + name;
+        const QString planted = folder + u'/' + file.name;
         put(outside, "altrui");
         QVERIFY(QDir().mkpath(QFileInfo(planted).absolutePath()));
-        if (kind == u"file")
+        if (obstacle == u"file")
             put(planted, "prima");
-        else if (kind == u"FIFO")
+        else if (obstacle == u"FIFO")
             QCOMPARE(::mkfifo(QFile::encodeName(planted).constData(), 0600), 0);
-        else if (kind == u"folder")
+        else if (obstacle == u"folder")
             put(planted + u"/dentro"_s, "altrui");
         else
-            QVERIFY(QFile::link(kind == u"link"              ? outside
-                                : kind == u"link to nothing" ? place.filePath(u"nulla"_s)
-                                                             : place.filePath(u"altrui"_s),
+            QVERIFY(QFile::link(obstacle == u"link"              ? outside
+                                : obstacle == u"link to nothing" ? place.filePath(u"nulla"_s)
+                                                                 : place.filePath(u"altrui"_s),
                                 planted));
-        bool refused = false;
-        try {
-            writer(folder);
-        } catch (const text::Error& error) {
-            refused = true;
-            QVERIFY2(error.description().contains(folder), error.what());
-        }
-        QTEST(refused, "refused");
+        const QString said = file.refusal(planted);
+        QVERIFY2(said.isEmpty() || said.contains(folder), qPrintable(said));
+        QCOMPARE(!said.isEmpty(), file.refused.contains(obstacle));
         QCOMPARE(test::bytesOf(outside), "altrui");
         QCOMPARE(QDir(place.filePath(u"altrui"_s)).entryList(QDir::Files).size(), 1);
         QVERIFY(!QFile::exists(place.filePath(u"nulla"_s)));
-        if (kind == u"folder" && name != u"bin/Zelto.mdb")
+        if (obstacle == u"folder" && file.name != u"bin/Zelto.mdb")
             QCOMPARE(test::bytesOf(planted + u"/dentro"_s), "altrui");
-        QVERIFY(QDir(folder).entryList({u".zelto-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty());
+        QVERIFY(nothingUnfinishedIsIn(folder));
     }
 
     void olderFilesStay_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<Writer>("writer");
-        QTest::addColumn<QString>("obstacle");
-        for (const Case& written : outputs())
-            for (const char* obstacle : {"full disk", "read-only folder", "vanished folder"})
-                QTest::addRow("%s, %s", qPrintable(written.name), obstacle)
-                    << written.name << written.writer << QString::fromLatin1(obstacle);
+        addRows(outputs(), {u"full disk"_s, u"read-only folder"_s, u"vanished folder"_s});
     }
 
     void olderFilesStay()
     {
-        QFETCH(QString, name);
-        QFETCH(Writer, writer);
+        QFETCH(Case, file);
         QFETCH(QString, obstacle);
         const QTemporaryDir place;
         const QString folder = place.filePath(u"programma"_s);
-        put(folder + u'/' + name, "[Main]");
+        const QString older = folder + u'/' + file.name;
+        put(older, "[Main]");
         ::chmod(QFile::encodeName(place.path()).constData(), 0755);
         std::optional<test::DiskLimit> full;
         std::optional<test::PlainUser> plain;
@@ -221,24 +216,19 @@ private slots:
             QVERIFY(QDir(folder).removeRecursively());
         else if (::chmod(QFile::encodeName(folder).constData(), 0555) == 0)
             plain.emplace();
-        QString said;
-        try {
-            writer(folder);
-        } catch (const text::Error& error) {
-            said = error.description();
-        }
+        const QString said = file.refusal(older);
         full.reset();
         plain.reset();
-        const bool isMadeAnew = obstacle == u"vanished folder" && name.endsWith(u".csv");
-        QCOMPARE(said.isEmpty(), name == u"Zelto.ini" || isMadeAnew);
+        const bool isMadeAnew = obstacle == u"vanished folder" && file.name.endsWith(u".csv");
+        QCOMPARE(said.isEmpty(), file.name == u"Zelto.ini" || isMadeAnew);
         QVERIFY2(said.isEmpty() || said.contains(folder), qPrintable(said));
         QVERIFY2(!said.contains(u".zelto-"), qPrintable(said));
         if (obstacle == u"full disk" && !said.isEmpty())
             QVERIFY2(said.contains(u"disco") || said.contains(text::systemReason(EFBIG)),
                      qPrintable(said));
         if (obstacle != u"vanished folder")
-            QCOMPARE(test::bytesOf(folder + u'/' + name), "[Main]");
-        QVERIFY(QDir(folder).entryList({u".zelto-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty());
+            QCOMPARE(test::bytesOf(older), "[Main]");
+        QVERIFY(nothingUnfinishedIsIn(folder));
     }
 };
 

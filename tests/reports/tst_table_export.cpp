@@ -4,33 +4,30 @@
 #include "print/print_error.h"
 #include "reports/print_sequence.h"
 #include "reports/table_export.h"
+#include "store/store_fixture.h"
 #include "support/building.h"
 #include "support/disk_limit.h"
 #include "support/runner.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace zelto::reports;
+using namespace zelto::test;
 using zelto::calc::ModelloLavoro;
+using zelto::print::PrintError;
 
 class TestTableExport : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_folder;
+    JobFolder m_folder;
 
-    [[nodiscard]] QByteArray contents(const QString& name) const
-    {
-        QFile file(m_folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     /// Two units, the second one outside of the special tables.
     static ModelloLavoro job(const QStringList& tables = {})
     {
-        ModelloLavoro modello = zelto::test::building({{.size = 1, .flags = u"X"_s}, {.size = 2}});
+        ModelloLavoro modello = building({{.size = 1, .flags = u"X"_s}, {.size = 2}});
         modello.NomeTabella = {tables.begin(), tables.end()};
         return modello;
     }
@@ -54,12 +51,12 @@ private slots:
         ModelloLavoro modello = job({u"Scale"_s});
         modello.unita[0].Riferimento = u"Int. 1; \"nord\""_s;
         modello.unita[1].Riferimento = u"=1+2"_s;
-        writeCsv(m_folder.filePath(u"csv"_s), tabelleScelte(modello, OpzioniCalcolo()), {});
-        QCOMPARE(contents(u"csv/Millesimi generali.csv"_s),
+        writeCsv(m_folder.file(u"csv"_s), tabelleScelte(modello, OpzioniCalcolo()), {});
+        QCOMPARE(bytesOf(m_folder.file(u"csv/Millesimi generali.csv"_s)),
                  "\xEF\xBB\xBFRIFERIMENTO;LIVELLO;CONS.TOT.;MILLESIMI\r\n"
                  "\"Int. 1; \"\"nord\"\"\";Piano 1;1,0000;333,333\r\n"
                  "'=1+2;Piano 2;2,0000;666,667\r\n");
-        QVERIFY(contents(u"csv/Scale.csv"_s).endsWith("'=1+2;Piano 2;;\r\n"));
+        QVERIFY(bytesOf(m_folder.file(u"csv/Scale.csv"_s)).endsWith("'=1+2;Piano 2;;\r\n"));
     }
 
     void theChosenTables()
@@ -80,18 +77,17 @@ private slots:
     /// Whatever of the workbook's parts does not fit: it is whole or not there.
     void aFullDisk()
     {
-        const ModelloLavoro modello =
-            zelto::test::building(std::vector(300, zelto::test::UnitData{.size = 1.5F}));
-        const auto tables = tabelleScelte(modello, OpzioniCalcolo());
-        const QString path = m_folder.filePath(u"pieno.xlsx"_s);
+        const auto tables =
+            tabelleScelte(building(std::vector(300, UnitData{.size = 1.5F})), OpzioniCalcolo());
+        const QString path = m_folder.file(u"pieno.xlsx"_s);
         writeWorkbook(path, tables, {});
         const qint64 whole = QFileInfo(path).size();
         for (rlim_t limit = 1'000; limit < 400'000; limit += 7'000) {
             QFile::remove(path);
             try {
-                const zelto::test::DiskLimit full(limit);
+                const DiskLimit full(limit);
                 writeWorkbook(path, tables, {});
-            } catch (const zelto::print::PrintError& error) {
+            } catch (const PrintError& error) {
                 QVERIFY2(error.description().contains(path + u"»: "_s), error.what());
                 QVERIFY(!QFile::exists(path));
                 continue;
@@ -103,23 +99,18 @@ private slots:
     void placesThatCannotBeWritten()
     {
         const auto tables = tabelleScelte(job(), OpzioniCalcolo());
-        QFile file(m_folder.filePath(u"file"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
-                                 writeCsv(m_folder.filePath(u"file/csv"_s), tables, {}));
+        writeBytes(m_folder.file(u"file"_s), {});
+        QVERIFY_THROWS_EXCEPTION(PrintError, writeCsv(m_folder.file(u"file/csv"_s), tables, {}));
         // One file that cannot be replaced keeps the others as they are.
-        const QString folder = m_folder.filePath(u"metà"_s);
+        const QString folder = m_folder.file(u"metà"_s);
+        const QString general = folder + u"/Millesimi generali.csv"_s;
         QVERIFY(QDir().mkpath(folder + u"/Scale.csv"_s));
-        const auto writeBoth = [&] {
-            writeCsv(folder, tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo()), {});
-        };
-        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
-        QVERIFY(!QFile::exists(folder + u"/Millesimi generali.csv"_s));
-        writeCsv(folder, tables, {});
-        QVERIFY(QFile::rename(folder + u"/Millesimi generali.csv"_s, folder + u"/prima"_s));
-        QVERIFY(QFile::link(folder + u"/prima"_s, folder + u"/Millesimi generali.csv"_s));
-        QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError, writeBoth());
-        QVERIFY(QFileInfo(folder + u"/Millesimi generali.csv"_s).isSymLink());
+        const auto both = tabelleScelte(job({u"Scale"_s}), OpzioniCalcolo());
+        QVERIFY_THROWS_EXCEPTION(PrintError, writeCsv(folder, both, {}));
+        QVERIFY(!QFile::exists(general));
+        QVERIFY(QFile::link(m_folder.file(u"file"_s), general));
+        QVERIFY_THROWS_EXCEPTION(PrintError, writeCsv(folder, both, {}));
+        QVERIFY(QFileInfo(general).isSymLink());
     }
 };
 

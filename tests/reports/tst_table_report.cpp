@@ -50,100 +50,69 @@ class TestTableReport : public QObject
     Q_OBJECT
 
 private slots:
-    void tables_data()
-    {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("rows"); // units joined by ";"
-        QTest::addColumn<QString>("totals");
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("key");
-        QTest::addRow("general")
-            << u"DETERMINAZIONE MILLESIMI GENERALI"_s
-            << u"Int. 1|Piano 1| 60.0000| 300.000;Int. 2|Piano 2| 40.0000| 200.000;"
-               "Int. 3|Piano 3| 50.0000| 250.000;Int. 4|Piano 4| 50.0000| 250.000"_s
-            << u"|||1000.000"_s << 0 << QString();
-        QTest::addRow("special")
-            << u"  DETERMINAZIONE MILLESIMI Ascensore"_s
-            << u"Int. 1|Piano 1| 60.0000| 545.455;Int. 2|Piano 2| ------ | ------ ;"
-               "Int. 3|Piano 3| 50.0000| 454.545;Int. 4|Piano 4| ------ | ------ "_s
-            << u"|||1000.000"_s << 1 << u"1"_s;
-        QTest::addRow("staircase")
-            << u"  DETERMINAZIONE MILLESIMI SCALA A"_s
-            << u"Int. 1|Piano 1| 60.0000| 600.000| 1.2000| 1000.000| 800.000;"
-               "Int. 2|Piano 2| 40.0000| 400.000| ------ | ------ | 200.000;"
-               "Int. 3|Piano 3| ------ | ------ | ------ | ------ | ------ ;"
-               "Int. 4|Piano 4| ------ | ------ | ------ | ------ | ------ "_s
-            << u"|||1000.000||1000.000|1000.000"_s << 2 << u"A"_s;
-    }
-
     void tables()
     {
-        QFETCH(int, kind);
-        QFETCH(QString, key);
-        const TableReport table = tableOf(sample(), static_cast<std::size_t>(kind), key);
-        QTEST(table.title, "title");
-        QStringList rows;
-        for (const TableRow& row : table.rows) {
-            rows << rowText(row.cells);
-            for (const Cell& cell : row.cells)
-                QCOMPARE(cell.value.value_or(0), cell.text.trimmed().toDouble());
-        }
-        QTEST(rows.join(u';'), "rows");
-        QTEST(rowText(table.totals), "totals");
-    }
-
-    void staircaseTitles_data()
-    {
-        QTest::addColumn<QString>("codice");
-        QTest::addColumn<QString>("titolo");
-        QTest::addColumn<QString>("title");
-        QTest::addRow("titled") << u"a"_s << u"Scala A"_s
-                                << u"  DETERMINAZIONE MILLESIMI Scala A"_s;
-        QTest::addRow("blank title") << u"A"_s << u" "_s << u"  DETERMINAZIONE MILLESIMI SCALA A"_s;
-        QTest::addRow("not listed")
-            << u"B"_s << u"Scala B"_s << u"  DETERMINAZIONE MILLESIMI SCALA A"_s;
+        const auto table = [](std::size_t kind, const QString& key) {
+            const TableReport table = tableOf(sample(), kind, key);
+            QStringList rows{table.title};
+            for (const TableRow& row : table.rows) {
+                rows << rowText(row.cells);
+                for (const Cell& cell : row.cells)
+                    if (cell.value.value_or(0) != cell.text.trimmed().toDouble())
+                        rows << u"another value than "_s + cell.text;
+            }
+            return rows << rowText(table.totals);
+        };
+        QCOMPARE(table(0, {}),
+                 (QStringList{
+                     u"DETERMINAZIONE MILLESIMI GENERALI"_s, u"Int. 1|Piano 1| 60.0000| 300.000"_s,
+                     u"Int. 2|Piano 2| 40.0000| 200.000"_s, u"Int. 3|Piano 3| 50.0000| 250.000"_s,
+                     u"Int. 4|Piano 4| 50.0000| 250.000"_s, u"|||1000.000"_s}));
+        QCOMPARE(table(1, u"1"_s),
+                 (QStringList{u"  DETERMINAZIONE MILLESIMI Ascensore"_s,
+                              u"Int. 1|Piano 1| 60.0000| 545.455"_s,
+                              u"Int. 2|Piano 2| ------ | ------ "_s,
+                              u"Int. 3|Piano 3| 50.0000| 454.545"_s,
+                              u"Int. 4|Piano 4| ------ | ------ "_s, u"|||1000.000"_s}));
+        QCOMPARE(table(2, u"A"_s),
+                 (QStringList{u"  DETERMINAZIONE MILLESIMI SCALA A"_s,
+                              u"Int. 1|Piano 1| 60.0000| 600.000| 1.2000| 1000.000| 800.000"_s,
+                              u"Int. 2|Piano 2| 40.0000| 400.000| ------ | ------ | 200.000"_s,
+                              u"Int. 3|Piano 3| ------ | ------ | ------ | ------ | ------ "_s,
+                              u"Int. 4|Piano 4| ------ | ------ | ------ | ------ | ------ "_s,
+                              u"|||1000.000||1000.000|1000.000"_s}));
     }
 
     void staircaseTitles()
     {
-        QFETCH(QString, codice);
-        QFETCH(QString, titolo);
-        ModelloLavoro modello = sample();
-        modello.tabellaCodici = {{.codice = codice, .titolo = titolo}};
-        QTEST(tableOf(modello, 2, u"A"_s).title, "title");
+        const auto title = [](const QString& codice, const QString& titolo) {
+            ModelloLavoro modello = sample();
+            modello.tabellaCodici = {{.codice = codice, .titolo = titolo}};
+            return tableOf(modello, 2, u"A"_s).title;
+        };
+        QCOMPARE(title(u"a"_s, u"Scala A"_s), u"  DETERMINAZIONE MILLESIMI Scala A"_s);
+        QCOMPARE(title(u"A"_s, u" "_s), u"  DETERMINAZIONE MILLESIMI SCALA A"_s);
+        QCOMPARE(title(u"B"_s, u"Scala B"_s), u"  DETERMINAZIONE MILLESIMI SCALA A"_s);
     }
 
-    void allocation_data()
-    {
-        QTest::addColumn<QString>("importo");
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("parts"); // of the four units and the total
-        QTest::addRow("general") << u"1234,5"_s << 0 << QString()
-                                 << u"370,35|246,90|308,62|308,62|1 234,50"_s;
-        QTest::addRow("half hundredths to even") << u"0.01"_s << 0 << QString() << u"||||0,01"_s;
-        QTest::addRow("special") << u"100"_s << 1 << u"1"_s << u"54,55||45,45||100,00"_s;
-        QTest::addRow("staircase")
-            << u"-1 000.00"_s << 2 << u"A"_s << u"- 800,00|- 200,00|||-1 000,00"_s;
-        QTest::addRow("nothing") << u""_s << 0 << QString() << u"||||"_s;
-    }
-
+    /// The parts of the four units, and the amount.
     void allocation()
     {
-        QFETCH(QString, importo);
-        QFETCH(int, kind);
-        QFETCH(QString, key);
-        const ModelloLavoro modello = sample();
-        const TableKind& shares = tableKinds()[static_cast<std::size_t>(kind)];
-        const TableReport table = tabellaRiparto(
-            SizedJob(modello), {.importo = importo, .quote = {.kind = &shares, .key = key}});
-        QStringList parts;
-        for (const TableRow& row : table.rows) {
-            QCOMPARE(row.cells.size(), table.columns.size());
-            parts << row.cells.back().text;
-        }
-        parts << table.totals.back().text;
-        QTEST(parts.join(u'|'), "parts");
+        const auto parts = [](const QString& amount, std::size_t kind, const QString& key) {
+            const ModelloLavoro modello = sample();
+            const TableReport table = tabellaRiparto(
+                SizedJob(modello),
+                {.importo = amount, .quote = {.kind = &tableKinds()[kind], .key = key}});
+            QStringList parts;
+            for (const TableRow& row : table.rows)
+                parts << row.cells.at(table.columns.size() - 1).text;
+            return (parts << table.totals.back().text).join(u'|');
+        };
+        QCOMPARE(parts(u"1234,5"_s, 0, {}), u"370,35|246,90|308,62|308,62|1 234,50"_s);
+        QCOMPARE(parts(u"0.01"_s, 0, {}), u"||||0,01"_s); // half hundredths go to even
+        QCOMPARE(parts(u"100"_s, 1, u"1"_s), u"54,55||45,45||100,00"_s);
+        QCOMPARE(parts(u"-1 000.00"_s, 2, u"A"_s), u"- 800,00|- 200,00|||-1 000,00"_s);
+        QCOMPARE(parts(u""_s, 0, {}), u"||||"_s);
     }
 
     /// Every figure differs, so that each is seen to stand in its own column.

@@ -67,7 +67,7 @@ QStringList misplaced(const MemorySurface& drawn, const std::vector<Word>& words
         const QString first = text.text.trimmed().section(u' ', 0, 0);
         const auto begins = [&](const Word& word) {
             return word.page == text.page && word.text == first &&
-                   std::abs(word.left - text.inkLeft - Margin) <= 1 &&
+                   std::abs(word.left - text.left - Margin) <= 1 &&
                    std::abs(word.top - text.top - Margin) < LineSlack;
         };
         if (!first.isEmpty() && std::none_of(words.begin(), words.end(), begins))
