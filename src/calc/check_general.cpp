@@ -95,9 +95,9 @@ void controllaTabelle(const Fabbricato& fabbricato, Osservazioni& osservazioni)
     const auto isPresente = [](const std::optional<QString>& nome) { return nome.has_value(); };
     std::optional<double> spostamento;
     for (int riga = 1; riga <= store::SpecialTables; ++riga) {
-        const auto nome = nomi.begin() + (riga - 1);
+        const auto* const nome = nomi.begin() + (riga - 1);
         if (!nome->has_value()) {
-            const auto seguente = std::find_if(nome, nomi.end(), isPresente);
+            const auto* const seguente = std::find_if(nome, nomi.end(), isPresente);
             if (seguente == nomi.end())
                 return;
             if (!spostamento)

@@ -25,7 +25,7 @@ public:
     }
 
     /// Entry 0 visible, entries 1 to 5 hidden; all enabled and without caption.
-    void ResetContextMenu()
+    void ResetContextMenu() const
     {
         for (int entry = 0; entry < EntryCount; ++entry) {
             DxMouse(entry).setText({});

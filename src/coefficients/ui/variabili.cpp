@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace zelto::coefficients {
 
@@ -32,11 +33,11 @@ std::vector<widgets::GridColumn> groupColumns()
 
 } // namespace
 
-Variabili::Variabili(store::Database& lavoro, const QStringList& descriptions,
-                     widgets::Dialogs& dialogs, store::Settings& settings, QWidget* parent)
+Variabili::Variabili(store::Database& lavoro, QStringList descriptions, widgets::Dialogs& dialogs,
+                     store::Settings& settings, QWidget* parent)
     : EditDialog({u"Variabili"_s, u"Dettaglio variabili"_s, groupColumns(), u"Colonna"_s}, dialogs,
                  settings, parent),
-      m_lavoro(lavoro), m_descriptions(descriptions),
+      m_lavoro(lavoro), m_descriptions(std::move(descriptions)),
       m_loaded(loadTexts(lavoro, store::TabellaVariabili)), m_groups(m_loaded), m_tabs(new QTabBar),
       m_description(new QPlainTextEdit)
 {

@@ -25,7 +25,7 @@ class Variabili : public widgets::EditDialog
 public:
     /// Throws DatabaseError when the job cannot be read. All of it outlives the
     /// screen.
-    Variabili(store::Database& lavoro, const QStringList& descriptions, widgets::Dialogs& dialogs,
+    Variabili(store::Database& lavoro, QStringList descriptions, widgets::Dialogs& dialogs,
               store::Settings& settings, QWidget* parent = nullptr);
 
     /// Goes to the row of a list.
