@@ -38,15 +38,6 @@ void requireSpaceForUnit(const ModelloLavoro& modello)
             u"di un lavoro."_s.arg(store::TabellaUnita, QString::number(store::MostUnits)));
 }
 
-void leggiElencoUnita(store::Database& lavoro, ModelloLavoro& modello)
-{
-    store::Query record = lavoro.records(store::TabellaUnita, {}, store::CampoChiave);
-    for (; !record.atEnd(); record.next()) {
-        requireSpaceForUnit(modello);
-        modello.unita.push_back(leggiUnita(record));
-    }
-}
-
 /// Reads the rooms of a unit by its key.
 void leggiVani(store::Query& record, UnitaImmobiliare& unita, Liste& liste)
 {
@@ -124,11 +115,14 @@ ModelloLavoro CaricaLavoro(store::Database& lavoro)
 {
     Liste liste = CaricaListe(lavoro);
     ModelloLavoro modello = formaDati(leggiDatiScritti(lavoro));
-    leggiElencoUnita(lavoro, modello);
-
     store::Query vani = store::roomsByKey(lavoro);
-    for (UnitaImmobiliare& unita : modello.unita)
-        leggiVani(vani, unita, liste);
+    // While the units are read the engine holds the file, and need not look at it for every unit.
+    store::Query record = lavoro.records(store::TabellaUnita, {}, store::CampoChiave);
+    for (; !record.atEnd(); record.next()) {
+        requireSpaceForUnit(modello);
+        modello.unita.push_back(leggiUnita(record));
+        leggiVani(vani, modello.unita.back(), liste);
+    }
     return modello;
 }
 

@@ -85,9 +85,9 @@ void RecordWriter::add(std::span<const Value> record)
         }
         m_insert->tryReset();
         m_insert->clearBindings();
-        int place = 0;
-        for (const Value& value : record)
-            bindValue(*m_insert, ++place, value);
+        std::vector<QByteArray> texts(record.size());
+        for (std::size_t i = 0; i < record.size(); ++i)
+            bindValue(*m_insert, static_cast<int>(i) + 1, record[i], texts[i]);
         m_insert->exec();
         noteWritten(*m_connection);
     });

@@ -32,8 +32,8 @@ void checkMemos(Database& database, const TableDef& table)
             continue;
         const Query longest = database.query(
             u"SELECT max(length(%1)) FROM %2"_s.arg(quoted(field.name), quoted(table.name)));
-        requireMemoLength(longest.integer(0),
-                          u"«%1» nella tabella «%2»"_s.arg(field.name, table.name));
+        if (const qint64 length = longest.integer(0); length > LongestMemo)
+            throw memoTooLong(length, u"«%1» nella tabella «%2»"_s.arg(field.name, table.name));
     }
 }
 

@@ -23,30 +23,35 @@ std::string_view bytesOf(const SQLite::Column& column)
     return {text, static_cast<std::size_t>(column.getBytes())};
 }
 
-void bindText(SQLite::Statement& statement, int place, const QString& text)
+/// The bytes stay in utf8.
+void bindText(SQLite::Statement& statement, int place, const QString& text, QByteArray& utf8)
 {
     constexpr qsizetype Beginning = 20;
-    requireMemoLength(text.size(), u"«%1…»"_s.arg(text.left(Beginning)));
-    const std::string utf8 = text.toStdString();
+    if (text.size() > LongestMemo)
+        throw memoTooLong(text.size(), u"«%1…»"_s.arg(text.left(Beginning)));
+    utf8 = text.toUtf8();
     // A text that the engine knows to end with NUL is not copied by every rule that looks at it;
     // one that has a NUL inside has to reach the rule that refuses it.
-    if (utf8.find('\0') == std::string::npos)
-        statement.bind(place, utf8.c_str());
+    if (utf8.contains('\0'))
+        statement.bind(place, utf8.toStdString());
     else
-        statement.bind(place, utf8);
+        statement.bindNoCopy(place, utf8.constData());
 }
 
 /// Binds the n-th parameter to ":n"; every name must have a parameter and every parameter a name.
-void bindParameters(SQLite::Statement& statement, std::span<const Value> parameters)
+/// Texts stay in the result, which must be kept as long as the statement runs.
+std::vector<QByteArray> bindParameters(SQLite::Statement& statement,
+                                       std::span<const Value> parameters)
 {
     if (static_cast<std::size_t>(statement.getBindParameterCount()) != parameters.size())
         throw DatabaseError(ErrorNumber::Internal,
                             u"Numero di parametri errato nell'istruzione «%1»."_s.arg(
                                 QString::fromStdString(statement.getQuery())));
-    int number = 0;
-    for (const Value& parameter : parameters)
-        bindValue(statement, statement.getIndex((":" + std::to_string(++number)).c_str()),
-                  parameter);
+    std::vector<QByteArray> texts(parameters.size());
+    for (std::size_t i = 0; i < parameters.size(); ++i)
+        bindValue(statement, statement.getIndex((":" + std::to_string(i + 1)).c_str()),
+                  parameters[i], texts[i]);
+    return texts;
 }
 
 } // namespace
@@ -65,7 +70,7 @@ void Query::restart(std::span<const Value> parameters)
 {
     onFile(m_connection->path, [&] {
         m_statement->reset();
-        bindParameters(*m_statement, parameters);
+        m_texts = bindParameters(*m_statement, parameters);
     });
     step();
 }
@@ -113,12 +118,16 @@ DatabaseError Query::badValue(int ordinal, QStringView reason) const
 Value Query::field(int ordinal) const
 {
     const SQLite::Column content = column(ordinal);
-    if (content.isNull())
+    switch (content.getType()) {
+    case SQLITE_NULL:
         return {};
-    if (content.isInteger())
+    case SQLITE_INTEGER:
         return content.getInt64();
-    if (!content.isText())
+    case SQLITE_TEXT:
+        break;
+    default:
         throw badValue(ordinal, u"non contiene né un testo né un numero intero");
+    }
     const QByteArrayView bytes = bytesOf(content);
     if (bytes.contains('\0') || !bytes.isValidUtf8())
         throw badValue(ordinal, u"contiene un testo non valido");
@@ -168,7 +177,7 @@ int execute(Connection& connection, const QString& sql, std::span<const Value> p
 {
     return onFile(connection.path, [&] {
         SQLite::Statement statement(connection.handle, sql.toStdString());
-        bindParameters(statement, parameters);
+        const std::vector<QByteArray> texts = bindParameters(statement, parameters);
         const int changed = statement.exec();
         noteWritten(connection);
         return changed;
@@ -181,24 +190,22 @@ void noteWritten(Connection& connection)
         connection.remember();
 }
 
-void bindValue(SQLite::Statement& statement, int place, const Value& value)
+void bindValue(SQLite::Statement& statement, int place, const Value& value, QByteArray& utf8)
 {
     if (value.isNull())
         statement.bind(place);
     else if (value.isInteger())
         statement.bind(place, static_cast<int64_t>(value.integer()));
     else
-        bindText(statement, place, value.text());
+        bindText(statement, place, value.text(), utf8);
 }
 
-void requireMemoLength(qint64 length, const QString& subject)
+DatabaseError memoTooLong(qint64 length, const QString& subject)
 {
-    if (length > LongestMemo)
-        throw DatabaseError(
-            ErrorNumber::TextTooLong,
+    return {ErrorNumber::TextTooLong,
             u"Il testo di %1 è troppo lungo: %2 caratteri, al massimo %3."_s.arg(subject)
                 .arg(length)
-                .arg(LongestMemo));
+                .arg(LongestMemo)};
 }
 
 } // namespace zelto::store

@@ -67,6 +67,7 @@ private:
     ConnectionPtr m_connection;
     QString m_subject;
     std::shared_ptr<SQLite::Statement> m_statement;
+    std::vector<QByteArray> m_texts; ///< of the parameters
     bool m_onRecord = false;
 };
 
@@ -77,12 +78,13 @@ int execute(Connection& connection, const QString& sql, std::span<const Value> p
 /// To be called behind a change: outside of a transaction the file is another one by now.
 void noteWritten(Connection& connection);
 
-/// Binds one value to the place, counted from 1; throws TextTooLong for a text that is longer than
-/// a memo.
-void bindValue(SQLite::Statement& statement, int place, const Value& value);
+/// Binds one value to the place, counted from 1. The engine does not copy a text: its bytes stay in
+/// utf8, which must be kept as long as the statement runs. Throws TextTooLong for a text that is
+/// longer than a memo.
+void bindValue(SQLite::Statement& statement, int place, const Value& value, QByteArray& utf8);
 
-/// Throws TextTooLong for a text of more characters than a memo may have; subject says whose it is:
-/// "«Note» della tabella «Dati Generali»".
-void requireMemoLength(qint64 length, const QString& subject);
+/// The error of a text of more characters than LongestMemo; subject says whose it is: "«Note» della
+/// tabella «Dati Generali»".
+[[nodiscard]] DatabaseError memoTooLong(qint64 length, const QString& subject);
 
 } // namespace zelto::store
