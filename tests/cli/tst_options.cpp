@@ -52,25 +52,25 @@ private slots:
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("choices");
-        const QString all = u" prima-pagina relazione calcolo dettaglio generali tabelle scale "_s;
+        const QString all = u"prima-pagina relazione calcolo dettaglio generali tabelle scale"_s;
         const auto row = [](const char* name, const QString& line, const QString& choices) {
             QTest::newRow(name) << line << choices;
         };
-        row("defaults", u"A.ZLT"_s, u"A.ZLT"_s + all + u"p1  ."_s);
-        row("outputs", u"-o a.pdf A B --uscite=u"_s, u"A+B"_s + all + u"p1 a.pdf u"_s);
+        row("defaults", u"A.ZLT"_s, u"A.ZLT "_s + all + u" p1  ."_s);
+        row("outputs", u"-o a.pdf A B --uscite=u"_s, u"A+B "_s + all + u" p1 a.pdf u"_s);
         row("sections", u"--sezioni relazione,calcolo --calcolo scale A"_s,
             u"A relazione calcolo scale p1  ."_s);
         row("layout", u"--formato esteso --indice-proporzionale --prima-pagina 12 --mostra A"_s,
-            u"A"_s + all + u"esteso proporzionale mostra p12  ."_s);
-        row("allocation", u"--riparto 1000,50 A"_s, u"A"_s + all + u"p1  . 1000,50/generali"_s);
+            u"A "_s + all + u" esteso proporzionale mostra p12  ."_s);
+        row("allocation", u"--riparto 1000,50 A"_s, u"A "_s + all + u" p1  . 1000,50/generali"_s);
         row("allocation by table", u"--riparto 5 --quote tabella=3 A"_s,
-            u"A"_s + all + u"p1  . 5/tabelle3"_s);
+            u"A "_s + all + u" p1  . 5/tabelle3"_s);
         row("allocation by staircase", u"--riparto 5 --quote scala=b --indice-proporzionale A"_s,
-            u"A"_s + all + u"proporzionale quote-proporzionali p1  . 5/scaleB"_s);
+            u"A "_s + all + u" proporzionale quote-proporzionali p1  . 5/scaleB"_s);
         row("closed allocation", u"--riparto 5 --quadratura A"_s,
-            u"A"_s + all + u"quadratura p1  . 5/generali"_s);
-        row("spreadsheets", u"--xlsx t.xlsx --csv t A"_s, u"A"_s + all + u"p1  . t.xlsx t"_s);
-        row("job that looks like an option", u"-- -A"_s, u"-A"_s + all + u"p1  ."_s);
+            u"A "_s + all + u" quadratura p1  . 5/generali"_s);
+        row("spreadsheets", u"--xlsx t.xlsx --csv t A"_s, u"A "_s + all + u" p1  . t.xlsx t"_s);
+        row("job that looks like an option", u"-- -A"_s, u"-A "_s + all + u" p1  ."_s);
     }
 
     void accepted()
