@@ -12,6 +12,7 @@
 #include <QString>
 
 #include <memory>
+#include <string_view>
 
 class QIODevice;
 
@@ -111,6 +112,8 @@ public:
 
     /// Ends at the column, moved left by the reduction in percent of it.
     void PrintRight(float row, float column, float reduction, const QString& text);
+    /// The same, without reduction, for a figure as a mask writes it.
+    void PrintFigure(float row, float column, std::string_view figure);
     void PrintCentred(float row, float column, float width, const QString& text);
 
     /// The number with a blank between groups of three digits and a decimal point, ending at the

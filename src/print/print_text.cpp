@@ -43,6 +43,13 @@ void PrintEngine::PrintRight(float row, float column, float reduction, const QSt
     drawText(position(row, reduced), text, Alignment::Right, metrics());
 }
 
+void PrintEngine::PrintFigure(float row, float column, std::string_view figure)
+{
+    if (isRecording())
+        return m_page.write(Opcode::Right, row, column, 0, figure);
+    PrintRight(row, column, 0, QString::fromLatin1(QByteArrayView(figure)));
+}
+
 void PrintEngine::PrintCentred(float row, float column, float width, const QString& text)
 {
     if (isRecording())

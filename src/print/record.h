@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <type_traits>
@@ -77,6 +78,11 @@ private:
     void appendField(bool flag) { appendField(flag ? -1 : 0); }
     void appendField(QStringView text);
     void appendField(const QString& text) { appendField(QStringView{text}); }
+    /// Of ASCII alone, as masks write figures.
+    void appendField(std::string_view figure)
+    {
+        m_end = std::copy(figure.begin(), figure.end(), m_end);
+    }
 
     char m_separator;
     std::vector<char> m_block;

@@ -5,6 +5,7 @@
 #include "text/format_mask.h"
 
 #include <array>
+#include <string>
 
 namespace zelto::reports {
 
@@ -94,27 +95,20 @@ void printPageHead(ReportPage& page)
     printHeads(page);
 }
 
-void printRoom(ReportPage& page, const QStringList& fields)
+/// What is printed of a room, in its order, behind the reference of its unit.
+enum RoomField : std::size_t { Reference, Number, Name, Figures };
+using RoomFields = std::array<std::string, Figures + RoomFigures.size()>;
+
+void printRoom(ReportPage& page, const RoomFields& fields, const QString& name)
 {
     constexpr float NumberColumn = 12;
     constexpr float NameColumn = 13;
     constexpr float NameWidth = 18; // up to the widest real size
     page.nextRow();
-    page.right(NumberColumn, fields[0]);
-    page.left(NameColumn, fields[1], NameWidth);
+    page.figure(NumberColumn, fields[Number]);
+    page.left(NameColumn, name, NameWidth);
     for (std::size_t i = 0; i < RoomFigures.size(); ++i)
-        page.right(RoomFigures[i].column, fields[static_cast<qsizetype>(i) + 2]);
-}
-
-/// Number, name and figures of room r, counted from 1.
-QStringList roomFields(const Vano& vano, int r)
-{
-    QStringList fields{MascheraNumero.format(static_cast<double>(r)),
-                       text::FormatMask(u" -  \\                  \\", vano.Ambiente)};
-    fields.reserve(2 + static_cast<qsizetype>(RoomFigures.size()));
-    for (const RoomFigure& figure : RoomFigures)
-        fields << figure.mask.format(vano.*figure.value);
-    return fields;
+        page.figure(RoomFigures[i].column, fields[Figures + i]);
 }
 
 void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& unita, double CTUI)
@@ -122,11 +116,16 @@ void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& uni
     page.nextRow();
     page.left(RoomColumn, u"Riferimento - "_s + unita.Riferimento, 49);
     page.left(58, u"Livello - "_s + unita.Livello);
+    RoomFields fields{unita.Riferimento.toStdString()};
     int r = 0;
     for (const Vano& vano : unita.vani) {
-        const QStringList fields = roomFields(vano, ++r);
-        printRoom(page, fields);
-        output.writeLine(QStringList{unita.Riferimento} + fields);
+        const QString name = text::FormatMask(u" -  \\                  \\", vano.Ambiente);
+        MascheraNumero.format(static_cast<double>(++r), fields[Number]);
+        fields[Name] = name.toStdString();
+        for (std::size_t i = 0; i < RoomFigures.size(); ++i)
+            RoomFigures[i].mask.format(vano.*RoomFigures[i].value, fields[Figures + i]);
+        printRoom(page, fields, name);
+        output.writeLine(fields);
     }
     page.nextRow();
     page.left(94, Totale.toString());

@@ -39,6 +39,11 @@ public:
         m_engine.PrintText(m_row, column, width, text);
     }
     void right(float column, const QString& text) { m_engine.PrintRight(m_row, column, 0, text); }
+    /// As right(), of a figure as a mask writes it.
+    void figure(float column, std::string_view figure)
+    {
+        m_engine.PrintFigure(m_row, column, figure);
+    }
 
     /// A title in its larger size.
     void title(const QString& text, float width = 0);

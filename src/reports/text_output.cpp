@@ -4,21 +4,10 @@
 #include <QDir>
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace zelto::reports {
-
-namespace {
-
-/// A tab or line break in a text would shift everything behind it.
-void appendField(QString& line, const QString& field)
-{
-    const qsizetype start = line.size();
-    line += field;
-    const auto shifts = [](QChar c) { return c == u'\t' || c == u'\r' || c == u'\n'; };
-    std::replace_if(line.begin() + start, line.end(), shifts, QChar{u' '});
-}
-
-} // namespace
 
 TextOutput::TextOutput(const QString& folder, const QString& name)
     : m_file(QDir(folder).filePath(name))
@@ -26,15 +15,23 @@ TextOutput::TextOutput(const QString& folder, const QString& name)
 
 void TextOutput::writeLine(const QStringList& fields)
 {
-    QString line;
-    line.reserve(256); // most lines
-    for (const QString& field : fields) {
+    std::vector<std::string> utf8(static_cast<std::size_t>(fields.size()));
+    std::ranges::transform(fields, utf8.begin(), &QString::toStdString);
+    writeLine(utf8);
+}
+
+/// A tab or line break in a text would shift everything behind it.
+void TextOutput::writeLine(std::span<const std::string> fields)
+{
+    const auto shifts = [](char c) { return c == '\t' || c == '\r' || c == '\n'; };
+    m_line.clear();
+    for (const std::string& field : fields) {
         if (&field != &fields.front())
-            line += u'\t';
-        appendField(line, field);
+            m_line += '\t';
+        std::ranges::replace_copy_if(field, std::back_inserter(m_line), shifts, ' ');
     }
-    line += u"\r\n"_s;
-    m_file.device().write(line.toUtf8());
+    m_line += "\r\n";
+    m_file.device().write(m_line.data(), static_cast<qint64>(m_line.size()));
 }
 
 } // namespace zelto::reports

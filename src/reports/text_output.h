@@ -5,6 +5,9 @@
 
 #include <QStringList>
 
+#include <span>
+#include <string>
+
 namespace zelto::reports {
 
 /// A plain copy of printed figures: UTF-8, fields separated by TAB, lines ended by CR LF. An older
@@ -16,12 +19,15 @@ public:
     TextOutput(const QString& folder, const QString& name);
 
     void writeLine(const QStringList& fields);
+    /// The same of fields that are UTF-8 already.
+    void writeLine(std::span<const std::string> fields);
 
     /// Puts the file in its place; throws PrintError when not all of it could be written.
     void commit() { m_file.commit(); }
 
 private:
     print::CompleteFile m_file;
+    std::string m_line;
 };
 
 } // namespace zelto::reports
