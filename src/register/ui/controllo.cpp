@@ -44,7 +44,7 @@ Controllo::Controllo(const JobRemarks& remarks, QWidget* parent)
 void Controllo::build()
 {
     constexpr int FilterWidth = 32; // these in characters
-    constexpr int PlaceWidth = 68;
+    constexpr int PlaceWidth = 74;
     m_filter->setObjectName(u"Filtro"_s);
     m_filter->setAccessibleName(u"Filtra le osservazioni"_s);
     m_filter->setPlaceholderText(u"Filtra"_s);

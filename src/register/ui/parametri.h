@@ -58,7 +58,7 @@ public:
     /// follow, while unit, tab, filters and what can be undone stay.
     void refreshLists() { m_model.reload(); }
 
-    /// The buttons, for whoever stands beside the screen and obeys their keys as well.
+    /// The toolbar's actions, so that a panel beside the screen can obey their keys too.
     [[nodiscard]] QList<QAction*> commands() const;
 
     /// What the check of the job says, from when the screen is painted on.
