@@ -208,7 +208,9 @@ Osservazione osservaUnita(Regola regola, const UnitaScritta& unita, int campo, c
 {
     QString dove = doveUnita(unita);
     if (campo > 0)
-        dove += u", "_s + store::jobTable(store::TabellaUnita).fields.at(std::size_t(campo)).name;
+        dove +=
+            u", "_s + store::headingOf(
+                          store::jobTable(store::TabellaUnita).fields.at(std::size_t(campo)).name);
     return {.regola = regola,
             .posto = {.scheda = Scheda::Unita, .unita = unita.RifUI, .campo = campo},
             .dove = dove,
@@ -222,7 +224,7 @@ Osservazione osservaVano(Regola regola, const UnitaScritta& unita, const VanoScr
     QString dove = doveUnita(unita) + u", vano "_s + QString::number(vano.posizione);
     if (!vano.ambiente.isEmpty())
         dove += u" ("_s + vano.ambiente + u')';
-    dove += u", "_s + store::jobTable(store::TabellaVani).fields.at(campo).name;
+    dove += u", "_s + store::headingOf(store::jobTable(store::TabellaVani).fields.at(campo).name);
     return {.regola = regola,
             .posto = {.scheda = Scheda::Vani,
                       .unita = unita.RifUI,

@@ -16,16 +16,17 @@ struct Row
     QStringView field;
     Holds holds;
     int width;
-    QString title = field.toString();
+    QString title = store::headingOf(field);
     QString name = title.toLower();
 };
 
 std::vector<Row> unitRows()
 {
-    std::vector<Row> rows{{u"Riferimento", Holds::Words, 2700},
-                          {u"Livello", Holds::Words, 1600},
-                          {u"Codice scala", Holds::Staircase, 700, u"Scala"_s},
-                          {u"H piano", Holds::Height, 800, u"H"_s, u"altezza"_s}};
+    std::vector<Row> rows{
+        {u"Riferimento", Holds::Words, 2700},
+        {u"Livello", Holds::Words, 1600},
+        {u"Codice scala", Holds::Staircase, 700},
+        {u"H piano", Holds::Height, 800, store::headingOf(u"H piano"), u"altezza"_s}};
     for (int table = 1; table <= store::SpecialTables; ++table)
         rows.push_back({u"Flag tabelle", Holds::Flag, 450, u"T%1"_s.arg(table), u"tabelle"_s});
     return rows;
@@ -34,7 +35,7 @@ std::vector<Row> unitRows()
 std::vector<Row> roomRows()
 {
     std::vector<Row> rows{{u"Ambiente", Holds::Words, 1600},
-                          {u"Consistenza reale", Holds::Size, 1000, u"Consistenza"_s}};
+                          {u"Consistenza reale", Holds::Size, 1000}};
     for (const QStringView coefficient : std::span(store::GroupNames).subspan<1>())
         rows.push_back({coefficient, Holds::Coefficient, 1000});
     return rows;

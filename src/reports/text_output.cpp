@@ -4,7 +4,6 @@
 #include <QDir>
 
 #include <algorithm>
-#include <iterator>
 #include <vector>
 
 namespace zelto::reports {
@@ -28,7 +27,9 @@ void TextOutput::writeLine(std::span<const std::string> fields)
     for (const std::string& field : fields) {
         if (&field != &fields.front())
             m_line += '\t';
-        std::ranges::replace_copy_if(field, std::back_inserter(m_line), shifts, ' ');
+        const auto start = static_cast<std::ptrdiff_t>(m_line.size());
+        m_line += field;
+        std::replace_if(m_line.begin() + start, m_line.end(), shifts, ' ');
     }
     m_line += "\r\n";
     m_file.device().write(m_line.data(), static_cast<qint64>(m_line.size()));

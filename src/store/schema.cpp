@@ -106,6 +106,15 @@ int longestText(QStringView table, QStringView field)
     return found->size;
 }
 
+QString headingOf(QStringView field)
+{
+    if (field == u"Codice scala")
+        return u"Scala"_s;
+    if (field == u"H piano")
+        return u"H"_s;
+    return field == u"Consistenza reale" ? u"Consistenza"_s : field.toString();
+}
+
 void CreaTabelleBase(Database& database)
 {
     Database::Transaction transaction(database);

@@ -57,6 +57,9 @@ inline constexpr float VersioneFormato = 2009;
 /// The most characters that a text field of one of them takes.
 [[nodiscard]] int longestText(QStringView table, QStringView field);
 
+/// The heading of a field of units or rooms where the user sees it.
+[[nodiscard]] QString headingOf(QStringView field);
+
 /// Gives an empty database the five tables and a new job's records, all or nothing.
 void CreaTabelleBase(Database& database);
 

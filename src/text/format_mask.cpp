@@ -26,9 +26,10 @@ public:
         m_result.reserve(m_mask.size());
         while (m_position < m_mask.size())
             step(m_mask[m_position].unicode());
-        while (m_result.endsWith(u' '))
-            m_result.chop(1);
-        return m_result;
+        qsizetype length = m_result.size();
+        while (length > 0 && m_result[length - 1] == u' ')
+            --length;
+        return m_result.first(length);
     }
 
 private:

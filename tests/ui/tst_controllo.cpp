@@ -133,6 +133,11 @@ private slots:
     {
         goTo(u"unità 8"_s);
         QCOMPARE(currentCell(), u"TabFlex 4.6"_s);
+        const auto heading = [] {
+            const auto& grid = *qobject_cast<widgets::Grid*>(QApplication::focusWidget());
+            return grid.cells().column(grid.currentColumn()).header;
+        };
+        QVERIFY(list().currentIndex().data().toString().endsWith(u", "_s + heading()));
         QTest::keyClicks(QApplication::focusWidget(), u"1"_s);
         press(Qt::Key_Escape);
         QVERIFY(counts().startsWith(u"4 errori"));
@@ -146,6 +151,7 @@ private slots:
         QVERIFY(counts().startsWith(u"4 errori"));
         goTo(u"unità 5"_s);
         QCOMPARE(currentCell(), u"UI 5.3"_s);
+        QVERIFY(list().currentIndex().data().toString().endsWith(u", "_s + heading()));
         press(Qt::Key_F7);
         press(Qt::Key_F7);
         QCOMPARE(currentCell(), u"UI 5.3"_s);

@@ -13,6 +13,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <optional>
 
 namespace zelto::registro {
@@ -43,8 +44,7 @@ Controllo::Controllo(const JobRemarks& remarks, QWidget* parent)
 
 void Controllo::build()
 {
-    constexpr int FilterWidth = 32; // these in characters
-    constexpr int PlaceWidth = 74;
+    constexpr int FilterWidth = 32; // in characters
     m_filter->setObjectName(u"Filtro"_s);
     m_filter->setAccessibleName(u"Filtra le osservazioni"_s);
     m_filter->setPlaceholderText(u"Filtra"_s);
@@ -61,8 +61,6 @@ void Controllo::build()
     m_list->setExpandsOnDoubleClick(false);
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(RemarkModel::What, QHeaderView::Stretch);
-    m_list->header()->resizeSection(RemarkModel::Place,
-                                    fontMetrics().averageCharWidth() * PlaceWidth);
 
     auto* row = new QHBoxLayout;
     row->addWidget(m_filter, 1);
@@ -77,8 +75,12 @@ void Controllo::build()
 /// What is not seen need not follow.
 void Controllo::showEvent(QShowEvent* event)
 {
-    refresh();
     QWidget::showEvent(event);
+    refresh();
+    m_list->resizeColumnToContents(RemarkModel::Place);
+    const int most = m_list->viewport()->width() * 6 / 10;
+    m_list->setColumnWidth(RemarkModel::Place,
+                           std::min(most, m_list->columnWidth(RemarkModel::Place)));
 }
 
 void Controllo::refresh()
