@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <functional>
 #include <getopt.h>
+#include <iterator>
 #include <vector>
 
 namespace zelto::cli {
@@ -113,8 +114,8 @@ struct CommandOption
     char letter = 0; ///< its short form
 };
 
-/// In the order of the help; those of the formats of tables stand before "mostra".
-std::vector<CommandOption> givenOptions()
+/// Of what is printed.
+std::vector<CommandOption> printOptions()
 {
     return {
         {"pdf", u"FILE"_s,
@@ -157,6 +158,12 @@ std::vector<CommandOption> givenOptions()
          {},
          u"quote del riparto che sommano all'importo, al centesimo"_s,
          [](Pieces& pieces, const QString&) { pieces.quadratura = true; }},
+    };
+}
+
+std::vector<CommandOption> otherOptions()
+{
+    return {
         {"mostra",
          {},
          u"scrive anche le tabelle come testo allineato"_s,
@@ -177,18 +184,17 @@ std::vector<CommandOption> givenOptions()
     };
 }
 
+/// In the order of the help.
 std::vector<CommandOption> commandOptions()
 {
-    std::vector<CommandOption> all = givenOptions();
-    auto place = std::ranges::find(all, QByteArray("mostra"), &CommandOption::name);
+    std::vector<CommandOption> all = printOptions();
     for (const reports::TableFormat& format : reports::tableFormats())
-        place = all.insert(place, {format.option.toUtf8(),
-                                   format.isFolder() ? u"CARTELLA"_s : u"FILE"_s, format.help,
-                                   [&format](Pieces& pieces, const QString& path) {
-                                       if (!path.isEmpty())
-                                           pieces.formati[&format] = path;
-                                   }}) +
-                1;
+        all.push_back({format.option.toUtf8(), format.isFolder() ? u"CARTELLA"_s : u"FILE"_s,
+                       format.help, [&format](Pieces& pieces, const QString& path) {
+                           if (!path.isEmpty())
+                               pieces.formati[&format] = path;
+                       }});
+    std::ranges::move(otherOptions(), std::back_inserter(all));
     return all;
 }
 

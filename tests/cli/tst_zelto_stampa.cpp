@@ -97,7 +97,9 @@ private slots:
                 errors += u"zelto-stampa: "_s + line + u'\n';
         QVERIFY(!errors.isEmpty());
         QCOMPARE(printed.errors, errors);
-        QCOMPARE(desk.run(u"--controllo ES.ZLT"_s).status, 0);
+        const Result sound = desk.run(u"--controllo ES.ZLT"_s);
+        QCOMPARE(sound.status, 0);
+        QCOMPARE(sound.out.count(u"\n"_s), sound.out.count(u"ES.ZLT: nota: "_s));
         QCOMPARE(desk.run(u"--controllo A.ZLT MANCA.ZLT"_s).status, 2);
         QCOMPARE(desk.run(u"--controllo --mostra ES.ZLT"_s).status, 1);
 

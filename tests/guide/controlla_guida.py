@@ -38,8 +38,11 @@ def missing_figures(guide, stampa, build):
         job = folder / "BETULLA.ZLT"
         run(build, pathlib.Path(__file__).parent / "palazzina_betulla", job)
         rows, amounts = printed_rows(stampa, job, folder)
+        odd = [line for line in run(stampa, "--controllo", job).splitlines() if ": nota: " not in line]
     if len(rows) != 6 or len(amounts) != 3:
         sys.exit(f"{len(rows)} rows and {len(amounts)} amounts printed, 6 and 3 expected")
+    if odd:
+        sys.exit("something is odd in the building of the guide: " + odd[0])
     lines = ["| " + " | ".join(row) + " |" for row in rows]
     return [text for text in lines + amounts if text not in guide]
 

@@ -78,9 +78,10 @@ void Controllo::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     refresh();
     m_list->resizeColumnToContents(RemarkModel::Place);
+    const int wanted =
+        m_list->columnWidth(RemarkModel::Place) + 2 * fontMetrics().averageCharWidth();
     const int most = m_list->viewport()->width() * 6 / 10;
-    m_list->setColumnWidth(RemarkModel::Place,
-                           std::min(most, m_list->columnWidth(RemarkModel::Place)));
+    m_list->setColumnWidth(RemarkModel::Place, std::min(wanted, most));
 }
 
 void Controllo::refresh()
