@@ -214,7 +214,7 @@ void Application::showParametri(store::Database& lavoro)
     }
     m_parametri = new registro::Parametri({.lavoro = lavoro,
                                            .settings = m_settings,
-                                           .user = m_dialogs,
+                                           .dialogs = m_dialogs,
                                            .menu = m_window.mnuDxMouse()});
     connectParametri(lavoro);
     m_window.addDocumentWindow(m_parametri).showMaximized();

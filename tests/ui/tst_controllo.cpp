@@ -157,10 +157,14 @@ private slots:
         QCOMPARE(currentCell(), u"UI 5.3"_s);
         goTo(u"unità 6 (A/1 - Bellandi), T4"_s);
         QCOMPARE(currentCell(), u"UI 6.8"_s); // of special table 4
-        goTo(u"vano 1"_s);                    // of no unit
-        QVERIFY(find<registro::Parametri>()->findChild<QStatusBar*>()->currentMessage().contains(
-            u"L'unità 99 non c'è più"));
-        QCOMPARE(currentCell(), u"no grid"_s);
+        const QString before = counts();
+        (void)m_session->user.said();
+        goTo(u"vano 1"_s); // of no unit
+        QVERIFY(m_session->user.said().startsWith(u"confirm: L'unità 99 non c'è più"));
+        QVERIFY(!shown().contains(u"- vano 1"_s));
+        press(Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(shown().contains(u"- vano 1"_s));
+        QCOMPARE(counts(), before);
     }
 
     /// Remarks on lists open their screen at the row.

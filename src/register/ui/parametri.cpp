@@ -7,8 +7,8 @@
 #include "register/ui/unit_detail.h"
 #include "register/ui/unit_list.h"
 #include "store/settings.h"
-#include "store/user_interface.h"
 #include "widgets/column_widths.h"
+#include "widgets/dialogs.h"
 #include "widgets/keys.h"
 #include "widgets/typed_line.h"
 
@@ -36,7 +36,7 @@ const QString RoomWidths = u"TabFlex"_s;
 } // namespace
 
 Parametri::Parametri(const ParametriContext& context, QWidget* parent)
-    : QWidget(parent), m_context(context), m_model(context.lavoro, context.user),
+    : QWidget(parent), m_context(context), m_model(context.lavoro, context.dialogs),
       m_toolbar(new QToolBar(this)), m_navig(new Navig(m_model)), m_tabs(new QTabWidget),
       m_elenco(new UnitList(m_model, context.menu)), m_dettaglio(new UnitDetail(m_model)),
       m_vani(new RoomList(m_model, context.menu)),
@@ -181,7 +181,7 @@ void Parametri::followUser()
     for (RegisterGrid* list : std::initializer_list<RegisterGrid*>{m_elenco, m_vani}) {
         connect(list, &RegisterGrid::said, m_status, &RegisterStatus::say);
         connect(&list->grid(), &Grid::pasteRefused, this,
-                [this](const QString& why) { m_context.user.showMessage(why); });
+                [this](const QString& why) { m_context.dialogs.showMessage(why); });
     }
 }
 
@@ -250,15 +250,21 @@ void Parametri::goTo(const Place& place)
         m_elenco->goTo(place.unit, place.field, place.table);
 }
 
+void Parametri::offerToDelete(const calc::Posto& orphan)
+{
+    if (m_context.dialogs.confirmLoss(
+            u"L'unità %1 non c'è più, e il suo vano %2 non si vede in alcuna scheda.\n\nEliminarlo?"_s
+                .arg(QString::number(orphan.unita), QString::number(orphan.vano))))
+        m_model.perform(
+            [&](Register& registro) { return registro.EliminaVano(orphan.unita, {orphan.vano}); });
+}
+
 void Parametri::goTo(const calc::Posto& posto)
 {
     if (!finishTyping())
         return;
-    if (posto.unita > 0 && readUnit(m_context.lavoro, posto.unita).empty()) {
-        m_status->say(u"L'unità %1 non c'è più: il suo vano non si vede in alcuna scheda."_s.arg(
-            posto.unita));
-        return;
-    }
+    if (posto.unita > 0 && readUnit(m_context.lavoro, posto.unita).empty())
+        return offerToDelete(posto);
     goTo({.unit = posto.unita,
           .position = posto.vano,
           .field = posto.campo,

@@ -12,11 +12,11 @@ class QToolBar;
 
 namespace zelto::store {
 class Settings;
-class Messages;
 } // namespace zelto::store
 
 namespace zelto::widgets {
 class ContextMenu;
+class Dialogs;
 } // namespace zelto::widgets
 
 namespace zelto::registro {
@@ -33,7 +33,7 @@ struct ParametriContext
 {
     store::Database& lavoro;
     store::Settings& settings;
-    store::Messages& user;
+    widgets::Dialogs& dialogs;
     widgets::ContextMenu& menu;
 };
 
@@ -64,7 +64,8 @@ public:
     /// What the check of the job says, from when the screen is painted on.
     [[nodiscard]] const JobRemarks& remarks() const;
 
-    /// Shows the unit, room and field of a remark, and puts the keyboard there.
+    /// Shows the unit, room and field of a remark, and puts the keyboard there. A room whose unit
+    /// is gone cannot be shown, but deleted if the user wants that.
     void goTo(const calc::Posto& posto);
 
 signals:
@@ -99,6 +100,7 @@ private:
     void goToRoom(int unit, int position);
     void goToNeighbour(int places);
     void goTo(const Place& place);
+    void offerToDelete(const calc::Posto& orphan);
     void replay(const QAction& button, RegisterChange (RegisterModel::*replayed)());
     [[nodiscard]] Tab tab() const;
 
