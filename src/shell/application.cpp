@@ -249,7 +249,8 @@ void Application::buildControllo(store::Database& lavoro)
     connect(controllo, &Controllo::chosen, this, [this, &lavoro](const calc::Posto& posto) {
         reportingErrors([&] { showPlace(lavoro, posto); });
     });
-    connect(m_parametri, &QObject::destroyed, m_controllo, [this] { delete m_controllo; });
+    connect(m_parametri, &QObject::destroyed, m_controllo,
+            [panel = m_controllo.data()] { delete panel; });
 }
 
 /// From the panel the same key goes back to the screen.
