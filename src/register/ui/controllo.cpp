@@ -128,6 +128,7 @@ void Controllo::takeFocus()
     m_list->setFocus();
 }
 
+/// With a copy of the place: the list may follow a change before it has been gone to.
 void Controllo::go()
 {
     if (const Osservazione* const remark = m_model->remark(m_list->currentIndex()))
