@@ -86,6 +86,27 @@ std::vector<QStringList> textsOf(registro::Table table,
     return texts;
 }
 
+struct TreeUnit
+{
+    QString scala;
+    QString name;
+    QStringList rooms;
+};
+
+std::vector<TreeUnit> treeOf(store::Database& job)
+{
+    std::vector<TreeUnit> tree;
+    for (const registro::Record& unit : registro::readUnits(job)) {
+        tree.push_back({registro::textOf(unit, registro::UnitScala),
+                        registro::textOf(unit, registro::UnitRiferimento),
+                        {}});
+        const int number = registro::numberOf(unit, registro::UnitNumber);
+        for (const registro::Record& room : registro::readRooms(job, number))
+            tree.back().rooms << registro::textOf(room, registro::RoomAmbiente);
+    }
+    return tree;
+}
+
 QTableWidget* bareTable(const std::vector<QStringList>& texts)
 {
     const int columns = static_cast<int>(texts.front().size());
@@ -100,7 +121,7 @@ QTableWidget* bareTable(const std::vector<QStringList>& texts)
 void openBareWidgets(benchmark::State& state, Desk& desk)
 {
     const QStringList scale = registro::LeggiDatiGenerali(desk.job).scale;
-    const auto tree = registro::readTree(desk.job);
+    const auto tree = treeOf(desk.job);
     const auto units = textsOf(registro::Table::Units, registro::readUnits(desk.job));
     const auto rooms = textsOf(registro::Table::Rooms, registro::readRooms(desk.job, 1));
     for (auto _ : state) {
@@ -109,12 +130,12 @@ void openBareWidgets(benchmark::State& state, Desk& desk)
         auto* nodes = new QTreeWidget;
         for (const QString& code : QStringList(QString()) + scale) {
             auto* top = new QTreeWidgetItem({code});
-            for (const registro::TreeUnit& unit : tree) {
+            for (const TreeUnit& unit : tree) {
                 if (unit.scala != code)
                     continue;
                 auto* node = new QTreeWidgetItem(top, {unit.name});
-                for (const registro::TreeRoom& room : unit.rooms)
-                    new QTreeWidgetItem(node, {room.name});
+                for (const QString& room : unit.rooms)
+                    new QTreeWidgetItem(node, {room});
             }
             nodes->addTopLevelItem(top);
         }

@@ -6,8 +6,6 @@
 #include "store/schema.h"
 #include "text/table_text.h"
 
-#include <QHash>
-
 namespace zelto::registro {
 
 using store::CampoUnita;
@@ -77,27 +75,6 @@ Record readUnit(store::Database& lavoro, int number)
 std::vector<Record> readRooms(store::Database& lavoro, int unit)
 {
     return lavoro.records(store::TabellaVani, {{CampoUnita, unit}}, u"Posizione").records();
-}
-
-std::vector<TreeUnit> readTree(store::Database& lavoro, std::optional<int> number)
-{
-    std::vector<Condition> which;
-    if (number)
-        which.push_back({CampoUnita, *number});
-    std::vector<TreeUnit> units;
-    QHash<qint64, std::size_t> places;
-    for (auto unit = lavoro.records(store::TabellaUnita, which); !unit.atEnd(); unit.next()) {
-        places.insert(unit.integer(UnitNumber), units.size());
-        units.push_back({.number = static_cast<int>(unit.integer(UnitNumber)),
-                         .scala = unit.text(UnitScala),
-                         .name = unit.text(UnitRiferimento),
-                         .rooms = {}});
-    }
-    for (auto room = lavoro.records(store::TabellaVani, which); !room.atEnd(); room.next())
-        if (const auto place = places.constFind(room.integer(RoomUnit)); place != places.cend())
-            units[*place].rooms.push_back({.position = static_cast<int>(room.integer(RoomPosition)),
-                                           .name = room.text(RoomAmbiente)});
-    return units;
 }
 
 RegisterLists LeggiDatiGenerali(store::Database& lavoro)

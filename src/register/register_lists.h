@@ -8,7 +8,6 @@
 #include <QStringList>
 
 #include <array>
-#include <optional>
 
 namespace zelto::store {
 class Database;
@@ -34,24 +33,6 @@ struct UnitFilter
 
 /// The rooms of a unit in the order of their positions.
 [[nodiscard]] std::vector<Record> readRooms(store::Database& lavoro, int unit);
-
-/// A unit of the tree with its rooms.
-struct TreeRoom
-{
-    int position = 0;
-    QString name;
-};
-struct TreeUnit
-{
-    int number = 0;
-    QString scala;
-    QString name;
-    std::vector<TreeRoom> rooms;
-};
-
-/// All units, or the one of the number; neither they nor their rooms are in any order.
-[[nodiscard]] std::vector<TreeUnit> readTree(store::Database& lavoro,
-                                             std::optional<int> number = {});
 
 /// A line of a coefficient's list.
 struct CoefficientEntry

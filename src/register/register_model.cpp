@@ -44,6 +44,13 @@ void RegisterModel::reporting(const std::function<void()>& read)
     }
 }
 
+std::vector<Record> RegisterModel::roomsOf(int unit)
+{
+    std::vector<Record> rooms;
+    reporting([&] { rooms = readRooms(m_lavoro, unit); });
+    return rooms;
+}
+
 void RegisterModel::ElencoUI(const UnitFilter& filter)
 {
     reporting([&] { list(filter); });
@@ -85,12 +92,11 @@ void RegisterModel::load(int unit)
     const qint64 version = m_lavoro.dataVersion();
     RegisterLists lists = LeggiDatiGenerali(m_lavoro);
     calc::Liste coefficients = calc::CaricaListe(m_lavoro);
-    const std::vector<TreeUnit> tree = readTree(m_lavoro);
     m_lists = std::move(lists);
     m_coefficients = std::move(coefficients);
     m_version = version;
     list(m_filter);
-    emit reloaded(tree);
+    emit reloaded(m_filter == UnitFilter() ? m_listed : readUnits(m_lavoro));
     showOrNext(unit);
 }
 
@@ -158,12 +164,11 @@ void RegisterModel::follow(const RegisterChange& change)
 {
     const QList<int> units = change.units();
     for (const int number : units) {
-        const std::vector<TreeUnit> inTree = readTree(m_lavoro, number);
         const Record unit = readUnit(m_lavoro, number);
         if (unit.empty())
             emit unitRemoved(number);
         else
-            emit unitChanged(inTree.front());
+            emit unitChanged(unit);
         const auto at = placeIn(m_listed, number);
         const bool listed = at != m_listed.end() && numberOf(*at, UnitNumber) == number;
         if (listed && unit.empty())

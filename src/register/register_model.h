@@ -44,6 +44,9 @@ public:
     [[nodiscard]] const Record& unit() const { return m_unit; }
     [[nodiscard]] const std::vector<Record>& rooms() const { return m_rooms; }
 
+    /// The rooms of any unit in the order of their positions; none when they cannot be read.
+    [[nodiscard]] std::vector<Record> roomsOf(int unit);
+
     /// Lists the units of the filter.
     void ElencoUI(const UnitFilter& filter);
 
@@ -81,12 +84,12 @@ signals:
     /// listed() is another.
     void unitsListed();
     /// A unit was added or changed, or its rooms were.
-    void unitChanged(const TreeUnit& unit);
+    void unitChanged(const Record& unit);
     void unitRemoved(int unit);
     /// These are all the units that a change concerned.
     void unitsChanged(const QList<int>& units);
-    /// Everything may be another.
-    void reloaded(const std::vector<TreeUnit>& tree);
+    /// Everything may be another; these are all units.
+    void reloaded(const std::vector<Record>& units);
     /// Another unit is current, or the current one or its rooms have changed.
     void unitShown();
     /// A change was made or refused.

@@ -108,6 +108,8 @@ public:
     /// Clicks the node of that text, below its unit's node if one is given.
     void clickNode(const QString& text, const QString& unit = {}) const
     {
+        for (auto* node : tree().findItems(unit, Qt::MatchExactly | Qt::MatchRecursive))
+            node->setExpanded(true);
         for (auto* node : tree().findItems(text, Qt::MatchExactly | Qt::MatchRecursive))
             if (unit.isEmpty() || node->parent()->text(0) == unit) {
                 tree().scrollToItem(node);
@@ -130,8 +132,10 @@ public:
             for (int row = 0; row < grid->cells().rowCount(); ++row)
                 text += grid->cells().number(row) + u' ';
         text += units().cells().tableText() + rooms().cells().tableText();
-        for (QTreeWidgetItemIterator node(&tree()); *node != nullptr; ++node)
+        for (QTreeWidgetItemIterator node(&tree()); *node != nullptr; ++node) {
+            emit tree().itemExpanded(*node); // has its rooms made
             text += ((*node)->parent() != nullptr ? u"  "_s : QString()) + (*node)->text(0) + u'\n';
+        }
         return text;
     }
 

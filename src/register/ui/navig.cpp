@@ -24,7 +24,7 @@ QString keyOf(const QString& scala)
 
 } // namespace
 
-/// A node with what it stands for: a big job has thousands.
+/// A node with what it stands for.
 class Navig::Node : public QTreeWidgetItem
 {
 public:
@@ -56,17 +56,23 @@ public:
             setText(0, names == EmptyNames::Dash ? u"-"_s : numbered);
     }
 
-    /// Its rooms become these, in the order of their positions.
-    void followRooms(std::vector<TreeRoom> rooms, EmptyNames names)
+    [[nodiscard]] bool roomsAreMade() const
     {
-        std::ranges::sort(rooms, {}, &TreeRoom::position);
+        return childIndicatorPolicy() != QTreeWidgetItem::ShowIndicator;
+    }
+
+    /// Its rooms become these, which are in the order of their positions.
+    void followRooms(const std::vector<Record>& rooms, EmptyNames names)
+    {
+        setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
         int place = 0;
-        for (const TreeRoom& room : rooms) {
-            while (place < childCount() && at(place)->number() < room.position)
+        for (const Record& room : rooms) {
+            const int position = numberOf(room, RoomPosition);
+            while (place < childCount() && at(place)->number() < position)
                 delete takeChild(place);
-            if (place == childCount() || at(place)->number() > room.position)
-                insertChild(place, new Node(m_unit, room.position));
-            at(place++)->setName(room.name, RoomPrefix, names);
+            if (place == childCount() || at(place)->number() > position)
+                insertChild(place, new Node(m_unit, position));
+            at(place++)->setName(textOf(room, RoomAmbiente), RoomPrefix, names);
         }
         while (childCount() > place)
             delete takeChild(place);
@@ -91,8 +97,10 @@ Navig::Navig(RegisterModel& model) : m_model(model)
     });
     connect(this, &QTreeWidget::itemClicked, this, &Navig::pick);
     connect(this, &QTreeWidget::itemActivated, this, &Navig::pick);
+    connect(this, &QTreeWidget::itemExpanded, this,
+            [this](QTreeWidgetItem* item) { makeRooms(*static_cast<Node*>(item)); });
     connect(&model, &RegisterModel::reloaded, this, &Navig::build);
-    connect(&model, &RegisterModel::unitChanged, this, [this](const TreeUnit& unit) {
+    connect(&model, &RegisterModel::unitChanged, this, [this](const Record& unit) {
         showUnit(unit, m_model.isReplaying() ? EmptyNames::Number : EmptyNames::Dash);
     });
     connect(&model, &RegisterModel::unitRemoved, this, &Navig::removeUnit);
@@ -119,7 +127,7 @@ void Navig::pick(const QTreeWidgetItem* item)
 }
 
 /// Units that were expanded are so again.
-void Navig::build(const std::vector<TreeUnit>& tree)
+void Navig::build(const std::vector<Record>& units)
 {
     const QSignalBlocker quiet(this);
     QSet<int> expanded;
@@ -138,35 +146,54 @@ void Navig::build(const std::vector<TreeUnit>& tree)
         addTopLevelItem(node);
         node->setExpanded(true);
     }
-    for (const TreeUnit& unit : tree)
-        showUnit(unit, EmptyNames::Number);
-    for (const int unit : std::as_const(expanded))
-        if (Node* node = m_units.value(unit))
+    for (const Record& unit : units)
+        if (Node* node = placeUnit(unit, EmptyNames::Number);
+            node != nullptr && expanded.contains(node->unit())) {
+            makeRooms(*node);
             node->setExpanded(true);
+        }
 }
 
-/// Shows the unit as it is now, among those of its staircase and in the order of the numbers. It is
-/// not in the tree when that has no such staircase.
-void Navig::showUnit(const TreeUnit& unit, EmptyNames names)
+/// The unit's node as it is now, among those of its staircase and in the order of the numbers.
+/// There is none when the job has no such staircase.
+Navig::Node* Navig::placeUnit(const Record& unit, EmptyNames names)
 {
-    const QSignalBlocker quiet(this);
-    Node* const parent = m_scale.value(keyOf(unit.scala));
+    const int number = numberOf(unit, UnitNumber);
+    Node* const parent = m_scale.value(keyOf(textOf(unit, UnitScala)));
     if (parent == nullptr) {
-        removeUnit(unit.number);
-        return;
+        removeUnit(number);
+        return nullptr;
     }
-    Node*& node = m_units[unit.number];
-    if (node == nullptr)
-        node = new Node(unit.number, unit.number);
-    node->setName(unit.name, UnitPrefix, names);
-    node->followRooms(unit.rooms, names);
+    Node*& node = m_units[number];
+    if (node == nullptr) {
+        node = new Node(number, number);
+        node->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+    }
+    node->setName(textOf(unit, UnitRiferimento), UnitPrefix, names);
     if (node->parent() == parent)
-        return;
+        return node;
     const bool expanded = node->isExpanded();
     if (node->parent() != nullptr)
         node->parent()->removeChild(node);
     parent->insertInOrder(node);
     node->setExpanded(expanded);
+    return node;
+}
+
+void Navig::makeRooms(Node& node)
+{
+    if (!node.roomsAreMade())
+        node.followRooms(m_model.roomsOf(node.unit()), EmptyNames::Number);
+}
+
+/// The rooms of a unit that is new are new as well.
+void Navig::showUnit(const Record& unit, EmptyNames names)
+{
+    const QSignalBlocker quiet(this);
+    const bool added = !m_units.contains(numberOf(unit, UnitNumber));
+    Node* node = placeUnit(unit, names);
+    if (node != nullptr && (added || node->roomsAreMade()))
+        node->followRooms(m_model.roomsOf(node->unit()), names);
 }
 
 void Navig::removeUnit(int unit)
@@ -179,9 +206,11 @@ void Navig::showCurrent()
 {
     const QSignalBlocker quiet(this);
     const int unit = m_model.current();
+    Node* node = m_units.value(unit);
+    if (node != nullptr)
+        makeRooms(*node);
     if (selectedUnit() == unit && unit > 0)
         return;
-    Node* node = m_units.value(unit);
     setCurrentItem(node);
     if (node == nullptr)
         clearSelection();

@@ -9,7 +9,8 @@
 namespace zelto::registro {
 
 /// The tree of the building: staircases, their units, the units' rooms. It follows the model; what
-/// it reports was done by the user.
+/// it reports was done by the user. The nodes of a unit's rooms are made when the unit is opened or
+/// becomes the current one: a big job has thousands.
 class Navig : public QTreeWidget
 {
     Q_OBJECT
@@ -35,11 +36,13 @@ private:
     class Node;
 
     /// How names that are empty show: "-" where the user emptied or has not yet entered them, the
-    /// number in a tree built anew and after what was taken back.
+    /// number in nodes made of what was stored and after what was taken back.
     enum class EmptyNames { Dash, Number };
 
-    void build(const std::vector<TreeUnit>& tree);
-    void showUnit(const TreeUnit& unit, EmptyNames names);
+    void build(const std::vector<Record>& units);
+    Node* placeUnit(const Record& unit, EmptyNames names);
+    void makeRooms(Node& unit);
+    void showUnit(const Record& unit, EmptyNames names);
     void removeUnit(int unit);
     void pick(const QTreeWidgetItem* item);
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
