@@ -8,8 +8,6 @@
 
 #include <QString>
 
-#include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 

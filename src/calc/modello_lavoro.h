@@ -8,7 +8,6 @@
 #include <QString>
 
 #include <array>
-#include <optional>
 #include <vector>
 
 namespace zelto::calc {

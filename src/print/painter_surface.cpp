@@ -4,7 +4,6 @@
 #include "print/page_size.h"
 #include "print/print_error.h"
 
-#include <QGlyphRun>
 #include <QPagedPaintDevice>
 #include <QPen>
 

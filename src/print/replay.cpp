@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace zelto::print {

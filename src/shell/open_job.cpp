@@ -6,8 +6,6 @@
 #include "store/format_check.h"
 #include "widgets/main_window_services.h"
 
-#include <utility>
-
 namespace zelto::shell {
 
 namespace {

@@ -4,7 +4,6 @@
 
 #include "store/database.h"
 
-#include <QString>
 #include <QStringList>
 
 #include <array>

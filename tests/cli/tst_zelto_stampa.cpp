@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QProcess>
-#include <QScopeGuard>
 #include <QTest>
 
 #include <csignal>

@@ -8,8 +8,6 @@
 #include <QSet>
 #include <QSignalBlocker>
 
-#include <algorithm>
-
 namespace zelto::registro {
 
 namespace {
@@ -207,8 +205,8 @@ void Navig::showCurrent()
     const QSignalBlocker quiet(this);
     const int unit = m_model.current();
     Node* node = m_units.value(unit);
-    if (node != nullptr)
-        makeRooms(*node);
+    if (node != nullptr && !node->roomsAreMade())
+        node->followRooms(m_model.rooms(), EmptyNames::Number);
     if (selectedUnit() == unit && unit > 0)
         return;
     setCurrentItem(node);

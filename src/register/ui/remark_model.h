@@ -5,7 +5,6 @@
 
 #include <QAbstractItemModel>
 
-#include <array>
 #include <span>
 #include <vector>
 

@@ -13,7 +13,6 @@
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>

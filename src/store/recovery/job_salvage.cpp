@@ -7,7 +7,6 @@
 #include "store/schema.h"
 #include "text/decimal_text.h"
 
-#include <algorithm>
 #include <set>
 #include <utility>
 

@@ -2,7 +2,6 @@
 #include "store/recovery/page_image.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace zelto::store {
