@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/file_menu.h"
 
-#include "shell/icons.h"
+#include "widgets/icons.h"
+#include "widgets/keys.h"
 
 #include <QKeySequence>
 
@@ -18,7 +19,7 @@ QAction& FileMenu::add(const FileEntry& entry)
     action->setSeparator(!entry.action);
     action->setStatusTip(entry.hint);
     if (!entry.iconName.isEmpty())
-        action->setIcon(shell::icon(entry.iconName));
+        action->setIcon(widgets::icon(entry.iconName));
     action->setShortcut(QKeySequence(entry.shortcut));
     // Desktops that move such entries elsewhere would leave gaps in the menu.
     action->setMenuRole(QAction::NoRole);
@@ -30,12 +31,10 @@ QAction& FileMenu::add(const FileEntry& entry)
 void FileMenu::showRecentJobs(const RecentJobs& jobs)
 {
     bool isAny = false;
-    for (int index = FirstRecent; QString path : jobs.paths()) {
+    for (int index = FirstRecent; const QString& path : jobs.paths()) {
         const bool isListed = !path.isEmpty();
         isAny = isAny || isListed;
-        // An ampersand of a path is no key.
-        VoceFile(index).setText(u"&%1 "_s.arg(index - FirstRecent + 1) +
-                                path.replace(u'&', u"&&"_s));
+        VoceFile(index).setText(u"&%1 "_s.arg(index - FirstRecent + 1) + widgets::asCaption(path));
         VoceFile(index++).setVisible(isListed);
     }
     VoceFile(FirstRecent - 1).setVisible(isAny);

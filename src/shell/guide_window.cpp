@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/guide_window.h"
 
-#include "shell/icons.h"
+#include "widgets/icons.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -69,7 +69,7 @@ GuideWindow::GuideWindow(QWidget* parent)
 {
     setObjectName(u"Guida"_s);
     setWindowTitle(u"Guida di Zelto"_s);
-    setWindowIcon(icon(u"zelto"_s));
+    setWindowIcon(widgets::icon(u"zelto"_s));
     m_text->setObjectName(u"TestoGuida"_s);
     m_text->setAccessibleName(u"Testo della guida"_s);
     m_text->setOpenLinks(false);

@@ -2,9 +2,9 @@
 #include "shell/main_window.h"
 
 #include "shell/file_menu.h"
-#include "shell/icons.h"
 #include "shell/status_bar.h"
 #include "widgets/context_menu.h"
+#include "widgets/icons.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -40,7 +40,7 @@ MainWindow::MainWindow(const RecentJobs& recentJobs)
       m_documents(new QMdiArea(this))
 {
     setObjectName(u"Main"_s);
-    setWindowIcon(icon(u"zelto"_s));
+    setWindowIcon(widgets::icon(u"zelto"_s));
     menuBar()->addMenu(m_menuFile);
     buildHelpMenu();
     buildToolbar();
@@ -57,7 +57,7 @@ void MainWindow::buildHelpMenu()
     // The key itself is Application's: it counts in every window.
     QAction* guide = help->addAction(u"&Guida\tF1"_s, this, &MainWindow::guideRequested);
     guide->setStatusTip(u"La guida di Zelto, al capitolo della finestra in uso"_s);
-    QAction* about = help->addAction(icon(u"zelto"_s), u"&Informazioni su Zelto"_s, this,
+    QAction* about = help->addAction(widgets::icon(u"zelto"_s), u"&Informazioni su Zelto"_s, this,
                                      &MainWindow::aboutRequested);
     about->setStatusTip(u"Versione, licenza e librerie"_s);
     about->setMenuRole(QAction::NoRole);
@@ -73,7 +73,7 @@ void MainWindow::buildToolbar()
     bar->toggleViewAction()->setVisible(false);
     const auto add = [&](const QString& key, const QString& caption, const QString& hint,
                          const QString& iconName, const QString& shortcut) {
-        QAction* button = bar->addAction(icon(iconName), caption, this,
+        QAction* button = bar->addAction(widgets::icon(iconName), caption, this,
                                          [this, key] { emit screenRequested(key); });
         button->setObjectName(key);
         button->setShortcut(QKeySequence(shortcut));

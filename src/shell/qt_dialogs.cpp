@@ -3,8 +3,9 @@
 
 #include "shell/copy_dialog.h"
 #include "shell/file_dialog.h"
-#include "shell/icons.h"
 #include "text/error.h"
+#include "widgets/icons.h"
+#include "widgets/keys.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -170,9 +171,7 @@ public:
         box.setTextFormat(Qt::PlainText);
         QList<QAbstractButton*> buttons;
         for (const QString& choice : choices) {
-            // An ampersand of a file's name is no key.
-            QString caption = choice;
-            auto* button = box.addButton(caption.replace(u'&', u"&&"_s), QMessageBox::AcceptRole);
+            auto* button = box.addButton(widgets::asCaption(choice), QMessageBox::AcceptRole);
             if (buttons.isEmpty())
                 box.setDefaultButton(button);
             buttons << button;
@@ -208,7 +207,7 @@ public:
     {
         QMessageBox box(QMessageBox::NoIcon, u"Informazioni su Zelto"_s, aboutText(),
                         QMessageBox::Ok, frontWindow());
-        box.setIconPixmap(icon(u"zelto"_s).pixmap(64));
+        box.setIconPixmap(widgets::icon(u"zelto"_s).pixmap(64));
         box.exec();
     }
 

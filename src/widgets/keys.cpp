@@ -41,6 +41,11 @@ void addTabKeys(QWidget& screen, QTabBar& tabs)
     addKey(screen, Qt::CTRL | Qt::Key_PageUp, turn(-1));
 }
 
+QString asCaption(QString text)
+{
+    return text.replace(u'&', u"&&"_s);
+}
+
 QString typedBy(const QKeyEvent& key)
 {
     const QString text = key.text();

@@ -19,6 +19,9 @@ void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>
 /// first; with Shift, or Page Up, the other way.
 void addTabKeys(QWidget& screen, QTabBar& tabs);
 
+/// The text as a caption shows it: its ampersands are no mnemonics.
+[[nodiscard]] QString asCaption(QString text);
+
 /// The text that a key types, empty when it is a command, as every key with Ctrl, Alt or Super is.
 /// The decimal key of the keypad types a point whatever the keyboard's language.
 [[nodiscard]] QString typedBy(const QKeyEvent& key);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/icons.h"
 #include "shell/status_bar.h"
 #include "support/runner.h"
+#include "widgets/icons.h"
 
 #include <QDirIterator>
 
@@ -63,7 +63,7 @@ private slots:
         QVERIFY(icons.hasNext());
         while (icons.hasNext()) {
             const QString name = QFileInfo(icons.next()).baseName();
-            const QImage picture = icon(name).pixmap(32).toImage();
+            const QImage picture = zelto::widgets::icon(name).pixmap(32).toImage();
             QVERIFY2(!picture.isNull(), qPrintable(name));
             if (name == u"zelto")
                 continue; // carries its own background

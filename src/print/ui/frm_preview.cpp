@@ -4,11 +4,11 @@
 #include "print/painter_surface.h"
 #include "print/print_engine.h"
 #include "print/print_error.h"
-#include "print/ui/icons.h"
 #include "print/ui/page_navigator.h"
 #include "print/ui/page_view.h"
 #include "print/ui/pdf_pages_dialog.h"
 #include "widgets/dialogs.h"
+#include "widgets/icons.h"
 #include "widgets/main_window_services.h"
 
 #include <QGuiApplication>
@@ -32,7 +32,7 @@ QCursor lens(const QString& name)
 {
     constexpr int Size = 24;
     constexpr QPoint Centre(10, 10);
-    return QCursor(icon(name).pixmap(Size), Centre.x(), Centre.y());
+    return QCursor(widgets::icon(name).pixmap(Size), Centre.x(), Centre.y());
 }
 
 } // namespace

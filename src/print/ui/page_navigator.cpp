@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/page_navigator.h"
 
-#include "print/ui/icons.h"
 #include "text/literals.h"
+#include "widgets/icons.h"
 
 #include <QHBoxLayout>
 #include <QIntValidator>
@@ -42,7 +42,7 @@ QToolButton* PageNavigator::addButton(const QString& name, const QString& iconNa
 {
     auto* button = new QToolButton(this);
     button->setObjectName(name);
-    button->setIcon(icon(iconName));
+    button->setIcon(widgets::icon(iconName));
     button->setToolTip(hint);
     button->setAccessibleName(hint);
     button->setAutoRaise(true);

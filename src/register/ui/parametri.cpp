@@ -9,12 +9,12 @@
 #include "store/settings.h"
 #include "widgets/column_widths.h"
 #include "widgets/dialogs.h"
+#include "widgets/icons.h"
 #include "widgets/keys.h"
 #include "widgets/typed_line.h"
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QIcon>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
@@ -71,8 +71,7 @@ Parametri::~Parametri()
 
 QAction* Parametri::addButton(const QString& key, const QString& caption, const QString& hint)
 {
-    const QIcon icon(u":/zelto/icons/%1.svg"_s.arg(caption.toLower()));
-    QAction* button = m_toolbar->addAction(icon, caption);
+    QAction* button = m_toolbar->addAction(widgets::icon(caption.toLower()), caption);
     button->setObjectName(key);
     button->setToolTip(hint);
     button->setStatusTip(hint);

@@ -200,10 +200,7 @@ void RegisterGrid::storeCells(const QList<CellChange>& changes)
 QString RegisterGrid::rangeText(const QString& verb) const
 {
     const auto [first, last] = m_grid->selectedRows();
-    // An ampersand of a name is no mnemonic.
-    const auto name = [&](int row) {
-        return QString(m_grid->cells().text(row, 0)).replace(u'&', u"&&"_s);
-    };
+    const auto name = [&](int row) { return widgets::asCaption(m_grid->cells().text(row, 0)); };
     if (first == last)
         return u"%1 %2 %3"_s.arg(verb, m_rows.one, name(first));
     return u"%1 %2 da %3 a %4"_s.arg(verb, m_rows.several, name(first), name(last));

@@ -5,6 +5,7 @@
 #include "register/ui/shown_columns.h"
 #include "store/schema.h"
 #include "widgets/grid.h"
+#include "widgets/keys.h"
 #include "widgets/typed_line.h"
 
 #include <QCheckBox>
@@ -102,10 +103,9 @@ void UnitDetail::addTable(QFormLayout& form, const Column& column)
 void UnitDetail::showLists()
 {
     for (std::size_t i = 0; i < m_check1.size(); ++i) {
-        QString name = m_model.lists().tabelle.at(i);
+        const QString& name = m_model.lists().tabelle.at(i);
         m_check1[i]->setVisible(!name.isEmpty());
-        // An ampersand of a name is no mnemonic.
-        m_check1[i]->setText(name.replace(u'&', u"&&"_s));
+        m_check1[i]->setText(widgets::asCaption(name));
     }
 }
 

@@ -6,7 +6,7 @@
 #include <QHash>
 #include <QIcon>
 
-namespace zelto::print {
+namespace zelto::widgets {
 
 /// One of the program's own icons, by the name of its file; the same object for every window, since
 /// each one made anew leaves its pictures in a cache.
@@ -20,4 +20,4 @@ inline const QIcon& icon(const QString& name)
     return *found;
 }
 
-} // namespace zelto::print
+} // namespace zelto::widgets
