@@ -94,6 +94,7 @@ void controllaTabelle(const Fabbricato& fabbricato, Osservazioni& osservazioni)
     const auto& nomi = fabbricato.stato.scritto.dati.NomeTabella;
     const auto isPresente = [](const std::optional<QString>& nome) { return nome.has_value(); };
     std::optional<double> spostamento;
+    int tabella = 0; // as it counts
     for (int riga = 1; riga <= store::SpecialTables; ++riga) {
         const auto* const nome = nomi.begin() + (riga - 1);
         if (!nome->has_value()) {
@@ -109,8 +110,9 @@ void controllaTabelle(const Fabbricato& fabbricato, Osservazioni& osservazioni)
             osservazioni.back().spostamento = spostamento;
             continue;
         }
+        ++tabella;
         const auto isPartecipe = [&](const UnitaImmobiliare& unita) {
-            return unita.isInTable(riga);
+            return unita.isInTable(tabella);
         };
         const auto& unita = fabbricato.modello.unita;
         if (!unita.empty() && std::ranges::none_of(unita, isPartecipe))

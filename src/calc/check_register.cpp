@@ -32,8 +32,11 @@ void controllaNomiUnita(const std::vector<UnitaScritta>& unita, Osservazioni& os
     std::map<QString, const UnitaScritta*> prime;
     for (const UnitaScritta& una : unita) {
         const QString carta = sullaCarta(una.Riferimento);
-        if (carta.isEmpty())
+        if (carta.isEmpty()) {
+            osservazioni.push_back(osservaUnita(Regola::RiferimentoMancante, una, CampoRiferimento,
+                                                u"il riferimento manca."_s));
             continue;
+        }
         const auto [prima, isNuova] = prime.emplace(carta, &una);
         if (isNuova)
             continue;
@@ -64,23 +67,40 @@ void controllaNomiTabelle(const DatiScritti& dati, Osservazioni& osservazioni)
     }
 }
 
+/// Where the names have a gap, a column is that of another table.
+void controllaSegni(const Fabbricato& fabbricato, std::size_t u, Osservazioni& osservazioni)
+{
+    const ModelloLavoro& modello = fabbricato.modello;
+    const UnitaScritta& scritta = fabbricato.stato.scritto.unita[u];
+    for (int t = 1; t <= store::SpecialTables; ++t) {
+        if (!modello.unita[u].isInTable(t) ||
+            fabbricato.stato.scritto.dati.NomeTabella[std::size_t(t - 1)].has_value())
+            continue;
+        QString che = u"c'è una X, ma la tabella non ha nome"_s;
+        if (t <= modello.NumTabelle())
+            che += u": conta per «%1»"_s.arg(modello.NomeTabella[std::size_t(t - 1)]);
+        osservazioni.push_back(
+            osservaUnita(Regola::SegnoSenzaTabella, scritta, CampoTabelle, che + u'.'));
+        osservazioni.back().posto.riga = t;
+        osservazioni.back().dove = doveUnita(scritta) + u", T%1"_s.arg(t);
+    }
+}
+
 void controllaAppartenenza(const Fabbricato& fabbricato, std::size_t u, Osservazioni& osservazioni)
 {
     const UnitaScritta& scritta = fabbricato.stato.scritto.unita[u];
     const UnitaImmobiliare& unita = fabbricato.modello.unita[u];
-    if (!unita.CodScala.trimmed().isEmpty() &&
-        fabbricato.modello.codiceScala(unita.CodScala) == nullptr)
+    const bool haScala = !unita.CodScala.trimmed().isEmpty();
+    if (haScala && fabbricato.modello.codiceScala(unita.CodScala) == nullptr)
         osservazioni.push_back(osservaUnita(
             Regola::ScalaIgnota, scritta, CampoScala,
             u"la scala «%1» non è fra i codici: la percentuale vale 50."_s.arg(unita.CodScala)));
-    for (int t = 1; t <= store::SpecialTables; ++t)
-        if (unita.isInTable(t) &&
-            !fabbricato.stato.scritto.dati.NomeTabella[std::size_t(t - 1)].has_value()) {
-            osservazioni.push_back(osservaUnita(Regola::SegnoSenzaTabella, scritta, CampoTabelle,
-                                                u"c'è una X, ma la tabella non ha nome."_s));
-            osservazioni.back().posto.riga = t;
-            osservazioni.back().dove = doveUnita(scritta) + u", T%1"_s.arg(t);
-        }
+    if (haScala && unita.HPiano < 0)
+        osservazioni.push_back(
+            osservaUnita(Regola::AltezzaNegativa, scritta, CampoAltezza,
+                         u"l'altezza è %1: i suoi millesimi di piano sono negativi."_s.arg(
+                             text::decimalText(unita.HPiano))));
+    controllaSegni(fabbricato, u, osservazioni);
 }
 
 /// The height that most of the units have, among equals the first one's.

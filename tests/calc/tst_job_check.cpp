@@ -176,6 +176,12 @@ const std::vector<Fault> Faults{
      },
      false},
     unitFault(TestoNonNumero, 5, [](UnitaScritta& unit) { unit.HPiano = "3,1"; }),
+    unitFault(AltezzaNegativa, 5,
+              [](UnitaScritta& unit) {
+                  unit.Livello.clear();
+                  unit.HPiano = "-0.1";
+              }),
+    unitFault(RiferimentoMancante, 2, [](UnitaScritta& unit) { unit.Riferimento = u"  "_s; }),
     unitFault(RiferimentoDoppio, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int. 1"_s; }),
     unitFault(NomiUguali, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int.  1"_s; }),
     unitFault(ScalaIgnota, 4, [](UnitaScritta& unit) { unit.CodScala = u"C"_s; }),
@@ -199,11 +205,6 @@ const std::vector<Fault> Faults{
     listFault(CodiceDoppio, u"1\tN\t\r\n0.9\tR\t\r\n1\tZ\t\r\n2\tN\t\r\n"_s, 4),
     listFault(ValoreNonNumero, u"1\tN\t\r\n0,9\tR\t\r\n1\tZ\t\r\n"_s, 2),
     listFault(FattoreFuoriMisura, u"1\tN\t\r\n0.9\tR\t\r\n4\tZ\t\r\n"_s, 3),
-    generalFault(NomeMancante, Scheda::Tabelle, 3,
-                 [](LavoroScritto& job) {
-                     job.dati.NomeTabella[3] = u"Rampa"_s;
-                     job.unita[0].FlagTab = u"X  X"_s;
-                 }),
     generalFault(TabellaVuota, Scheda::Tabelle, 3,
                  [](LavoroScritto& job) { job.dati.NomeTabella[2] = u"Rampa"_s; }),
     generalFault(NomiUguali, Scheda::Tabelle, 2,
@@ -250,6 +251,28 @@ private slots:
                     return one.regola == fault.rule && one.posto == place;
                 }));
             }));
+    }
+
+    void gapAmongTheNames()
+    {
+        LavoroScritto job;
+        rc::check("a sound building", [&] { job = soundBuilding(); });
+        job.dati.NomeTabella[3] = u"Rampa"_s; // takes the column of the table without a name
+        const auto odd = [&](const QString& flags) {
+            job.unita[0].FlagTab = flags;
+            QStringList all;
+            for (const Osservazione& one : oddities(job))
+                all << one.dove + u": "_s + one.che;
+            return all.join(u'\n');
+        };
+        const QString gap =
+            u"Dati generali, tabella 3: il nome manca: da «Rampa» in poi ogni tabella "
+            "prende i partecipanti di una colonna più a sinistra.\n"_s;
+        QCOMPARE(odd(u"X X"_s), gap +
+                                    u"unità 1 (Int. 1), T3: c'è una X, ma la tabella non ha nome: "
+                                    "conta per «Rampa»."_s);
+        QCOMPARE(odd(u"X  X"_s), gap + u"Dati generali, tabella 4: nessuna unità partecipa a "
+                                       "«Rampa»: la spesa non è di nessuno."_s);
     }
 
     /// What a comma moves is what the shares say that are computed both ways.
