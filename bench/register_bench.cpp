@@ -9,6 +9,7 @@
 #include "register/ui/controllo.h"
 #include "register/ui/parametri.h"
 #include "register/ui/shown_columns.h"
+#include "reports/on_paper.h"
 #include "store/job_copies.h"
 #include "store/schema.h"
 #include "store/settings.h"
@@ -203,7 +204,7 @@ void readUnits(benchmark::State& state, Desk& desk)
 void followCell(benchmark::State& state, Desk& desk)
 {
     registro::RegisterModel model(desk.job, desk.user);
-    registro::JobRemarks remarks(desk.job, model);
+    registro::JobRemarks remarks(desk.job, model, reports::sullaCarta());
     remarks.start();
     registro::Controllo panel(remarks);
     panel.resize(1000, 220);

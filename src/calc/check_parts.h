@@ -63,6 +63,7 @@ struct UnitaControllata
 
 struct StatoControllo
 {
+    SullaCarta sullaCarta;
     LavoroScritto scritto;
     Liste liste;
     std::array<ElencoLetto, store::Coefficients> elenchi;
@@ -113,10 +114,16 @@ private:
 /// A remark on a unit, or on one of its fields.
 [[nodiscard]] Osservazione osservaUnita(Regola regola, const UnitaScritta& unita, int campo,
                                         const QString& che);
-/// A remark on a room's figure, by its place in CifreVano.
+/// A remark on a field of a room; figures are in the order of CifreVano.
+enum CampoVano : int { CampoAmbiente = 3, PrimaCifra };
 [[nodiscard]] Osservazione osservaVano(Regola regola, const UnitaScritta& unita,
-                                       const VanoScritto& vano, std::size_t cifra,
-                                       const QString& che);
+                                       const VanoScritto& vano, int campo, const QString& che);
+
+/// The name as paper shows it, blanks and what leaves no ink apart.
+[[nodiscard]] QString nomeSullaCarta(const StatoControllo& stato, Stampato che, const QString& nome,
+                                     double cifra);
+/// What is said of a name that paper shows with an ellipsis; nothing of any other.
+[[nodiscard]] QString nomeTagliato(const QString& nome, const QString& carta);
 
 [[nodiscard]] ElencoLetto leggiElenco(const QString& tableText);
 [[nodiscard]] UnitaControllata controllaUnita(const UnitaScritta& scritta, StatoControllo& stato);

@@ -17,8 +17,8 @@ enum Campo : int { CampoRiferimento = 2, CampoLivello, CampoScala, CampoAltezza,
 constexpr std::size_t VaniDaConfrontare = 5;
 constexpr float VolteLaMediana = 10;
 
-/// The name as paper shows it: without what leaves no ink.
-QString sullaCarta(const QString& nome)
+/// The name without what leaves no ink.
+QString inchiostro(const QString& nome)
 {
     QString carta;
     for (const QChar c : nome)
@@ -27,11 +27,20 @@ QString sullaCarta(const QString& nome)
     return carta.normalized(QString::NormalizationForm_C).simplified();
 }
 
-void controllaNomiUnita(const std::vector<UnitaScritta>& unita, Osservazioni& osservazioni)
+void controllaNomiUnita(const Fabbricato& fabbricato, Osservazioni& osservazioni)
 {
     std::map<QString, const UnitaScritta*> prime;
-    for (const UnitaScritta& una : unita) {
-        const QString carta = sullaCarta(una.Riferimento);
+    std::size_t u = 0;
+    for (const UnitaScritta& una : fabbricato.stato.scritto.unita) {
+        const double CTUI = fabbricato.consistenze.CTUI[u++];
+        const auto mostra = [&](Stampato che, int campo, const QString& nome) {
+            const QString carta = nomeSullaCarta(fabbricato.stato, che, nome, CTUI);
+            if (const QString tagliato = nomeTagliato(nome, carta); !tagliato.isEmpty())
+                osservazioni.push_back(osservaUnita(Regola::NomeTagliato, una, campo, tagliato));
+            return carta;
+        };
+        (void)mostra(Stampato::Livello, CampoLivello, una.Livello);
+        const QString carta = mostra(Stampato::Riferimento, CampoRiferimento, una.Riferimento);
         if (carta.isEmpty()) {
             osservazioni.push_back(osservaUnita(Regola::RiferimentoMancante, una, CampoRiferimento,
                                                 u"il riferimento manca."_s));
@@ -55,7 +64,7 @@ void controllaNomiTabelle(const DatiScritti& dati, Osservazioni& osservazioni)
     int riga = 0;
     for (const std::optional<QString>& nome : dati.NomeTabella) {
         ++riga;
-        const QString carta = nome ? sullaCarta(*nome) : QString();
+        const QString carta = nome ? inchiostro(*nome) : QString();
         if (carta.isEmpty())
             continue;
         if (const auto [prima, isNuova] = prime.emplace(carta, riga); !isNuova)
@@ -164,6 +173,20 @@ Osservazione osservaOrfano(const VanoOrfano& vano)
 
 } // namespace
 
+QString nomeSullaCarta(const StatoControllo& stato, Stampato che, const QString& nome, double cifra)
+{
+    const QString carta = inchiostro(nome);
+    return stato.sullaCarta ? stato.sullaCarta(che, carta, cifra) : carta;
+}
+
+QString nomeTagliato(const QString& nome, const QString& carta)
+{
+    constexpr QChar Ellissi = u'…';
+    return carta.endsWith(Ellissi) && !nome.trimmed().endsWith(Ellissi)
+               ? u"sulla carta non sta intero: «%1»."_s.arg(carta)
+               : QString();
+}
+
 void controllaRegistro(const Fabbricato& fabbricato, Osservazioni& osservazioni)
 {
     const LavoroScritto& scritto = fabbricato.stato.scritto;
@@ -179,7 +202,7 @@ void controllaRegistro(const Fabbricato& fabbricato, Osservazioni& osservazioni)
         rileva(Regola::TroppeUnita,
                u"ci sono %1 unità: il calcolo ne prende al più %2."_s.arg(
                    QString::number(scritto.unita.size()), QString::number(store::MostUnits)));
-    controllaNomiUnita(scritto.unita, osservazioni);
+    controllaNomiUnita(fabbricato, osservazioni);
     controllaNomiTabelle(scritto.dati, osservazioni);
     for (std::size_t u = 0; u < scritto.unita.size(); ++u)
         controllaAppartenenza(fabbricato, u, osservazioni);
@@ -202,7 +225,7 @@ void controllaVaniSimili(const Fabbricato& fabbricato, Osservazioni& osservazion
             if (usuale && una.CR >= VolteLaMediana * *usuale)
                 osservazioni.push_back(
                     osservaVano(Regola::ConsistenzaFuoriMisura, stato.scritto.unita[u],
-                                stato.scritto.unita[u].vani[una.vano], 0,
+                                stato.scritto.unita[u].vani[una.vano], PrimaCifra,
                                 u"è %1, ma la mediana dei vani con questo nome è %2."_s.arg(
                                     text::decimalText(una.CR), text::decimalText(*usuale))));
         }

@@ -40,7 +40,8 @@ struct Lettura
                 std::optional<double> inteso = {}) const
     {
         Rilievo& rilievo = esito.rilievi.emplace_back();
-        rilievo.osservazione = osservaVano(regola, unita, scritto, cifra, che);
+        rilievo.osservazione =
+            osservaVano(regola, unita, scritto, PrimaCifra + static_cast<int>(cifra), che);
         if (inteso)
             rilievo.variazione = variazione(cifra, *inteso);
     }
@@ -128,6 +129,14 @@ void controllaVano(Lettura& lettura)
         lettura.rileva(Regola::CampoVuoto, 0, u"il vano è vuoto e vale 0."_s);
         return;
     }
+    const QString& nome = lettura.scritto.ambiente;
+    const QString carta =
+        nomeSullaCarta(lettura.stato, Stampato::Ambiente, nome, double{lettura.vano.CR});
+    if (const QString tagliato = nomeTagliato(nome, carta); !tagliato.isEmpty())
+        lettura.esito.rilievi.push_back({osservaVano(Regola::NomeTagliato, lettura.unita,
+                                                     lettura.scritto, CampoAmbiente, tagliato),
+                                         {},
+                                         {}});
     controllaConsistenza(lettura);
     for (std::size_t cifra = 1; cifra < cifre.size(); ++cifra)
         controllaCoefficiente(lettura, cifra);
@@ -218,18 +227,18 @@ Osservazione osservaUnita(Regola regola, const UnitaScritta& unita, int campo, c
 }
 
 Osservazione osservaVano(Regola regola, const UnitaScritta& unita, const VanoScritto& vano,
-                         std::size_t cifra, const QString& che)
+                         int campo, const QString& che)
 {
-    const std::size_t campo = cifra + 4;
     QString dove = doveUnita(unita) + u", vano "_s + QString::number(vano.posizione);
     if (!vano.ambiente.isEmpty())
         dove += u" ("_s + vano.ambiente + u')';
-    dove += u", "_s + store::headingOf(store::jobTable(store::TabellaVani).fields.at(campo).name);
+    dove += u", "_s + store::headingOf(
+                          store::jobTable(store::TabellaVani).fields.at(std::size_t(campo)).name);
     return {.regola = regola,
             .posto = {.scheda = Scheda::Vani,
                       .unita = unita.RifUI,
                       .vano = vano.posizione,
-                      .campo = static_cast<int>(campo)},
+                      .campo = campo},
             .dove = dove,
             .che = che};
 }

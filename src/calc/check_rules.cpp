@@ -92,11 +92,13 @@ constexpr std::array Regole{
     DescrizioneRegola{CifraTagliata, Errore, Cifre, u"cifra che non sta nella sua colonna",
                       u"il lavoro non si può stampare"},
     DescrizioneRegola{NomiUguali, Avviso, Cifre, u"nomi che sulla carta sono uguali",
-                      u"cambiano solo spazi o segni che non si vedono"},
+                      u"cambiano solo spazi o segni che non si vedono, o ciò che non vi sta"},
+    DescrizioneRegola{NomeTagliato, Avviso, Cifre, u"nome che sulla carta non sta intero",
+                      u"è stampato più piccolo, e finisce con «…»"},
 };
 
 static_assert(std::ranges::is_sorted(Regole, {}, &DescrizioneRegola::regola));
-static_assert(Regole.size() == static_cast<std::size_t>(NomiUguali) + 1);
+static_assert(Regole.size() == static_cast<std::size_t>(NomeTagliato) + 1);
 
 } // namespace
 

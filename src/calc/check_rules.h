@@ -50,6 +50,7 @@ enum class Regola {
     RelazioneMancante,
     CifraTagliata,
     NomiUguali,
+    NomeTagliato,
 };
 
 struct DescrizioneRegola

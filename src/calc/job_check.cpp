@@ -66,8 +66,10 @@ auto ordine(const Osservazione& osservazione)
 
 } // namespace
 
-ControlloLavoro::ControlloLavoro(LavoroScritto lavoro) : m_stato(std::make_unique<StatoControllo>())
+ControlloLavoro::ControlloLavoro(LavoroScritto lavoro, SullaCarta sullaCarta)
+    : m_stato(std::make_unique<StatoControllo>())
 {
+    m_stato->sullaCarta = std::move(sullaCarta);
     m_stato->scritto = std::move(lavoro);
     m_stato->liste = formaListe(m_stato->scritto.elenchi);
     std::ranges::transform(m_stato->scritto.elenchi, m_stato->elenchi.begin(), leggiElenco);
@@ -104,9 +106,9 @@ std::vector<Osservazione> ControlloLavoro::osservazioni() const
     return osservazioni;
 }
 
-std::vector<Osservazione> controlla(LavoroScritto lavoro)
+std::vector<Osservazione> controlla(LavoroScritto lavoro, SullaCarta sullaCarta)
 {
-    return ControlloLavoro(std::move(lavoro)).osservazioni();
+    return ControlloLavoro(std::move(lavoro), std::move(sullaCarta)).osservazioni();
 }
 
 QString conteggio(std::span<const Osservazione> osservazioni, Gravita ultima)

@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -61,13 +62,20 @@ struct Osservazione
 /// "place: what", with the thousandths.
 [[nodiscard]] QString testo(const Osservazione& osservazione);
 
+/// Names that are printed.
+enum class Stampato { Riferimento, Livello, Ambiente };
+
+/// A name as paper shows it left of the unit's or the room's size: of one that is too long the
+/// beginning with "…". It comes from who knows the fonts; without it names stand as they are.
+using SullaCarta = std::function<QString(Stampato che, const QString& nome, double cifra)>;
+
 struct StatoControllo;
 
 /// The check of a job that is being edited: it follows each change.
 class ControlloLavoro
 {
 public:
-    explicit ControlloLavoro(LavoroScritto lavoro);
+    explicit ControlloLavoro(LavoroScritto lavoro, SullaCarta sullaCarta = {});
     ControlloLavoro(ControlloLavoro&&) noexcept;
     ControlloLavoro& operator=(ControlloLavoro&&) noexcept;
     ~ControlloLavoro();
@@ -84,6 +92,6 @@ private:
 };
 
 /// The remarks on a job.
-[[nodiscard]] std::vector<Osservazione> controlla(LavoroScritto lavoro);
+[[nodiscard]] std::vector<Osservazione> controlla(LavoroScritto lavoro, SullaCarta sullaCarta = {});
 
 } // namespace zelto::calc

@@ -7,6 +7,7 @@
 #include "print/complete_file.h"
 #include "print/pdf_surface.h"
 #include "print/print_error.h"
+#include "reports/on_paper.h"
 #include "store/database.h"
 #include "store/files/file_names.h"
 #include "store/files/passing_folder.h"
@@ -168,6 +169,11 @@ void showTables(const Options& options, const reports::Tables& tables, const QSt
     }
 }
 
+std::vector<calc::Osservazione> remarksOn(store::Database& lavoro)
+{
+    return calc::controlla(calc::LeggiLavoroScritto(lavoro), reports::sullaCarta());
+}
+
 } // namespace
 
 ExitStatus printJob(const Options& options, const QString& lavoro, Console& user)
@@ -178,7 +184,7 @@ ExitStatus printJob(const Options& options, const QString& lavoro, Console& user
             return JobFailed;
         const calc::ModelloLavoro modello = calc::CaricaLavoro(*aperto);
         requireDistinctOutputs(options);
-        for (const calc::Osservazione& una : calc::controlla(calc::LeggiLavoroScritto(*aperto)))
+        for (const calc::Osservazione& una : remarksOn(*aperto))
             if (una.gravita() == calc::Gravita::Errore)
                 user.showMessage(remarkLine(una));
         // First of all: what is refused leaves nothing behind.
@@ -203,7 +209,7 @@ ExitStatus checkJob(const QString& lavoro, Console& user)
         if (!aperto)
             return JobFailed;
         ExitStatus status = Done;
-        for (const calc::Osservazione& una : calc::controlla(calc::LeggiLavoroScritto(*aperto))) {
+        for (const calc::Osservazione& una : remarksOn(*aperto)) {
             writeOut(lavoro + u": "_s + remarkLine(una) + u'\n');
             if (una.gravita() == calc::Gravita::Errore)
                 status = ErrorsFound;

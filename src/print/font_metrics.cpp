@@ -147,4 +147,26 @@ std::shared_ptr<const FontMetrics> FontCache::find(const FontState& state)
     return m_fonts.emplace_back(state, std::make_shared<const FontMetrics>(state)).second;
 }
 
+FittedText fitted(FontCache& fonts, FontState font, const QString& text, double width)
+{
+    constexpr float Smallest = 6; // points
+    constexpr float Step = 0.5F;
+    auto metrics = fonts.find(font);
+    const double wide = metrics->width(text);
+    if (wide <= width || font.size <= Smallest)
+        return {text, font.size};
+    // Widths follow the size but for roundings.
+    font.size = std::floor(font.size / Step * static_cast<float>(width / wide) + 1) * Step;
+    while (font.size > Smallest && (metrics = fonts.find(font))->width(text) > width)
+        font.size -= Step;
+    font.size = std::max(font.size, Smallest);
+    metrics = fonts.find(font);
+    if (metrics->width(text) <= width)
+        return {text, font.size};
+    const QChar ellipsis = u'…';
+    return {text.left(metrics->fittingLength(text, width - metrics->width(QString{ellipsis}))) +
+                ellipsis,
+            font.size};
+}
+
 } // namespace zelto::print

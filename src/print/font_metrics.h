@@ -98,4 +98,16 @@ private:
     std::vector<std::pair<FontState, std::shared_ptr<const FontMetrics>>> m_fonts;
 };
 
+/// A text as it stands in a given width.
+struct FittedText
+{
+    QString text;
+    float size = 0; ///< points
+};
+
+/// The text whole in the font, or in the largest smaller size in which it is not wider than the
+/// width in twips. What is too wide at 6 points as well ends there with "…".
+[[nodiscard]] FittedText fitted(FontCache& fonts, FontState font, const QString& text,
+                                double width);
+
 } // namespace zelto::print

@@ -136,7 +136,7 @@ void PrintEngine::SetColours(ColourNumber fill, ColourNumber fore)
         m_surface->setColour({fore & 0xFF, (fore >> 8) & 0xFF, (fore >> 16) & 0xFF});
 }
 
-float PrintEngine::textWidth(const QString& text) const
+float PrintEngine::textWidth(QStringView text) const
 {
     return static_cast<float>(metrics().width(text));
 }

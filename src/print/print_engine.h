@@ -102,8 +102,16 @@ public:
     void SetFontItalic(bool on);
     void SetColours(ColourNumber fill, ColourNumber fore);
 
+    [[nodiscard]] float FontSize() const { return m_font.size; }
+
+    /// The text as it stands in the width in columns, in the font in force or smaller.
+    [[nodiscard]] FittedText fitted(const QString& text, float width) const
+    {
+        return print::fitted(m_fonts, m_font, text, widthInTwips(width));
+    }
+
     /// Width of the text, and height of its lines, in the font in force; twips.
-    [[nodiscard]] float textWidth(const QString& text) const;
+    [[nodiscard]] float textWidth(QStringView text) const;
     [[nodiscard]] float textHeight(const QString& text) const;
 
     // Texts. The row is a text's top. A width of 0 columns never cuts; otherwise the longest

@@ -6,7 +6,8 @@
 
 namespace zelto::registro {
 
-JobRemarks::JobRemarks(store::Database& lavoro, RegisterModel& model) : m_lavoro(lavoro)
+JobRemarks::JobRemarks(store::Database& lavoro, RegisterModel& model, calc::SullaCarta sullaCarta)
+    : m_lavoro(lavoro), m_sullaCarta(std::move(sullaCarta))
 {
     connect(&model, &RegisterModel::unitsChanged, this, &JobRemarks::follow);
     connect(&model, &RegisterModel::reloaded, this, [this] {
@@ -28,7 +29,7 @@ void JobRemarks::follow(const QList<int>& units)
     m_failure.clear();
     try {
         if (!m_check || units.size() > MostSingleUnits)
-            m_check.emplace(calc::LeggiLavoroScritto(m_lavoro));
+            m_check.emplace(calc::LeggiLavoroScritto(m_lavoro), m_sullaCarta);
         else
             for (const int unit : units)
                 m_check->rileggiUnita(m_lavoro, unit);

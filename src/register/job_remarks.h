@@ -21,7 +21,7 @@ class JobRemarks : public QObject
 
 public:
     /// Reads nothing until start(). Job and model outlive it.
-    JobRemarks(store::Database& lavoro, RegisterModel& model);
+    JobRemarks(store::Database& lavoro, RegisterModel& model, calc::SullaCarta sullaCarta);
 
     /// Checks the whole job, and from now on what changes.
     void start();
@@ -38,6 +38,7 @@ private:
     void follow(const QList<int>& units);
 
     store::Database& m_lavoro;
+    calc::SullaCarta m_sullaCarta;
     bool m_started = false;
     std::optional<calc::ControlloLavoro> m_check; ///< none until the job is read again
     std::vector<calc::Osservazione> m_remarks;

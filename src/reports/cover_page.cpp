@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/fitted_text.h"
 #include "reports/sections.h"
 
 namespace zelto::reports {
@@ -13,14 +14,19 @@ constexpr float Centre = 40.5F;
 void drawFrame(const ReportContext& context)
 {
     print::PrintEngine& engine = context.engine;
-    engine.PrintRight(7, 74, 0, u"Rif. - %1 -"_s.arg(context.jobReference()));
+    printFitted(engine, u"Rif. - %1 -"_s.arg(context.jobReference()), 74 - LeftRule,
+                [&](const QString& shown) { engine.PrintRight(7, 74, 0, shown); });
     engine.SetFontSize(12);
     engine.DrawHLine(20, LeftRule, RightRule, RuleWidth);
     engine.SetFontSize(20);
     constexpr float Width = RightRule - LeftRule;
-    engine.PrintCentred(21.5F, Centre, Width, u"TABELLE MILLESIMALI"_s);
-    engine.PrintCentred(23.5F, Centre, Width, context.modello.datiGenerali[u"Descrizione"_s]);
-    engine.PrintCentred(25.5F, Centre, Width, context.modello.datiGenerali[u"Descrizionee"_s]);
+    const auto printLine = [&](float row, const QString& text) {
+        printFitted(engine, text, Width,
+                    [&](const QString& shown) { engine.PrintCentred(row, Centre, Width, shown); });
+    };
+    printLine(21.5F, u"TABELLE MILLESIMALI"_s);
+    printLine(23.5F, context.modello.datiGenerali[u"Descrizione"_s]);
+    printLine(25.5F, context.modello.datiGenerali[u"Descrizionee"_s]);
     engine.DrawHLine(29, LeftRule, RightRule, RuleWidth);
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/figures.h"
+#include "reports/fitted_text.h"
 #include "reports/sections.h"
 #include "reports/text_output.h"
 #include "text/format_mask.h"
@@ -20,6 +21,7 @@ using calc::UnitaImmobiliare;
 using calc::Vano;
 
 constexpr float RoomColumn = 8;
+constexpr float NameColumn = 13;
 constexpr QStringView Totale = u"TOTALE";
 
 /// A figure of a room: its heading, the column it ends at, its mask and its place in the model.
@@ -95,6 +97,16 @@ void printPageHead(ReportPage& page)
     printHeads(page);
 }
 
+QString printedName(const QString& ambiente)
+{
+    return text::FormatMask(u" -  \\                  \\", ambiente);
+}
+
+float endOfName(const print::PrintEngine& engine, std::string_view CR)
+{
+    return endBefore(engine, RoomFigures.front().column, QString::fromLatin1(QByteArrayView(CR)));
+}
+
 /// What is printed of a room, in its order, behind the reference of its unit.
 enum RoomField : std::size_t { Reference, Number, Name, Figures };
 using RoomFields = std::array<std::string, Figures + RoomFigures.size()>;
@@ -102,11 +114,10 @@ using RoomFields = std::array<std::string, Figures + RoomFigures.size()>;
 void printRoom(ReportPage& page, const RoomFields& fields, const QString& name)
 {
     constexpr float NumberColumn = 12;
-    constexpr float NameColumn = 13;
     constexpr float NameWidth = 18; // up to the widest real size
     page.nextRow();
     page.figure(NumberColumn, fields[Number]);
-    page.left(NameColumn, name, NameWidth);
+    page.fitted(NameColumn, NameWidth, endOfName(page.engine(), fields[Figures]), name);
     for (std::size_t i = 0; i < RoomFigures.size(); ++i)
         page.figure(RoomFigures[i].column, fields[Figures + i]);
 }
@@ -114,12 +125,12 @@ void printRoom(ReportPage& page, const RoomFields& fields, const QString& name)
 void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& unita, double CTUI)
 {
     page.nextRow();
-    page.left(RoomColumn, u"Riferimento - "_s + unita.Riferimento, 49);
-    page.left(58, u"Livello - "_s + unita.Livello);
+    page.fitted(RoomColumn, 49, 57.5F, u"Riferimento - "_s + unita.Riferimento);
+    page.fitted(58, 0, RightMargin, u"Livello - "_s + unita.Livello);
     RoomFields fields{unita.Riferimento.toStdString()};
     int r = 0;
     for (const Vano& vano : unita.vani) {
-        const QString name = text::FormatMask(u" -  \\                  \\", vano.Ambiente);
+        const QString name = printedName(vano.Ambiente);
         MascheraNumero.format(static_cast<double>(++r), fields[Number]);
         fields[Name] = name.toStdString();
         for (std::size_t i = 0; i < RoomFigures.size(); ++i)
@@ -151,6 +162,12 @@ bool fits(const ReportPage& page, const UnitaImmobiliare& unita)
 }
 
 } // namespace
+
+QString roomNameOnPaper(const print::PrintEngine& engine, const QString& name, float CR)
+{
+    const float end = endOfName(engine, MascheraSuperficie.format(CR).toStdString());
+    return engine.fitted(printedName(name).trimmed(), end - NameColumn).text;
+}
 
 void controllaProspetto(const SizedJob& job)
 {

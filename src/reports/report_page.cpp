@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/report_page.h"
 
+#include "reports/fitted_text.h"
+
+#include <algorithm>
 #include <cmath>
 
 namespace zelto::reports {
@@ -14,10 +17,20 @@ constexpr float TitleSize = 11;
 constexpr float TitleColumn = 8;
 constexpr float HeaderRow = 2;
 constexpr float RuleFrom = 5;
-constexpr float RuleTo = 130;
+constexpr float JobColumn = 6;
 constexpr float RuleWidth = 2;
 /// Rows left free at the foot of the page.
 constexpr float FootRows = 4;
+
+/// The path in so many characters: its end, which names the file, and as much of its beginning.
+QString shortened(const QString& path, qsizetype length)
+{
+    if (length >= path.size())
+        return path;
+    const qsizetype name = path.size() - std::max<qsizetype>(path.lastIndexOf(u'/'), 0);
+    const qsizetype end = std::clamp(name, length / 2, length - 1);
+    return path.left(length - 1 - end) + u'…' + path.right(end);
+}
 
 } // namespace
 
@@ -27,15 +40,36 @@ ReportPage::ReportPage(const ReportContext& context, int firstPage)
     fill();
 }
 
+void ReportPage::setBody(print::PrintEngine& engine)
+{
+    engine.setLineHeight(RowHeight);
+    engine.setCharWidth(ColumnWidth);
+    engine.SetFontName(u"Times New Roman"_s);
+    engine.SetFontSize(BodySize);
+    engine.SetFontBold(false);
+}
+
 void ReportPage::begin()
 {
     m_begun = true;
-    m_engine.setLineHeight(RowHeight);
-    m_engine.setCharWidth(ColumnWidth);
-    m_engine.SetFontName(u"Times New Roman"_s);
-    m_engine.SetFontSize(BodySize);
-    m_engine.SetFontBold(false);
+    setBody(m_engine);
     m_engine.WriteState();
+    m_jobLine = jobLine(RightMargin - JobColumn);
+}
+
+/// The job's path with the building's name; the path is shortened where there is no room for both.
+QString ReportPage::jobLine(float width) const
+{
+    constexpr qsizetype ShortestPath = 12;
+    const auto& dati = m_context.modello.datiGenerali;
+    const auto line = [&](qsizetype length) {
+        return u"- %1 - %2 %3"_s.arg(shortened(m_context.jobPath, length), dati[u"Descrizione"_s],
+                                     dati[u"Descrizionee"_s]);
+    };
+    qsizetype length = m_context.jobPath.size();
+    while (length > ShortestPath && inkWidth(m_engine, line(length)) > width)
+        --length;
+    return line(length);
 }
 
 float ReportPage::lastUsableRow() const
@@ -46,19 +80,15 @@ float ReportPage::lastUsableRow() const
 void ReportPage::header()
 {
     constexpr float NumberColumn = 110;
-    constexpr float JobColumn = 6;
     if (!m_begun)
         begin();
     ++m_pageNumber;
     m_row = HeaderRow - 1;
     rule();
     nextRow();
-    left(NumberColumn, u"DATA - "_s + m_context.modello.datiGenerali[u"Data"_s]);
+    fitted(NumberColumn, 0, RightMargin, u"DATA - "_s + m_context.modello.datiGenerali[u"Data"_s]);
     nextRow();
-    left(JobColumn,
-         u"- %1 - %2 %3"_s.arg(m_context.jobPath, m_context.modello.datiGenerali[u"Descrizione"_s],
-                               m_context.modello.datiGenerali[u"Descrizionee"_s]),
-         RuleTo - JobColumn);
+    fitted(JobColumn, RightMargin - JobColumn, RightMargin, m_jobLine);
     nextRow();
     left(NumberColumn, u"PAG. N. %1"_s.arg(m_pageNumber));
     rule();
@@ -67,14 +97,29 @@ void ReportPage::header()
 void ReportPage::rule()
 {
     nextRow();
-    m_engine.DrawHLine(m_row + 0.5F, RuleFrom, RuleTo, RuleWidth);
+    m_engine.DrawHLine(m_row + 0.5F, RuleFrom, RightMargin, RuleWidth);
 }
 
 void ReportPage::title(const QString& text, float width)
 {
     m_engine.SetFontSize(TitleSize);
-    left(TitleColumn, text, width);
+    printFitted(m_engine, text, width,
+                [&](const QString& shown) { left(TitleColumn, shown, width); });
     m_engine.SetFontSize(BodySize);
+}
+
+void ReportPage::note(const QString& text)
+{
+    constexpr float Clear = 0.4F; // as far as the rule below allows
+    if (!text.isEmpty())
+        m_engine.PrintText(m_row + Clear, TitleColumn, 0, text);
+}
+
+void ReportPage::fitted(float column, float width, float end, const QString& text)
+{
+    if (inkWidth(m_engine, text) <= (width > 0 ? width : end - column))
+        return left(column, text, width);
+    printFitted(m_engine, text, end - column, [&](const QString& shown) { left(column, shown); });
 }
 
 } // namespace zelto::reports

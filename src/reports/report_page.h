@@ -7,6 +7,9 @@
 
 namespace zelto::reports {
 
+/// Where rules, and whatever has nothing behind it, end.
+inline constexpr float RightMargin = 130;
+
 /// The page that the calculation fills row by row: its grid and font, its header, its rules
 /// and its number. Rows count from the top, columns from the left; texts stand with their top at
 /// the row.
@@ -17,6 +20,10 @@ public:
     /// what has no content leaves no page.
     ReportPage(const ReportContext& context, int firstPage);
 
+    /// Sets the body font and the grid of 200 twips a row and 84 a column.
+    static void setBody(print::PrintEngine& engine);
+
+    [[nodiscard]] const print::PrintEngine& engine() const { return m_engine; }
     [[nodiscard]] float row() const { return m_row; }
     [[nodiscard]] float lastUsableRow() const;
 
@@ -38,6 +45,11 @@ public:
     {
         m_engine.PrintText(m_row, column, width, text);
     }
+
+    /// A text that usually has the width, none for all the room there is, and may go on up to the
+    /// end; smaller, and at last ended by an ellipsis, where that is not enough.
+    void fitted(float column, float width, float end, const QString& text);
+
     void right(float column, const QString& text) { m_engine.PrintRight(m_row, column, 0, text); }
     /// As right(), of a figure as a mask writes it.
     void figure(float column, std::string_view figure)
@@ -46,19 +58,23 @@ public:
     }
 
     /// A title in its larger size.
-    void title(const QString& text, float width = 0);
+    void title(const QString& text, float width);
+
+    /// What is to be known of the table, below its title and clear of it.
+    void note(const QString& text);
 
     void setBold(bool bold) { m_engine.SetFontBold(bold); }
 
 private:
-    /// Sets the body font and the grid of 200 twips a row and 84 a column.
     void begin();
+    [[nodiscard]] QString jobLine(float width) const;
 
     const ReportContext& m_context;
     print::PrintEngine& m_engine;
     float m_row = 0;
     int m_pageNumber;
     bool m_begun = false;
+    QString m_jobLine;
 };
 
 } // namespace zelto::reports

@@ -24,6 +24,10 @@ enum class FormatoDettaglio {
 void StampaProspetto(ReportPage& page, const ReportContext& context, const SizedJob& job,
                      FormatoDettaglio formato);
 
+/// The name of a room as the prospectus prints it left of its size.
+[[nodiscard]] QString roomNameOnPaper(const print::PrintEngine& engine, const QString& name,
+                                      float CR);
+
 /// The name of its text file.
 inline const QString ConsistenzaOut = u"consistenza.out"_s;
 

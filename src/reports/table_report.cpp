@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/table_report.h"
 
+#include "reports/fitted_text.h"
+
 #include <algorithm>
 
 namespace zelto::reports {
@@ -11,7 +13,6 @@ constexpr std::size_t UnitsPerPage = 45;
 /// Rows that a unit needs below it for the closing rule and the totals.
 constexpr float ClosingRows = 4;
 constexpr float TitleWidth = 120;
-constexpr float NoteColumn = 8;
 
 void printCells(ReportPage& page, const TableReport& table, const std::vector<Cell>& cells)
 {
@@ -20,7 +21,8 @@ void printCells(ReportPage& page, const TableReport& table, const std::vector<Ce
         if (cells[i].text.isEmpty())
             continue;
         if (column.isText())
-            page.left(column.position, cells[i].text, column.width);
+            page.fitted(column.position, column.width,
+                        endOfText(page.engine(), table.columns, cells, i), cells[i].text);
         else
             page.right(column.position, cells[i].text);
     }
@@ -41,8 +43,7 @@ void printPageHead(ReportPage& page, const TableReport& table)
     page.nextRow();
     page.title(table.title, TitleWidth);
     page.nextRow();
-    if (!table.note.isEmpty())
-        page.left(NoteColumn, table.note);
+    page.note(table.note);
     page.rule();
     page.nextRow();
     page.setBold(true);
@@ -87,6 +88,16 @@ QString textLine(const TableReport& table, const std::vector<qsizetype>& widths,
 }
 
 } // namespace
+
+float endOfText(const print::PrintEngine& engine, const std::vector<TableColumn>& columns,
+                const std::vector<Cell>& cells, std::size_t column)
+{
+    for (std::size_t i = column + 1; i < columns.size(); ++i)
+        if (!cells[i].text.isEmpty())
+            return endBefore(engine, columns[i].position,
+                             columns[i].isText() ? QStringView() : cells[i].text);
+    return RightMargin;
+}
 
 void printTable(ReportPage& page, const TableReport& table)
 {

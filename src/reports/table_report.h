@@ -63,6 +63,11 @@ struct TableReport
 
 using Tables = std::vector<TableReport>;
 
+/// Where the text that stands in a column must end: before what stands behind it on its row.
+[[nodiscard]] float endOfText(const print::PrintEngine& engine,
+                              const std::vector<TableColumn>& columns,
+                              const std::vector<Cell>& cells, std::size_t column);
+
 /// Prints the table from a new page on, its header and headings on every page, and ends the page. A
 /// table without units prints nothing.
 void printTable(ReportPage& page, const TableReport& table);

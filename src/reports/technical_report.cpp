@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "reports/fitted_text.h"
 #include "reports/sections.h"
 
 namespace zelto::reports {
@@ -7,7 +8,9 @@ namespace {
 
 constexpr float BodySize = 10;
 constexpr float PageLineSize = 9;
-constexpr float HeadingColumn = 15;
+constexpr float TextColumn = 15;
+constexpr float TextWidth = 45;
+constexpr float NumberColumn = 55;
 
 void setGrid(print::PrintEngine& engine)
 {
@@ -23,34 +26,33 @@ void drawHeading(print::PrintEngine& engine)
     engine.SetFontSize(16);
     engine.SetFontBold(true);
     engine.WriteState();
-    engine.PrintText(5, HeadingColumn, 0, u"RELAZIONE"_s);
+    engine.PrintText(5, TextColumn, 0, u"RELAZIONE"_s);
     engine.SetFontSize(BodySize);
     engine.SetFontBold(false);
 }
 
-/// At column 55, or further left where a long job code would run off the paper.
+/// At column 55, or further left, so as not to pass the right margin of the text.
 void drawReference(const ReportContext& context)
 {
     constexpr float Row = 3.7F;
-    constexpr float Column = 55;
     print::PrintEngine& engine = context.engine;
     const QString text = u"Rif. - %1 -"_s.arg(context.jobReference());
-    const float pageColumns = engine.PageWidth() / engine.CharWidth();
-    if (Column * engine.CharWidth() + engine.textWidth(text) > engine.PageWidth())
-        engine.PrintRight(Row, pageColumns, 0, text);
-    else
-        engine.PrintText(Row, Column, 0, text);
+    if (NumberColumn + inkWidth(engine, text) <= TextColumn + TextWidth)
+        return engine.PrintText(Row, NumberColumn, 0, text);
+    printFitted(engine, text, TextWidth, [&](const QString& shown) {
+        engine.PrintRight(Row, TextColumn + TextWidth, 0, shown);
+    });
 }
 
 void drawPage(const ReportContext& context, int page, QString& text)
 {
     print::PrintEngine& engine = context.engine;
     engine.SetFontSize(PageLineSize);
-    engine.PrintText(3, 55, 0, u"Pag. n. %1"_s.arg(page));
+    engine.PrintText(3, NumberColumn, 0, u"Pag. n. %1"_s.arg(page));
     drawReference(context);
     engine.SetFontSize(BodySize);
     float row = 7;
-    engine.PrintParagraph(HeadingColumn, 45, row, 30, text, print::Alignment::Justified);
+    engine.PrintParagraph(TextColumn, TextWidth, row, 30, text, print::Alignment::Justified);
     engine.NewPage();
 }
 

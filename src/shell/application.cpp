@@ -6,6 +6,7 @@
 #include "coefficients/ui/variabili.h"
 #include "register/ui/controllo.h"
 #include "register/ui/parametri.h"
+#include "reports/on_paper.h"
 #include "reports/ui/millesimi.h"
 #include "reports/ui/riparto.h"
 #include "shell/file_menu.h"
@@ -215,7 +216,8 @@ void Application::showParametri(store::Database& lavoro)
     m_parametri = new registro::Parametri({.lavoro = lavoro,
                                            .settings = m_settings,
                                            .dialogs = m_dialogs,
-                                           .menu = m_window.mnuDxMouse()});
+                                           .menu = m_window.mnuDxMouse(),
+                                           .sullaCarta = reports::sullaCarta()});
     connectParametri(lavoro);
     m_window.addDocumentWindow(m_parametri).showMaximized();
 }

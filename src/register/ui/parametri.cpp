@@ -40,7 +40,7 @@ Parametri::Parametri(const ParametriContext& context, QWidget* parent)
       m_toolbar(new QToolBar(this)), m_navig(new Navig(m_model)), m_tabs(new QTabWidget),
       m_elenco(new UnitList(m_model, context.menu)), m_dettaglio(new UnitDetail(m_model)),
       m_vani(new RoomList(m_model, context.menu)),
-      m_status(new RegisterStatus(context.lavoro, m_model))
+      m_status(new RegisterStatus(context.lavoro, m_model, context.sullaCarta))
 {
     setObjectName(Section);
     setWindowTitle(u"Parametri per millesimi"_s);

@@ -35,6 +35,7 @@ struct ParametriContext
     store::Settings& settings;
     widgets::Dialogs& dialogs;
     widgets::ContextMenu& menu;
+    calc::SullaCarta sullaCarta = {}; ///< for the check of the job
 };
 
 /// The parameters screen "Parametri per millesimi": tree, unit grid, unit fields and room grid over

@@ -9,9 +9,10 @@
 
 namespace zelto::registro {
 
-RegisterStatus::RegisterStatus(store::Database& lavoro, RegisterModel& model)
-    : m_model(model), m_calculation(lavoro), m_remarks(lavoro, model), m_figures(new QLabel),
-      m_counts(new QToolButton)
+RegisterStatus::RegisterStatus(store::Database& lavoro, RegisterModel& model,
+                               calc::SullaCarta sullaCarta)
+    : m_model(model), m_calculation(lavoro), m_remarks(lavoro, model, std::move(sullaCarta)),
+      m_figures(new QLabel), m_counts(new QToolButton)
 {
     setObjectName(u"StatusBar"_s);
     setSizeGripEnabled(false);

@@ -19,7 +19,7 @@ class RegisterStatus : public QStatusBar
 
 public:
     /// Job and model outlive it.
-    RegisterStatus(store::Database& lavoro, RegisterModel& model);
+    RegisterStatus(store::Database& lavoro, RegisterModel& model, calc::SullaCarta sullaCarta);
 
     /// Shows figures and remarks from now on; reading a big job for them takes a moment.
     void start();

@@ -7,6 +7,7 @@
 #include "print/complete_file.h"
 #include "print/print_error.h"
 #include "print/ui/frm_preview.h"
+#include "reports/on_paper.h"
 #include "reports/table_export.h"
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
@@ -103,8 +104,9 @@ QHBoxLayout* PrintScreen::buildButtons()
 /// What the check finds wrong in the job, where it finds anything.
 void PrintScreen::addRemarks(QHBoxLayout& row)
 {
-    const QString counts = calc::conteggio(
-        calc::controlla(calc::LeggiLavoroScritto(m_context.lavoro)), calc::Gravita::Avviso);
+    const QString counts =
+        calc::conteggio(calc::controlla(calc::LeggiLavoroScritto(m_context.lavoro), sullaCarta()),
+                        calc::Gravita::Avviso);
     if (counts.isEmpty())
         return;
     auto* show = new QPushButton(counts + u" - &Mostra"_s);
