@@ -15,6 +15,7 @@ namespace zelto::calc {
 namespace {
 
 constexpr double MassimaPercentuale = 100;
+constexpr int ColonnaPercentuale = 2;
 
 Osservazione osservaDati(Regola regola, Scheda scheda, int riga, const QString& dove,
                          const QString& che)
@@ -50,10 +51,11 @@ double spostamentoDeiNomi(const Fabbricato& fabbricato)
 
 void controllaPercentuale(const Riga& riga, const QString& dove, Osservazioni& osservazioni)
 {
-    const QString& testo = riga.celle[2];
+    const QString& testo = riga.celle[ColonnaPercentuale];
     const double percentuale = text::readNumber(testo);
     const auto rileva = [&](Regola regola, const QString& che) {
         osservazioni.push_back(osservaDati(regola, Scheda::Scale, riga.numero, dove, che));
+        osservazioni.back().posto.campo = ColonnaPercentuale;
     };
     if (testo.isEmpty())
         return;

@@ -65,9 +65,12 @@ public:
 private:
     void rileva(Regola regola, int riga, const QString& che, const Effetto* effetto = nullptr)
     {
+        const bool delCodice =
+            regola == Regola::CodiceDoppio || regola == Regola::CodiceInutilizzato;
         Osservazione& una = m_osservazioni.emplace_back();
         una.regola = regola;
-        una.posto = {.scheda = Scheda::Elenco, .elenco = m_numero, .riga = riga};
+        una.posto = {
+            .scheda = Scheda::Elenco, .elenco = m_numero, .campo = delCodice ? 1 : 0, .riga = riga};
         una.dove = u"Variabili, %1, riga %2"_s.arg(store::GroupNames[std::size_t(m_numero)],
                                                    QString::number(riga));
         una.che = che;
@@ -115,9 +118,9 @@ private:
                                  ? u"l'elenco finisce alla riga prima"_s
                                  : u"la riga è senza valore e l'elenco finisce qui"_s;
         rileva(Regola::RigheEscluse, m_elenco->usate + 1,
-               u"%1: righe che restano fuori %2, vani che per questo valgono 0 %3."_s.arg(
-                   fine, QString::number(escluse),
-                   QString::number(effetto == nullptr ? 0 : effetto->vani)),
+               u"%1: restano fuori righe che servono (%2), e valgono 0 i vani che le usano (%3)."_s
+                   .arg(fine, QString::number(escluse),
+                        QString::number(effetto == nullptr ? 0 : effetto->vani)),
                effetto);
     }
 

@@ -33,7 +33,7 @@ struct Posto
     int elenco = 0; ///< the list of coefficients
     int unita = 0;  ///< the unit's number
     int vano = 0;   ///< the room's position
-    int campo = 0;  ///< its place in the record of a unit, a room or general data
+    int campo = 0;  ///< its place in the record of a unit, a room or general data; a list's column
     int riga = 0;   ///< of a list, of the special tables or of the staircases
 
     bool operator==(const Posto&) const = default;

@@ -63,10 +63,31 @@ std::vector<ChangedRoom> changedRooms(store::Database& lavoro, std::span<const C
     return changed;
 }
 
+/// Whether a code of the one is one of the other: then they are asked for together.
+bool meet(const CodeRename& one, const CodeRename& other)
+{
+    return one.after == other.before || one.before == other.after;
+}
+
+void addTo(std::vector<Renames>& sets, CodeRename rename)
+{
+    Renames set{std::move(rename)};
+    for (auto other = sets.begin(); other != sets.end();)
+        if (std::ranges::any_of(*other,
+                                [&](const CodeRename& one) { return meet(one, set.front()); })) {
+            set.insert(set.end(), other->begin(), other->end());
+            other = sets.erase(other);
+        } else {
+            ++other;
+        }
+    std::ranges::sort(set, {}, &CodeRename::row);
+    sets.push_back(std::move(set));
+}
+
 } // namespace
 
-std::vector<CodeRename> renamedCodes(int group, const QString& stored, const QString& changed,
-                                     const std::vector<int>& formerRows)
+std::vector<Renames> renamedCodes(int group, const QString& stored, const QString& changed,
+                                  const std::vector<int>& formerRows)
 {
     const CellTable before = tableOf(stored);
     const CellTable after = tableOf(changed);
@@ -78,22 +99,28 @@ std::vector<CodeRename> renamedCodes(int group, const QString& stored, const QSt
                 return true;
         return false;
     };
-    std::vector<CodeRename> renames;
+    const auto rowsOf = [&](const QString& code) {
+        int found = 0;
+        for (int row = 1; row <= rows; ++row)
+            found += after.at(row, CodeCell) == code ? 1 : 0;
+        return found;
+    };
+    std::vector<Renames> renames;
     for (int row = 1; row <= std::min(rows, static_cast<int>(formerRows.size())); ++row) {
         const int former = formerRows[static_cast<std::size_t>(row) - 1];
         if (former == 0 || former > text::rowCount(stored))
             continue;
         const QString& code = before.at(former, CodeCell);
-        if (!code.isEmpty() && !after.at(row, CodeCell).isEmpty() &&
-            code != after.at(row, CodeCell) && !stands(former))
-            renames.push_back({group, former, code, after.at(row, CodeCell)});
+        const QString& now = after.at(row, CodeCell);
+        if (!code.isEmpty() && !now.isEmpty() && code != now && !stands(former))
+            addTo(renames, {group, former, code, now, rowsOf(now) > 1});
     }
     return renames;
 }
 
-int roomsUsing(store::Database& lavoro, const CodeRename& rename)
+int roomsUsing(store::Database& lavoro, const Renames& renames)
 {
-    return static_cast<int>(changedRooms(lavoro, {&rename, 1}).size());
+    return static_cast<int>(changedRooms(lavoro, renames).size());
 }
 
 void renameCodes(store::Database& lavoro, std::span<const CodeRename> renames)

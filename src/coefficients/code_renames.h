@@ -20,18 +20,23 @@ struct CodeRename
     int row = 0;
     QString before;
     QString after;
+    bool isTaken = false; ///< another row has the new code: rooms that followed would be its own
 };
+
+/// Renames that are made together or not at all: where codes change places, one alone would make
+/// one code of two.
+using Renames = std::vector<CodeRename>;
 
 /// The rows that get another code. Both texts are those of the group; formerRows tells for each row
 /// of the new one which it was in the stored one, 0 for none. An entry that stands elsewhere as it
 /// was has only moved.
-[[nodiscard]] std::vector<CodeRename> renamedCodes(int group, const QString& stored,
-                                                   const QString& changed,
-                                                   const std::vector<int>& formerRows);
+[[nodiscard]] std::vector<Renames> renamedCodes(int group, const QString& stored,
+                                                const QString& changed,
+                                                const std::vector<int>& formerRows);
 
-/// How many rooms refer to the row, by the rules of the calculation or by its very code. Throws
+/// How many rooms refer to the rows, by the rules of the calculation or by their very codes. Throws
 /// DatabaseError, here and below.
-[[nodiscard]] int roomsUsing(store::Database& lavoro, const CodeRename& rename);
+[[nodiscard]] int roomsUsing(store::Database& lavoro, const Renames& renames);
 
 /// The rooms refer to the rows by their new codes. All at once, so that codes may change places;
 /// within a transaction of the caller's and while the job still holds the old lists.

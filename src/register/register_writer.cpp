@@ -98,8 +98,8 @@ void Register::Writer::repeat(const RecordChange& change)
     if ((stored.empty() ? Record() : stored.front()) != change.before)
         throw store::DatabaseError(
             store::ErrorNumber::RecordChanged,
-            u"L'unità %1 è stata cambiata da un altro programma: le modifiche fatte "
-            u"fin qui non si possono più annullare."_s.arg(change.unit()));
+            u"L'unità %1 è stata cambiata da un altro programma o da un'altra finestra: le "
+            u"modifiche fatte fin qui non si possono più annullare."_s.arg(change.unit()));
     write(change.table, change.before, change.after);
 }
 

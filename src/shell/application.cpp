@@ -182,6 +182,7 @@ void Application::showPlace(store::Database& lavoro, const calc::Posto& posto)
 {
     using calc::Scheda;
     if (posto.scheda == Scheda::Unita || posto.scheda == Scheda::Vani) {
+        m_window.activateWindow(); // the panel may float
         m_window.activateDocumentWindow(*m_parametri);
         m_parametri->goTo(posto);
     } else if (posto.scheda == Scheda::Elenco) {
@@ -201,9 +202,10 @@ void Application::showModal(widgets::EditDialog& screen)
 {
     if (m_parametri && !m_parametri->finishTyping())
         return;
-    screen.exec();
     if (m_parametri)
-        m_parametri->refreshLists();
+        connect(&screen, &widgets::EditDialog::stored, m_parametri,
+                &registro::Parametri::refreshLists);
+    screen.exec();
 }
 
 void Application::showParametri(store::Database& lavoro)
@@ -270,6 +272,7 @@ void Application::showControllo(store::Database& lavoro)
 
 void Application::returnToParametri()
 {
+    m_window.activateWindow(); // the panel may float
     if (m_parametri && m_parametri->focusWidget() != nullptr)
         m_parametri->focusWidget()->setFocus();
 }

@@ -9,6 +9,7 @@
 #include "store/jet/jet_file.h"
 #include "store/job_copies.h"
 #include "widgets/dialogs.h"
+#include "widgets/keys.h"
 #include "widgets/main_window_services.h"
 
 #include <QFileInfo>
@@ -58,7 +59,7 @@ QString JobFiles::askNewJob(const QString& title, store::NameRule rule, const QS
     if (name.byRule == name.typed)
         return name.typed;
     const auto creates = [](const QString& path) {
-        return u"Crea «…/%1»"_s.arg(store::nameOf(path));
+        return u"Crea «…/%1»"_s.arg(widgets::asCaption(store::nameOf(path)));
     };
     const std::optional<int> choice = m_dialogs.choose(
         u"Quale file si deve creare?\n\nCon il nome scritto:\n«%1»\n\nCon il nome che ne fa "

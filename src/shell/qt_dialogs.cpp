@@ -171,7 +171,7 @@ public:
         box.setTextFormat(Qt::PlainText);
         QList<QAbstractButton*> buttons;
         for (const QString& choice : choices) {
-            auto* button = box.addButton(widgets::asCaption(choice), QMessageBox::AcceptRole);
+            auto* button = box.addButton(choice, QMessageBox::AcceptRole);
             if (buttons.isEmpty())
                 box.setDefaultButton(button);
             buttons << button;

@@ -51,7 +51,7 @@ public:
     /// The same before something is lost: No is the button that Return presses.
     virtual bool confirmLoss(const QString& question) = 0;
 
-    /// A question with a button for each choice, of which Return presses the first, and "Annulla".
+    /// A question with a button of each caption, of which Return presses the first, and "Annulla".
     /// The place of the choice; nothing when the user cancels.
     virtual std::optional<int> choose(const QString& question, const QStringList& choices) = 0;
 

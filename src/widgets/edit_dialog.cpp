@@ -159,12 +159,14 @@ bool EditDialog::askAndStore()
     if (!m_dialogs.askYesNo(u"Vuoi salvare i cambiamenti?"_s))
         return true;
     try {
-        store();
+        if (!store())
+            return false;
     } catch (const store::DatabaseError& error) {
         m_dialogs.ReportError(error);
         return false;
     }
     m_applica->setEnabled(false);
+    emit stored();
     return true;
 }
 

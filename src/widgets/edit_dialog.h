@@ -30,6 +30,10 @@ public:
     /// Esc and "Annulla": closes without storing.
     void reject() override;
 
+signals:
+    /// The job has changed.
+    void stored();
+
 protected:
     struct Screen
     {
@@ -61,8 +65,9 @@ protected:
     /// not stay as it is.
     virtual bool finishTyping();
 
-    /// Throws DatabaseError when the working copy cannot be stored.
-    virtual void store() = 0;
+    /// Stores the working copy; false when the user has thought better of it. Throws DatabaseError
+    /// when it cannot be stored.
+    virtual bool store() = 0;
 
     [[nodiscard]] Dialogs& dialogs() { return m_dialogs; }
 
@@ -72,7 +77,7 @@ private:
     void insertRow();
     void removeRows();
     void addButtons();
-    /// Asks and stores; false when it could not be stored.
+    /// Asks and stores; false when it was to be stored but was not.
     bool askAndStore();
 
     Dialogs& m_dialogs;

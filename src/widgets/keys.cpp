@@ -4,6 +4,7 @@
 #include "text/literals.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QShortcut>
 #include <QTabBar>
 
@@ -26,6 +27,34 @@ void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>
     auto* shortcut = new QShortcut(key, &where);
     shortcut->setContext(context);
     QObject::connect(shortcut, &QShortcut::activated, &where, command);
+}
+
+void keepRedoKey(QLineEdit& field)
+{
+    class Filter : public QObject
+    {
+    public:
+        explicit Filter(QLineEdit& line) : QObject(&line), m_line(line)
+        {
+            line.installEventFilter(this);
+        }
+        bool eventFilter(QObject* /*watched*/, QEvent* event) override
+        {
+            const auto type = event->type();
+            if ((type != QEvent::ShortcutOverride && type != QEvent::KeyPress) ||
+                static_cast<QKeyEvent*>(event)->keyCombination() != (Qt::CTRL | Qt::Key_Y) ||
+                !m_line.isRedoAvailable())
+                return false;
+            event->accept();
+            if (type == QEvent::KeyPress)
+                m_line.redo();
+            return true;
+        }
+
+    private:
+        QLineEdit& m_line;
+    };
+    new Filter(field);
 }
 
 void addTabKeys(QWidget& screen, QTabBar& tabs)

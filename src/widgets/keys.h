@@ -6,6 +6,7 @@
 #include <functional>
 
 class QKeyEvent;
+class QLineEdit;
 class QTabBar;
 class QWidget;
 
@@ -14,6 +15,9 @@ namespace zelto::widgets {
 /// The key carries out the command wherever in the widget the focus is.
 void addKey(QWidget& where, const QKeySequence& key, const std::function<void()>& command,
             Qt::ShortcutContext context = Qt::WidgetWithChildrenShortcut);
+
+/// Ctrl+Y is the field's, as Ctrl+Z is, while it has something to make again.
+void keepRedoKey(QLineEdit& field);
 
 /// Ctrl+Tab and Ctrl+Page Down anywhere in the screen go to the next tab, from the last one to the
 /// first; with Shift, or Page Up, the other way.

@@ -110,28 +110,30 @@ Fault unitFault(Regola rule, int field, const std::function<void(UnitaScritta& u
             }};
 }
 
-Fault listFault(Regola rule, const QString& text, int row)
+Fault listFault(Regola rule, const QString& text, int row, int column = 0)
 {
     return {rule, [=](LavoroScritto& job) {
                 const int list = among(1, 6);
                 job.elenchi[std::size_t(list - 1)] = text;
-                return Posto{.scheda = Scheda::Elenco, .elenco = list, .riga = row};
+                return Posto{
+                    .scheda = Scheda::Elenco, .elenco = list, .campo = column, .riga = row};
             }};
 }
 
 Fault generalFault(Regola rule, Scheda tab, int row,
-                   const std::function<void(LavoroScritto& job)>& change)
+                   const std::function<void(LavoroScritto& job)>& change, int column = 0)
 {
     return {rule, [=](LavoroScritto& job) {
                 change(job);
-                return Posto{.scheda = tab, .riga = row};
+                return Posto{.scheda = tab, .campo = column, .riga = row};
             }};
 }
 
-Fault codesFault(Regola rule, const QString& codes, int row)
+Fault codesFault(Regola rule, const QString& codes, int row, int column)
 {
-    return generalFault(rule, Scheda::Scale, row,
-                        [=](LavoroScritto& job) { job.dati.tabellaCodici = codes; });
+    return generalFault(
+        rule, Scheda::Scale, row, [=](LavoroScritto& job) { job.dati.tabellaCodici = codes; },
+        column);
 }
 
 using enum Regola;
@@ -202,7 +204,7 @@ const std::vector<Fault> Faults{
     listFault(RigheEscluse, u"1\tN\t\r\n0.9\tR\t\r\n\tY\t\r\n1\tZ\t\r\n"_s, 3),
     listFault(RigheEscluse,
               u"1\tN\t\r\n0.9\tR\t\r\n"_s + u"1\t\t\r\n"_s.repeated(198) + u"1\tZ\t\r\n"_s, 201),
-    listFault(CodiceDoppio, u"1\tN\t\r\n0.9\tR\t\r\n1\tZ\t\r\n2\tN\t\r\n"_s, 4),
+    listFault(CodiceDoppio, u"1\tN\t\r\n0.9\tR\t\r\n1\tZ\t\r\n2\tN\t\r\n"_s, 4, 1),
     listFault(ValoreNonNumero, u"1\tN\t\r\n0,9\tR\t\r\n1\tZ\t\r\n"_s, 2),
     listFault(FattoreFuoriMisura, u"1\tN\t\r\n0.9\tR\t\r\n4\tZ\t\r\n"_s, 3),
     generalFault(TabellaVuota, Scheda::Tabelle, 3,
@@ -210,12 +212,12 @@ const std::vector<Fault> Faults{
     generalFault(NomiUguali, Scheda::Tabelle, 2,
                  [](LavoroScritto& job) { job.dati.NomeTabella[1] = u"Acqua "_s; }),
     generalFault(NessunaUnita, Scheda::Unita, 0, [](LavoroScritto& job) { job.unita.clear(); }),
-    codesFault(ScalaDoppia, u"A\t\t50\r\nB\t\t\r\na\t\t30\r\n"_s, 3),
-    codesFault(PercentualeFuoriMisura, u"A\t\t50\r\nB\t\t333\r\n"_s, 2),
-    codesFault(PercentualeFuoriMisura, u"A\t\t-1\r\nB\t\t\r\n"_s, 1),
-    codesFault(PercentualeZero, u"A\t\t50\r\nB\t\t0\r\n"_s, 2),
-    codesFault(TestoNonNumero, u"A\t\tx\r\nB\t\t\r\n"_s, 1),
-    codesFault(CodiceLungo, u"A\t\t50\r\nB\t\t\r\nAB\t\t1\r\n"_s, 3),
+    codesFault(ScalaDoppia, u"A\t\t50\r\nB\t\t\r\na\t\t30\r\n"_s, 3, 0),
+    codesFault(PercentualeFuoriMisura, u"A\t\t50\r\nB\t\t333\r\n"_s, 2, 2),
+    codesFault(PercentualeFuoriMisura, u"A\t\t-1\r\nB\t\t\r\n"_s, 1, 2),
+    codesFault(PercentualeZero, u"A\t\t50\r\nB\t\t0\r\n"_s, 2, 2),
+    codesFault(TestoNonNumero, u"A\t\tx\r\nB\t\t\r\n"_s, 1, 2),
+    codesFault(CodiceLungo, u"A\t\t50\r\nB\t\t\r\nAB\t\t1\r\n"_s, 3, 0),
 };
 
 } // namespace

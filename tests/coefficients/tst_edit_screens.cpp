@@ -178,13 +178,27 @@ private slots:
         // Edits are "row.column=text", "+row" inserts a row, "-row" deletes it.
         const auto row = columns<QString, QString, QString>("edits", "asked", "rooms");
         const QString as = u"[A] [A] [B] [Q] [D]"_s;
-        row("another code", u"1.2=X"_s, u"2 vani usano [A]"_s, u"[X] [X] [B] [Q] [D]"_s);
-        row("one room", u"2.2=X"_s, u"1 vano usa [B]"_s, u"[A] [A] [X] [Q] [D]"_s);
-        row("along a chain", u"1.2=B 2.2=C"_s, u"2 vani usano [A], 1 vano usa [B]"_s,
+        row("another code", u"1.2=X"_s, u"choose: 2 vani usano [A]: rinominare?"_s,
+            u"[X] [X] [B] [Q] [D]"_s);
+        row("one room", u"2.2=X"_s, u"choose: 1 vano usa [B]: rinominare?"_s,
+            u"[A] [A] [X] [Q] [D]"_s);
+        row("along a chain", u"1.2=B 2.2=C"_s, u"choose: 3 vani usano [A], [B]: rinominare?"_s,
             u"[B] [B] [C] [Q] [D]"_s);
-        row("moved down", u"+1 2.2=X"_s, u"2 vani usano [A]"_s, u"[X] [X] [B] [Q] [D]"_s);
-        row("moved up", u"-1 1.2=X"_s, u"1 vano usa [B]"_s, u"[A] [A] [X] [Q] [D]"_s);
-        row("behind the end", u"4.2=X"_s, u"1 vano usa [D]"_s, u"[A] [A] [B] [Q] [X]"_s);
+        row("the one for the other", u"1.2=B 2.2=A"_s,
+            u"choose: 3 vani usano [A], [B]: rinominare?"_s, u"[B] [B] [A] [Q] [D]"_s);
+        row("two by themselves", u"1.2=X 2.2=Y"_s,
+            u"choose: 2 vani usano [A]: rinominare?\nchoose: 1 vano usa [B]: rinominare?"_s,
+            u"[X] [X] [Y] [Q] [D]"_s);
+        row("onto another's", u"1.2=B"_s,
+            u"message: 2 vani usano [A], e restano come sono: il codice [B] è anche di un'altra "
+            "riga."_s,
+            as);
+        row("moved down", u"+1 2.2=X"_s, u"choose: 2 vani usano [A]: rinominare?"_s,
+            u"[X] [X] [B] [Q] [D]"_s);
+        row("moved up", u"-1 1.2=X"_s, u"choose: 1 vano usa [B]: rinominare?"_s,
+            u"[A] [A] [X] [Q] [D]"_s);
+        row("behind the end", u"4.2=X"_s, u"choose: 1 vano usa [D]: rinominare?"_s,
+            u"[A] [A] [B] [Q] [X]"_s);
         row("change of places", u"1.1=2 1.2=B 2.1=1 2.2=A"_s, {}, as);
         row("emptied", u"1.2="_s, {}, as);
         row("another value", u"1.1=9"_s, {}, as);
@@ -194,8 +208,9 @@ private slots:
         QFETCH(QString, edits);
         QFETCH(QString, asked);
         QFETCH(QString, rooms);
-        for (const bool yes : {true, false}) {
+        for (const std::optional<int> answer : {std::optional(0), std::optional(1), {}}) {
             Desk desk;
+            desk.user.choice = answer;
             const QString list = u"1\tA\r\n2\tB\r\n\t\r\n4\tD\r\n"_s;
             desk.job.Execute(u"UPDATE Variabili SET Var1 = '%1'"_s.arg(list));
             const QStringList stored{u"[A]"_s, u"[A]"_s, u"[B]"_s, u"[Q]"_s, u"[D]"_s};
@@ -216,19 +231,20 @@ private slots:
                 else
                     desk.type(row, QStringView(edit).mid(2, 1).toInt() - 1, edit.mid(4));
             }
-            if (!yes)
-                desk.user.keeps = u"rinominare"_s;
             desk.finish(u"BtApplica"_s);
-            QStringList questions{Question};
-            for (const QString& question : asked.split(u", "_s, Qt::SkipEmptyParts))
-                questions << u"ask: %1: rinominare?"_s.arg(question);
-            QCOMPARE(desk.user.said(), questions.join(u'\n'));
+            const bool gaveUp = asked.contains(u"choose"_s) && !answer;
+            const QString heard =
+                (Question + u'\n' + asked).trimmed().replace(u"are?"_s, u"are?&Sì|&No"_s);
+            // Who gives up is not asked again, and nothing is stored.
+            QCOMPARE(desk.user.said(), gaveUp ? heard.section(u'\n', 0, 1) : heard);
+            const auto lists = desk.job.records(store::TabellaVariabili);
+            QCOMPARE(lists.text(1) == list, gaveUp);
             QStringList found;
             for (auto room = desk.job.records(store::TabellaVani); !room.atEnd(); room.next()) {
                 found << room.text(5);
                 QCOMPARE(room.text(6), u"[A]"_s);
             }
-            QCOMPARE(found.join(u' '), yes ? rooms : stored.join(u' '));
+            QCOMPARE(found.join(u' '), answer == 0 ? rooms : stored.join(u' '));
         }
     }
 

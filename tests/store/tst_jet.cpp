@@ -9,6 +9,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QRegularExpression>
+#include <QTimeZone>
 
 #include <cmath>
 
@@ -33,7 +34,8 @@ struct FieldText
         double day = 0;
         const double time = std::abs(std::modf(value.days, &day));
         const QDate date = QDate(1899, 12, 30).addDays(static_cast<qint64>(day));
-        return QDateTime(date, QTime::fromMSecsSinceStartOfDay(qRound(time * 86'400'000)), Qt::UTC)
+        return QDateTime(date, QTime::fromMSecsSinceStartOfDay(qRound(time * 86'400'000)),
+                         QTimeZone::utc())
             .toString(u"'d:'yyyy-MM-ddTHH:mm:ss.zzz"_s);
     }
     QString operator()(const QString& value) const

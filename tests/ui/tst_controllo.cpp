@@ -12,6 +12,8 @@
 #include "widgets/grid.h"
 #include "widgets/typed_line.h"
 
+#include <QClipboard>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabBar>
@@ -118,10 +120,19 @@ private slots:
         QVERIFY(all.contains(u"avvisi\n- "_s) && all.contains(u"note\n- Dati generali\n"_s));
         QCOMPARE(test::namelessControls(*find<registro::Controllo>()), QStringList());
         auto& filter = *find<QLineEdit>(u"Filtro"_s);
+        filter.setFocus();
         QTest::keyClicks(&filter, u"disimpegno"_s);
         QCOMPARE(shown(), (QStringList{u"1 errore"_s, u"- unità 8 (A/3 - Dalmasi), vano 4 "
                                                       "(Disimpegno), Luminosità"_s}));
-        QVERIFY(find<QLabel>(u"Conteggio"_s)->text().startsWith(u"1 di 4 errori"));
+        QVERIFY(find<QLabel>(u"Conteggio"_s)->text().endsWith(u"note)") &&
+                find<QLabel>(u"Conteggio"_s)->text().contains(u" (4 errori, "));
+        // A field's own key before the screen's.
+        press(Qt::Key_Z, Qt::ControlModifier);
+        press(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(filter.text(), u"disimpegno"_s);
+        press(Qt::Key_Return);
+        press(Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().contains(u"«0,97» non è un numero"_s));
         press(Qt::Key_Escape);
         QVERIFY(!list().isVisible());
         press(Qt::Key_F7);
@@ -157,6 +168,9 @@ private slots:
         QCOMPARE(currentCell(), u"UI 5.3"_s);
         goTo(u"unità 6 (A/1 - Bellandi), T4"_s);
         QCOMPARE(currentCell(), u"UI 6.8"_s); // of special table 4
+        find<QComboBox>(u"CodScala"_s)->setCurrentText(u"B"_s);
+        goTo(u"unità 6 (A/1 - Bellandi), T4"_s);
+        QCOMPARE(currentCell(), u"UI 6.8"_s); // listed again
         const QString before = counts();
         (void)m_session->user.said();
         goTo(u"vano 1"_s); // of no unit
@@ -181,7 +195,7 @@ private slots:
         inScreen<coefficients::Variabili>(
             u"Variabili, Orientamento, riga 7"_s, [](QDialog& screen) {
                 QCOMPARE(screen.findChild<QTabBar*>()->currentIndex(), 1);
-                QCOMPARE(currentCell(), u"Lavori 7.1"_s);
+                QCOMPARE(currentCell(), u"Lavori 7.2"_s); // of the code
             });
         select(u"Variabili, Orientamento, riga 7"_s);
         const QModelIndex notes = list().currentIndex().parent();

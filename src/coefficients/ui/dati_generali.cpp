@@ -169,7 +169,8 @@ void DatiGenerali::goTo(const calc::Posto& posto)
 {
     if (posto.scheda == calc::Scheda::Scale) {
         m_tabs->setCurrentIndex(m_tabs->count() - 1);
-        grid().setCurrentCell(std::clamp(posto.riga, 1, grid().cells().rowCount()) - 1, 0);
+        grid().setCurrentCell(std::clamp(posto.riga, 1, grid().cells().rowCount()) - 1,
+                              posto.campo);
         grid().setFocus();
     } else if (posto.scheda == calc::Scheda::Tabelle) {
         goTo(store::campoTabella(posto.riga));
@@ -237,13 +238,14 @@ bool DatiGenerali::finishTyping()
     return false;
 }
 
-void DatiGenerali::store()
+bool DatiGenerali::store()
 {
     JobTexts texts{{store::CampoCodici, grid().cells().tableText()}};
     for (const Input& input : m_inputs)
         texts[input.field] = input.line != nullptr ? input.line->text() : input.lines->storedText();
     saveTexts(m_lavoro, store::TabellaDatiGenerali, texts, m_loaded);
     m_loaded = loadTexts(m_lavoro, store::TabellaDatiGenerali);
+    return true;
 }
 
 } // namespace zelto::coefficients

@@ -32,7 +32,7 @@ public:
 
 protected:
     bool finishTyping() override;
-    void store() override;
+    bool store() override;
 
 private:
     /// How a field is entered: in one line or in several.

@@ -147,39 +147,63 @@ void Variabili::countRows()
     }
 }
 
-std::vector<CodeRename> Variabili::askForRenames()
+/// Whether the rooms are to follow; nothing when the user gives up. They cannot where they would
+/// become another row's.
+std::optional<bool> Variabili::askWhetherToFollow(const Renames& renames)
 {
-    std::vector<CodeRename> renames;
+    const int rooms = roomsUsing(m_lavoro, renames);
+    if (rooms == 0)
+        return false;
+    QStringList codes;
+    for (const CodeRename& rename : renames)
+        codes << u'[' + rename.before + u']';
+    const QString use = (rooms == 1 ? u"1 vano usa %1"_s : u"%1 vani usano %2"_s.arg(rooms))
+                            .arg(codes.join(u", "_s));
+    const auto taken = std::ranges::find_if(renames, &CodeRename::isTaken);
+    if (taken == renames.end()) {
+        const std::optional<int> answer =
+            dialogs().choose(use + u": rinominare?"_s, {u"&Sì"_s, u"&No"_s});
+        return answer ? std::optional(*answer == 0) : std::nullopt;
+    }
+    dialogs().showMessage(
+        u"%1, e restano come sono: il codice [%2] è anche di un'altra riga."_s.arg(use,
+                                                                                   taken->after));
+    return false;
+}
+
+std::optional<Renames> Variabili::askForRenames()
+{
+    Renames made;
     for (int group = 1; group < store::Groups; ++group)
-        for (const CodeRename& rename :
-             renamedCodes(group, m_loaded.value(store::campoGruppo(group)),
-                          m_groups.value(store::campoGruppo(group)),
-                          m_formerRows[static_cast<std::size_t>(group)])) {
-            const int rooms = roomsUsing(m_lavoro, rename);
-            const QString question =
-                rooms == 1 ? u"1 vano usa [%1]: rinominare?"_s.arg(rename.before)
-                           : u"%1 vani usano [%2]: rinominare?"_s.arg(QString::number(rooms),
-                                                                      rename.before);
-            if (rooms > 0 && dialogs().askYesNo(question))
-                renames.push_back(rename);
+        for (const Renames& renames : renamedCodes(group, m_loaded.value(store::campoGruppo(group)),
+                                                   m_groups.value(store::campoGruppo(group)),
+                                                   m_formerRows[static_cast<std::size_t>(group)])) {
+            const std::optional<bool> follow = askWhetherToFollow(renames);
+            if (!follow)
+                return std::nullopt;
+            if (*follow)
+                made.insert(made.end(), renames.begin(), renames.end());
         }
-    return renames;
+    return made;
 }
 
 void Variabili::goTo(const calc::Posto& posto)
 {
     m_tabs->setCurrentIndex(posto.elenco - 1);
-    grid().setCurrentCell(std::clamp(posto.riga, 1, grid().cells().rowCount()) - 1, 0);
+    grid().setCurrentCell(std::clamp(posto.riga, 1, grid().cells().rowCount()) - 1, posto.campo);
 }
 
-void Variabili::store()
+bool Variabili::store()
 {
     keepGroup();
-    const std::vector<CodeRename> renames = askForRenames();
+    const std::optional<Renames> renames = askForRenames();
+    if (!renames)
+        return false;
     saveTexts(m_lavoro, store::TabellaVariabili, m_groups, m_loaded,
-              [&] { renameCodes(m_lavoro, renames); });
+              [&] { renameCodes(m_lavoro, *renames); });
     m_loaded = m_groups;
     countRows();
+    return true;
 }
 
 } // namespace zelto::coefficients

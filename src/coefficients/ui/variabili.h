@@ -32,7 +32,7 @@ public:
     void goTo(const calc::Posto& posto);
 
 protected:
-    void store() override;
+    bool store() override;
 
 private:
     QWidget* buildContents();
@@ -41,7 +41,8 @@ private:
     void remarkEnd();
     void followRows();
     void countRows();
-    [[nodiscard]] std::vector<CodeRename> askForRenames();
+    [[nodiscard]] std::optional<bool> askWhetherToFollow(const Renames& renames);
+    [[nodiscard]] std::optional<Renames> askForRenames();
 
     store::Database& m_lavoro;
     QStringList m_descriptions;

@@ -5,6 +5,8 @@
 #include "register/ui/remark_model.h"
 #include "widgets/keys.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -39,6 +41,11 @@ Controllo::Controllo(const JobRemarks& remarks, QWidget* parent)
             });
     for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
         widgets::addKey(*m_list, enter, [this] { go(); });
+    widgets::addKey(*m_list, QKeySequence::Copy, [this] {
+        if (const Osservazione* const remark = m_model->remark(m_list->currentIndex()))
+            QGuiApplication::clipboard()->setText(calc::testo(*remark));
+    });
+    widgets::keepRedoKey(*m_filter);
     widgets::addKey(*this, Qt::Key_Escape, [this] { emit left(); });
 }
 
@@ -77,11 +84,17 @@ void Controllo::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     refresh();
+}
+
+/// The places are seen whole, as far as they leave room for the rest.
+void Controllo::widenPlaces()
+{
+    const int before = m_list->columnWidth(RemarkModel::Place);
     m_list->resizeColumnToContents(RemarkModel::Place);
     const int wanted =
         m_list->columnWidth(RemarkModel::Place) + 2 * fontMetrics().averageCharWidth();
     const int most = m_list->viewport()->width() * 6 / 10;
-    m_list->setColumnWidth(RemarkModel::Place, std::min(wanted, most));
+    m_list->setColumnWidth(RemarkModel::Place, std::max(before, std::min(wanted, most)));
 }
 
 void Controllo::refresh()
@@ -96,6 +109,7 @@ void Controllo::refresh()
     for (int kind = 0; kind < m_model->rowCount({}); ++kind)
         m_list->setFirstColumnSpanned(kind, {}, true);
     m_list->expandAll();
+    widenPlaces();
     keepCurrent(former, current.row());
     showCount();
 }
@@ -111,7 +125,7 @@ void Controllo::showCount()
     else if (m_filter->text().trimmed().isEmpty())
         m_count->setText(counts);
     else
-        m_count->setText(u"%1 di %2"_s.arg(m_model->count()).arg(counts));
+        m_count->setText(u"%1 di %2 (%3)"_s.arg(m_model->count()).arg(all.size()).arg(counts));
 }
 
 void Controllo::keepCurrent(const std::optional<Osservazione>& former, int formerRow)

@@ -40,6 +40,7 @@ private:
     void build();
     void refresh();
     void showCount();
+    void widenPlaces();
     void keepCurrent(const std::optional<calc::Osservazione>& former, int formerRow);
     void go();
 

@@ -264,6 +264,10 @@ void Parametri::goTo(const calc::Posto& posto)
         return;
     if (posto.unita > 0 && readUnit(m_context.lavoro, posto.unita).empty())
         return offerToDelete(posto);
+    if (posto.vano == 0 && posto.unita > 0) {
+        m_elenco->showUnit(posto.unita);
+        m_tabs->setCurrentIndex(Elenco);
+    }
     goTo({.unit = posto.unita,
           .position = posto.vano,
           .field = posto.campo,

@@ -65,8 +65,8 @@ public:
     /// What the check of the job says, from when the screen is painted on.
     [[nodiscard]] const JobRemarks& remarks() const;
 
-    /// Shows the unit, room and field of a remark, and puts the keyboard there. A room whose unit
-    /// is gone cannot be shown, but deleted if the user wants that.
+    /// Shows the unit, room and field of a remark, and puts the keyboard there; filters that hide
+    /// the unit go. A room whose unit is gone cannot be shown, but deleted if the user wants that.
     void goTo(const calc::Posto& posto);
 
 signals:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "register/ui/unit_list.h"
 
+#include "widgets/keys.h"
 #include "widgets/marks.h"
 
 #include <QComboBox>
@@ -64,6 +65,7 @@ UnitList::UnitList(RegisterModel& model, widgets::ContextMenu& menu)
     m_search->setClearButtonEnabled(true);
     m_search->setToolTip(u"Una parte del riferimento (Ctrl+F); F3 va alla seguente"_s);
     m_search->installEventFilter(this);
+    widgets::keepRedoKey(*m_search);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(filterRow());
     layout->addWidget(&grid());
@@ -154,6 +156,14 @@ void UnitList::showCurrent()
 UnitFilter UnitList::filter() const
 {
     return {.scala = chosen(*m_scala), .livello = chosen(*m_livello)};
+}
+
+void UnitList::showUnit(int unit)
+{
+    if (grid().cells().rowOf(unit) >= 0)
+        return;
+    for (QComboBox* list : {m_livello, m_scala})
+        list->setCurrentIndex(0);
 }
 
 void UnitList::beginSearch()

@@ -23,6 +23,9 @@ public:
 
     /// Puts the user into the search field.
     void beginSearch();
+
+    /// Has the unit among those listed, without filters if need be.
+    void showUnit(int unit);
     /// Goes on to the next listed unit, or back, whose reference contains what is searched for.
     void searchOn(bool forward);
 
