@@ -166,7 +166,8 @@ bool fits(const ReportPage& page, const UnitaImmobiliare& unita)
 QString roomNameOnPaper(const print::PrintEngine& engine, const QString& name, float CR)
 {
     const float end = endOfName(engine, MascheraSuperficie.format(CR).toStdString());
-    return engine.fitted(printedName(name).trimmed(), end - NameColumn).text;
+    constexpr qsizetype Dash = 3; // "-" and two blanks before the name
+    return engine.fitted(printedName(name).trimmed(), end - NameColumn).text.mid(Dash);
 }
 
 void controllaProspetto(const SizedJob& job)

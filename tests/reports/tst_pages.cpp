@@ -2,6 +2,7 @@
 // What the reports put where on their pages.
 #include "calc/calc_error.h"
 #include "report_fixture.h"
+#include "reports/on_paper.h"
 #include "reports/print_sequence.h"
 #include "support/building.h"
 #include "support/runner.h"
@@ -103,7 +104,10 @@ private slots:
             QCOMPARE(number.size(), 1U);
             QCOMPARE(number[0].page, page);
         }
-        QCOMPARE(printer.surface.find(u"Rif. - VERDI.2 -").size(), 3U);
+        const auto references = printer.surface.find(u"Rif. - VERDI.2 -");
+        QCOMPARE(references.size(), 3U);
+        // It ends with the text, whatever its length.
+        QVERIFY(std::abs(references[0].right - 60 * printer.engine.CharWidth()) < 1);
         const auto end = printer.surface.find(u"Fine.");
         QCOMPARE(end.size(), 1U);
         QCOMPARE(end[0].page, 2);
@@ -236,6 +240,69 @@ private slots:
             QCOMPARE(total.size(), 1U);
             QCOMPARE(total[0].page, pages - 1);
             QVERIFY(std::abs(total[0].right - 127 * bodyColumn) < 1);
+        }
+    }
+
+    /// Names in capitals that differ in their last letter, and a job deep in its folders.
+    void namesArePrintedWhole()
+    {
+        ModelloLavoro modello = units(2);
+        modello.datiGenerali = {{u"Descrizione"_s, u"CONDOMINIO DEI CEDRI"_s},
+                                {u"Descrizionee"_s, u"VIA GARIBALDI 12, FIRENZE"_s}};
+        const QString building = u"CONDOMINIO DEI CEDRI VIA GARIBALDI 12, FIRENZE"_s;
+        for (std::size_t u = 0; u < 2; ++u) {
+            const QString last = QString::number(u + 1);
+            modello.unita[u].Riferimento = u"SC.A INT.12 MONTEMAGGI"_s + last;
+            modello.unita[u].Livello = u"PIANO SEMINTERRATO "_s + last;
+            modello.unita[u].vani = {room(1234.5F, u"RIPOSTIGLIO N."_s + last)};
+        }
+        Printer printer(modello);
+        const QString folder = u"/home/studio/CONDOMINI"_s.repeated(6);
+        printer.context.jobPath = folder + u"/CEDRI-VIA-GARIBALDI.ZLT"_s;
+        print(printer, OpzioniCalcolo());
+        print(printer, allocation(u"1000"_s));
+        QStringList drawn;
+        for (const PlacedText& text : printer.surface.texts)
+            drawn << text.text.trimmed();
+        for (const auto& unita : modello.unita) {
+            QCOMPARE(drawn.count(unita.Riferimento), 3); // in the tables
+            QCOMPARE(drawn.count(unita.Livello), 3);
+            QCOMPARE(drawn.count(u"Riferimento - "_s + unita.Riferimento), 1);
+            QCOMPARE(drawn.count(u"-  "_s + unita.vani[0].Ambiente), 1);
+        }
+        for (const PlacedText& line : printer.surface.find(u"- /home/studio")) {
+            QVERIFY2(line.text.endsWith(u"…/CEDRI-VIA-GARIBALDI.ZLT - "_s + building) ||
+                         line.text.endsWith(u"/CEDRI-VIA-GARIBALDI.ZLT - "_s + building),
+                     qPrintable(line.text));
+            QVERIFY(line.right <= 130 * bodyColumn);
+        }
+    }
+
+    /// The check is told what the tables do to a name.
+    void namesOnPaper()
+    {
+        using zelto::calc::Stampato;
+        const auto onPaper = sullaCarta();
+        struct Case
+        {
+            Stampato what;
+            QString name;
+            double figure;
+            bool whole;
+        };
+        const std::vector<Case> cases{
+            {Stampato::Riferimento, u"SC.A INT.12 MONTEMAGGI1"_s, 0, true},
+            {Stampato::Riferimento, QString(23, u'W'), 0, false},
+            {Stampato::Livello, u"PIANO SEMINTERRATO 1"_s, 99999.9999, true},
+            {Stampato::Livello, QString(16, u'W'), 1, true},
+            {Stampato::Livello, QString(16, u'W'), 99999.9999, false},
+            {Stampato::Ambiente, u"RIPOSTIGLIO N.1"_s, 99999.99, true},
+            {Stampato::Ambiente, QString(15, u'W'), 99999.99, false},
+        };
+        for (const Case& c : cases) {
+            const QString shown = onPaper(c.what, c.name, c.figure);
+            QVERIFY2(shown.endsWith(u'…') != c.whole, qPrintable(c.name));
+            QVERIFY2((shown.endsWith(c.name)) == c.whole, qPrintable(shown));
         }
     }
 
