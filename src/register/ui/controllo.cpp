@@ -93,7 +93,7 @@ void Controllo::widenPlaces()
     m_list->resizeColumnToContents(RemarkModel::Place);
     const int wanted =
         m_list->columnWidth(RemarkModel::Place) + 2 * fontMetrics().averageCharWidth();
-    const int most = m_list->viewport()->width() * 6 / 10;
+    const int most = m_list->viewport()->width() * 4 / 10;
     m_list->setColumnWidth(RemarkModel::Place, std::max(before, std::min(wanted, most)));
 }
 

@@ -38,10 +38,18 @@ UnitDetail::UnitDetail(RegisterModel& model) : m_model(model), m_combo1(new Cell
     setObjectName(u"SchedaDettaglio"_s);
     m_combo1->setObjectName(u"Combo1"_s);
     m_combo1->setAccessibleName(u"Codici scala"_s);
-    auto* form = new QFormLayout(this);
+    // Ten tables take more height than there may be.
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    auto* fields = new QWidget;
+    auto* form = new QFormLayout(fields);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     for (const Column& column : columnsOf(Table::Units))
         column.holds == Holds::Flag ? addTable(*form, column) : addField(*form, column);
+    setWidget(fields);
+    viewport()->setAutoFillBackground(false);
+    fields->setAutoFillBackground(false);
     connect(m_combo1, &CellPicker::chosen, this, [this](int entry) {
         const QString code = m_model.lists().scale.value(entry - 1).trimmed();
         scala().setText(code);
@@ -131,24 +139,27 @@ void UnitDetail::showUnit()
 void UnitDetail::goTo(int field)
 {
     const auto behind = m_dati.upperBound(field);
-    (behind == m_dati.begin() ? behind : std::prev(behind)).value()->setFocus();
+    TypedLine* shown = (behind == m_dati.begin() ? behind : std::prev(behind)).value();
+    ensureWidgetVisible(shown);
+    shown->setFocus();
 }
 
 bool UnitDetail::eventFilter(QObject* watched, QEvent* event)
 {
     const auto* key = dynamic_cast<QKeyEvent*>(event);
     const bool byKey = event->type() == QEvent::KeyPress && key != nullptr && opensList(*key);
-    if (byKey || event->type() == QEvent::MouseButtonDblClick) {
+    if (watched == &scala() && (byKey || event->type() == QEvent::MouseButtonDblClick)) {
         openScale();
         return true;
     }
-    return QWidget::eventFilter(watched, event);
+    return QScrollArea::eventFilter(watched, event);
 }
 
 void UnitDetail::openScale()
 {
     const Offer offer = offeredStaircases(m_model.lists(), scala().text());
-    m_combo1->open(offer.entries, offer.current, scala().geometry(), {});
+    const QRect place(scala().mapTo(this, QPoint()), scala().size());
+    m_combo1->open(offer.entries, offer.current, place, {});
 }
 
 } // namespace zelto::registro

@@ -3,7 +3,7 @@
 
 #include "register/register_model.h"
 
-#include <QWidget>
+#include <QScrollArea>
 
 class QCheckBox;
 class QFormLayout;
@@ -16,7 +16,7 @@ class TypedLine;
 namespace zelto::registro {
 
 /// The panel "Dettaglio": the fields of the current unit and its special tables.
-class UnitDetail : public QWidget
+class UnitDetail : public QScrollArea
 {
     Q_OBJECT
 
