@@ -151,22 +151,23 @@ FittedText fitted(FontCache& fonts, FontState font, const QString& text, double 
 {
     constexpr float Smallest = 6; // points
     constexpr float Step = 0.5F;
-    auto metrics = fonts.find(font);
-    const double wide = metrics->width(text);
+    const auto whole = fonts.find(font);
+    const double wide = whole->width(text);
     if (wide <= width || font.size <= Smallest)
         return {text, font.size};
     // Widths follow the size but for roundings.
     font.size = std::floor(font.size / Step * static_cast<float>(width / wide) + 1) * Step;
-    while (font.size > Smallest && (metrics = fonts.find(font))->width(text) > width)
+    while (font.size > Smallest && fonts.find(font)->width(text) > width)
         font.size -= Step;
     font.size = std::max(font.size, Smallest);
-    metrics = fonts.find(font);
-    if (metrics->width(text) <= width)
-        return {text, font.size};
-    const QChar ellipsis = u'…';
-    return {text.left(metrics->fittingLength(text, width - metrics->width(QString{ellipsis}))) +
-                ellipsis,
-            font.size};
+    const auto smaller = fonts.find(font);
+    FittedText shown{text, font.size, whole->ascent() - smaller->ascent()};
+    if (smaller->width(text) > width) {
+        const QString ellipsis = u"…"_s;
+        const double rest = width - smaller->width(ellipsis);
+        shown.text = text.left(smaller->fittingLength(text, rest)) + ellipsis;
+    }
+    return shown;
 }
 
 } // namespace zelto::print

@@ -102,7 +102,8 @@ private:
 struct FittedText
 {
     QString text;
-    float size = 0; ///< points
+    float size = 0;  ///< points
+    double drop = 0; ///< twips between its top and that of the font, on the same baseline
 };
 
 /// The text whole in the font, or in the largest smaller size in which it is not wider than the

@@ -14,15 +14,17 @@ constexpr float Centre = 40.5F;
 void drawFrame(const ReportContext& context)
 {
     print::PrintEngine& engine = context.engine;
-    printFitted(engine, u"Rif. - %1 -"_s.arg(context.jobReference()), 74 - LeftRule,
-                [&](const QString& shown) { engine.PrintRight(7, 74, 0, shown); });
+    printFitted(
+        engine, u"Rif. - %1 -"_s.arg(context.jobReference()), 74 - LeftRule,
+        [&](const QString& shown, float drop) { engine.PrintRight(7 + drop, 74, 0, shown); });
     engine.SetFontSize(12);
     engine.DrawHLine(20, LeftRule, RightRule, RuleWidth);
     engine.SetFontSize(20);
     constexpr float Width = RightRule - LeftRule;
     const auto printLine = [&](float row, const QString& text) {
-        printFitted(engine, text, Width,
-                    [&](const QString& shown) { engine.PrintCentred(row, Centre, Width, shown); });
+        printFitted(engine, text, Width, [&](const QString& shown, float drop) {
+            engine.PrintCentred(row + drop, Centre, Width, shown);
+        });
     };
     printLine(21.5F, u"TABELLE MILLESIMALI"_s);
     printLine(23.5F, context.modello.datiGenerali[u"Descrizione"_s]);

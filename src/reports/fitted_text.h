@@ -6,17 +6,17 @@
 
 namespace zelto::reports {
 
-/// Has a text printed that has so much room: in the size in force, else smaller, at last with an
-/// ellipsis at its end.
+/// Has a text printed that has so much room: in the size in force, else smaller on the same
+/// baseline, so many rows lower, at last with an ellipsis at its end.
 template <typename Print>
 void printFitted(print::PrintEngine& engine, const QString& text, float width, const Print& print)
 {
     const float size = engine.FontSize();
     const print::FittedText shown = engine.fitted(text, width);
     if (shown.size == size)
-        return print(shown.text);
+        return print(shown.text, 0.0F);
     engine.SetFontSize(shown.size);
-    print(shown.text);
+    print(shown.text, static_cast<float>(shown.drop) / engine.LineHeight());
     engine.SetFontSize(size);
 }
 
@@ -32,7 +32,7 @@ void printFitted(print::PrintEngine& engine, const QString& text, float width, c
 [[nodiscard]] inline float endBefore(const print::PrintEngine& engine, float column,
                                      QStringView figure)
 {
-    constexpr float Gap = 0.5F;
+    constexpr float Gap = 1;
     while (figure.startsWith(u' '))
         figure = figure.sliced(1);
     return column - Gap - engine.textWidth(figure) / engine.CharWidth();

@@ -103,8 +103,9 @@ void ReportPage::rule()
 void ReportPage::title(const QString& text, float width)
 {
     m_engine.SetFontSize(TitleSize);
-    printFitted(m_engine, text, width,
-                [&](const QString& shown) { left(TitleColumn, shown, width); });
+    printFitted(m_engine, text, width, [&](const QString& shown, float drop) {
+        m_engine.PrintText(m_row + drop, TitleColumn, width, shown);
+    });
     m_engine.SetFontSize(BodySize);
 }
 
@@ -119,7 +120,9 @@ void ReportPage::fitted(float column, float width, float end, const QString& tex
 {
     if (inkWidth(m_engine, text) <= (width > 0 ? width : end - column))
         return left(column, text, width);
-    printFitted(m_engine, text, end - column, [&](const QString& shown) { left(column, shown); });
+    printFitted(m_engine, text, end - column, [&](const QString& shown, float drop) {
+        m_engine.PrintText(m_row + drop, column, 0, shown);
+    });
 }
 
 } // namespace zelto::reports

@@ -39,8 +39,8 @@ void drawReference(const ReportContext& context)
     const QString text = u"Rif. - %1 -"_s.arg(context.jobReference());
     if (NumberColumn + inkWidth(engine, text) <= TextColumn + TextWidth)
         return engine.PrintText(Row, NumberColumn, 0, text);
-    printFitted(engine, text, TextWidth, [&](const QString& shown) {
-        engine.PrintRight(Row, TextColumn + TextWidth, 0, shown);
+    printFitted(engine, text, TextWidth, [&](const QString& shown, float drop) {
+        engine.PrintRight(Row + drop, TextColumn + TextWidth, 0, shown);
     });
 }
 

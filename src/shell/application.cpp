@@ -20,6 +20,7 @@
 #include <QDockWidget>
 #include <QKeyEvent>
 #include <QMdiSubWindow>
+#include <QScreen>
 
 namespace zelto::shell {
 
@@ -149,7 +150,7 @@ void Application::showGuide(const QWidget* asking)
 void Application::show()
 {
     constexpr QSize FirstSize(1000, 700);
-    m_window.resize(FirstSize);
+    m_window.resize(FirstSize.boundedTo(m_window.screen()->availableSize()));
     m_window.restoreGeometry(
         QByteArray::fromBase64(m_settings.LeggiIni(u"Main"_s, u"Finestra"_s).toLatin1()));
     m_window.show();
