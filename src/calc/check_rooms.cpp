@@ -163,6 +163,11 @@ void controllaAltezza(const UnitaScritta& scritta, UnitaControllata& esito)
             {osservaUnita(Regola::TestoNonNumero, scritta, CampoAltezza, osservaCifra(testo)),
              {},
              numeroInteso(testo)});
+    if (testo.isEmpty() && !scritta.CodScala.trimmed().isEmpty())
+        esito.rilievi.push_back({osservaUnita(Regola::AltezzaVuota, scritta, CampoAltezza,
+                                              u"l'altezza manca: vale 0."_s),
+                                 {},
+                                 {}});
     if (std::isfinite(esito.formata.HPiano))
         return;
     esito.rilievi.push_back({osservaUnita(Regola::CifraTagliata, scritta, CampoAltezza,

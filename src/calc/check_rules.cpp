@@ -59,6 +59,8 @@ constexpr std::array Regole{
     DescrizioneRegola{SegnoSenzaTabella, Avviso, Unita, u"X in una tabella senza nome",
                       u"una tabella senza nome non si calcola; con una riga vuota fra i nomi la X "
                       u"conta per la tabella che prende quella colonna"},
+    DescrizioneRegola{AltezzaVuota, Avviso, Unita, u"altezza vuota in una scala",
+                      u"vale 0: l'unità non ha millesimi di piano"},
     DescrizioneRegola{AltezzaNegativa, Avviso, Unita, u"altezza negativa in una scala",
                       u"i millesimi di piano sono negativi, e gli altri ne pagano di più"},
     DescrizioneRegola{AltezzeDiverse, Avviso, Unita,

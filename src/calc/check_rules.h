@@ -32,6 +32,7 @@ enum class Regola {
     RiferimentoDoppio,
     ScalaIgnota,
     SegnoSenzaTabella,
+    AltezzaVuota,
     AltezzaNegativa,
     AltezzeDiverse,
     RigheEscluse,

@@ -183,6 +183,11 @@ const std::vector<Fault> Faults{
                   unit.Livello.clear();
                   unit.HPiano = "-0.1";
               }),
+    unitFault(AltezzaVuota, 5,
+              [](UnitaScritta& unit) {
+                  unit.Livello.clear();
+                  unit.HPiano.clear();
+              }),
     unitFault(RiferimentoMancante, 2, [](UnitaScritta& unit) { unit.Riferimento = u"  "_s; }),
     unitFault(RiferimentoDoppio, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int. 1"_s; }),
     unitFault(NomiUguali, 2, [](UnitaScritta& unit) { unit.Riferimento = u"Int.  1"_s; }),
