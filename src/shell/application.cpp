@@ -287,13 +287,15 @@ void Application::showPrintScreen(store::Database& lavoro)
                    .print = {.engine = m_engine,
                              .printers = m_printers,
                              .window = m_window,
-                             .dialogs = m_dialogs}},
+                             .dialogs = m_dialogs,
+                             .settings = m_settings}},
                   &m_window);
     // Once the screen is closed.
     connect(
         &screen, &Screen::controlloRequested, this, [this, &lavoro] { showControllo(lavoro); },
         Qt::QueuedConnection);
     screen.exec();
+    m_window.activateWindow(); // not every desktop gives the focus back to it
 }
 
 void Application::setUpPrinter()
