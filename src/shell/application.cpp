@@ -190,6 +190,9 @@ void Application::showPlace(store::Database& lavoro, const calc::Posto& posto)
         coefficients::Variabili screen(lavoro, m_groupDescriptions, m_dialogs, m_settings,
                                        &m_window);
         screen.goTo(posto);
+        if (m_parametri)
+            connect(&screen, &coefficients::Variabili::roomsRenamed, m_parametri,
+                    &registro::Parametri::followTexts);
         showModal(screen);
     } else {
         coefficients::DatiGenerali screen(lavoro, m_dialogs, m_settings, &m_window);
@@ -248,8 +251,8 @@ void Application::buildControllo(store::Database& lavoro)
     // Those of the screen count in the screen alone.
     m_controllo->addActions(m_parametri->commands());
     connect(controllo, &Controllo::left, this, [this] {
+        returnToParametri(); // while it is known where that was
         m_controllo->hide();
-        returnToParametri();
     });
     connect(controllo, &Controllo::chosen, this, [this, &lavoro](const calc::Posto& posto) {
         reportingErrors([&] { showPlace(lavoro, posto); });

@@ -10,7 +10,6 @@
 #include "print/ui/zoom_bar.h"
 #include "store/settings.h"
 #include "widgets/dialogs.h"
-#include "widgets/icons.h"
 #include "widgets/main_window_services.h"
 
 #include <QGuiApplication>
@@ -32,19 +31,11 @@ constexpr double ZoomStep = 1.25;
 constexpr double LeastMagnification = 0.5;
 constexpr double MostMagnification = 4;
 
-QCursor lens(const QString& name)
-{
-    constexpr int Size = 24;
-    constexpr QPoint Centre(10, 10);
-    return QCursor(widgets::icon(name).pixmap(Size), Centre.x(), Centre.y());
-}
-
 } // namespace
 
 frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
     : QDialog(parent), m_services(services), m_document(std::move(document)),
       m_pageCount(services.engine.pageCount()), m_barra(new QWidget(this)),
-      m_enlarging(lens(u"lente_piu"_s)), m_reducing(lens(u"lente_meno"_s)),
       m_navigator(new PageNavigator(m_pageCount, m_barra)), m_zoom(new ZoomBar(m_barra)),
       m_view(new PageView(this))
 {
@@ -180,7 +171,7 @@ void frmPreview::layOut(const ScrollPosition& position)
     const PreviewLayout layout = PreparePreview();
     const DrawnPage drawn = drawPage(m_services.engine, m_page, layout.picture, devicePixelRatio());
     m_view->showPage(drawn.picture, layout, position);
-    m_view->picture().setCursor(m_magnification == WholePage ? m_enlarging : m_reducing);
+    m_view->picture().setLens(m_magnification == WholePage);
     m_view->picture().setAccessibleDescription(drawn.fault);
     m_zoom->showScale(layout.scale, m_magnification == WholePage);
     // Once: every change of the window's size draws the page again.

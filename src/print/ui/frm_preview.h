@@ -4,7 +4,6 @@
 #include "print/preview_layout.h"
 #include "print/ui/print_output.h"
 
-#include <QCursor>
 #include <QDialog>
 
 #include <optional>
@@ -75,8 +74,6 @@ private:
     std::optional<double> m_scale; ///< the size on paper times this, whatever the window's size
     QString m_fault;               ///< of the page shown, already reported
     QWidget* m_barra;
-    QCursor m_enlarging;
-    QCursor m_reducing;
     PageNavigator* m_navigator;
     ZoomBar* m_zoom;
     PageStrip* m_strip = nullptr;
