@@ -4,6 +4,8 @@
 #include "support/disk_limit.h"
 #include "support/runner.h"
 
+#include <QTimeZone>
+
 #include <numeric>
 
 using namespace zelto::shell;
