@@ -165,7 +165,7 @@ private slots:
     void rulesOfTheAllocationScreen()
     {
         const auto screen = open<Riparto>();
-        const QStringList names{u"Tabella"_s, u"Scala"_s, u"Sezione3"_s};
+        const QStringList names{u"Tabella"_s, u"Scala"_s, u"Indice"_s};
         QCOMPARE(visible(*screen, names), u"---"_s);
         check(*screen, {u"TabSel1"_s}, true);
         QCOMPARE(visible(*screen, names), u"T--"_s);
