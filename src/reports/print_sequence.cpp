@@ -131,11 +131,20 @@ QStringList wordsOf(const auto& items)
 const std::vector<Section>& sections()
 {
     static const std::vector<Section> all{
-        {u"prima-pagina"_s, u" Prima pagina"_s, true, true, prepared<StampaPrimaPagina>},
-        {u"relazione"_s, u" Relazione"_s, true, true, prepared<StampaRelazione>},
-        {SezioneCalcolo, u" Calcolo"_s, true, true, preparedCalculation},
-        {u"schede"_s, u" Schede"_s, false, true, preparedSheets},
-        {u"grafico"_s, u" Grafico"_s, false, false, preparedChart},
+        {.word = u"prima-pagina"_s,
+         .caption = u" Prima pagina"_s,
+         .prepared = prepared<StampaPrimaPagina>},
+        {.word = u"relazione"_s, .caption = u" Relazione"_s, .prepared = prepared<StampaRelazione>},
+        {.word = SezioneCalcolo, .caption = u" Calcolo"_s, .prepared = preparedCalculation},
+        {.word = u"schede"_s,
+         .caption = u" Schede"_s,
+         .isUsual = false,
+         .prepared = preparedSheets},
+        {.word = u"grafico"_s,
+         .caption = u" Grafico"_s,
+         .isUsual = false,
+         .inAllocation = false,
+         .prepared = preparedChart},
     };
     return all;
 }

@@ -42,8 +42,8 @@ struct Section
 {
     QString word;
     QString caption;
-    bool isUsual;      ///< whether it is drawn unless the user chooses
-    bool inAllocation; ///< whether the screen of an allocation has a box for it
+    bool isUsual = true;      ///< whether it is drawn unless the user chooses
+    bool inAllocation = true; ///< whether the screen of an allocation has a box for it
     /// Computes what it draws. Throws CalcError when a figure does not fit its column. Context and
     /// options outlive the drawing.
     Drawing (*prepared)(const ReportContext& context, const OpzioniStampa& opzioni);

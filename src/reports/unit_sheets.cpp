@@ -135,11 +135,11 @@ void Sheet::printList(const QString& label, const QStringList& names)
             continue;
         }
         m_page.nextRow();
-        m_page.left(LeftColumn, line + u',');
+        m_page.fitted(LeftColumn, 0, RightMargin, line + u',');
         line = name;
     }
     m_page.nextRow();
-    m_page.left(LeftColumn, line);
+    m_page.fitted(LeftColumn, 0, RightMargin, line);
 }
 
 void Sheet::printRoomHeads()

@@ -235,16 +235,15 @@ private slots:
             QVERIFY(std::abs(boxes[u].left() - std::min(zero, end)) < 2);
             QVERIFY(std::abs(boxes[u].right() - std::max(zero, end)) < 2);
         }
+        if (pages > 1) // lines do not know theirs
+            return;
         for (const PlacedText& text : texts) {
-            QVERIFY2(text.right < 130 * bodyColumn, qPrintable(text.text));
-            const QRectF ink(QPointF{text.left, text.top + 40},
-                             QPointF{text.right, text.top + 170});
-            if (text.page == 0 && ink.top() > boxes.front().top())
-                for (const QLineF& line : printer.surface.lines)
-                    QVERIFY2(line.dx() != 0 || pages > 1 || line.x1() < ink.left() ||
-                                 line.x1() > ink.right() || line.y2() < ink.top() ||
-                                 line.y1() > ink.bottom(),
-                             qPrintable(text.text));
+            const QRectF ink({text.left, text.top + 40}, QPointF{text.right, text.top + 170});
+            QVERIFY2(ink.right() < 130 * bodyColumn, qPrintable(text.text));
+            for (const QLineF& line : printer.surface.lines)
+                QVERIFY2(line.x2() < ink.left() || line.x1() > ink.right() ||
+                             line.y2() < ink.top() || line.y1() > ink.bottom(),
+                         qPrintable(text.text));
         }
     }
 };
