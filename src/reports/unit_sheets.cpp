@@ -48,7 +48,8 @@ struct CoefficientPlace
 constexpr std::array CoefficientPlaces{CoefficientPlace{15, 28, 71},
                                        CoefficientPlace{75, 90, RightMargin}};
 constexpr float RoomGap = 0.3F;
-constexpr float RoomRows = RoomGap + 1 + store::Coefficients / CoefficientPlaces.size();
+constexpr int CoefficientRows = store::Coefficients / int(CoefficientPlaces.size());
+constexpr float RoomRows = RoomGap + 1 + CoefficientRows;
 
 /// The sheet of a unit that is being drawn.
 class Sheet

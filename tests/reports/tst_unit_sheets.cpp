@@ -60,6 +60,13 @@ zelto::calc::LavoroScritto write(ModelloLavoro& modello, const std::vector<Figur
     return scritto;
 }
 
+QStringList filesIn(const QString& folder)
+{
+    QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+    names.sort();
+    return names;
+}
+
 } // namespace
 
 class TestUnitSheets : public QObject
@@ -166,23 +173,18 @@ private slots:
         const Printer printer(modello);
         const QString folder = m_folder.file(u"schede"_s);
         const Schede schede = schedeUnita(modello, printer.scritto, OpzioniCalcolo());
-        const auto files = [&] {
-            QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
-            names.sort();
-            return names;
-        };
 
         // One that cannot be replaced keeps the others from coming.
         QVERIFY(QDir().mkpath(folder + u"/004.pdf"_s));
         QVERIFY_THROWS_EXCEPTION(zelto::print::PrintError,
                                  writeSheets(folder, schede, printer.context, {}));
-        QCOMPARE(files(), QStringList());
+        QCOMPARE(filesIn(folder), QStringList());
         QVERIFY(QDir().rmdir(folder + u"/004.pdf"_s));
         writeSheets(folder, schede, printer.context, {});
-        QCOMPARE(files(),
+        QCOMPARE(filesIn(folder),
                  (QStringList{u"001 A-1 Bar.pdf"_s, u"001 a-1 BAR (2).pdf"_s,
                               u"002 ..-"_s + QString(53, u'x') + u".pdf"_s, u"004.pdf"_s}));
-        for (const QString& name : files())
+        for (const QString& name : filesIn(folder))
             QVERIFY(bytesOf(folder + u'/' + name).startsWith("%PDF-1.4"));
 
         const ModelloLavoro empty;
@@ -210,9 +212,9 @@ private slots:
     {
         QFETCH(std::vector<float>, sizes);
         QFETCH(QString, marks);
-        std::vector<UnitData> data;
-        for (const float size : sizes)
-            data.push_back({.size = size});
+        std::vector<UnitData> data(sizes.size());
+        for (std::size_t u = 0; u < sizes.size(); ++u)
+            data[u].size = sizes[u];
         Printer printer(building(data));
         const int pages = print(printer, u"grafico"_s, OpzioniCalcolo());
         QCOMPARE(pages, static_cast<int>((sizes.size() + 44) / 45));
