@@ -6,6 +6,7 @@
 #include "bench/whole_report.h"
 #include "print/ui/frm_preview.h"
 #include "print/ui/page_view.h"
+#include "store/settings.h"
 #include "support/scripted_user.h"
 
 #include <QApplication>
@@ -24,10 +25,16 @@ struct Desk
 {
     test::ScriptedUser user;
     print::PrinterDesk printers;
+    QTemporaryDir folder;
+    store::Settings settings{folder.filePath(u"Zelto.ini"_s)};
 
     [[nodiscard]] print::PrintServices services(print::PrintEngine& engine)
     {
-        return {.engine = engine, .printers = printers, .window = user, .dialogs = user};
+        return {.engine = engine,
+                .printers = printers,
+                .window = user,
+                .dialogs = user,
+                .settings = settings};
     }
 };
 

@@ -123,11 +123,19 @@ int roomsUsing(store::Database& lavoro, const Renames& renames)
     return static_cast<int>(changedRooms(lavoro, renames).size());
 }
 
-void renameCodes(store::Database& lavoro, std::span<const CodeRename> renames)
+RoomTexts renameCodes(store::Database& lavoro, std::span<const CodeRename> renames)
 {
+    RoomTexts texts;
+    for (const CodeRename& rename : renames)
+        texts[{fieldOf(rename.group), u'[' + rename.before + u']'}] = u'[' + rename.after + u']';
     store::RecordWriter rooms = lavoro.writer(store::jobTable(store::TabellaVani));
-    for (const auto& [before, after] : changedRooms(lavoro, renames))
+    for (const auto& [before, after] : changedRooms(lavoro, renames)) {
         rooms.change(before, after);
+        for (std::size_t field = 0; field < before.size(); ++field)
+            if (before[field] != after[field])
+                texts[{field, before[field].text()}] = after[field].text();
+    }
+    return texts;
 }
 
 } // namespace zelto::coefficients

@@ -4,7 +4,9 @@
 
 #include <QString>
 
+#include <map>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace zelto::store {
@@ -38,8 +40,12 @@ using Renames = std::vector<CodeRename>;
 /// DatabaseError, here and below.
 [[nodiscard]] int roomsUsing(store::Database& lavoro, const Renames& renames);
 
-/// The rooms refer to the rows by their new codes. All at once, so that codes may change places;
-/// within a transaction of the caller's and while the job still holds the old lists.
-void renameCodes(store::Database& lavoro, std::span<const CodeRename> renames);
+/// Texts of rooms, by their field and as they were, with what has become of them.
+using RoomTexts = std::map<std::pair<std::size_t, QString>, QString>;
+
+/// The rooms refer to the rows by their new codes; gives the texts that changed. All at once, so
+/// that codes may change places; within a transaction of the caller's and while the job still holds
+/// the old lists.
+RoomTexts renameCodes(store::Database& lavoro, std::span<const CodeRename> renames);
 
 } // namespace zelto::coefficients

@@ -57,10 +57,13 @@ void PainterSurface::setColour(QColor colour)
         m_painter.setPen(m_colour);
 }
 
+/// As wide on every surface, in whole dots and never less than one.
 void PainterSurface::usePen(float penWidth)
 {
-    QPen used = pen(std::clamp(penWidth, 0.0F, 1000.0F));
-    used.setColor(m_colour);
+    constexpr double UnitsPerInch = 300;
+    const double dots = m_painter.deviceTransform().m11(); // in a twip
+    const double twips = std::clamp(penWidth, 0.0F, 1000.0F) * TwipsPerInch / UnitsPerInch;
+    QPen used(m_colour, std::max(1.0, std::round(twips * dots)) / dots);
     used.setCapStyle(Qt::FlatCap);
     used.setJoinStyle(Qt::MiterJoin);
     m_painter.setPen(used);
@@ -86,14 +89,6 @@ void PagedSurface::prepare()
     }
 }
 
-QPen PagedSurface::pen(float penWidth) const
-{
-    constexpr double TwipsPerDot = TwipsPerInch / 600.0;
-    QPen used;
-    used.setWidthF(penWidth * TwipsPerDot);
-    return used;
-}
-
 PictureSurface::PictureSurface(QPaintDevice& device, double zoom)
     : m_zoom(std::clamp(zoom, 0.01, 100.0))
 {
@@ -106,14 +101,6 @@ double PictureSurface::zoomToFit(const QPaintDevice& device, float pageWidth)
 {
     const double dots = device.width() / device.devicePixelRatio();
     return dots * TwipsPerInch / device.logicalDpiX() / static_cast<double>(pageWidth);
-}
-
-QPen PictureSurface::pen(float penWidth) const
-{
-    QPen used;
-    used.setCosmetic(true);
-    used.setWidthF(std::max(1.0, std::round(penWidth * m_zoom)));
-    return used;
 }
 
 } // namespace zelto::print

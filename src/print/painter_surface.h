@@ -34,9 +34,6 @@ protected:
     /// Called before anything is drawn.
     virtual void prepare() {}
 
-    /// The width of a pen in the painter's units, or in dots if it is cosmetic.
-    [[nodiscard]] virtual QPen pen(float penWidth) const = 0;
-
 private:
     void usePen(float penWidth);
 
@@ -61,7 +58,6 @@ public:
 
 protected:
     void prepare() override;
-    [[nodiscard]] QPen pen(float penWidth) const override;
 
 private:
     QPagedPaintDevice& m_device;
@@ -84,9 +80,6 @@ public:
     void newPage() override {}
     void finish() override { painter().end(); }
     [[nodiscard]] double zoom() const override { return m_zoom; }
-
-protected:
-    [[nodiscard]] QPen pen(float penWidth) const override;
 
 private:
     double m_zoom;

@@ -36,11 +36,19 @@ double offset(int position, int length)
 
 PreviewLayout::PreviewLayout(const PreviewWindow& window, const PageSize& page,
                              double magnification)
-    : picture((fittingPicture(window, page) * magnification).toSize().expandedTo({1, 1}))
 {
+    const QSizeF exact = fittingPicture(window, page) * magnification;
+    picture = exact.toSize().expandedTo({1, 1});
     const int raised = qRound(RaisedTwips * window.dotsPerInch / TwipsPerInch);
     home = {(window.view.width() - picture.width()) / 2,
             (window.view.height() - raised - picture.height()) / 2};
+    scale = exact.width() * TwipsPerInch / window.dotsPerInch / static_cast<double>(page.width);
+}
+
+ScrollPosition PreviewLayout::atTop(int x) const
+{
+    constexpr int Margin = 8;
+    return {.x = x, .y = scrolled(middle().y() - Margin, picture.height())};
 }
 
 QPoint PreviewLayout::place(const ScrollPosition& position) const

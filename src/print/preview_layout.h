@@ -53,6 +53,10 @@ struct PreviewLayout
     /// middle.
     [[nodiscard]] QPoint place(const ScrollPosition& position) const;
 
+    /// The scroll position at which the picture's upper edge is just below that of the view, at the
+    /// place across.
+    [[nodiscard]] ScrollPosition atTop(int x) const;
+
     /// The scroll position that brings the point of the picture (pixels) to middle().
     [[nodiscard]] ScrollPosition centredOn(QPointF point) const;
 
@@ -64,6 +68,7 @@ struct PreviewLayout
 
     QSize picture{1, 1}; ///< in pixels, at least one
     QPoint home;
+    double scale = 1; ///< 1 is the size on paper
 };
 
 } // namespace zelto::print

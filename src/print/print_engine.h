@@ -33,6 +33,10 @@ struct FieldStyle
     bool underline = false;
 };
 
+/// How a page file was found: with nothing but records, with lines that are none, without any
+/// record.
+enum class PageCondition { Whole, Damaged, Empty };
+
 /// Text rows and columns on paper. A row is LineHeight twips high and a column CharWidth twips
 /// wide; coordinates may be fractional and count from the printable area's top-left corner.
 ///
@@ -139,7 +143,7 @@ public:
     /// Counts the lines that PrintParagraph would print and uses the text up.
     void CountWrappedLines(float width, QString& text, int& count) const;
 
-    // Shapes. Pen widths are device units: see Surface.
+    // Shapes. Pen widths: see Surface.
     void DrawBox(float top, float left, float bottom, float right, float penWidth, bool shadow);
     void DrawHLine(float row, float firstColumn, float lastColumn, float penWidth);
     void DrawVLine(float column, float firstRow, float lastRow, float penWidth);
@@ -150,10 +154,10 @@ public:
     // Replay
 
     /// Draws the recorded page PageNumber. A recording under way is given up.
-    void ReplayPage();
+    PageCondition ReplayPage();
 
     /// Draws the records that the open device holds, whatever state they are in.
-    void ReplayRecords(QIODevice& device);
+    PageCondition ReplayRecords(QIODevice& device);
 
     /// Draws the pages from first to last, counted from 1, each followed by a page break, and
     /// ends the print job.
@@ -175,7 +179,7 @@ private:
     void printLine(float row, float column, float width, const ParagraphLine& line,
                    Alignment alignment);
     void printJustified(float row, float column, float width, QStringView line);
-    void replayRecord(const RecordFields& record);
+    bool replayRecord(const RecordFields& record);
     void replayState(float lineHeight, float charWidth, const QString& fontName, float fontSize,
                      bool bold, bool underline, bool italic);
     void replayField(float row, float column, float width, float size, int alignment,

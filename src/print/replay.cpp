@@ -62,25 +62,26 @@ void forEachLine(QIODevice& device, const Use& use)
         end();
 }
 
-/// Calls the operation with the fields behind the opcode, one for each parameter; a record of fewer
-/// is skipped.
+/// Calls the operation with the fields behind the opcode, one for each parameter; false for a
+/// record of fewer.
 template <typename... Parameters>
-void call(PrintEngine& engine, void (PrintEngine::*operation)(Parameters...),
+bool call(PrintEngine& engine, void (PrintEngine::*operation)(Parameters...),
           const RecordFields& record)
 {
     constexpr std::size_t Count = sizeof...(Parameters);
     if (record.count() <= static_cast<int>(Count))
-        return;
+        return false;
     [&]<std::size_t... Index>(std::index_sequence<Index...>)
     {
         (engine.*operation)(record.value<std::remove_cvref_t<Parameters>>(Index + 1)...);
     }
     (std::make_index_sequence<Count>{});
+    return true;
 }
 
 } // namespace
 
-void PrintEngine::ReplayPage()
+PageCondition PrintEngine::ReplayPage()
 {
     m_page.abandon();
     const QString path = m_pages.pagePath(m_pageNumber);
@@ -92,13 +93,22 @@ void PrintEngine::ReplayPage()
     QFile file;
     file.open(page.release(), QIODevice::ReadOnly | QIODevice::Unbuffered,
               QFileDevice::AutoCloseHandle);
-    ReplayRecords(file);
+    return ReplayRecords(file);
 }
 
-void PrintEngine::ReplayRecords(QIODevice& device)
+PageCondition PrintEngine::ReplayRecords(QIODevice& device)
 {
     m_page.abandon();
-    forEachLine(device, [this](std::string_view line) { replayRecord(RecordFields{line}); });
+    int records = 0;
+    bool isWhole = true;
+    forEachLine(device, [&](std::string_view line) {
+        const bool isRecord = replayRecord(RecordFields{line});
+        records += isRecord ? 1 : 0;
+        isWhole = isWhole && isRecord;
+    });
+    if (records == 0)
+        return PageCondition::Empty;
+    return isWhole ? PageCondition::Whole : PageCondition::Damaged;
 }
 
 void PrintEngine::PrintDocument(int first, int last)
@@ -111,11 +121,13 @@ void PrintEngine::PrintDocument(int first, int last)
     EndDocument();
 }
 
-void PrintEngine::replayRecord(const RecordFields& record)
+/// False for a record of no operation, or of too few fields.
+bool PrintEngine::replayRecord(const RecordFields& record)
 {
+    bool replayed = false;
     const auto on = [&, opcode = record.opcode()](Opcode wanted, auto operation) {
         if (opcode == wanted)
-            call(*this, operation, record);
+            replayed = call(*this, operation, record);
     };
     on(Opcode::State, &PrintEngine::replayState);
     on(Opcode::FontName, &PrintEngine::SetFontName);
@@ -132,6 +144,7 @@ void PrintEngine::replayRecord(const RecordFields& record)
     on(Opcode::HLine, &PrintEngine::DrawHLine);
     on(Opcode::VLine, &PrintEngine::DrawVLine);
     on(Opcode::Picture, &PrintEngine::DrawPicture);
+    return replayed;
 }
 
 void PrintEngine::replayState(float lineHeight, float charWidth, const QString& fontName,

@@ -22,7 +22,7 @@ public:
     /// The text's top-left corner stands at the point.
     virtual void drawText(QPointF topLeft, const QString& text, const FontMetrics& metrics) = 0;
 
-    /// Pen widths are device units: 1/600 inch on paper, dots times the zoom on a picture.
+    /// Pen widths are in 1/300 inch of the printed page.
     virtual void drawLine(const QLineF& line, float penWidth) = 0;
 
     /// The outline of a rectangle.

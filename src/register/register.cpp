@@ -257,4 +257,20 @@ RegisterChange Register::takeBack(std::vector<RegisterChange>& done,
     return change;
 }
 
+void Register::followTexts(const coefficients::RoomTexts& texts)
+{
+    const auto follow = [&](Record& room) {
+        for (std::size_t field = 0; field < room.size(); ++field)
+            if (const auto text = texts.find({field, room[field].text()}); text != texts.end())
+                room[field] = store::Value(text->second);
+    };
+    for (std::vector<RegisterChange>* changes : {&m_done, &m_undone})
+        for (RegisterChange& change : *changes)
+            for (RecordChange& record : change.records)
+                if (record.table == Table::Rooms) {
+                    follow(record.before);
+                    follow(record.after);
+                }
+}
+
 } // namespace zelto::registro

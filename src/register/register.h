@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "coefficients/code_renames.h"
 #include "register/register_change.h"
 
 #include <QList>
@@ -80,6 +81,9 @@ public:
 
     /// Turns the flag of special table 1 to 10 on or off, however many of them are stored.
     RegisterChange MemorizzaFlag(int unit, int table, bool on);
+
+    /// The rooms' texts have become others: what is taken back is so to the new ones.
+    void followTexts(const coefficients::RoomTexts& texts);
 
     /// What undo() and redo() would do; empty when there is nothing.
     [[nodiscard]] QString undoCaption() const { return captionOfLast(m_done); }

@@ -77,6 +77,9 @@ public:
     [[nodiscard]] bool isReplaying() const { return m_replaying; }
     [[nodiscard]] const Register& changes() const { return m_register; }
 
+    /// Rooms were renamed elsewhere in the program: what can be undone follows.
+    void followTexts(const coefficients::RoomTexts& texts) { m_register.followTexts(texts); }
+
     /// How many units may be added before the calculation refuses the job.
     [[nodiscard]] int freeUnits() const { return std::max(store::MostUnits - m_count, 0); }
 

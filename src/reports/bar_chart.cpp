@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "reports/fitted_text.h"
 #include "reports/sections.h"
 
 #include <algorithm>
@@ -123,7 +122,7 @@ void drawBar(print::PrintEngine& engine, float row, float left, float right)
 void printBar(ReportPage& page, print::PrintEngine& engine, const Axis& axis, const Bar& bar)
 {
     constexpr float Gap = 0.7F;
-    page.fitted(NameColumn, 0, NameEnd, bar.name);
+    page.fitted(NameColumn, bar.name, NameEnd);
     const auto [left, right] = std::minmax({axis.column(0), axis.column(bar.share)});
     const float figure = Gap + inkWidth(engine, bar.figure);
     drawBar(engine, page.row(), left, right);

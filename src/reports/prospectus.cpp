@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/figures.h"
-#include "reports/fitted_text.h"
 #include "reports/sections.h"
 #include "reports/text_output.h"
 #include "text/format_mask.h"
@@ -117,7 +116,8 @@ void printRoom(ReportPage& page, const RoomFields& fields, const QString& name)
     constexpr float NameWidth = 18; // up to the widest real size
     page.nextRow();
     page.figure(NumberColumn, fields[Number]);
-    page.fitted(NameColumn, NameWidth, endOfName(page.engine(), fields[Figures]), name);
+    page.fitted(NameColumn, NameWidth, name,
+                [&] { return endOfName(page.engine(), fields[Figures]); });
     for (std::size_t i = 0; i < RoomFigures.size(); ++i)
         page.figure(RoomFigures[i].column, fields[Figures + i]);
 }
@@ -125,8 +125,10 @@ void printRoom(ReportPage& page, const RoomFields& fields, const QString& name)
 void printUnit(ReportPage& page, TextOutput& output, const UnitaImmobiliare& unita, double CTUI)
 {
     page.nextRow();
-    page.fitted(RoomColumn, 49, 57.5F, u"Riferimento - "_s + unita.Riferimento);
-    page.fitted(58, 0, RightMargin, u"Livello - "_s + unita.Livello);
+    constexpr float LevelColumn = 58;
+    page.fitted(RoomColumn, 49, u"Riferimento - "_s + unita.Riferimento,
+                [] { return LevelColumn - 0.5F; });
+    page.fitted(LevelColumn, u"Livello - "_s + unita.Livello, RightMargin);
     RoomFields fields{unita.Riferimento.toStdString()};
     int r = 0;
     for (const Vano& vano : unita.vani) {

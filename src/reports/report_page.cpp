@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/report_page.h"
 
-#include "reports/fitted_text.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -86,9 +84,9 @@ void ReportPage::header()
     m_row = HeaderRow - 1;
     rule();
     nextRow();
-    fitted(NumberColumn, 0, RightMargin, u"DATA - "_s + m_context.modello.datiGenerali[u"Data"_s]);
+    fitted(NumberColumn, u"DATA - "_s + m_context.modello.datiGenerali[u"Data"_s], RightMargin);
     nextRow();
-    fitted(JobColumn, RightMargin - JobColumn, RightMargin, m_jobLine);
+    fitted(JobColumn, RightMargin - JobColumn, m_jobLine, [] { return RightMargin; });
     nextRow();
     left(NumberColumn, u"PAG. N. %1"_s.arg(m_pageNumber));
     rule();
@@ -116,10 +114,8 @@ void ReportPage::note(const QString& text)
         m_engine.PrintText(m_row + Clear, TitleColumn, 0, text);
 }
 
-void ReportPage::fitted(float column, float width, float end, const QString& text)
+void ReportPage::fitted(float column, const QString& text, float end)
 {
-    if (inkWidth(m_engine, text) <= (width > 0 ? width : end - column))
-        return left(column, text, width);
     printFitted(m_engine, text, end - column, [&](const QString& shown, float drop) {
         m_engine.PrintText(m_row + drop, column, 0, shown);
     });

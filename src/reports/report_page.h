@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "reports/fitted_text.h"
 #include "reports/report_context.h"
 
 #include <QString>
@@ -46,9 +47,20 @@ public:
         m_engine.PrintText(m_row, column, width, text);
     }
 
-    /// A text that usually has the width, none for all the room there is, and may go on up to the
-    /// end; smaller, and at last ended by an ellipsis, where that is not enough.
-    void fitted(float column, float width, float end, const QString& text);
+    /// A text that usually has the width, and otherwise may go on up to the end, which is asked for
+    /// then.
+    template <typename End>
+    void fitted(float column, float width, const QString& text, const End& end)
+    {
+        if (inkWidth(m_engine, text) <= width)
+            left(column, text, width);
+        else
+            fitted(column, text, end());
+    }
+
+    /// A text that may go on up to the end; smaller, and at last ended by an ellipsis, where that
+    /// is not enough.
+    void fitted(float column, const QString& text, float end);
 
     void right(float column, const QString& text) { m_engine.PrintRight(m_row, column, 0, text); }
     /// As right(), of a figure as a mask writes it.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/table_report.h"
 
-#include "reports/fitted_text.h"
-
 #include <algorithm>
 
 namespace zelto::reports {
@@ -84,8 +82,8 @@ void printCells(ReportPage& page, const TableReport& table, const std::vector<Ce
         if (cells[i].text.isEmpty())
             continue;
         if (column.isText())
-            page.fitted(column.position, column.width,
-                        endOfText(page.engine(), table.columns, cells, i), cells[i].text);
+            page.fitted(column.position, column.width, cells[i].text,
+                        [&] { return endOfText(page.engine(), table.columns, cells, i); });
         else
             page.right(column.position, cells[i].text);
     }

@@ -2,7 +2,6 @@
 #include "reports/unit_sheets.h"
 
 #include "calc/figures.h"
-#include "reports/fitted_text.h"
 #include "reports/sections.h"
 #include "store/schema.h"
 
@@ -90,8 +89,8 @@ void Sheet::head()
     m_page.nextRow();
     m_page.rule();
     m_page.nextRow();
-    m_page.fitted(LeftColumn, 0, MiddleColumn - 1, u"Riferimento - "_s + m_unita.Riferimento);
-    m_page.fitted(MiddleColumn, 0, RightMargin, u"Livello - "_s + m_unita.Livello);
+    m_page.fitted(LeftColumn, u"Riferimento - "_s + m_unita.Riferimento, MiddleColumn - 1);
+    m_page.fitted(MiddleColumn, u"Livello - "_s + m_unita.Livello, RightMargin);
 }
 
 /// Goes on on a new page where there is no place for so many rows.
@@ -114,7 +113,7 @@ void Sheet::printFacts()
     if (riga != nullptr && !riga->titolo.trimmed().isEmpty())
         scala += u", "_s + riga->titolo.trimmed();
     m_page.nextRow();
-    m_page.fitted(LeftColumn, 0, MiddleColumn - 1, u"Scala - "_s + scala);
+    m_page.fitted(LeftColumn, u"Scala - "_s + scala, MiddleColumn - 1);
     m_page.left(MiddleColumn,
                 u"Altezza - "_s + MascheraConsistenza.format(m_unita.HPiano).trimmed());
     QStringList tabelle;
@@ -136,11 +135,11 @@ void Sheet::printList(const QString& label, const QStringList& names)
             continue;
         }
         m_page.nextRow();
-        m_page.fitted(LeftColumn, 0, RightMargin, line + u',');
+        m_page.fitted(LeftColumn, line + u',', RightMargin);
         line = name;
     }
     m_page.nextRow();
-    m_page.fitted(LeftColumn, 0, RightMargin, line);
+    m_page.fitted(LeftColumn, line, RightMargin);
 }
 
 void Sheet::printRoomHeads()
@@ -178,7 +177,7 @@ void Sheet::printRoom(int number, const Vano& vano, const calc::ParoleVano& paro
     m_page.nextRow(1 + RoomGap);
     m_page.right(NumberColumn, MascheraNumero.format(static_cast<double>(number)));
     m_page.setBold(true);
-    m_page.fitted(NameColumn, 0, MiddleColumn, vano.Ambiente);
+    m_page.fitted(NameColumn, vano.Ambiente, MiddleColumn);
     m_page.setBold(false);
     for (const RoomSize& size : RoomSizes)
         m_page.right(size.column, MascheraSuperficie.format(vano.*size.value));
@@ -194,7 +193,9 @@ void Sheet::printCoefficient(const Vano& vano, const calc::ParoleVano& parole, s
     const CoefficientPlace& place = CoefficientPlaces[number % CoefficientPlaces.size()];
     const QString figure = MascheraCoefficiente.format(vano.*calc::CifreVano[number + 1]);
     m_page.left(place.name, store::GroupNames[number + 1].toString());
-    m_page.fitted(place.words, 0, endBefore(m_page.engine(), place.figure, figure), parole[number]);
+    if (!parole[number].isEmpty())
+        m_page.fitted(place.words, parole[number],
+                      endBefore(m_page.engine(), place.figure, figure));
     m_page.right(place.figure, figure);
 }
 
@@ -220,7 +221,7 @@ void Sheet::printShareRow(const QString& name, const TableReport& table, std::ve
     for (std::size_t i = 0; table.columns[i].isText(); ++i)
         cells[i] = {};
     m_page.nextRow();
-    m_page.fitted(LeftColumn, 0, endOfText(m_page.engine(), table.columns, cells, 0), name);
+    m_page.fitted(LeftColumn, name, endOfText(m_page.engine(), table.columns, cells, 0));
     printCells(m_page, table, cells);
 }
 

@@ -190,6 +190,9 @@ void Application::showPlace(store::Database& lavoro, const calc::Posto& posto)
         coefficients::Variabili screen(lavoro, m_groupDescriptions, m_dialogs, m_settings,
                                        &m_window);
         screen.goTo(posto);
+        if (m_parametri)
+            connect(&screen, &coefficients::Variabili::roomsRenamed, m_parametri,
+                    &registro::Parametri::followTexts);
         showModal(screen);
     } else {
         coefficients::DatiGenerali screen(lavoro, m_dialogs, m_settings, &m_window);
@@ -248,8 +251,8 @@ void Application::buildControllo(store::Database& lavoro)
     // Those of the screen count in the screen alone.
     m_controllo->addActions(m_parametri->commands());
     connect(controllo, &Controllo::left, this, [this] {
+        returnToParametri(); // while it is known where that was
         m_controllo->hide();
-        returnToParametri();
     });
     connect(controllo, &Controllo::chosen, this, [this, &lavoro](const calc::Posto& posto) {
         reportingErrors([&] { showPlace(lavoro, posto); });
@@ -287,13 +290,15 @@ void Application::showPrintScreen(store::Database& lavoro)
                    .print = {.engine = m_engine,
                              .printers = m_printers,
                              .window = m_window,
-                             .dialogs = m_dialogs}},
+                             .dialogs = m_dialogs,
+                             .settings = m_settings}},
                   &m_window);
     // Once the screen is closed.
     connect(
         &screen, &Screen::controlloRequested, this, [this, &lavoro] { showControllo(lavoro); },
         Qt::QueuedConnection);
     screen.exec();
+    m_window.activateWindow(); // not every desktop gives the focus back to it
 }
 
 void Application::setUpPrinter()

@@ -8,6 +8,7 @@
 #include "widgets/keys.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
@@ -18,6 +19,7 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include <SQLiteCpp/Database.h>
 #include <algorithm>
@@ -209,6 +211,21 @@ public:
                         QMessageBox::Ok, frontWindow());
         box.setIconPixmap(widgets::icon(u"zelto"_s).pixmap(64));
         box.exec();
+    }
+
+    void showWritten(const QString& text, const QString& path) override
+    {
+        QMessageBox box(QMessageBox::Information, u"Zelto"_s, text, QMessageBox::Ok, frontWindow());
+        box.setTextFormat(Qt::PlainText);
+        box.setDefaultButton(QMessageBox::Ok);
+        auto* open = box.addButton(u"&Apri"_s, QMessageBox::ActionRole);
+        auto* openFolder = box.addButton(u"Apri &cartella"_s, QMessageBox::ActionRole);
+        box.exec();
+        const QString opened = box.clickedButton() == open         ? path
+                               : box.clickedButton() == openFolder ? QFileInfo(path).absolutePath()
+                                                                   : QString();
+        if (!opened.isEmpty() && !QDesktopServices::openUrl(QUrl::fromLocalFile(opened)))
+            showMessage(u"Nessun programma apre «%1»."_s.arg(opened));
     }
 
     void setUpPrinter(QPrinter& printer) override

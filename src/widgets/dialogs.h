@@ -55,6 +55,9 @@ public:
     /// The place of the choice; nothing when the user cancels.
     virtual std::optional<int> choose(const QString& question, const QStringList& choices) = 0;
 
+    /// Tells of a file that was written, with buttons that open it and its folder.
+    virtual void showWritten(const QString& text, const QString& path) = 0;
+
     /// The message with "Converti ..." beside OK; whether that was chosen.
     virtual bool offerConversion(const QString& text) = 0;
 

@@ -123,9 +123,11 @@ private slots:
                 dots += image.pixel(50, y) == qRgb(0, 0, 0) ? 1 : 0;
             return dots;
         };
-        QCOMPARE(dots(0.5, 5), 3);
+        // 300 units are an inch of paper, here of 96 dots.
+        QCOMPARE(dots(1, 31.25), 10);
+        QCOMPARE(dots(0.5, 31.25), 5);
+        QCOMPARE(dots(2, 6), 4);
         QCOMPARE(dots(0.1, 1), 1);
-        QCOMPARE(dots(2, 3), 6);
         QCOMPARE(dots(1, -4), 1); // of a damaged record
     }
 

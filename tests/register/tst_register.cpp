@@ -173,6 +173,28 @@ private slots:
         QVERIFY(m_register->undoCaption().isEmpty() && m_register->redoCaption().isEmpty());
     }
 
+    /// What is taken back after a rename refers to the codes by their new names.
+    void undoAfterARename()
+    {
+        constexpr int Destinazione = 5;
+        m_job->Execute(u"UPDATE Variabili SET Var1 = '1' || char(9) || 'VAN' || char(13, 10) || "
+                       "'2' || char(9) || 'BAL'"_s);
+        m_job->Execute(u"UPDATE Vani SET Destinazione = '[VAN]' WHERE Chiave = '    1    1'"_s);
+        m_register->MemorizzaVano(1, {{1, Destinazione, u"[BAL]"_s}});
+        m_register->EliminaVano(1, {1});
+        const auto texts = zelto::coefficients::renameCodes(
+            *m_job, std::vector<zelto::coefficients::CodeRename>{{1, 1, u"VAN"_s, u"ABIT"_s},
+                                                                 {1, 2, u"BAL"_s, u"VAN"_s}});
+        m_register->followTexts(texts);
+        const auto room = [&] { return textOf(readRooms(*m_job, 1).at(0), Destinazione); };
+        m_register->undo();
+        QCOMPARE(room(), u"[VAN]"_s);
+        m_register->undo();
+        QCOMPARE(room(), u"[ABIT]"_s);
+        m_register->redo();
+        QCOMPARE(room(), u"[VAN]"_s);
+    }
+
     void filters()
     {
         for (const QString& values :

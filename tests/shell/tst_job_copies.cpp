@@ -4,6 +4,8 @@
 #include "support/disk_limit.h"
 #include "support/runner.h"
 
+#include <QTimeZone>
+
 #include <numeric>
 
 using namespace zelto::shell;
@@ -28,7 +30,7 @@ QString states(const JobCopies& copies, const QString& job)
 }
 
 /// In the hour in which the clock is put back.
-const QDateTime Beginning(QDate(2026, 10, 25), QTime(0, 59, 59), Qt::UTC);
+const QDateTime Beginning(QDate(2026, 10, 25), QTime(0, 59, 59), QTimeZone::utc());
 
 /// A desk on which A.ZLT gets other states.
 struct CopyDesk : JobDesk
@@ -85,7 +87,7 @@ private slots:
         desk.copies.keep(desk.a, Beginning);
         const QString first = desk.copies.copiesOf(desk.a).front().path;
         const QString folder = desk.folderOfCopies();
-        const QDateTime noon(QDate(2026, 1, 1), QTime(12, 0), Qt::UTC);
+        const QDateTime noon(QDate(2026, 1, 1), QTime(12, 0), QTimeZone::utc());
         for (int state = 1; state < 1200; ++state) {
             const QDateTime moment = noon.addDays(state / 3).addSecs(state % 3);
             const QString name = u"/%1 %2.ZLT"_s.arg(state + 1, 6, 10, QChar(u'0'))

@@ -6,6 +6,7 @@
 #include "print/ui/frm_preview.h"
 #include "reports/report_fixture.h"
 #include "reports/ui/print_screen.h"
+#include "store/settings.h"
 #include "store/store_fixture.h"
 #include "support/scripted_user.h"
 
@@ -30,7 +31,11 @@ public:
     }
     [[nodiscard]] print::PrintServices services()
     {
-        return {.engine = engine, .printers = m_printers, .window = user, .dialogs = user};
+        return {.engine = engine,
+                .printers = m_printers,
+                .window = user,
+                .dialogs = user,
+                .settings = settings};
     }
 
     /// The page files.
@@ -51,6 +56,7 @@ public:
     const QString job = m_folder.example(u"ESEMPIO.ZLT"_s);
     store::Database lavoro = store::Database::open(job);
     ScriptedUser user{m_folder.path()};
+    store::Settings settings{m_folder.file(u"Zelto.ini"_s)};
     print::PrintEngine engine{m_folder.path(), {.LocalDecimalSeparator = u','}};
 };
 

@@ -84,6 +84,10 @@ public:
         return say(u"pages", QString::number(pageCount), pages);
     }
     void showAbout() override { say(u"about"); }
+    void showWritten(const QString& text, const QString& /*path*/) override
+    {
+        say(u"message", text);
+    }
     void showMessage(const QString& text) override { say(u"message", text); }
     void showError(const QString& text) override { say(u"error", text); }
     void ReportError(const std::exception& error) override

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The preview window in the user's hands, on a machine without a printer.
+#include "print/ui/page_strip.h"
 #include "print/ui/page_view.h"
 #include "print/ui/pdf_pages_dialog.h"
 #include "support/accessible_names.h"
@@ -115,6 +116,20 @@ private slots:
         QTest::keyClicks(m_preview.get(), u"5"_s);
         QTest::keyClick(find<QLineEdit>(u"VaiAPagina"_s), Qt::Key_Return);
         QCOMPARE(caption(), u"Pagina 5/7"_s);
+        // Beyond the last page is the last one; the first Esc leaves the field.
+        QTest::keyClicks(m_preview.get(), u"99"_s);
+        QTest::keyClick(find<QLineEdit>(u"VaiAPagina"_s), Qt::Key_Return);
+        QCOMPARE(caption(), u"Pagina 7/7"_s);
+        QTest::keyClicks(m_preview.get(), u"3"_s);
+        QTest::keyClick(find<QLineEdit>(u"VaiAPagina"_s), Qt::Key_Escape);
+        QVERIFY(m_preview->isVisible() && find<PageView>({})->hasFocus());
+        QCOMPARE(caption(), u"Pagina 7/7"_s);
+        auto& strip = *find<PageStrip>(u"Miniature"_s);
+        QCOMPARE(strip.currentIndex().row(), 6);
+        strip.setFocus();
+        QTest::keyClick(&strip, Qt::Key_Up);
+        QTest::keyClick(&strip, Qt::Key_PageUp);
+        QCOMPARE(caption(), u"Pagina 5/7"_s);
         QCOMPARE(namelessControls(*m_preview), QStringList());
         press(Qt::Key_Escape);
         QVERIFY(!m_preview->isVisible());
@@ -145,6 +160,7 @@ private slots:
         QVERIFY(picture()->x() < x);
         press(Qt::Key_PageDown);
         QCOMPARE(m_preview->magnification(), 2.0);
+        QVERIFY(picture()->y() >= 0 && picture()->y() < 20); // at its top
         m_preview->resize(900, 800);
         QVERIFY(picture()->height() > whole.height() * 2);
         QTest::mouseClick(picture(), Qt::LeftButton);
@@ -161,6 +177,17 @@ private slots:
         press(Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(m_preview->magnification(), 0.8);
         press(Qt::Key_0, Qt::ControlModifier);
+        // As on paper, whatever the size of the window.
+        QTest::mouseClick(find<QToolButton>(u"Zoom150"_s), Qt::LeftButton);
+        QCOMPARE(find<QLabel>(u"Zoom"_s)->text(), u"150 %"_s);
+        const QSize size = picture()->size();
+        const double dots = m_preview->logicalDpiX() * 1.5 / TwipsPerInch;
+        QVERIFY(std::abs(size.width() - m_office->engine.PageWidth() * dots) < 2);
+        m_preview->resize(700, 600);
+        QCOMPARE(picture()->size(), size);
+        m_preview->resize(800, 700);
+        QTest::mouseClick(find<QToolButton>(u"Adatta"_s), Qt::LeftButton);
+        QCOMPARE(m_preview->magnification(), 1.0);
         // The point under the wheel stays there.
         const QPoint inPicture(picture()->width() / 3, picture()->height() / 3);
         const QPoint place = picture()->mapTo(picture()->parentWidget(), inPicture);
@@ -221,16 +248,29 @@ private slots:
         }
     }
 
-    void aPageThatIsGone()
+    /// It is said once, and stands where the page would.
+    void aPageThatCannotBeRead()
     {
-        open(3);
-        QVERIFY(QFile::remove(pageFilePath(m_office->path({}), 1)));
-        press(Qt::Key_PageDown);
-        QVERIFY(m_office->user.said().contains(u"report"));
-        m_preview->resize(820, 720);
-        QCOMPARE(m_office->user.said(), QString());
-        press(Qt::Key_PageDown);
-        QCOMPARE(m_preview->page(), 3);
+        const std::vector<std::pair<std::function<void(const QString& page)>, QString>> faults{
+            {[](const QString& page) { QFile::remove(page); }, u"Impossibile leggere"_s},
+            {[](const QString& page) { writeBytes(page, {}); }, u"è vuota"_s},
+            {[](const QString& page) { writeBytes(page, bytesOf(page) + "scarto"); },
+             u"è danneggiata"_s},
+        };
+        for (const auto& [spoil, said] : faults) {
+            open(3);
+            QCOMPARE(picture()->accessibleDescription(), QString());
+            spoil(pageFilePath(m_office->path({}), 1));
+            press(Qt::Key_PageDown);
+            const QString heard = m_office->user.said();
+            QVERIFY2(heard.contains(said), qPrintable(heard));
+            QVERIFY(picture()->accessibleDescription().contains(said));
+            m_preview->resize(820, 720);
+            QCOMPARE(m_office->user.said(), QString());
+            press(Qt::Key_PageDown);
+            QCOMPARE(m_preview->page(), 3);
+            QCOMPARE(picture()->accessibleDescription(), QString());
+        }
     }
 };
 

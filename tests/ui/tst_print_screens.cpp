@@ -268,10 +268,11 @@ private slots:
     {
         zelto::print::PrintEngine engine(m_office->path(u"manca"_s), {});
         const auto context = m_office->context();
+        const auto& print = context.print;
         Millesimi screen({context.lavoro,
                           context.jobPath,
                           context.outputFolder,
-                          {engine, context.print.printers, m_office->user, m_office->user}});
+                          {engine, print.printers, print.window, print.dialogs, print.settings}});
         screen.show();
         QVERIFY(m_office->user.hears([&] { screen.anteprima(); })
                     .contains(u"report: La cartella dei file di pagina"));

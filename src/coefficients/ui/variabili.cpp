@@ -199,10 +199,12 @@ bool Variabili::store()
     const std::optional<Renames> renames = askForRenames();
     if (!renames)
         return false;
+    RoomTexts texts;
     saveTexts(m_lavoro, store::TabellaVariabili, m_groups, m_loaded,
-              [&] { renameCodes(m_lavoro, *renames); });
+              [&] { texts = renameCodes(m_lavoro, *renames); });
     m_loaded = m_groups;
     countRows();
+    emit roomsRenamed(texts);
     return true;
 }
 

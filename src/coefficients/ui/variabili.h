@@ -31,6 +31,10 @@ public:
     /// Goes to the row of a list.
     void goTo(const calc::Posto& posto);
 
+signals:
+    /// Rooms follow their rows.
+    void roomsRenamed(const zelto::coefficients::RoomTexts& texts);
+
 protected:
     bool store() override;
 

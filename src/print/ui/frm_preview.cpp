@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/frm_preview.h"
 
-#include "print/painter_surface.h"
 #include "print/print_engine.h"
-#include "print/print_error.h"
+#include "print/ui/page_drawing.h"
 #include "print/ui/page_navigator.h"
+#include "print/ui/page_strip.h"
 #include "print/ui/page_view.h"
 #include "print/ui/pdf_pages_dialog.h"
+#include "print/ui/zoom_bar.h"
+#include "store/settings.h"
 #include "widgets/dialogs.h"
-#include "widgets/icons.h"
 #include "widgets/main_window_services.h"
 
 #include <QGuiApplication>
@@ -24,41 +25,40 @@ namespace zelto::print {
 
 namespace {
 
+const QString Section = u"Anteprima"_s;
+const QString StripKey = u"Miniature"_s;
 constexpr double ZoomStep = 1.25;
 constexpr double LeastMagnification = 0.5;
 constexpr double MostMagnification = 4;
-
-QCursor lens(const QString& name)
-{
-    constexpr int Size = 24;
-    constexpr QPoint Centre(10, 10);
-    return QCursor(widgets::icon(name).pixmap(Size), Centre.x(), Centre.y());
-}
 
 } // namespace
 
 frmPreview::frmPreview(const PrintServices& services, DocumentData document, QWidget* parent)
     : QDialog(parent), m_services(services), m_document(std::move(document)),
       m_pageCount(services.engine.pageCount()), m_barra(new QWidget(this)),
-      m_enlarging(lens(u"lente_piu"_s)), m_reducing(lens(u"lente_meno"_s)),
-      m_navigator(new PageNavigator(m_pageCount, m_barra)), m_view(new PageView(this))
+      m_navigator(new PageNavigator(m_pageCount, m_barra)), m_zoom(new ZoomBar(m_barra)),
+      m_view(new PageView(this))
 {
     setObjectName(u"frmPreview"_s);
     setWindowTitle(u"Anteprima di Stampa"_s);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint, true);
+    m_services.engine.setPageSize(m_services.printers.pageSize());
+    buildStrip();
     buildBar();
+    auto* pages = new QHBoxLayout;
+    pages->addWidget(m_strip);
+    pages->addWidget(m_view, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_barra);
-    layout->addWidget(m_view, 1);
+    layout->addLayout(pages, 1);
     m_view->setFocusPolicy(Qt::StrongFocus);
     m_view->setFocus();
     connectParts();
     const QSize screenSize = QGuiApplication::primaryScreen()->availableSize();
     resize(screenSize.width() * 3 / 4, screenSize.height() * 9 / 10);
-    m_services.engine.setPageSize(m_services.printers.pageSize());
 }
 
 frmPreview::~frmPreview()
@@ -73,31 +73,60 @@ void frmPreview::buildBar()
     auto* layout = new QHBoxLayout(m_barra);
     layout->addWidget(m_navigator);
     layout->addStretch(1);
+    layout->addWidget(m_zoom);
+    layout->addStretch(1);
+    QPushButton* strip = addButton(u"MostraMiniature"_s, u"&Miniature"_s, &frmPreview::showStrip);
+    strip->setCheckable(true);
+    strip->setChecked(!m_strip->isHidden());
     addButton(u"Stampa"_s, u"&Stampa ..."_s, &frmPreview::print);
     addButton(u"EsportaPDF"_s, u"&Esporta PDF ..."_s, &frmPreview::exportPdf);
     addButton(u"Chiudi"_s, u"&Chiudi"_s, &frmPreview::reject);
 }
 
-void frmPreview::addButton(const QString& name, const QString& caption,
-                           void (frmPreview::*action)())
+/// Pages at a glance, each drawn when it comes into view.
+void frmPreview::buildStrip()
+{
+    constexpr int Width = 90;
+    const PrintEngine& engine = m_services.engine;
+    const QSize size(Width, qRound(Width * engine.PageHeight() / engine.PageWidth()));
+    m_strip = new PageStrip(m_pageCount, size, [this, size](int page) {
+        return drawPage(m_services.engine, page, size, devicePixelRatio()).picture;
+    });
+    m_strip->setVisible(m_services.settings.LeggiIni(Section, StripKey) != u"0");
+}
+
+/// Or hides it, from now on.
+void frmPreview::showStrip()
+{
+    m_strip->setVisible(m_strip->isHidden());
+    m_services.settings.ScriviIni(Section, StripKey, m_strip->isHidden() ? u"0"_s : u"1"_s);
+}
+
+QPushButton* frmPreview::addButton(const QString& name, const QString& caption,
+                                   void (frmPreview::*action)())
 {
     auto* button = new QPushButton(caption, m_barra);
     button->setObjectName(name);
     button->setAutoDefault(false); // Enter was perhaps meant to turn a page
     m_barra->layout()->addWidget(button);
     connect(button, &QPushButton::clicked, this, action);
+    return button;
 }
 
 void frmPreview::connectParts()
 {
     connect(m_navigator, &PageNavigator::pageRequested, this, &frmPreview::showPage);
-    connect(m_navigator, &PageNavigator::numberTyped, m_view, qOverload<>(&QWidget::setFocus));
+    connect(m_navigator, &PageNavigator::fieldLeft, m_view, qOverload<>(&QWidget::setFocus));
+    connect(m_strip, &PageStrip::pageRequested, this, &frmPreview::showPage);
+    connect(m_zoom, &ZoomBar::fitRequested, this, &frmPreview::fit);
+    connect(m_zoom, &ZoomBar::scaleRequested, this, &frmPreview::setScale);
     connect(m_view, &PageView::resized, this, [this] {
         if (m_page > 0)
             layOut(m_magnification == WholePage ? ScrollPosition{} : m_view->scrollPosition());
     });
     connect(&m_view->picture(), &PagePicture::clicked, this, [this](QPointF point) {
         const bool enlarge = m_magnification == WholePage;
+        m_scale.reset();
         m_magnification = enlarge ? EnlargedPage : WholePage;
         layOut(enlarge ? m_view->pageLayout().centredOn(point) : ScrollPosition{});
     });
@@ -111,9 +140,8 @@ void frmPreview::showEvent(QShowEvent* event)
     if (m_page > 0)
         return;
     const QRect available = screen()->availableGeometry();
-    const QSize spare = available.size() - frameSize();
-    QWidget::move(available.topLeft() +
-                  QPoint{std::max(0, spare.width() / 2), std::max(0, spare.height() / 2)});
+    const QSize spare = (available.size() - frameSize()).expandedTo({0, 0}) / 2;
+    QWidget::move(available.topLeft() + QPoint{spare.width(), spare.height()});
     showPage(1);
 }
 
@@ -123,47 +151,46 @@ void frmPreview::showPage(int page)
         return;
     m_page = page;
     m_navigator->showPage(page);
-    m_failure.clear();
+    m_strip->showPage(page);
+    m_fault.clear();
     layOut(m_view->scrollPosition());
+}
+
+/// From the top on, where not all of it is seen.
+void frmPreview::turnPage(int pages)
+{
+    const int page = m_page;
+    showPage(page + pages);
+    const PreviewLayout& layout = m_view->pageLayout();
+    if (m_page != page && layout.picture.height() > m_view->viewSize().height())
+        m_view->setScrollPosition(layout.atTop(m_view->scrollPosition().x));
 }
 
 void frmPreview::layOut(const ScrollPosition& position)
 {
-    const PreviewWindow window{.size = size(),
+    const PreviewLayout layout = PreparePreview();
+    const DrawnPage drawn = drawPage(m_services.engine, m_page, layout.picture, devicePixelRatio());
+    m_view->showPage(drawn.picture, layout, position);
+    m_view->picture().setLens(m_magnification == WholePage);
+    m_view->picture().setAccessibleDescription(drawn.fault);
+    m_zoom->showScale(layout.scale, m_magnification == WholePage);
+    // Once: every change of the window's size draws the page again.
+    if (std::exchange(m_fault, drawn.fault) != drawn.fault)
+        m_services.dialogs.showMessage(drawn.fault);
+}
+
+/// The size and place of the page in the window as it is now.
+PreviewLayout frmPreview::PreparePreview()
+{
+    const PreviewWindow window{.size = {m_view->width(), height()},
                                .barHeight = m_barra->height(),
                                .view = m_view->viewSize(),
                                .dotsPerInch = static_cast<double>(logicalDpiX())};
     const PrintEngine& engine = m_services.engine;
-    const PreviewLayout layout(window, {engine.PageWidth(), engine.PageHeight()}, m_magnification);
-    QImage picture = PreparePreview(layout);
-    drawPage(picture);
-    m_view->showPage(picture, layout, position);
-    m_view->picture().setCursor(m_magnification == WholePage ? m_enlarging : m_reducing);
-}
-
-/// An empty page in the size that the layout gives it.
-QImage frmPreview::PreparePreview(const PreviewLayout& layout) const
-{
-    QImage picture(layout.picture * devicePixelRatio(), QImage::Format_RGB32);
-    picture.setDevicePixelRatio(devicePixelRatio());
-    picture.fill(Qt::white);
-    return picture;
-}
-
-void frmPreview::drawPage(QImage& picture)
-{
-    PrintEngine& engine = m_services.engine;
-    try {
-        PictureSurface surface(picture, PictureSurface::zoomToFit(picture, engine.PageWidth()));
-        const DrawingTarget target(engine, surface);
-        engine.setPageNumber(m_page - 1);
-        engine.ReplayPage();
-        surface.finish();
-    } catch (const PrintError& error) {
-        // Once: every change of the window's size draws the page again.
-        if (std::exchange(m_failure, error.description()) != error.description())
-            m_services.dialogs.ReportError(error);
-    }
+    const PageSize page{engine.PageWidth(), engine.PageHeight()};
+    if (m_scale)
+        m_magnification = *m_scale / PreviewLayout(window, page, WholePage).scale;
+    return {window, page, m_magnification};
 }
 
 // Sizes and moves
@@ -178,9 +205,23 @@ void frmPreview::zoom(int steps, QPoint place)
     const QPointF point = before.pointAt(place, m_view->scrollPosition());
     const double growth = magnification / m_magnification;
     m_magnification = magnification;
+    m_scale.reset();
     const QPointF middle = point * growth - (place - before.middle());
     layOut({});
     m_view->setScrollPosition(m_view->pageLayout().centredOn(middle));
+}
+
+void frmPreview::setScale(double scale)
+{
+    m_scale = scale;
+    layOut(m_view->scrollPosition());
+}
+
+void frmPreview::fit()
+{
+    m_scale.reset();
+    m_magnification = WholePage;
+    layOut({});
 }
 
 void frmPreview::turnWheel(int stepsX, int stepsY)
@@ -201,10 +242,9 @@ bool frmPreview::zoomByKey(const QKeyEvent& event)
         zoom(1, m_view->pageLayout().middle());
     else if (key == Qt::Key_Minus)
         zoom(-1, m_view->pageLayout().middle());
-    else if (key == Qt::Key_0) {
-        m_magnification = WholePage;
-        layOut({});
-    } else
+    else if (key == Qt::Key_0)
+        fit();
+    else
         return false;
     return true;
 }
@@ -244,9 +284,9 @@ void frmPreview::keyReleaseEvent(QKeyEvent* event)
 {
     const bool shifted = event->modifiers().testFlag(Qt::ShiftModifier);
     if (event->key() == Qt::Key_PageUp && !shifted)
-        showPage(m_page - 1);
+        turnPage(-1);
     else if (event->key() == Qt::Key_PageDown && !shifted)
-        showPage(m_page + 1);
+        turnPage(1);
     else
         QDialog::keyReleaseEvent(event);
 }

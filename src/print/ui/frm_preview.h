@@ -4,13 +4,18 @@
 #include "print/preview_layout.h"
 #include "print/ui/print_output.h"
 
-#include <QCursor>
 #include <QDialog>
+
+#include <optional>
+
+class QPushButton;
 
 namespace zelto::print {
 
 class PageNavigator;
+class PageStrip;
 class PageView;
+class ZoomBar;
 
 /// The preview "Anteprima di Stampa" of the recorded pages, one at a time. The page files go when
 /// it closes.
@@ -39,17 +44,23 @@ protected:
 
 private:
     void buildBar();
-    void addButton(const QString& name, const QString& caption, void (frmPreview::*action)());
+    void buildStrip();
+    QPushButton* addButton(const QString& name, const QString& caption,
+                           void (frmPreview::*action)());
+    void showStrip();
     void connectParts();
     void showPage(int page);
+    void turnPage(int pages);
 
     /// Lays the window out for the magnification and draws the page.
     void layOut(const ScrollPosition& position);
-    [[nodiscard]] QImage PreparePreview(const PreviewLayout& layout) const;
-    void drawPage(QImage& picture);
+    [[nodiscard]] PreviewLayout PreparePreview();
 
-    /// Another size, the place of the view staying where it is.
+    /// Another size: by steps, the place of the view staying where it is; of the page on paper; of
+    /// the window.
     void zoom(int steps, QPoint place);
+    void setScale(double scale);
+    void fit();
     bool zoomByKey(const QKeyEvent& event);
     bool moveByKey(const QKeyEvent& event);
     void turnWheel(int stepsX, int stepsY);
@@ -60,11 +71,12 @@ private:
     int m_pageCount;
     int m_page = 0;
     double m_magnification = WholePage;
-    QString m_failure; ///< of the page shown, already reported
+    std::optional<double> m_scale; ///< the size on paper times this, whatever the window's size
+    QString m_fault;               ///< of the page shown, already reported
     QWidget* m_barra;
-    QCursor m_enlarging;
-    QCursor m_reducing;
     PageNavigator* m_navigator;
+    ZoomBar* m_zoom;
+    PageStrip* m_strip = nullptr;
     PageView* m_view;
 };
 

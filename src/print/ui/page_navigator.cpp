@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/ui/page_navigator.h"
 
+#include "store/job_limits.h"
 #include "text/literals.h"
 #include "widgets/icons.h"
 
 #include <QHBoxLayout>
 #include <QIntValidator>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace zelto::print {
 
@@ -59,7 +63,8 @@ void PageNavigator::addField()
     label->setContentsMargins(12, 0, 4, 0);
     m_field->setObjectName(u"VaiAPagina"_s);
     m_field->setAccessibleName(u"Vai a pagina"_s);
-    m_field->setValidator(new QIntValidator(1, m_pageCount, m_field));
+    m_field->setValidator(new QIntValidator(0, store::MostPages, m_field));
+    m_field->installEventFilter(this);
     m_field->setMaximumWidth(m_field->fontMetrics().horizontalAdvance(u'0') * 8);
     m_field->setEnabled(m_pageCount > 1);
     layout()->addWidget(label);
@@ -90,10 +95,21 @@ void PageNavigator::typeNumber(const QString& text)
 
 void PageNavigator::takeNumber()
 {
-    const int page = m_field->text().toInt();
+    const int page = std::clamp(m_field->text().toInt(), 1, m_pageCount);
     m_field->clear();
-    emit numberTyped();
+    emit fieldLeft();
     emit pageRequested(page);
+}
+
+/// Esc closes the window only from without the field.
+bool PageNavigator::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress ||
+        static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+        return QWidget::eventFilter(watched, event);
+    m_field->clear();
+    emit fieldLeft();
+    return true;
 }
 
 } // namespace zelto::print

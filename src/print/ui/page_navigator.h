@@ -28,8 +28,11 @@ public:
 
 signals:
     void pageRequested(int page);
-    /// By a number in the field, which needs no more keys.
-    void numberTyped();
+    /// The field needs no more keys: its number has been taken, or given up by Esc.
+    void fieldLeft();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QToolButton* addButton(const QString& name, const QString& iconName, const QString& hint,

@@ -2,6 +2,7 @@
 #include "print/ui/page_view.h"
 
 #include "text/literals.h"
+#include "widgets/icons.h"
 
 #include <QGridLayout>
 #include <QMouseEvent>
@@ -12,7 +13,19 @@
 
 namespace zelto::print {
 
-PagePicture::PagePicture(QWidget* parent) : QWidget(parent)
+namespace {
+
+QCursor lens(const QString& name)
+{
+    constexpr int Size = 24;
+    constexpr QPoint Centre(10, 10);
+    return QCursor(widgets::icon(name).pixmap(Size), Centre.x(), Centre.y());
+}
+
+} // namespace
+
+PagePicture::PagePicture(QWidget* parent)
+    : QWidget(parent), m_enlarging(lens(u"lente_piu"_s)), m_reducing(lens(u"lente_meno"_s))
 {
     setObjectName(u"Pic"_s);
     setAccessibleName(u"Pagina"_s);

@@ -20,6 +20,10 @@ public:
     explicit PagePicture(QWidget* parent);
 
     void setImage(const QImage& image);
+
+    /// The pointer says what a click will do.
+    void setLens(bool enlarges) { setCursor(enlarges ? m_enlarging : m_reducing); }
+
     [[nodiscard]] const QImage& image() const { return m_image; }
 
 signals:
@@ -33,6 +37,8 @@ protected:
 
 private:
     QImage m_image;
+    QCursor m_enlarging;
+    QCursor m_reducing;
 };
 
 /// The picture between its scroll bars. It shows and moves what it is given; which page at which

@@ -72,7 +72,7 @@ QString choosePdfPath(widgets::Dialogs& dialogs, const QString& proposedPath)
 
 void tellWritten(widgets::Dialogs& dialogs, const QString& path)
 {
-    dialogs.showMessage(u"Il documento è stato scritto nel file\n«%1»."_s.arg(path));
+    dialogs.showWritten(u"Il documento è stato scritto nel file\n«%1»."_s.arg(path), path);
 }
 
 bool offersPdfInstead(widgets::Dialogs& dialogs)

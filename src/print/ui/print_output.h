@@ -9,6 +9,10 @@
 
 #include <functional>
 
+namespace zelto::store {
+class Settings;
+} // namespace zelto::store
+
 namespace zelto::widgets {
 class Dialogs;
 class MainWindowServices;
@@ -25,6 +29,7 @@ struct PrintServices
     PrinterDesk& printers;
     widgets::MainWindowServices& window;
     widgets::Dialogs& dialogs;
+    store::Settings& settings;
 };
 
 /// A document as printers, files and their readers know it.

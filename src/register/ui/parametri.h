@@ -58,6 +58,8 @@ public:
     /// The job's coefficients or general data may have changed: lists, tree, marks and figures
     /// follow, while unit, tab, filters and what can be undone stay.
     void refreshLists() { m_model.reload(); }
+    /// What can be undone follows rooms that were renamed.
+    void followTexts(const coefficients::RoomTexts& texts) { m_model.followTexts(texts); }
 
     /// The toolbar's actions, so that a panel beside the screen can obey their keys too.
     [[nodiscard]] QList<QAction*> commands() const;

@@ -157,7 +157,8 @@ QVariant RemarkModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::DisplayRole)
         return QStringList{u"Dove"_s, u"Che cosa"_s, u"Millesimi"_s}.value(section);
     if (role == Qt::ToolTipRole && section == Shift)
-        return u"Di quanto si sposta la quota che cambia di più, dove si può sapere"_s;
+        return u"Di quanto si sposta la quota che cambia di più, dove si può sapere: quella "
+               "generale, o della scala o delle tabelle di cui si parla"_s;
     return {};
 }
 

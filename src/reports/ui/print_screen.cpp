@@ -245,7 +245,8 @@ void PrintScreen::esportaTabelle()
         places << u"%1\n«%2»"_s.arg(format.where, path);
     }
     if (reporting([&] { writeTables(paths); }))
-        dialogs.showMessage(u"Le tabelle sono state scritte %1."_s.arg(places.join(u"\n\ne, "_s)));
+        dialogs.showWritten(u"Le tabelle sono state scritte %1."_s.arg(places.join(u"\n\ne, "_s)),
+                            paths.front());
 }
 
 void PrintScreen::writeTables(const QStringList& paths)
