@@ -36,13 +36,16 @@ WholeReport::WholeReport(const QString& jobPath, QString folder)
 void WholeReport::record()
 {
     Nobody nobody;
+    const calc::LavoroScritto scritto; // no section of these looks at it
     const reports::ReportContext context{.modello = m_modello,
+                                         .scritto = scritto,
                                          .jobPath = m_jobPath,
                                          .outputFolder = m_folder,
                                          .engine = m_engine,
                                          .status = nobody};
     m_engine.BeginDocument();
-    reports::stampaDocumento(context, reports::sectionWords(), reports::OpzioniCalcolo());
+    reports::stampaDocumento(context, reports::sectionWords(&reports::Section::isUsual),
+                             reports::OpzioniCalcolo());
     m_engine.EndDocument();
 }
 

@@ -8,7 +8,7 @@
 
 namespace zelto::bench {
 
-/// Every section of a job's report, recorded to page files in a folder that exists.
+/// The usual sections of a job's report, recorded to page files in a folder that exists.
 class WholeReport
 {
 public:

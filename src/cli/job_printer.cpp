@@ -122,26 +122,18 @@ QString folderPath(const Options& options, const QString& folder, const QString&
     return own;
 }
 
-void printPages(const Options& options, const calc::ModelloLavoro& modello, const QString& lavoro,
-                Console& user)
+void printPages(const Options& options, const reports::ReportContext& context,
+                const print::PdfInfo& info, const QString& lavoro)
 {
-    const store::PassingFolder pageFolder(passingParent());
-    requireFolder(pageFolder);
-    print::PrintEngine engine(pageFolder.path(), text::DecimalSeparators::detect());
+    print::PrintEngine& engine = context.engine;
     engine.BeginDocument();
-    reports::stampaDocumento({.modello = modello,
-                              .jobPath = QFileInfo(lavoro).absoluteFilePath(),
-                              .outputFolder = folderPath(options, options.uscite, lavoro),
-                              .engine = engine,
-                              .status = user},
-                             options.sezioni, options.opzioni());
+    reports::stampaDocumento(context, options.sezioni, options.opzioni());
     engine.EndDocument();
     if (options.pdf.isEmpty())
         return;
     if (engine.pageCount() == 0)
         throw print::EmptyDocument();
-    print::PdfSurface pdf(filePath(options, options.pdf, lavoro, u".pdf"_s),
-                          reports::documentInfo(options.opzioni(), modello));
+    print::PdfSurface pdf(filePath(options, options.pdf, lavoro, u".pdf"_s), info);
     const print::DrawingTarget target(engine, pdf);
     engine.PrintDocument(1, engine.pageCount());
     pdf.commit();
@@ -169,9 +161,41 @@ void showTables(const Options& options, const reports::Tables& tables, const QSt
     }
 }
 
-std::vector<calc::Osservazione> remarksOn(store::Database& lavoro)
+/// Everything that the command is to make of a job.
+void printLoaded(const Options& options, const calc::ModelloLavoro& modello,
+                 const calc::LavoroScritto& scritto, const QString& lavoro, Console& user)
 {
-    return calc::controlla(calc::LeggiLavoroScritto(lavoro), reports::sullaCarta());
+    // First of all: what is refused leaves nothing behind.
+    const reports::OpzioniStampa opzioni = options.opzioni();
+    reports::Tables tables;
+    if (options.mostra || !options.formati.empty())
+        tables = reports::tabelleScelte(modello, opzioni);
+    std::optional<reports::Schede> schede;
+    if (!options.schede.isEmpty())
+        schede.emplace(reports::schedeUnita(modello, scritto, opzioni));
+
+    const store::PassingFolder pageFolder(passingParent());
+    requireFolder(pageFolder);
+    print::PrintEngine engine(pageFolder.path(), text::DecimalSeparators::detect());
+    const reports::ReportContext context{.modello = modello,
+                                         .scritto = scritto,
+                                         .jobPath = QFileInfo(lavoro).absoluteFilePath(),
+                                         .outputFolder =
+                                             folderPath(options, options.uscite, lavoro),
+                                         .engine = engine,
+                                         .status = user};
+    const print::PdfInfo info = reports::documentInfo(opzioni, modello);
+    printPages(options, context, info, lavoro);
+    exportTables(options, tables, info, lavoro);
+    if (schede)
+        reports::writeSheets(folderPath(options, options.schede, lavoro), *schede, context, info);
+    if (options.mostra)
+        showTables(options, tables, lavoro);
+}
+
+std::vector<calc::Osservazione> remarksOn(const calc::LavoroScritto& scritto)
+{
+    return calc::controlla(scritto, reports::sullaCarta());
 }
 
 } // namespace
@@ -183,18 +207,12 @@ ExitStatus printJob(const Options& options, const QString& lavoro, Console& user
         if (!aperto)
             return JobFailed;
         const calc::ModelloLavoro modello = calc::CaricaLavoro(*aperto);
+        const calc::LavoroScritto scritto = calc::LeggiLavoroScritto(*aperto);
         requireDistinctOutputs(options);
-        for (const calc::Osservazione& una : remarksOn(*aperto))
+        for (const calc::Osservazione& una : remarksOn(scritto))
             if (una.gravita() == calc::Gravita::Errore)
                 user.showMessage(remarkLine(una));
-        // First of all: what is refused leaves nothing behind.
-        reports::Tables tables;
-        if (options.mostra || !options.formati.empty())
-            tables = reports::tabelleScelte(modello, options.opzioni());
-        printPages(options, modello, lavoro, user);
-        exportTables(options, tables, reports::documentInfo(options.opzioni(), modello), lavoro);
-        if (options.mostra)
-            showTables(options, tables, lavoro);
+        printLoaded(options, modello, scritto, lavoro, user);
         return Done;
     } catch (const std::exception& error) {
         user.ReportError(error);
@@ -209,7 +227,7 @@ ExitStatus checkJob(const QString& lavoro, Console& user)
         if (!aperto)
             return JobFailed;
         ExitStatus status = Done;
-        for (const calc::Osservazione& una : remarksOn(*aperto)) {
+        for (const calc::Osservazione& una : remarksOn(calc::LeggiLavoroScritto(*aperto))) {
             writeOut(lavoro + u": "_s + remarkLine(una) + u'\n');
             if (una.gravita() == calc::Gravita::Errore)
                 status = ErrorsFound;

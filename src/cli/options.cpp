@@ -128,7 +128,9 @@ std::vector<CommandOption> printOptions()
          u"sottocartella per lavoro)"_s.arg(enumerated(reports::textFiles(), u" e "_s)),
          [](Pieces& pieces, const QString& value) { pieces.uscite = value; }, 'u'},
         {"sezioni", u"LISTA"_s,
-         u"di %1 (se manca, tutte)"_s.arg(reports::sectionWords().join(u',')),
+         u"di %1\n(se manca, %2)"_s.arg(
+             reports::sectionWords().join(u','),
+             reports::sectionWords(&reports::Section::isUsual).join(u',')),
          [](Pieces& pieces, const QString& value) {
              pieces.sezioni = readList(value, u"--sezioni"_s, reports::sectionWords());
          }},
@@ -164,6 +166,10 @@ std::vector<CommandOption> printOptions()
 std::vector<CommandOption> otherOptions()
 {
     return {
+        {"schede", u"CARTELLA"_s,
+         u"la scheda di ogni unità in un PDF (con più lavori una\n"
+         u"sottocartella per lavoro)"_s,
+         [](Pieces& pieces, const QString& value) { pieces.schede = value; }},
         {"mostra",
          {},
          u"scrive anche le tabelle come testo allineato"_s,

@@ -25,7 +25,8 @@ struct Options
     QString uscite = u"."_s; ///< folder of the text files, or of the jobs' folders
     /// The chosen formats of tables, each with its file or folder, or the folder of the jobs'.
     std::map<const reports::TableFormat*, QString> formati;
-    QStringList sezioni = reports::sectionWords();
+    QString schede; ///< folder of the units' sheets, or of the jobs' folders; empty for none
+    QStringList sezioni = reports::sectionWords(&reports::Section::isUsual);
     reports::OpzioniCalcolo calcolo;
     std::optional<reports::OpzioniRiparto> riparto; ///< in place of the tables of shares
     bool mostra = false;

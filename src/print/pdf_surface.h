@@ -19,16 +19,22 @@ public:
     /// Throws PrintError naming the file when it cannot be created.
     PdfSurface(const QString& fileName, PdfInfo info,
                const QPageLayout& layout = standardPageLayout());
+    /// The same on a file that is open already.
+    PdfSurface(std::unique_ptr<CompleteFile> file, PdfInfo info,
+               const QPageLayout& layout = standardPageLayout());
     ~PdfSurface() override;
 
     /// Finishes the pages and puts the file in its place. Throws PrintError naming the file,
     /// EmptyDocument when nothing has been drawn.
     void commit();
 
+    /// Finishes the pages as commit() does; the caller puts the file in its place.
+    [[nodiscard]] std::unique_ptr<CompleteFile> finishedFile();
+
 private:
     PdfInfo m_info;
     QDateTime m_made = QDateTime::currentDateTimeUtc();
-    CompleteFile m_file;
+    std::unique_ptr<CompleteFile> m_file;
     QPdfWriter m_writer;
 };
 

@@ -64,10 +64,9 @@ public:
         m_groups = computed(m_job, opzioni);
     }
 
-    void draw(const ReportContext& context) const
+    void draw(ReportPage& page, const ReportContext& context) const
     {
         context.status.SetStatus(documentKind(m_options).printTitle, true);
-        ReportPage page(context, m_calcolo != nullptr ? m_calcolo->primaPagina : 1);
         if (hasDetail())
             StampaProspetto(page, context, m_job, m_calcolo->formato);
         for (const TableGroup& group : m_groups) {
@@ -87,6 +86,38 @@ private:
     std::vector<TableGroup> m_groups;
 };
 
+Drawing preparedCalculation(const ReportContext& context, const OpzioniStampa& opzioni)
+{
+    return [calculation = Calculation(context.modello, opzioni), &context](ReportPage& page) {
+        calculation.draw(page, context);
+    };
+}
+
+Drawing preparedSheets(const ReportContext& context, const OpzioniStampa& opzioni)
+{
+    return [schede = schedeUnita(context.modello, context.scritto, opzioni),
+            &context](ReportPage& page) {
+        context.status.SetStatus(u"Stampa schede delle unità"_s, true);
+        schede.draw(page);
+    };
+}
+
+Drawing preparedChart(const ReportContext& context, const OpzioniStampa& opzioni)
+{
+    return [tables = tabelleScelte(context.modello, opzioni), &context](ReportPage& page) {
+        context.status.SetStatus(u"Stampa grafico dei millesimi"_s, true);
+        for (const TableReport& table : tables)
+            StampaGrafico(page, context, table);
+    };
+}
+
+/// A section that computes nothing and has pages of its own.
+template <void (*Draw)(const ReportContext&)>
+Drawing prepared(const ReportContext& context, const OpzioniStampa& /*opzioni*/)
+{
+    return [&context](ReportPage& /*page*/) { Draw(context); };
+}
+
 QStringList wordsOf(const auto& items)
 {
     QStringList words;
@@ -100,9 +131,20 @@ QStringList wordsOf(const auto& items)
 const std::vector<Section>& sections()
 {
     static const std::vector<Section> all{
-        {u"prima-pagina"_s, u" Prima pagina"_s, StampaPrimaPagina},
-        {u"relazione"_s, u" Relazione"_s, StampaRelazione},
-        {SezioneCalcolo, u" Calcolo"_s, nullptr},
+        {.word = u"prima-pagina"_s,
+         .caption = u" Prima pagina"_s,
+         .prepared = prepared<StampaPrimaPagina>},
+        {.word = u"relazione"_s, .caption = u" Relazione"_s, .prepared = prepared<StampaRelazione>},
+        {.word = SezioneCalcolo, .caption = u" Calcolo"_s, .prepared = preparedCalculation},
+        {.word = u"schede"_s,
+         .caption = u" Schede"_s,
+         .isUsual = false,
+         .prepared = preparedSheets},
+        {.word = u"grafico"_s,
+         .caption = u" Grafico"_s,
+         .isUsual = false,
+         .inAllocation = false,
+         .prepared = preparedChart},
     };
     return all;
 }
@@ -110,6 +152,15 @@ const std::vector<Section>& sections()
 QStringList sectionWords()
 {
     return wordsOf(sections());
+}
+
+QStringList sectionWords(bool Section::*chosen)
+{
+    QStringList words;
+    for (const Section& section : sections())
+        if (section.*chosen)
+            words << section.word;
+    return words;
 }
 
 QStringList tableWords()
@@ -156,21 +207,28 @@ Tables tabelleScelte(const calc::ModelloLavoro& modello, const OpzioniStampa& op
     return all;
 }
 
+Schede schedeUnita(const calc::ModelloLavoro& modello, const calc::LavoroScritto& scritto,
+                   const OpzioniStampa& opzioni)
+{
+    const auto* riparto = std::get_if<OpzioniRiparto>(&opzioni);
+    const calc::IndicePiano indice =
+        riparto != nullptr ? riparto->quote.indice : std::get<OpzioniCalcolo>(opzioni).indice;
+    return {modello, scritto, tabelleScelte(modello, OpzioniCalcolo{.indice = indice}),
+            riparto != nullptr ? tabelleScelte(modello, opzioni) : Tables()};
+}
+
 void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
                      const OpzioniStampa& opzioni)
 {
     // What is refused is so first of all, and leaves nothing on paper and in files.
-    std::optional<Calculation> calculation;
-    if (sezioni.contains(SezioneCalcolo))
-        calculation.emplace(context.modello, opzioni);
-    for (const Section& section : sections()) {
-        if (!sezioni.contains(section.word))
-            continue;
-        if (section.draw != nullptr)
-            section.draw(context);
-        else
-            calculation->draw(context);
-    }
+    std::vector<Drawing> drawings;
+    for (const Section& section : sections())
+        if (sezioni.contains(section.word))
+            drawings.push_back(section.prepared(context, opzioni));
+    const auto* calcolo = std::get_if<OpzioniCalcolo>(&opzioni);
+    ReportPage page(context, calcolo != nullptr ? calcolo->primaPagina : 1);
+    for (const Drawing& draw : drawings)
+        draw(page);
 }
 
 } // namespace zelto::reports

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "calc/modello_lavoro.h"
+#include "calc/written_job.h"
 #include "print/print_engine.h"
 #include "store/user_interface.h"
 
@@ -13,8 +14,9 @@ namespace zelto::reports {
 struct ReportContext
 {
     const calc::ModelloLavoro& modello;
-    QString jobPath;      ///< full path of the job file
-    QString outputFolder; ///< where the text files go
+    const calc::LavoroScritto& scritto; ///< the texts that it was loaded from
+    QString jobPath;                    ///< full path of the job file
+    QString outputFolder;               ///< where the text files go
     print::PrintEngine& engine;
     store::StatusLine& status;
 

@@ -34,7 +34,7 @@ public:
     /// Counts a page and prints its header.
     void header();
 
-    void nextRow() { m_row += 1; }
+    void nextRow(float rows = 1) { m_row += rows; }
 
     /// One row down, and a rule across the page half a row below.
     void rule();

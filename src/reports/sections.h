@@ -14,6 +14,10 @@ void StampaPrimaPagina(const ReportContext& context);
 /// none.
 void StampaRelazione(const ReportContext& context);
 
+/// The shares of a table as bars in the order of the units, on pages of their own: those of the
+/// units that the table is about.
+void StampaGrafico(ReportPage& page, const ReportContext& context, const TableReport& table);
+
 enum class FormatoDettaglio {
     Esteso,  ///< every unit on a page of its own
     Compatto ///< units follow each other as long as they fit

@@ -12,28 +12,6 @@ constexpr std::size_t UnitsPerPage = 45;
 constexpr float ClosingRows = 4;
 constexpr float TitleWidth = 120;
 
-void printCells(ReportPage& page, const TableReport& table, const std::vector<Cell>& cells)
-{
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        const TableColumn& column = table.columns[i];
-        if (cells[i].text.isEmpty())
-            continue;
-        if (column.isText())
-            page.fitted(column.position, column.width, cells[i].text,
-                        [&] { return endOfText(page.engine(), table.columns, cells, i); });
-        else
-            page.right(column.position, cells[i].text);
-    }
-}
-
-std::vector<Cell> heads(const TableReport& table)
-{
-    std::vector<Cell> cells;
-    for (const TableColumn& column : table.columns)
-        cells.push_back({column.head});
-    return cells;
-}
-
 void printPageHead(ReportPage& page, const TableReport& table)
 {
     page.header();
@@ -95,6 +73,28 @@ float endOfText(const print::PrintEngine& engine, const std::vector<TableColumn>
             return endBefore(engine, columns[i].position,
                              columns[i].isText() ? QStringView() : cells[i].text);
     return RightMargin;
+}
+
+void printCells(ReportPage& page, const TableReport& table, const std::vector<Cell>& cells)
+{
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        const TableColumn& column = table.columns[i];
+        if (cells[i].text.isEmpty())
+            continue;
+        if (column.isText())
+            page.fitted(column.position, column.width, cells[i].text,
+                        [&] { return endOfText(page.engine(), table.columns, cells, i); });
+        else
+            page.right(column.position, cells[i].text);
+    }
+}
+
+std::vector<Cell> heads(const TableReport& table)
+{
+    std::vector<Cell> cells;
+    for (const TableColumn& column : table.columns)
+        cells.push_back({column.head});
+    return cells;
 }
 
 void printTable(ReportPage& page, const TableReport& table)

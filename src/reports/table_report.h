@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -39,6 +40,12 @@ struct TableRow
 {
     std::vector<Cell> cells; ///< one for every column
     QStringList plain = {};  ///< its line in a text file; none when the table is not about the unit
+
+    /// Whether the table is about the unit.
+    [[nodiscard]] bool applies() const
+    {
+        return std::ranges::any_of(cells, [](const Cell& cell) { return cell.value.has_value(); });
+    }
 };
 
 /// When a table goes on to the next page.
@@ -67,6 +74,10 @@ using Tables = std::vector<TableReport>;
 [[nodiscard]] float endOfText(const print::PrintEngine& engine,
                               const std::vector<TableColumn>& columns,
                               const std::vector<Cell>& cells, std::size_t column);
+
+/// The headings of the columns, and the printing of whatever stands in them on the page's row.
+[[nodiscard]] std::vector<Cell> heads(const TableReport& table);
+void printCells(ReportPage& page, const TableReport& table, const std::vector<Cell>& cells);
 
 /// Prints the table from a new page on, its header and headings on every page, and ends the page. A
 /// table without units prints nothing.

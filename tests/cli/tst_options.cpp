@@ -36,6 +36,7 @@ QString summary(const Options& o)
     parts << u"p%1"_s.arg(o.calcolo.primaPagina) << o.pdf << o.uscite;
     for (const auto& [format, path] : o.formati)
         parts << path;
+    add(!o.schede.isEmpty(), u"schede="_s + o.schede);
     add(o.riparto.has_value(),
         riparto.importo + u'/' + riparto.quote.kind->word + riparto.quote.key);
     return parts.join(u' ');
@@ -60,6 +61,8 @@ private slots:
         row("outputs", u"-o a.pdf A B --uscite=u"_s, u"A+B "_s + all + u" p1 a.pdf u"_s);
         row("sections", u"--sezioni relazione,calcolo --calcolo scale A"_s,
             u"A relazione calcolo scale p1  ."_s);
+        row("sections that are not usual", u"--sezioni grafico,schede --schede s A"_s,
+            u"A grafico schede dettaglio generali tabelle scale p1  . schede=s"_s);
         row("layout", u"--formato esteso --indice-proporzionale --prima-pagina 12 --mostra A"_s,
             u"A "_s + all + u" esteso proporzionale mostra p12  ."_s);
         row("allocation", u"--riparto 1000,50 A"_s, u"A "_s + all + u" p1  . 1000,50/generali"_s);

@@ -140,6 +140,24 @@ private slots:
         }
     }
 
+    void sheetsOfTheUnits()
+    {
+        const Desk desk;
+        QVERIFY(QFile::copy(desk.file(u"ES.ZLT"_s), desk.file(u"B.ZLT"_s)));
+        QCOMPARE(desk.run(u"ES.ZLT B.ZLT -u u --schede s --riparto 100"_s).status, 0);
+        for (const QString& folder : {u"s/ES"_s, u"s/B"_s}) {
+            QCOMPARE(desk.filesIn(folder).size(), 32);
+            QCOMPARE(desk.pagesOf(folder + u"/008 A-3 - Dalmasi.pdf"_s), 1);
+        }
+        QCOMPARE(desk.run(u"ES.ZLT -u u --sezioni schede -o s.pdf"_s).status, 0);
+        QCOMPARE(desk.pagesOf(u"s.pdf"_s), 32);
+        (void)desk.newJob(u"VUOTO.ZLT"_s);
+        RawFile(desk.file(u"VUOTO.ZLT"_s)).run("DELETE FROM [Unità immobiliari]");
+        const Result refused = desk.run(u"VUOTO.ZLT -u u --schede vuoto"_s);
+        QCOMPARE(refused.status, 2);
+        QVERIFY(refused.errors.contains(u"nessuna unità"));
+    }
+
     /// Jobs that cannot be read are named, the others printed.
     void severalJobs()
     {

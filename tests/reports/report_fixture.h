@@ -25,7 +25,7 @@ struct PlacedText
     bool operator==(const PlacedText&) const = default;
 };
 
-/// Keeps texts and lines instead of drawing them.
+/// Keeps texts, lines and boxes instead of drawing them.
 class MemorySurface : public print::Surface
 {
 public:
@@ -35,7 +35,7 @@ public:
         texts.push_back({m_page, left, topLeft.y(), left + metrics.width(text.trimmed()), text});
     }
     void drawLine(const QLineF& line, float /*penWidth*/) override { lines.push_back(line); }
-    void drawBox(const QRectF& /*box*/, float /*penWidth*/) override {}
+    void drawBox(const QRectF& box, float /*penWidth*/) override { boxes.push_back(box); }
     void drawPicture(const QRectF& /*area*/, const QImage& /*picture*/) override {}
     void setColour(QColor /*colour*/) override {}
     void newPage() override { ++m_page; }
@@ -53,6 +53,7 @@ public:
 
     std::vector<PlacedText> texts;
     std::vector<QLineF> lines;
+    std::vector<QRectF> boxes;
 
 private:
     int m_page = 0;
@@ -99,7 +100,9 @@ public:
     QuietUser user;
     print::PrintEngine engine{m_folder.file({}),
                               {.LocalDecimalSeparator = u',', .ForeignDecimalSeparator = u'.'}};
+    calc::LavoroScritto scritto; ///< nothing is known of it
     reports::ReportContext context{.modello = m_modello,
+                                   .scritto = scritto,
                                    .jobPath = u"/lavori/Verdi.2.zlt"_s,
                                    .outputFolder = m_folder.file({}),
                                    .engine = engine,

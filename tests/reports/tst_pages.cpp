@@ -210,8 +210,9 @@ private slots:
         modello.unita[1].Riferimento = u"Int.\t2"_s;
         Printer printer(modello);
         const int pages = print(printer, OpzioniCalcolo(), sectionWords());
-        QCOMPARE(pages, 1 + 1 + 1 + 2 + 2); // cover, prospectus, general, tables, staircases
-        QCOMPARE(printer.surface.find(u"PAG. N. 6").size(), 1U);
+        // Cover, prospectus, general, tables, staircases, sheets; charts, none of nobody's table.
+        QCOMPARE(pages, 1 + 1 + 1 + 2 + 2 + 3 + (1 + 1 + 2));
+        QCOMPARE(printer.surface.find(u"PAG. N. 13").size(), 1U);
         QCOMPARE(printer.output(u"calcolo.out"_s), "Int. 1\tPiano 1\t   10.0000\t  333.334\r\n"
                                                    "Int. 2\tPiano 2\t   10.0000\t  333.333\r\n"
                                                    "Int. 3\tPiano 3\t   10.0000\t  333.333\r\n");

@@ -76,6 +76,26 @@ reports::Tables tables()
     return reports::tabelleScelte(test::building({{.size = 1}}), reports::OpzioniCalcolo());
 }
 
+void writeSheet(const QString& path)
+{
+    struct : store::StatusLine
+    {
+        void SetStatus(const QString& /*text*/, bool /*busy*/) override {}
+    } nobody;
+    const calc::ModelloLavoro modello = test::building({{.size = 1}});
+    const calc::LavoroScritto scritto;
+    print::PrintEngine engine(QDir::tempPath(), {});
+    reports::writeSheets(QFileInfo(path).path(),
+                         reports::schedeUnita(modello, scritto, reports::OpzioniCalcolo()),
+                         {.modello = modello,
+                          .scritto = scritto,
+                          .jobPath = {},
+                          .outputFolder = {},
+                          .engine = engine,
+                          .status = nobody},
+                         {});
+}
+
 void provideMaster(const QString& path)
 {
     const QString bin = QFileInfo(path).path();
@@ -96,6 +116,7 @@ std::vector<Case> outputs()
          }},
         {u"Millesimi generali.csv"_s, folder,
          [](const QString& path) { reports::writeCsv(QFileInfo(path).path(), tables(), {}); }},
+        {u"001 Int. 1.pdf"_s, folder, writeSheet},
         {u"A.xlsx"_s, folder,
          [](const QString& path) { reports::writeWorkbook(path, tables(), {}); }},
         {u"A.pdf"_s, folder,
@@ -219,7 +240,8 @@ private slots:
         const QString said = file.refusal(older);
         full.reset();
         plain.reset();
-        const bool isMadeAnew = obstacle == u"vanished folder" && file.name.endsWith(u".csv");
+        const bool isMadeAnew = obstacle == u"vanished folder" &&
+                                (file.name.endsWith(u".csv") || file.name.startsWith(u"001"));
         QCOMPARE(said.isEmpty(), file.name == u"Zelto.ini" || isMadeAnew);
         QVERIFY2(said.isEmpty() || said.contains(folder), qPrintable(said));
         QVERIFY2(!said.contains(u".zelto-"), qPrintable(said));

@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QRadioButton>
+#include <QRegularExpression>
 
 using zelto::reports::Millesimi;
 using zelto::reports::Riparto;
@@ -58,6 +59,15 @@ class TestPrintScreens : public QObject
         }
         return found;
     }
+    /// The boxes of the sections that the screen offers, those checked with a "+".
+    static QString offered(QWidget& screen)
+    {
+        QStringList captions;
+        const auto boxes = screen.findChildren<QCheckBox*>(QRegularExpression(u"^Sezione"_s));
+        for (const QCheckBox* box : boxes)
+            captions << (box->isChecked() ? u"+"_s : QString()) + box->text().trimmed();
+        return captions.join(u", "_s);
+    }
     /// The pages of an amount that is typed.
     MemorySurface allocated(const QString& amount, bool closes = false)
     {
@@ -102,6 +112,24 @@ private slots:
         screen->stampa();
         QVERIFY(screen->isVisible());
         QCOMPARE(m_office->user.said(), QString());
+    }
+
+    void sectionsOnRequest()
+    {
+        const auto calculation = open<Millesimi>();
+        QCOMPARE(offered(*calculation), u"+Prima pagina, +Relazione, +Calcolo, Schede, Grafico"_s);
+        check(*calculation, {u"Sezione0"_s, u"Sezione1"_s, u"Sezione2"_s}, false);
+        check(*calculation, {u"Sezione3"_s, u"Sezione4"_s}, true);
+        MemorySurface pages = preview(*calculation);
+        QCOMPARE(pages.find(u"SCHEDA DELL'UNITÀ").size(), 32U);
+        QVERIFY(!pages.find(u"[Negozio] Locali di vendita").empty());
+        QCOMPARE(headings(pages).filter(u"DETERMINAZIONE"_s).size(), 6);
+
+        const auto allocation = open<Riparto>();
+        QCOMPARE(offered(*allocation), u"Prima pagina, Relazione, +Calcolo, Schede"_s);
+        check(*allocation, {u"Sezione3"_s}, true);
+        pages = preview(*allocation);
+        QCOMPARE(pages.find(u"Riparto Millesimi generali").size(), 32U);
     }
 
     /// Every combination of sections and tables prints those and no others.
@@ -165,12 +193,12 @@ private slots:
     void rulesOfTheAllocationScreen()
     {
         const auto screen = open<Riparto>();
-        const QStringList names{u"Tabella"_s, u"Scala"_s, u"Sezione3"_s};
+        const QStringList names{u"Tabella"_s, u"Scala"_s, u"Indice"_s};
         QCOMPARE(visible(*screen, names), u"---"_s);
         check(*screen, {u"TabSel1"_s}, true);
         QCOMPARE(visible(*screen, names), u"T--"_s);
         check(*screen, {u"TabSel2"_s}, true);
-        QCOMPARE(visible(*screen, names), u"-SS"_s);
+        QCOMPARE(visible(*screen, names), u"-SI"_s);
         QCOMPARE(screen->findChild<QComboBox*>(u"Scala"_s)->currentText(), u"A"_s);
         QVERIFY(!screen->findChild<QCheckBox*>(u"Quadratura"_s)->isChecked());
         QCOMPARE(namelessControls(*screen), QStringList());

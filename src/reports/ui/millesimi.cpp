@@ -15,7 +15,7 @@ Millesimi::Millesimi(const StampaContext& context, QWidget* parent)
       m_primaPagina(new widgets::TypedLine(widgets::FieldKind::WholeNumber, 3)),
       m_esteso(new QRadioButton(u"Esteso"_s)), m_compatto(new QRadioButton(u"Compatto"_s))
 {
-    setContents(buildContents(), sectionWords());
+    setContents(buildContents(), sectionWords(), sectionWords(&Section::isUsual));
     m_primaPagina->setFocus();
 }
 

@@ -38,31 +38,34 @@ QString pathBeside(const QString& chosen, const TableFormat& format)
 PrintScreen::PrintScreen(const QString& name, const QString& caption, const StampaContext& context,
                          QWidget* parent)
     : QDialog(parent), m_context(context), m_modello(calc::CaricaLavoro(context.lavoro)),
-      m_layout(new QVBoxLayout(this))
+      m_scritto(calc::LeggiLavoroScritto(context.lavoro)), m_layout(new QVBoxLayout(this))
 {
     setObjectName(name);
     setWindowTitle(caption);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 }
 
-void PrintScreen::setContents(QWidget* contents, const QStringList& sezioni)
+void PrintScreen::setContents(QWidget* contents, const QStringList& offerte,
+                              const QStringList& scelte)
 {
     m_layout->addWidget(contents);
-    m_layout->addWidget(buildSections(sezioni));
+    m_layout->addWidget(buildSections(offerte, scelte));
     m_layout->addStretch(1);
     m_layout->addLayout(buildButtons());
 }
 
-QWidget* PrintScreen::buildSections(const QStringList& sezioni)
+QWidget* PrintScreen::buildSections(const QStringList& offerte, const QStringList& scelte)
 {
     auto* frame = new QGroupBox(u"Opzioni di stampa"_s);
     auto* row = new QHBoxLayout(frame);
     for (const Section& section : sections()) {
+        if (!offerte.contains(section.word))
+            continue;
         auto* box = new QCheckBox(section.caption);
-        box->setChecked(sezioni.contains(section.word));
+        box->setChecked(scelte.contains(section.word));
         box->setObjectName(u"Sezione%1"_s.arg(m_sezioni.size()));
         row->addWidget(box);
-        m_sezioni.push_back(box);
+        m_sezioni.emplace_back(section.word, box);
     }
     row->addStretch(1);
     return frame;
@@ -105,8 +108,7 @@ QHBoxLayout* PrintScreen::buildButtons()
 void PrintScreen::addRemarks(QHBoxLayout& row)
 {
     const QString counts =
-        calc::conteggio(calc::controlla(calc::LeggiLavoroScritto(m_context.lavoro), sullaCarta()),
-                        calc::Gravita::Avviso);
+        calc::conteggio(calc::controlla(m_scritto, sullaCarta()), calc::Gravita::Avviso);
     if (counts.isEmpty())
         return;
     auto* show = new QPushButton(counts + u" - &Mostra"_s);
@@ -134,9 +136,9 @@ QPushButton* PrintScreen::addButton(QHBoxLayout& row, const QString& name, const
 QStringList PrintScreen::sezioni() const
 {
     QStringList chosen;
-    for (std::size_t i = 0; i < m_sezioni.size(); ++i)
-        if (m_sezioni[i]->isChecked())
-            chosen << sections()[i].word;
+    for (const auto& [word, box] : m_sezioni)
+        if (box->isChecked())
+            chosen << word;
     return chosen;
 }
 
@@ -157,6 +159,7 @@ print::DocumentData PrintScreen::documentData() const
 void PrintScreen::draw()
 {
     stampaDocumento({.modello = m_modello,
+                     .scritto = m_scritto,
                      .jobPath = m_context.jobPath,
                      .outputFolder = m_context.outputFolder,
                      .engine = m_context.print.engine,

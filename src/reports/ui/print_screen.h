@@ -2,11 +2,13 @@
 #pragma once
 
 #include "calc/modello_lavoro.h"
+#include "calc/written_job.h"
 #include "print/ui/print_output.h"
 #include "reports/print_sequence.h"
 
 #include <QDialog>
 
+#include <utility>
 #include <vector>
 
 class QCheckBox;
@@ -58,9 +60,9 @@ protected:
     PrintScreen(const QString& name, const QString& caption, const StampaContext& context,
                 QWidget* parent);
 
-    /// Puts the screen's own part over the boxes of the sections, those named checked at first, and
-    /// the buttons; once, at the end of construction.
-    void setContents(QWidget* contents, const QStringList& sezioni);
+    /// Puts the screen's own part over the boxes of the sections offered, those named checked at
+    /// first, and the buttons; once, at the end of construction.
+    void setContents(QWidget* contents, const QStringList& offerte, const QStringList& scelte);
 
     /// A row with the label and the screen's one field of figures, as wide as so many digits.
     static QHBoxLayout* fieldRow(const QString& caption, widgets::TypedLine& field, int digits);
@@ -77,7 +79,7 @@ protected:
     [[nodiscard]] virtual OpzioniStampa opzioni() const = 0;
 
 private:
-    QWidget* buildSections(const QStringList& sezioni);
+    QWidget* buildSections(const QStringList& offerte, const QStringList& scelte);
     QHBoxLayout* buildButtons();
     QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption,
                            void (PrintScreen::*action)()) const;
@@ -97,7 +99,8 @@ private:
 
     StampaContext m_context;
     calc::ModelloLavoro m_modello;
-    std::vector<QCheckBox*> m_sezioni;
+    calc::LavoroScritto m_scritto;                         ///< the same job
+    std::vector<std::pair<QString, QCheckBox*>> m_sezioni; ///< by their words
     QVBoxLayout* m_layout;
 };
 

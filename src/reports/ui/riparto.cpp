@@ -19,7 +19,7 @@ Riparto::Riparto(const StampaContext& context, QWidget* parent)
       m_indice(new QCheckBox(u"Calc. indice proporz. alla consist."_s)),
       m_quadratura(new QCheckBox(u"Quadratura al centesimo"_s))
 {
-    setContents(buildContents(), {SezioneCalcolo});
+    setContents(buildContents(), sectionWords(&Section::inAllocation), {SezioneCalcolo});
     for (const Shares& shares : m_tabSel)
         connect(shares.button, &QRadioButton::toggled, this, &Riparto::TabSel_Click);
     m_tabSel.front().button->setChecked(true);
@@ -54,7 +54,7 @@ QWidget* Riparto::buildShares()
         if (kind.hasIndex)
             layout->addWidget(m_indice, row++, 1);
     }
-    m_indice->setObjectName(u"Sezione3"_s);
+    m_indice->setObjectName(u"Indice"_s);
     keepPlaceWhenHidden(*m_indice);
     layout->setColumnStretch(1, 1);
     return frame;
