@@ -68,11 +68,15 @@ public:
     {
         context.status.SetStatus(documentKind(m_options).printTitle, true);
         ReportPage page(context, m_calcolo != nullptr ? m_calcolo->primaPagina : 1);
-        if (hasDetail())
+        if (hasDetail()) {
+            context.engine.beginSection(u"Dettaglio U.I."_s);
             StampaProspetto(page, context, m_job, m_calcolo->formato);
+        }
         for (const TableGroup& group : m_groups) {
-            for (const TableReport& table : group.tables)
+            for (const TableReport& table : group.tables) {
+                context.engine.beginSection(table.name);
                 printTable(page, table);
+            }
             if (!group.outputFile.isEmpty())
                 writeOutput(context, group);
         }
@@ -129,8 +133,12 @@ QStringList textFiles()
 const DocumentKind& documentKind(const OpzioniStampa& opzioni)
 {
     static const std::array kinds{
-        DocumentKind{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s},
-        DocumentKind{u"Riparto importo"_s, u"Stampa riparto importo"_s, u" - riparto"_s}};
+        DocumentKind{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s,
+                     u"Calcolo dei millesimi del condominio"_s,
+                     u"condominio, millesimi, tabelle millesimali"_s},
+        DocumentKind{u"Riparto importo"_s, u"Stampa riparto importo"_s,
+                     u"Riparto di un importo in base ai millesimi del condominio"_s,
+                     u"condominio, millesimi, riparto"_s, u" - riparto"_s}};
     return kinds.at(opzioni.index());
 }
 
@@ -140,10 +148,14 @@ print::PdfInfo documentInfo(const OpzioniStampa& opzioni, const calc::ModelloLav
         u"%1 %2"_s
             .arg(modello.datiGenerali[u"Descrizione"_s], modello.datiGenerali[u"Descrizionee"_s])
             .simplified();
-    QString title = documentKind(opzioni).title;
+    const DocumentKind& kind = documentKind(opzioni);
+    QString title = kind.title;
     if (!building.isEmpty())
         title += u" - "_s + building;
-    return {.title = title, .author = print::userFullName()};
+    return {.title = title,
+            .author = print::userFullName(),
+            .subject = kind.subject,
+            .keywords = kind.keywords};
 }
 
 Tables tabelleScelte(const calc::ModelloLavoro& modello, const OpzioniStampa& opzioni)
@@ -166,10 +178,12 @@ void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
     for (const Section& section : sections()) {
         if (!sezioni.contains(section.word))
             continue;
-        if (section.draw != nullptr)
+        if (section.draw != nullptr) {
+            context.engine.beginSection(section.caption.trimmed());
             section.draw(context);
-        else
+        } else {
             calculation->draw(context);
+        }
     }
 }
 

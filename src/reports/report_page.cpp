@@ -90,7 +90,9 @@ void ReportPage::header()
     nextRow();
     fitted(JobColumn, RightMargin - JobColumn, RightMargin, m_jobLine);
     nextRow();
-    left(NumberColumn, u"PAG. N. %1"_s.arg(m_pageNumber));
+    const print::PageLabel number{u"PAG. N. "_s, m_pageNumber};
+    m_engine.labelPage(number);
+    left(NumberColumn, number.text());
     rule();
 }
 
