@@ -118,6 +118,20 @@ void addLabels(QPDF& pdf, const Pages& pages, const PageMarks& marks)
     pdf.getRoot().replaceKey("/PageLabels", labels);
 }
 
+/// Of a font in part the writer has the descriptor alone say so; to readers all of its names are
+/// one.
+void nameFonts(QPDF& pdf)
+{
+    for (Object& font : pdf.getAllObjects()) {
+        if (!font.isDictionaryOfType("/Font") || !font.hasKey("/DescendantFonts"))
+            continue;
+        Object descendant = font.getKey("/DescendantFonts").getArrayItem(0);
+        const Object name = descendant.getKey("/FontDescriptor").getKey("/FontName");
+        font.replaceKey("/BaseFont", name);
+        descendant.replaceKey("/BaseFont", name);
+    }
+}
+
 void addInfo(QPDF& pdf, const PdfInfo& info, const QDateTime& made)
 {
     Object dictionary = Object::newDictionary();
@@ -143,6 +157,7 @@ try {
     Pages pages = pdf.getAllPages();
     for (Object& page : pages)
         page.removeKey("/Annots"); // there are none
+    nameFonts(pdf);
     addInfo(pdf, info, made);
     addOutline(pdf, pages, marks);
     addLabels(pdf, pages, marks);
