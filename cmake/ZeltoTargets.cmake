@@ -42,3 +42,10 @@ function(zelto_library name)
         target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
     endif()
 endfunction()
+
+# zelto_sees_qpdf(SOURCES...): sources that include headers of libqpdf, which in Debian 12 are no C++20 to clang.
+function(zelto_sees_qpdf)
+    set_source_files_properties(
+        ${ARGN} PROPERTIES SKIP_PRECOMPILE_HEADERS ON COMPILE_OPTIONS -std=c++17 COMPILE_DEFINITIONS
+                                                                          POINTERHOLDER_TRANSITION=4)
+endfunction()

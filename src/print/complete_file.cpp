@@ -41,7 +41,7 @@ CompleteFile::CompleteFile(const QString& path, const CompleteFile& neighbour)
 
 void CompleteFile::open()
 {
-    if (!m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly))
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         throw PrintError(PrintErrorNumber::PathAccess, u"Impossibile creare il file"_s, m_file);
 }
 

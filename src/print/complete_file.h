@@ -22,7 +22,7 @@ public:
     /// As above, in the passing folder of another one.
     CompleteFile(const QString& path, const CompleteFile& neighbour);
 
-    /// Where to write, and to read again; failures are noticed at the end.
+    /// Where to write; failures are noticed at the end.
     [[nodiscard]] QIODevice& device() { return m_file; }
 
     /// For those who write by name.

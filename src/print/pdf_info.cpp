@@ -3,9 +3,6 @@
 
 #include "text/literals.h"
 
-#include <QRegularExpression>
-#include <QStringEncoder>
-
 #include <algorithm>
 #include <pwd.h>
 #include <unistd.h>
@@ -14,14 +11,33 @@ namespace zelto::print {
 
 namespace {
 
-const QString Creator = u"Zelto"_s;
-const QString Producer = QStringLiteral("Qt " QT_VERSION_STR);
+const QString Plain = u"%1"_s;
+const QString Language = u"<rdf:Alt><rdf:li xml:lang=\"x-default\">%1</rdf:li></rdf:Alt>"_s;
+const QString Persons = u"<rdf:Seq><rdf:li>%1</rdf:li></rdf:Seq>"_s;
 
-QByteArray hexText(const QString& text)
+/// A property under its two names.
+struct Property
 {
-    QStringEncoder encoder(QStringEncoder::Utf16BE);
-    const QByteArray encoded = encoder(text);
-    return "<FEFF" + encoded.toHex().toUpper() + '>';
+    const char* key; ///< in the document information
+    QString element; ///< in the metadata
+    QString form;    ///< how that encloses the value
+    QString value;
+};
+
+std::vector<Property> propertiesOf(const PdfInfo& info)
+{
+    std::vector<Property> all{
+        {"/Title", u"dc:title"_s, Language, info.title},
+        {"/Author", u"dc:creator"_s, Persons, info.author},
+        {"/Subject", u"dc:description"_s, Language, info.subject},
+        {"/Keywords", u"pdf:Keywords"_s, Plain, info.keywords},
+        {"/Creator", u"xmp:CreatorTool"_s, Plain, u"Zelto"_s},
+        {"/Producer", u"pdf:Producer"_s, Plain, QStringLiteral("Qt " QT_VERSION_STR)},
+    };
+    for (Property& property : all)
+        property.value = withoutControls(property.value);
+    std::erase_if(all, [](const Property& property) { return property.value.isEmpty(); });
+    return all;
 }
 
 } // namespace
@@ -47,7 +63,10 @@ QString userFullName()
 
 QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made)
 {
-    const QString time = made.toUTC().toString(Qt::ISODate);
+    QString elements;
+    for (const Property& property : propertiesOf(info))
+        elements += u"<%1>%2</%1>\n"_s.arg(property.element,
+                                           property.form.arg(property.value.toHtmlEscaped()));
     return u"<?xpacket begin='\uFEFF' id='W5M0MpCehiHzreSzNTczkc9d'?>\n"
            u"<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
            u"<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
@@ -55,43 +74,26 @@ QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made)
            u" xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\""
            u" xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\""
            u" xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n"
-           u"<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">%1</rdf:li></rdf:Alt></dc:title>"
-           u"\n<dc:creator><rdf:Seq><rdf:li>%2</rdf:li></rdf:Seq></dc:creator>\n"
-           u"<xmp:CreatorTool>%3</xmp:CreatorTool>\n"
-           u"<xmp:CreateDate>%4</xmp:CreateDate>\n"
-           u"<xmp:ModifyDate>%4</xmp:ModifyDate>\n"
-           u"<pdf:Producer>%5</pdf:Producer>\n"
+           u"%1"
+           u"<xmp:CreateDate>%2</xmp:CreateDate>\n"
+           u"<xmp:ModifyDate>%2</xmp:ModifyDate>\n"
            u"<pdfaid:part>1</pdfaid:part>\n"
            u"<pdfaid:conformance>B</pdfaid:conformance>\n"
            u"</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end='w'?>\n"_s
-               .arg(withoutControls(info.title).toHtmlEscaped(),
-                    withoutControls(info.author).toHtmlEscaped(), Creator, time, Producer)
+               .arg(elements, made.toUTC().toString(Qt::ISODate))
                .toUtf8();
 }
 
-QByteArray pdfInfoUpdate(const QByteArray& end, qint64 length, const PdfInfo& info,
-                         const QDateTime& made)
+std::vector<std::pair<const char*, QString>> pdfInfoEntries(const PdfInfo& info,
+                                                            const QDateTime& made)
 {
-    static const QRegularExpression trailer(
-        uR"(trailer\s*<<(.*/Info (\d+) 0 R.*)>>\s*startxref\s*(\d+)\s*%%EOF\s*$)"_s,
-        QRegularExpression::DotMatchesEverythingOption);
-    const auto found = trailer.match(QString::fromLatin1(end));
-    if (!found.hasMatch())
-        return {};
-    const QByteArray number = found.captured(2).toLatin1();
-    const QByteArray time = made.toUTC().toString(u"'(D:'yyyyMMddHHmmss'Z)'"_s).toLatin1();
-    QByteArray update = "\n";
-    const qint64 object = length + update.size();
-    update += number + " 0 obj\n<<\n/Title " + hexText(withoutControls(info.title)) + "\n/Author " +
-              hexText(withoutControls(info.author)) + "\n/Creator " + hexText(Creator) +
-              "\n/Producer " + hexText(Producer) + "\n/CreationDate " + time + "\n/ModDate " +
-              time + "\n>>\nendobj\n";
-    const qint64 table = length + update.size();
-    update += "xref\n" + number + " 1\n" + QByteArray::number(object).rightJustified(10, '0') +
-              " 00000 n \ntrailer\n<<" + found.captured(1).toLatin1() + "/Prev " +
-              found.captured(3).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(table) +
-              "\n%%EOF\n";
-    return update;
+    std::vector<std::pair<const char*, QString>> entries;
+    for (const Property& property : propertiesOf(info))
+        entries.emplace_back(property.key, property.value);
+    const QString time = made.toUTC().toString(u"'D:'yyyyMMddHHmmss'Z'"_s);
+    entries.emplace_back("/CreationDate", time);
+    entries.emplace_back("/ModDate", time);
+    return entries;
 }
 
 } // namespace zelto::print

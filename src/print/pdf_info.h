@@ -6,13 +6,19 @@
 #include <QDateTime>
 #include <QString>
 
+#include <utility>
+#include <vector>
+
 namespace zelto::print {
 
-/// Shown by viewers as the properties of the document. Both texts come from a job.
+/// Shown by viewers as the properties of the document; empty ones are left out. Title and author
+/// come from strangers.
 struct PdfInfo
 {
     QString title = {};
     QString author = {};
+    QString subject = {};
+    QString keywords = {}; ///< separated by commas
 };
 
 /// The text as XML can hold it: a blank for every control character, and for what is no character.
@@ -24,10 +30,8 @@ struct PdfInfo
 /// The metadata of a PDF/A-1b file (ISO 19005-1, 6.7) made at the time.
 [[nodiscard]] QByteArray pdfMetadata(const PdfInfo& info, const QDateTime& made);
 
-/// An update to be appended to the written file of the length in bytes, whose end is given. The
-/// document information then says the same as the metadata: the writer knows of no author. Empty
-/// when the file does not end as one of the writer's does.
-[[nodiscard]] QByteArray pdfInfoUpdate(const QByteArray& end, qint64 length, const PdfInfo& info,
-                                       const QDateTime& made);
+/// The document information of that file, which says the same: keys with their texts.
+[[nodiscard]] std::vector<std::pair<const char*, QString>> pdfInfoEntries(const PdfInfo& info,
+                                                                          const QDateTime& made);
 
 } // namespace zelto::print

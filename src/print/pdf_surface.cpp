@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "print/pdf_surface.h"
 
+#include "print/pdf_file.h"
 #include "print/print_error.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace zelto::print {
@@ -13,9 +13,9 @@ PdfSurface::PdfSurface(const QString& fileName, PdfInfo info, const QPageLayout&
 {}
 
 PdfSurface::PdfSurface(std::unique_ptr<CompleteFile> file, PdfInfo info, const QPageLayout& layout)
-    : PagedSurface(m_writer), m_info(std::move(info)), m_file(std::move(file)),
-      m_writer(&m_file->device())
+    : PagedSurface(m_writer), m_info(std::move(info)), m_file(std::move(file)), m_writer(&m_drawn)
 {
+    m_drawn.open(QIODevice::WriteOnly);
     m_writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
     m_writer.setResolution(TwipsPerInch);
     m_writer.setDocumentXmpMetadata(pdfMetadata(m_info, m_made));
@@ -28,6 +28,12 @@ PdfSurface::~PdfSurface()
         painter().end();
 }
 
+void PdfSurface::newPage()
+{
+    ++m_page;
+    PagedSurface::newPage();
+}
+
 void PdfSurface::commit()
 {
     finishedFile()->commit();
@@ -38,12 +44,7 @@ std::unique_ptr<CompleteFile> PdfSurface::finishedFile()
     finish();
     if (isEmpty())
         throw EmptyDocument();
-    constexpr qint64 EndLength = 1024;
-    QIODevice& file = m_file->device();
-    const qint64 length = file.pos();
-    file.seek(std::max<qint64>(0, length - EndLength));
-    const QByteArray end = file.readAll();
-    file.write(pdfInfoUpdate(end, length, m_info, m_made));
+    writePdf(m_drawn.data(), m_file->device(), m_info, m_made, m_marks);
     m_file->finish();
     return std::move(m_file);
 }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "print/complete_file.h"
+#include "print/page_marks.h"
 #include "print/page_size.h"
 #include "print/painter_surface.h"
 #include "print/pdf_info.h"
 
+#include <QBuffer>
 #include <QPageLayout>
 #include <QPdfWriter>
 
@@ -24,6 +26,9 @@ public:
                const QPageLayout& layout = standardPageLayout());
     ~PdfSurface() override;
 
+    void newPage() override;
+    void markPage(const PageMark& mark) override { m_marks[m_page] = mark; }
+
     /// Finishes the pages and puts the file in its place. Throws PrintError naming the file,
     /// EmptyDocument when nothing has been drawn.
     void commit();
@@ -35,7 +40,10 @@ private:
     PdfInfo m_info;
     QDateTime m_made = QDateTime::currentDateTimeUtc();
     std::unique_ptr<CompleteFile> m_file;
+    QBuffer m_drawn; ///< the document as the writer knows it
     QPdfWriter m_writer;
+    PageMarks m_marks;
+    int m_page = 0; ///< index of the one that is drawn on
 };
 
 } // namespace zelto::print

@@ -36,23 +36,53 @@ void PrintEngine::BeginDocument()
 {
     m_page.abandon();
     m_pages.claim();
+    m_marks.clear();
+    forgetSection();
     openPage(0);
 }
 
 void PrintEngine::NewPage()
 {
-    if (!isRecording()) {
-        if (m_surface != nullptr)
-            m_surface->newPage();
-        return;
+    if (isRecording()) {
+        m_page.close();
+        openPage(m_pageNumber + 1);
+        WriteState();
+    } else if (m_surface != nullptr) {
+        m_surface->newPage();
     }
-    m_page.close();
-    openPage(m_pageNumber + 1);
-    WriteState();
+    if (!m_section.isEmpty())
+        mark({{}, {m_section}});
+}
+
+void PrintEngine::beginSection(const QString& title)
+{
+    m_section = title;
+    mark({title, {title}});
+}
+
+void PrintEngine::labelPage(const PageLabel& label)
+{
+    mark({m_mark.section, label});
+}
+
+void PrintEngine::mark(PageMark mark)
+{
+    m_mark = std::move(mark);
+    if (isRecording())
+        m_marks[m_pageNumber] = m_mark;
+    else if (m_surface != nullptr)
+        m_surface->markPage(m_mark);
+}
+
+void PrintEngine::forgetSection()
+{
+    m_section.clear();
+    m_mark = {};
 }
 
 void PrintEngine::EndDocument()
 {
+    forgetSection();
     if (!isRecording()) {
         if (m_surface != nullptr)
             m_surface->finish();
@@ -79,6 +109,7 @@ void PrintEngine::DeletePages()
 {
     m_page.abandon();
     m_pages.clear();
+    m_marks.clear();
     m_pageNumber = 0;
     m_pageCount = 0;
 }

@@ -4,6 +4,7 @@
 
 #include "print/font_metrics.h"
 #include "print/page_file.h"
+#include "print/page_marks.h"
 #include "print/page_size.h"
 #include "print/paragraph.h"
 #include "print/surface.h"
@@ -76,6 +77,13 @@ public:
     /// Recording: starts the next page with the state in force; a document of more than 9,999 pages
     /// throws PrintError and ends the recording. Drawing: a page break.
     void NewPage();
+
+    /// A section of the title begins on the current page, in place of one that did. Its pages are
+    /// called by the title, unless they get a label. Outlines of files show it.
+    void beginSection(const QString& title);
+
+    /// What the current page is called.
+    void labelPage(const PageLabel& label);
 
     /// Recording: ends it, without a last page that holds no more than its state. Drawing: ends the
     /// print job.
@@ -165,6 +173,8 @@ public:
 
 private:
     void openPage(int index);
+    void forgetSection();
+    void mark(PageMark mark);
     [[nodiscard]] const FontMetrics& metrics() const;
     [[nodiscard]] QPointF position(float row, float column) const;
     [[nodiscard]] double widthInTwips(float columns) const;
@@ -194,6 +204,9 @@ private:
     float m_charWidth = 144;
     int m_pageNumber = 0;
     int m_pageCount = 0;
+    PageMarks m_marks; ///< of the recorded pages
+    PageMark m_mark;   ///< of the page being recorded or drawn
+    QString m_section; ///< title of the one that the page belongs to
     FontState m_font;
     mutable FontCache m_fonts;
     mutable std::shared_ptr<const FontMetrics> m_metrics; ///< of m_font, once it is needed

@@ -113,8 +113,12 @@ PageCondition PrintEngine::ReplayRecords(QIODevice& device)
 
 void PrintEngine::PrintDocument(int first, int last)
 {
+    m_page.abandon();
+    forgetSection();
     for (int page = first; page <= last; ++page) {
         m_pageNumber = page - 1;
+        if (const auto known = m_marks.find(m_pageNumber); known != m_marks.end())
+            mark(known->second);
         ReplayPage();
         NewPage();
     }

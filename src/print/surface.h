@@ -3,6 +3,7 @@
 #pragma once
 
 #include "print/font_metrics.h"
+#include "print/page_marks.h"
 
 #include <QColor>
 #include <QImage>
@@ -35,6 +36,9 @@ public:
 
     /// What is drawn from now on goes to the next page.
     virtual void newPage() = 0;
+
+    /// What is known of the page that is drawn on, once more or anew. Only files pass it on.
+    virtual void markPage(const PageMark& /*mark*/) {}
 
     /// Nothing more will be drawn.
     virtual void finish() = 0;

@@ -67,11 +67,15 @@ public:
     void draw(ReportPage& page, const ReportContext& context) const
     {
         context.status.SetStatus(documentKind(m_options).printTitle, true);
-        if (hasDetail())
+        if (hasDetail()) {
+            context.engine.beginSection(u"Dettaglio U.I."_s);
             StampaProspetto(page, context, m_job, m_calcolo->formato);
+        }
         for (const TableGroup& group : m_groups) {
-            for (const TableReport& table : group.tables)
+            for (const TableReport& table : group.tables) {
+                context.engine.beginSection(table.name);
                 printTable(page, table);
+            }
             if (!group.outputFile.isEmpty())
                 writeOutput(context, group);
         }
@@ -180,8 +184,12 @@ QStringList textFiles()
 const DocumentKind& documentKind(const OpzioniStampa& opzioni)
 {
     static const std::array kinds{
-        DocumentKind{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s},
-        DocumentKind{u"Riparto importo"_s, u"Stampa riparto importo"_s, u" - riparto"_s}};
+        DocumentKind{u"Tabelle millesimali"_s, u"Stampa prospetto dei calcoli"_s,
+                     u"Calcolo dei millesimi del condominio"_s,
+                     u"condominio, millesimi, tabelle millesimali"_s},
+        DocumentKind{u"Riparto importo"_s, u"Stampa riparto importo"_s,
+                     u"Riparto di un importo in base ai millesimi del condominio"_s,
+                     u"condominio, millesimi, riparto"_s, u" - riparto"_s}};
     return kinds.at(opzioni.index());
 }
 
@@ -191,10 +199,14 @@ print::PdfInfo documentInfo(const OpzioniStampa& opzioni, const calc::ModelloLav
         u"%1 %2"_s
             .arg(modello.datiGenerali[u"Descrizione"_s], modello.datiGenerali[u"Descrizionee"_s])
             .simplified();
-    QString title = documentKind(opzioni).title;
+    const DocumentKind& kind = documentKind(opzioni);
+    QString title = kind.title;
     if (!building.isEmpty())
         title += u" - "_s + building;
-    return {.title = title, .author = print::userFullName()};
+    return {.title = title,
+            .author = print::userFullName(),
+            .subject = kind.subject,
+            .keywords = kind.keywords};
 }
 
 Tables tabelleScelte(const calc::ModelloLavoro& modello, const OpzioniStampa& opzioni)
@@ -221,14 +233,16 @@ void stampaDocumento(const ReportContext& context, const QStringList& sezioni,
                      const OpzioniStampa& opzioni)
 {
     // What is refused is so first of all, and leaves nothing on paper and in files.
-    std::vector<Drawing> drawings;
+    std::vector<std::pair<const Section*, Drawing>> drawings;
     for (const Section& section : sections())
         if (sezioni.contains(section.word))
-            drawings.push_back(section.prepared(context, opzioni));
+            drawings.emplace_back(&section, section.prepared(context, opzioni));
     const auto* calcolo = std::get_if<OpzioniCalcolo>(&opzioni);
     ReportPage page(context, calcolo != nullptr ? calcolo->primaPagina : 1);
-    for (const Drawing& draw : drawings)
+    for (const auto& [section, draw] : drawings) {
+        context.engine.beginSection(section->caption.trimmed());
         draw(page);
+    }
 }
 
 } // namespace zelto::reports

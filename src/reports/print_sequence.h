@@ -61,6 +61,8 @@ struct DocumentKind
 {
     QString title;
     QString printTitle;      ///< of the print job
+    QString subject;         ///< as the properties of files say it
+    QString keywords;        ///< of those properties
     QString nameSuffix = {}; ///< behind the job's name in the files that are proposed
 };
 const DocumentKind& documentKind(const OpzioniStampa& opzioni);

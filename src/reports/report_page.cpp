@@ -88,7 +88,9 @@ void ReportPage::header()
     nextRow();
     fitted(JobColumn, RightMargin - JobColumn, m_jobLine, [] { return RightMargin; });
     nextRow();
-    left(NumberColumn, u"PAG. N. %1"_s.arg(m_pageNumber));
+    const print::PageLabel number{u"PAG. N. "_s, m_pageNumber};
+    m_engine.labelPage(number);
+    left(NumberColumn, number.text());
     rule();
 }
 

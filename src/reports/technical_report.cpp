@@ -48,7 +48,9 @@ void drawPage(const ReportContext& context, int page, QString& text)
 {
     print::PrintEngine& engine = context.engine;
     engine.SetFontSize(PageLineSize);
-    engine.PrintText(3, NumberColumn, 0, u"Pag. n. %1"_s.arg(page));
+    const print::PageLabel number{u"Pag. n. "_s, page};
+    engine.labelPage(number);
+    engine.PrintText(3, NumberColumn, 0, number.text());
     drawReference(context);
     engine.SetFontSize(BodySize);
     float row = 7;

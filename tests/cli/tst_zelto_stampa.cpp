@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The printing command as its users start it.
-#include "store/store_fixture.h"
+#include "support/pdf_file.h"
 #include "support/runner.h"
 
 #include <QDir>
@@ -53,7 +53,7 @@ public:
     }
     [[nodiscard]] qsizetype pagesOf(const QString& pdf) const
     {
-        return bytes(pdf).count("/Type /Page\n");
+        return PdfFile(file(pdf)).labels().size();
     }
 };
 

@@ -4,11 +4,10 @@
 #include "print/pdf_surface.h"
 #include "print/print_engine.h"
 #include "store/store_fixture.h"
+#include "support/pdf_file.h"
 #include "support/runner.h"
 
 #include <QImage>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 #include <QXmlStreamReader>
 
@@ -38,12 +37,26 @@ void drawPage(PrintEngine& print)
     print.PrintParagraph(12, 30, row, 19, text, Alignment::Justified);
 }
 
-QString outputOf(const QString& program, const QStringList& arguments)
+/// Three sections, one of which draws nothing, and four pages, one without a label of its own.
+void drawSections(PrintEngine& print)
 {
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput())
-                                     : QString();
+    const auto page = [&] {
+        print.WriteState();
+        print.PrintText(1, 1, 0, QString(60, u'x'));
+        print.NewPage();
+    };
+    print.beginSection(u"Niente"_s);
+    print.beginSection(u"Città «A»"_s);
+    print.labelPage({u"Pag. "_s, 0});
+    page();
+    print.labelPage({u"Pag. "_s, 1});
+    page();
+    page();
+    print.beginSection(u" Calcolo "_s);
+    print.labelPage({u"N. "_s, 7});
+    page();
+    print.beginSection(u"Niente"_s);
+    print.EndDocument();
 }
 
 } // namespace
@@ -160,14 +173,38 @@ private slots:
         surface.commit();
         QVERIFY(bytesOf(fileName).startsWith("%PDF-"));
 
-        if (QStandardPaths::findExecutable(u"pdfinfo"_s).isEmpty())
-            QSKIP("poppler-utils is not installed");
-        const QString info = outputOf(u"pdfinfo"_s, {fileName}).simplified();
+        const QString info = QString::fromUtf8(outputOf(u"pdfinfo"_s, {fileName})).simplified();
         for (const QString& said : {u"Title: Stampa «prova» "_s, u"Pages: 3 "_s, u"(A4)"_s})
             QVERIFY2(info.contains(said), qPrintable(info));
-        const QString texts = outputOf(u"pdftotext"_s, {u"-layout"_s, fileName, u"-"_s});
+        const QString texts =
+            QString::fromUtf8(outputOf(u"pdftotext"_s, {u"-layout"_s, fileName, u"-"_s}));
         QCOMPARE(texts.split(u'\f').replaceInStrings(u"\n"_s, u""_s).join(u'|').simplified(),
                  u"Città n. 1 fine||Città n. 3 fine|"_s);
+    }
+
+    /// Drawn at once or from page files; of a range, what is on its pages.
+    void sectionsAndLabels()
+    {
+        const auto written = [this](auto draw) {
+            const QString fileName = m_folder.file(u"sezioni.pdf"_s);
+            PdfSurface surface(fileName, {});
+            const DrawingTarget target(m_print, surface);
+            draw(m_print);
+            surface.commit();
+            const PdfFile file(fileName);
+            return file.outline().join(u',') + u'|' + file.labels().join(u',');
+        };
+        const QString whole = u"1 Città «A»,4 Calcolo|Pag. 0,Pag. 1,Città «A»,N. 7"_s;
+        QCOMPARE(written(drawSections), whole);
+        m_print.BeginDocument();
+        drawSections(m_print);
+        QCOMPARE(written([](PrintEngine& print) { print.PrintDocument(1, 4); }), whole);
+        QCOMPARE(written([](PrintEngine& print) { print.PrintDocument(3, 4); }),
+                 u"2 Calcolo|Città «A»,N. 7"_s);
+        m_print.BeginDocument();
+        drawPage(m_print);
+        m_print.EndDocument();
+        QCOMPARE(written([](PrintEngine& print) { print.PrintDocument(1, 1); }), u"|"_s);
     }
 
     void titlesFromStrangers()

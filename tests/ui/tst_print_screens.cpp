@@ -3,6 +3,7 @@
 #include "reports/ui/millesimi.h"
 #include "reports/ui/riparto.h"
 #include "support/accessible_names.h"
+#include "support/pdf_file.h"
 #include "support/print_office.h"
 #include "support/runner.h"
 #include "widgets/typed_line.h"
@@ -225,6 +226,27 @@ private slots:
         QVERIFY(m_office->user.hears([&] { screen->stampa(); }, {u"~/riparto.pdf"_s})
                     .contains(u"in [~ESEMPIO - riparto.pdf]"));
         QVERIFY(!QFile::exists(m_office->path(u"riparto.pdf"_s)));
+    }
+
+    /// Without a printer and without page files.
+    void printedIntoAPdf()
+    {
+        const auto printed = [this](zelto::reports::PrintScreen& screen) {
+            screen.findChild<QLineEdit*>(u"Dati0"_s)->setText(u"7"_s);
+            m_office->user.saysYes = true;
+            (void)m_office->user.hears([&] { screen.stampa(); }, {u"~/stampa.pdf"_s});
+            return PdfFile(m_office->path(u"stampa.pdf"_s));
+        };
+        Millesimi millesimi(m_office->context());
+        check(millesimi, {u"Sezione0"_s, u"TabSel0"_s, u"TabSel2"_s}, false);
+        const PdfFile tables = printed(millesimi);
+        QCOMPARE(tables.outline().join(u','),
+                 u"1 Relazione,8 Millesimi generali,9 Scala A,10 Scala B"_s);
+        QCOMPARE(tables.labels().mid(6, 2).join(u','), u"Pag. n. 7,PAG. N. 7"_s);
+        Riparto riparto(m_office->context());
+        const PdfFile allocation = printed(riparto);
+        QCOMPARE(allocation.outline().last(), u"1 Riparto Millesimi generali"_s);
+        QCOMPARE(allocation.labels().last(), u"PAG. N. 1"_s);
     }
 
     void partsCloseToTheAmount()
