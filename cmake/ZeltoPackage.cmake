@@ -61,7 +61,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The reports ask for fonts of these measures, Qt's own dialogs for their translation, icons for the
 # plugin that draws them.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6svg6, qt6-translations-l10n")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt6-svg-plugins | libqt6svg6 (<< 6.5), qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS cups-client)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "Computes the thousandth shares by which ownership and expenses of an Italian

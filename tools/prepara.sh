@@ -6,10 +6,13 @@ come_root() {
 }
 
 # installa_pacchetti [LIST...]: those of packaging/pacchetti-debian.txt and of the other lists there.
+# A number behind a package is the first release of Debian that has it.
 installa_pacchetti() {
-    local lists missing=() package
+    local lists missing=() package since release
+    release=$(. /etc/os-release && echo "${VERSION_ID:-999}")
     lists="$(dirname "${BASH_SOURCE[0]}")/../packaging"
-    while read -r package; do
+    while read -r package since; do
+        [ "${since:-0}" -le "${release%%.*}" ] || continue
         [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             missing+=("$package")
     done < <(cd "$lists" && grep -hv -e '^#' -e '^$' pacchetti-debian.txt "$@")

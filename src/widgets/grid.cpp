@@ -71,9 +71,22 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& in
         return Selection::NoUpdate; // the menu is about what is selected
     const auto* input = dynamic_cast<const QInputEvent*>(event);
     const bool shift = input != nullptr && input->modifiers().testFlag(Qt::ShiftModifier);
+    const bool stretches = shift || type == QEvent::MouseMove;
+    if (!stretches || !m_from.isValid())
+        m_from = stretches ? currentIndex() : index;
+    m_to = index;
     // Cleared in any case, because Qt keeps for good what was selected before a click beside cells.
-    return shift || type == QEvent::MouseMove ? Selection::Clear | Selection::SelectCurrent
-                                              : Selection::ClearAndSelect;
+    return stretches ? Selection::Clear | Selection::SelectCurrent : Selection::ClearAndSelect;
+}
+
+void Grid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command)
+{
+    if (!command.testFlag(QItemSelectionModel::Current) || !m_from.isValid() || !m_to.isValid())
+        return QTableView::setSelection(rect, command);
+    const auto [top, bottom] = std::minmax({m_from.row(), m_to.row()});
+    const auto [left, right] = std::minmax({m_from.column(), m_to.column()});
+    const QItemSelection cells(m_model->index(top, left), m_model->index(bottom, right));
+    selectionModel()->select(cells, command);
 }
 
 void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous)

@@ -109,6 +109,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     [[nodiscard]] QItemSelectionModel::SelectionFlags
     selectionCommand(const QModelIndex& index, const QEvent* event) const override;
+    void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
     void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
     void changeEvent(QEvent* event) override;
@@ -154,6 +155,10 @@ private:
 
     QString m_numberHeader;
     GridModel* m_model;
+    /// The cells between which the selection is being stretched: Qt's own beginning of it moves
+    /// with some versions.
+    mutable QPersistentModelIndex m_from;
+    mutable QPersistentModelIndex m_to;
     AtEnd m_atEnd;
     std::function<int()> m_mostRows = [] { return std::numeric_limits<int>::max(); };
     TypedLine* m_editor;

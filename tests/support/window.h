@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QKeySequence>
+#include <QMenu>
 #include <QTest>
 
 namespace zelto::test {
@@ -47,6 +48,15 @@ inline int press(const QString& script, QWidget* widget = nullptr)
         at = end;
     }
     return count;
+}
+
+/// Clicks an entry of an open menu. Menus pay no attention to a pointer that has not moved.
+inline void clickEntry(QMenu& menu, QAction& entry)
+{
+    const QPoint place = menu.actionGeometry(&entry).center();
+    QTest::mouseMove(&menu, place - QPoint(8, 0));
+    QTest::mouseMove(&menu, place);
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, place);
 }
 
 } // namespace zelto::test

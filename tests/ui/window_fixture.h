@@ -7,6 +7,7 @@
 #include "shell/status_bar.h"
 #include "store/store_fixture.h"
 #include "support/scripted_user.h"
+#include "support/window.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -85,8 +86,7 @@ public:
         for (QAction* action : menu.actions())
             if (menu.isVisible() && action->isVisible() &&
                 action->text().remove(u'&').startsWith(caption))
-                return QTest::mouseClick(&menu, Qt::LeftButton, {},
-                                         menu.actionGeometry(action).center());
+                return clickEntry(menu, *action);
         qFatal("there is no entry %s to be clicked", qPrintable(caption));
     }
 

@@ -87,7 +87,7 @@ void choosePaste(QWidget& widget, const QString& text)
     QVERIFY(menu);
     for (QAction* entry : menu->actions())
         if (entry->text().startsWith(u"&Paste"_s))
-            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+            zelto::test::clickEntry(*menu, *entry);
     QVERIFY(!QApplication::activePopupWidget());
 }
 
