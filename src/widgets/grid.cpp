@@ -34,11 +34,13 @@ Grid::Grid(const QString& numberHeader, const std::vector<GridColumn>& columns, 
 void Grid::setCurrentCell(int row, int column)
 {
     commitEditor();
-    setCurrentIndex(m_model->index(row, column));
+    m_from = m_model->index(row, column);
+    setCurrentIndex(m_from);
 }
 
 void Grid::selectBlock(const QModelIndex& first, const QModelIndex& last)
 {
+    m_from = first;
     setCurrentIndex(first);
     selectionModel()->select({first, last}, QItemSelectionModel::ClearAndSelect);
 }
@@ -72,9 +74,12 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& in
     const auto* input = dynamic_cast<const QInputEvent*>(event);
     const bool shift = input != nullptr && input->modifiers().testFlag(Qt::ShiftModifier);
     const bool stretches = shift || type == QEvent::MouseMove;
-    if (!stretches || !m_from.isValid())
-        m_from = stretches ? currentIndex() : index;
-    m_to = index;
+    // Some versions of Qt ask once more, without an event, while they carry out the first answer.
+    if (event != nullptr) {
+        if (!stretches || !m_from.isValid())
+            m_from = stretches ? currentIndex() : index;
+        m_to = index;
+    }
     // Cleared in any case, because Qt keeps for good what was selected before a click beside cells.
     return stretches ? Selection::Clear | Selection::SelectCurrent : Selection::ClearAndSelect;
 }

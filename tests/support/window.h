@@ -50,13 +50,11 @@ inline int press(const QString& script, QWidget* widget = nullptr)
     return count;
 }
 
-/// Clicks an entry of an open menu. Menus pay no attention to a pointer that has not moved.
-inline void clickEntry(QMenu& menu, QAction& entry)
+/// Chooses an entry of an open menu by the keyboard.
+inline void chooseEntry(QMenu& menu, QAction& entry)
 {
-    const QPoint place = menu.actionGeometry(&entry).center();
-    QTest::mouseMove(&menu, place - QPoint(8, 0));
-    QTest::mouseMove(&menu, place);
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, place);
+    menu.setActiveAction(&entry);
+    QTest::keyClick(&menu, Qt::Key_Return);
 }
 
 } // namespace zelto::test

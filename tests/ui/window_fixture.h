@@ -86,7 +86,7 @@ public:
         for (QAction* action : menu.actions())
             if (menu.isVisible() && action->isVisible() &&
                 action->text().remove(u'&').startsWith(caption))
-                return clickEntry(menu, *action);
+                return chooseEntry(menu, *action);
         qFatal("there is no entry %s to be clicked", qPrintable(caption));
     }
 

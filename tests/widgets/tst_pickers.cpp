@@ -88,7 +88,7 @@ private slots:
         ContextMenu menu;
         menu.DxMouse(3).setText(u"Elimina"_s);
         menu.DxMouse(3).setVisible(true);
-        QTimer::singleShot(0, this, [&menu] { zelto::test::clickEntry(menu, menu.DxMouse(3)); });
+        QTimer::singleShot(0, this, [&menu] { zelto::test::chooseEntry(menu, menu.DxMouse(3)); });
         QCOMPARE(menu.choose({}), 3);
         QTimer::singleShot(0, this, [&menu] { press(u"<Esc>"_s, &menu); });
         QCOMPARE(menu.choose({}), -1);

@@ -87,7 +87,7 @@ void choosePaste(QWidget& widget, const QString& text)
     QVERIFY(menu);
     for (QAction* entry : menu->actions())
         if (entry->text().startsWith(u"&Paste"_s))
-            zelto::test::clickEntry(*menu, *entry);
+            zelto::test::chooseEntry(*menu, *entry);
     QVERIFY(!QApplication::activePopupWidget());
 }
 
