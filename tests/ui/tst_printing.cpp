@@ -60,14 +60,15 @@ void compareWords(const std::vector<Word>& actual, const std::vector<Word>& expe
 /// The texts of the page files of which no word of the file begins where they do.
 QStringList misplaced(const MemorySurface& drawn, const std::vector<Word>& words)
 {
-    constexpr double Margin = 280;   // 5 mm in whole points
+    constexpr double Margin = 282; // 5 mm, in whole points with some versions of Qt
+    constexpr double MarginSlack = 3;
     constexpr double LineSlack = 60; // a reader's notion of a text's top is not ours
     QStringList missing;
     for (const auto& text : drawn.texts) {
         const QString first = text.text.trimmed().section(u' ', 0, 0);
         const auto begins = [&](const Word& word) {
             return word.page == text.page && word.text == first &&
-                   std::abs(word.left - text.left - Margin) <= 1 &&
+                   std::abs(word.left - text.left - Margin) <= MarginSlack &&
                    std::abs(word.top - text.top - Margin) < LineSlack;
         };
         if (!first.isEmpty() && std::none_of(words.begin(), words.end(), begins))
