@@ -314,11 +314,14 @@ Options parseOptions(const QStringList& arguments)
         argv.push_back(argument.data());
     argv.push_back(nullptr);
     Pieces pieces;
-    const int jobs = readArguments(argv, commandOptions(),
-                                   [&](const CommandOption& option, const QString& value) {
-                                       ++pieces.given;
-                                       option.apply(pieces, value);
-                                   });
+    const int jobs = readArguments(
+        argv, commandOptions(), [&](const CommandOption& option, const QString& value) {
+            // As of a variable of the shell that is not set.
+            if (!option.value.isEmpty() && value.isEmpty())
+                throw UsageError(u"--%1: il valore è vuoto"_s.arg(QLatin1StringView(option.name)));
+            ++pieces.given;
+            option.apply(pieces, value);
+        });
     for (std::size_t i = static_cast<std::size_t>(jobs); argv[i] != nullptr; ++i)
         pieces.lavori << QString::fromUtf8(argv[i]);
     return complete(std::move(pieces));

@@ -2,6 +2,7 @@
 #include "print/complete_file.h"
 
 #include "print/print_error.h"
+#include "store/file_check.h"
 #include "store/files/file_names.h"
 
 #include <QDir>
@@ -41,6 +42,9 @@ CompleteFile::CompleteFile(const QString& path, const CompleteFile& neighbour)
 
 void CompleteFile::open()
 {
+    if (const QString target = m_newFile->target(); store::isDatabaseFile(target))
+        throw PrintError(PrintErrorNumber::PathAccess,
+                         u"«%1» è un lavoro e non viene sostituito."_s.arg(target));
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         throw PrintError(PrintErrorNumber::PathAccess, u"Impossibile creare il file"_s, m_file);
 }

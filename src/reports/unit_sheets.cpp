@@ -113,8 +113,9 @@ void Sheet::printFacts()
     if (riga != nullptr && !riga->titolo.trimmed().isEmpty())
         scala += u", "_s + riga->titolo.trimmed();
     m_page.nextRow();
-    m_page.fitted(LeftColumn, u"Scala - "_s + scala, MiddleColumn - 1);
-    m_page.left(MiddleColumn,
+    m_page.fitted(LeftColumn, u"Scala - "_s + scala, RightMargin);
+    m_page.nextRow();
+    m_page.left(LeftColumn,
                 u"Altezza - "_s + MascheraConsistenza.format(m_unita.HPiano).trimmed());
     QStringList tabelle;
     for (int t = 1; t <= m_modello.NumTabelle(); ++t)

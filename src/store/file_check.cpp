@@ -5,6 +5,7 @@
 #include "store/files/database_error.h"
 #include "store/files/file_names.h"
 #include "store/files/passing_folder.h"
+#include "store/jet/jet_file.h"
 #include "store/job_limits.h"
 #include "text/system_reason.h"
 
@@ -20,6 +21,9 @@ namespace {
 /// At the head of a journal, and at the end of one that belongs to changes of several files. Those
 /// name the file that holds the list of them, and the engine deletes it.
 constexpr std::string_view JournalMagic("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7", 8);
+
+/// At the head of a database of this edition.
+constexpr QByteArrayView Signature("SQLite format 3\0", 16);
 
 // Places in a journal's head.
 constexpr qsizetype PagesAt = 16;
@@ -99,14 +103,22 @@ void checkFile(const QString& file, const QString& shown)
         ifStillThere([&] { checkJournal(journalOf(file), journalOf(shown)); });
 }
 
+bool isDatabaseFile(const QString& path)
+{
+    try {
+        const EngineFile bytes(realPath(path), path);
+        return bytes.read(0, HeaderSize).startsWith(Signature) || jet::isJetFile(path);
+    } catch (const DatabaseError&) {
+        return false;
+    }
+}
+
 void checkHeader(const QByteArray& header, const QString& shown)
 {
-    constexpr std::string_view Signature("SQLite format 3\0", 16);
     constexpr qsizetype WriteVersion = 18;
     constexpr qsizetype ReadVersion = 19;
     constexpr char RollbackJournal = 1;
-    if (header.size() < HeaderSize ||
-        !header.startsWith({Signature.data(), static_cast<qsizetype>(Signature.size())}))
+    if (header.size() < HeaderSize || !header.startsWith(Signature))
         throw refused(u"Il file «%1» non è un database riconosciuto.", shown);
     if (header[WriteVersion] != RollbackJournal || header[ReadVersion] != RollbackJournal)
         throw refused(u"Il file «%1» usa un registro separato (WAL), che non è ammesso.", shown);

@@ -22,6 +22,10 @@ void checkFile(const QString& file, const QString& shown);
 /// Throws NotADatabase unless the file's first bytes are those of a database in rollback mode.
 void checkHeader(const QByteArray& header, const QString& shown);
 
+/// Whether the file is a database, of whatever kind, of this edition or of the one for Windows: it
+/// may be a job. Not one that cannot be read.
+[[nodiscard]] bool isDatabaseFile(const QString& path);
+
 /// Whether a journal lies beside the file.
 [[nodiscard]] bool hasJournal(const QString& path);
 

@@ -90,6 +90,7 @@ private slots:
             {u"--stampa A.ZLT"_s, u"--stampa"_s},
             {u"-x A.ZLT"_s, u"-x"_s},
             {u"A.ZLT -o"_s, u"-o"_s},
+            {u"--schede= A.ZLT"_s, u"--schede"_s},
             {u"--mostra=si A.ZLT"_s, u"--mostra"_s},
             {u"--sezioni calcolo,copertina A.ZLT"_s, u"copertina"_s},
             {u"--calcolo= A.ZLT"_s, u"--calcolo"_s},

@@ -173,6 +173,28 @@ private slots:
         QVERIFY(QFile::exists(desk.file(u"out/ES/scale.out"_s)));
     }
 
+    /// The name of another job behind -o, and jobs named like an output.
+    void noJobIsReplaced()
+    {
+        const std::vector<std::pair<QString, QString>> cases{
+            {u"ALTRO.ZLT"_s, u"-o ALTRO.ZLT"_s},
+            {u"ALTRO.ZLT"_s, u"--xlsx ALTRO.ZLT"_s},
+            {u"t/Scala A.csv"_s, u"--csv t"_s},
+            {u"u/calcolo.out"_s, u"-u u"_s},
+            {u"s/001 Negozio 1 - Panificio.pdf"_s, u"--schede s"_s},
+        };
+        for (const auto& [job, output] : cases) {
+            const Desk desk;
+            QVERIFY(QDir(desk.file({})).mkpath(QFileInfo(desk.file(job)).path()));
+            writeBytes(desk.file(job), desk.bytes(u"ES.ZLT"_s));
+            const Result result = desk.run(output + u" ES.ZLT"_s);
+            QCOMPARE(result.status, 2);
+            QVERIFY2(result.errors.contains(u"è un lavoro e non viene sostituito"_s),
+                     qPrintable(result.errors));
+            QCOMPARE(desk.bytes(job), desk.bytes(u"ES.ZLT"_s));
+        }
+    }
+
     void jobOfTheEarlierEdition()
     {
         const Desk desk;

@@ -130,7 +130,7 @@ private slots:
                                 allocation + u"Riparto Scala A|------"_s));
         const QStringList facts = linesOf(printer.surface, 0).mid(4, 3);
         QCOMPARE(facts, (QStringList{u"Riferimento - Int. 1|Livello - Piano 1"_s,
-                                     u"Scala - A, Scala a ponente|Altezza - 1.0000"_s,
+                                     u"Scala - A, Scala a ponente"_s, u"Altezza - 1.0000"_s,
                                      u"Tabelle - Acqua"_s}));
         QVERIFY(linesOf(printer.surface, 2).contains(u"Scala - nessuna|Altezza - 0.0000"_s));
     }
