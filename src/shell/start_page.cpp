@@ -62,9 +62,12 @@ void StartPage::buildList()
     m_list->setAllColumnsShowFocus(true);
     m_list->setSortingEnabled(true);
     m_list->sortByColumn(JobList::Name, Qt::AscendingOrder);
-    constexpr std::array Letters{22, 24, 18, 11, 7, 17}; // of the columns
+    constexpr std::array Letters{20, 20, 16, 14, 8, 18}; // of the columns
     for (int column = 0; const int letters : Letters)
         m_list->setColumnWidth(column++, letters * m_list->fontMetrics().averageCharWidth());
+    m_list->header()->setStretchLastSection(false);
+    for (const int column : {JobList::Description, JobList::SecondDescription})
+        m_list->header()->setSectionResizeMode(column, QHeaderView::Stretch);
     m_list->installEventFilter(this);
     connect(m_list, &QTreeView::doubleClicked, this, [this] { ask(&StartPage::openRequested); });
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this,
