@@ -12,6 +12,7 @@
 #include "shell/file_menu.h"
 #include "shell/guide_chapters.h"
 #include "shell/program_launcher.h"
+#include "shell/start_page.h"
 #include "store/application_folder.h"
 #include "store/master_database.h"
 #include "widgets/dialogs.h"
@@ -35,6 +36,7 @@ Application::Application(const store::ApplicationFolder& folder, widgets::Dialog
     m_window.setTitle(QStringLiteral("Zelto 2011 - v. " ZELTO_VERSION));
     m_recentJobs.load(m_settings);
     fillFileMenu();
+    buildStartPage(folder.examplePath());
     m_window.showRecentJobs();
     connectWindow();
 }
@@ -135,6 +137,11 @@ void Application::showGuide(const QWidget* asking)
 {
     if (m_guide && (asking == nullptr || asking->window() == m_guide))
         return;
+    showChapter(guideChapter(asking != nullptr ? asking : &m_window));
+}
+
+void Application::showChapter(const QString& heading)
+{
     QWidget* modal = QApplication::activeModalWidget();
     QWidget* parent = modal != nullptr ? modal : &m_window;
     if (!m_guide || m_guide->parentWidget() != parent) {
@@ -142,7 +149,7 @@ void Application::showGuide(const QWidget* asking)
         m_guide = new GuideWindow(parent);
     }
     m_guide->show();
-    m_guide->showChapter(guideChapter(asking != nullptr ? asking : &m_window));
+    m_guide->showChapter(heading);
     m_guide->raise();
     m_guide->activateWindow();
 }
@@ -312,12 +319,14 @@ void Application::setUpPrinter()
 /// Nothing that goes wrong in an action ends the program.
 void Application::reportingErrors(const std::function<void()>& action)
 {
+    m_startPage->pause(); // its files are to be left alone meanwhile
     try {
         action();
     } catch (const std::exception& error) {
         m_window.SetStatus({}, false);
         m_dialogs.ReportError(error);
     }
+    refreshStartPage();
 }
 
 void Application::shutDown()

@@ -38,6 +38,8 @@ class EditDialog;
 
 namespace zelto::shell {
 
+class StartPage;
+
 /// The running program: owns settings, master database, main window and open job, and carries out
 /// what the user asks the window for.
 class Application : public QObject
@@ -68,7 +70,13 @@ protected:
 private:
     void connectWindow();
     void showGuide(const QWidget* asking);
+    void showChapter(const QString& heading);
     void fillFileMenu();
+    void buildStartPage(const QString& example);
+    void connectStartPage();
+    void fromStartPage(const std::function<void()>& opening);
+    void openExample(const QString& example);
+    void refreshStartPage();
     void showScreen(const QString& key);
     void showModal(widgets::EditDialog& screen);
     void showParametri(store::Database& lavoro);
@@ -88,6 +96,7 @@ private:
     QStringList m_groupDescriptions;
     widgets::Dialogs& m_dialogs;
     MainWindow m_window;
+    StartPage* m_startPage = nullptr; ///< of the window
     store::JobCopies m_copies;
     JobFiles m_jobFiles;
     text::DecimalSeparators m_separators = text::DecimalSeparators::detect();

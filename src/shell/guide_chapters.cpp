@@ -11,6 +11,7 @@ const std::map<QString, QString>& guideChapters()
 {
     static const std::map<QString, QString> chapters{
         {u"Main"_s, u"La finestra principale"_s},
+        {u"PaginaIniziale"_s, u"La pagina iniziale"_s},
         {u"MenuFile"_s, u"Il menu File"_s},
         {u"RipristinaCopia"_s, u"Copie di sicurezza"_s},
         {u"DatiGenerali"_s, u"Dati generali"_s},

@@ -66,9 +66,16 @@ public:
 
     /// Repairs a database in its place.
     void RiparaArchivio();
+    void repairGiven(const QString& path);
 
     /// Makes a new job of a copy that the user chooses, and opens it.
     void RipristinaCopia();
+    /// The copies of the job of that path are offered first.
+    void restoreCopyOf(const QString& path);
+
+    /// Opens a copy of the delivered example in a folder, which is created if need be, under the
+    /// next name that is free there.
+    void openExample(const QString& example, const QString& folder);
 
     /// Keeps a copy of the open job, if there is one and it was changed, and closes it.
     void chiudiLavoro();

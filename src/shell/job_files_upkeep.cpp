@@ -8,6 +8,8 @@
 #include "widgets/dialogs.h"
 #include "widgets/main_window_services.h"
 
+#include <QDir>
+
 namespace zelto::shell {
 
 using Request = widgets::FileDialogRequest;
@@ -161,6 +163,11 @@ void JobFiles::RiparaArchivio()
                                   .filter = DatabaseFilter,
                                   .flags = Request::AnyFile,
                                   .initialFolder = m_job.JobFolder()});
+    repairGiven(path);
+}
+
+void JobFiles::repairGiven(const QString& path)
+{
     if (!mayReplace(path))
         return;
     std::optional<store::RepairResult> result;
@@ -181,12 +188,17 @@ void JobFiles::RiparaArchivio()
 
 void JobFiles::RipristinaCopia()
 {
+    restoreCopyOf(m_job.JobPath());
+}
+
+void JobFiles::restoreCopyOf(const QString& path)
+{
     if (m_copies.jobs().isEmpty()) {
         m_dialogs.showMessage(u"Non c'è ancora nessuna copia di sicurezza. Zelto ne conserva una "
                               "ogni volta che si apre o si chiude un lavoro cambiato."_s);
         return;
     }
-    const std::optional<store::JobCopy> copy = m_dialogs.chooseCopy(m_copies, m_job.JobPath());
+    const std::optional<store::JobCopy> copy = m_dialogs.chooseCopy(m_copies, path);
     if (!copy)
         return;
     const QString target =
@@ -205,6 +217,19 @@ void JobFiles::restore(const QString& copy, const QString& target)
         const widgets::StatusScope status(m_window, u"Ripristino copia su "_s + target);
         store::copyDatabase(copy, target);
     }
+    openVerified(target, Conversion::Yes);
+}
+
+void JobFiles::openExample(const QString& example, const QString& folder)
+{
+    if (refusedByDocuments())
+        return;
+    QDir().mkpath(folder);
+    const QString stem = u"%1/%2"_s.arg(folder, store::withoutExtension(store::nameOf(example)));
+    QString target = stem + store::JobExtension;
+    for (int number = 2; !store::findFile(target).isEmpty(); ++number)
+        target = u"%1 %2"_s.arg(stem).arg(number) + store::JobExtension;
+    store::copyDatabase(example, target);
     openVerified(target, Conversion::Yes);
 }
 

@@ -14,6 +14,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QStackedWidget>
 #include <QStatusTipEvent>
 #include <QToolBar>
 #include <QUrl>
@@ -37,7 +38,7 @@ QString draggedJob(const QMimeData* data)
 MainWindow::MainWindow(const RecentJobs& recentJobs)
     : m_recentJobs(recentJobs), m_menuFile(new FileMenu(this)),
       m_contextMenu(new widgets::ContextMenu(this)), m_stato(new StatusBar(this)),
-      m_documents(new QMdiArea(this))
+      m_workArea(new QStackedWidget(this)), m_documents(new QMdiArea)
 {
     setObjectName(u"Main"_s);
     setWindowIcon(widgets::icon(u"zelto"_s));
@@ -46,7 +47,8 @@ MainWindow::MainWindow(const RecentJobs& recentJobs)
     buildToolbar();
     setStatusBar(m_stato);
     m_documents->setAccessibleName(u"Finestre del lavoro"_s);
-    setCentralWidget(m_documents);
+    m_workArea->addWidget(m_documents);
+    setCentralWidget(m_workArea);
     shadeDocuments();
     setAcceptDrops(true);
 }
@@ -101,10 +103,25 @@ void MainWindow::setTitle(const QString& title)
     setWindowTitle(title);
 }
 
+void MainWindow::setStartPage(QWidget* page)
+{
+    m_workArea->insertWidget(0, page);
+    showWorkArea();
+}
+
+void MainWindow::showWorkArea()
+{
+    m_workArea->setCurrentIndex(
+        m_documents->subWindowList().isEmpty() ? 0 : m_workArea->indexOf(m_documents));
+}
+
 QMdiSubWindow& MainWindow::addDocumentWindow(QWidget* screen)
 {
     QMdiSubWindow* frame = m_documents->addSubWindow(screen);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    showWorkArea();
+    // Later: it is still in the list while it goes.
+    connect(frame, &QObject::destroyed, this, &MainWindow::showWorkArea, Qt::QueuedConnection);
     screen->show();
     return *frame;
 }

@@ -8,6 +8,7 @@
 class QDockWidget;
 class QMdiArea;
 class QMdiSubWindow;
+class QStackedWidget;
 
 namespace zelto::widgets {
 class ContextMenu;
@@ -35,6 +36,9 @@ public:
 
     /// The window's title, whatever document windows make of it.
     void setTitle(const QString& title);
+
+    /// Shows the page whenever there is no document window; it is none. The window owns it.
+    void setStartPage(QWidget* page);
 
     /// Puts a screen into the window, in a frame of its own that is deleted when it closes.
     QMdiSubWindow& addDocumentWindow(QWidget* screen);
@@ -73,12 +77,14 @@ private:
     void buildHelpMenu();
     void buildToolbar();
     void shadeDocuments();
+    void showWorkArea();
 
     const RecentJobs& m_recentJobs;
     QString m_title;
     FileMenu* m_menuFile;
     widgets::ContextMenu* m_contextMenu;
     StatusBar* m_stato;
+    QStackedWidget* m_workArea; ///< the start page or the documents
     QMdiArea* m_documents;
 };
 

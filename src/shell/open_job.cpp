@@ -26,7 +26,7 @@ bool OpenJob::isAt(const QString& path) const
 
 bool OpenJob::isOpenElsewhere(const QString& path) const
 {
-    return m_lock && isAt(path) ? !m_lock->isAlone() : !store::JobLock(path).isAlone();
+    return m_lock && isAt(path) ? !m_lock->isAlone() : store::JobLock::isHeld(path);
 }
 
 void OpenJob::open(const QString& path)

@@ -17,6 +17,12 @@ namespace {
 
 constexpr QStringView MasterName = u"Zelto.mdb";
 
+/// A file that is delivered with the program.
+QString deliveredPath(const QString& programFolder, QStringView name)
+{
+    return u"%1/../share/zelto/%2"_s.arg(programFolder, name);
+}
+
 /// What root could write there does not belong to the program's user.
 bool isPortable(const QString& programFolder)
 {
@@ -68,10 +74,15 @@ QString ApplicationFolder::userFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/zelto"_s;
 }
 
+QString ApplicationFolder::examplePath() const
+{
+    return QFileInfo(deliveredPath(m_programFolder, u"CONDOMINIO-ESEMPIO.ZLT")).canonicalFilePath();
+}
+
 void ApplicationFolder::provideMaster()
 {
     const QFileInfo own(m_masterPath);
-    const QFileInfo delivered(u"%1/../share/zelto/%2"_s.arg(m_programFolder, MasterName));
+    const QFileInfo delivered(deliveredPath(m_programFolder, MasterName));
     if (!delivered.exists()) {
         if (own.exists())
             return;

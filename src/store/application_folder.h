@@ -31,6 +31,9 @@ public:
     /// nor one from before.
     void provideMaster();
 
+    /// The example that is delivered with the program; empty when it is not there.
+    [[nodiscard]] QString examplePath() const;
+
     /// What the user should know of all this: Italian, empty for nothing.
     [[nodiscard]] QString remarks() const { return m_remarks.join(u"\n\n"_s); }
 

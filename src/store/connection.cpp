@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/connection.h"
 
-#include "store/engine_file.h"
 #include "store/file_check.h"
 #include "store/files/database_error.h"
 
@@ -75,9 +74,9 @@ int statementGoesOn(void* count)
 
 } // namespace
 
-Connection::Connection(QString shown, const QString& file, int flags)
-    : path(std::move(shown)), handle(QFile::encodeName(file).toStdString(),
-                                     flags | SQLite::OPEN_NOMUTEX, BusyTimeoutMilliseconds),
+Connection::Connection(QString shown, const QString& file, int flags, int patience)
+    : path(std::move(shown)),
+      handle(QFile::encodeName(file).toStdString(), flags | SQLite::OPEN_NOMUTEX, patience),
       m_inMemory(file == u":memory:")
 {
     // Checking a file of rooms and nothing else takes about ten steps for each of its bytes.

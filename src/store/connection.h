@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/engine_file.h"
 #include "store/files/passing_folder.h"
 
 #include <QByteArray>
@@ -36,8 +37,10 @@ struct FileState
 struct Connection
 {
     /// Opens the file, or ":memory:", which errors name as shown, with everything switched off that
-    /// a file from a stranger could talk the engine into. Throws SQLite::Exception.
-    Connection(QString shown, const QString& file, int flags);
+    /// a file from a stranger could talk the engine into. A file that another program holds is
+    /// waited for as many milliseconds. Throws SQLite::Exception.
+    Connection(QString shown, const QString& file, int flags,
+               int patience = BusyTimeoutMilliseconds);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 

@@ -65,6 +65,11 @@ public:
     /// and indexes, Damaged when its structure is broken.
     static Database open(const QString& path, OpenMode mode = OpenMode::ReadWrite);
 
+    /// Opens an existing file to read a few records of it within a frame of the screen. Nothing is
+    /// waited for: InUse when another process is writing it, and when a change that was broken off
+    /// is still to be taken back. The structure of a larger file is not checked beforehand.
+    static Database openForGlance(const QString& path);
+
     /// A private copy of the file in memory, for readers that must be able to convert what they
     /// read without touching the file.
     static Database openCopyInMemory(const QString& path);

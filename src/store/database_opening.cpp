@@ -53,9 +53,10 @@ void checkContents(Connection& connection)
 }
 
 /// Opens the file at the path, which is looked at already. Throws SQLite::Exception as well.
-ConnectionPtr openEngine(const QString& path, const QString& shown, int flags)
+ConnectionPtr openEngine(const QString& path, const QString& shown, int flags,
+                         int patience = BusyTimeoutMilliseconds)
 {
-    auto connection = std::make_shared<Connection>(shown, path, flags);
+    auto connection = std::make_shared<Connection>(shown, path, flags, patience);
     // The first read takes back what a journal says.
     connection->handle.exec("PRAGMA main.schema_version");
     checkHeader(connection->header(), shown);
@@ -138,6 +139,26 @@ Database Database::open(const QString& path, OpenMode mode)
     return onFile(path, [&] {
         return Database(mode == OpenMode::ReadOnly ? openReadOnly(file, path)
                                                    : openForWriting(file, path));
+    });
+}
+
+Database Database::openForGlance(const QString& path)
+{
+    constexpr qint64 SmallFile = qint64{256} << 10;
+    const QString file = absolute(path);
+    checkFile(file, path);
+    if (hasJournal(file))
+        throw DatabaseError(
+            ErrorNumber::InUse,
+            u"Una modifica del file «%1» è in corso o è stata interrotta."_s.arg(path));
+    return onFile(path, [&] {
+        ConnectionPtr connection = openEngine(file, path, SQLite::OPEN_READONLY, 0);
+        if (QFileInfo(file).size() <= SmallFile)
+            checkContents(*connection);
+        else
+            checkObjects(connection->handle, path);
+        connection->remember();
+        return Database(connection);
     });
 }
 

@@ -30,23 +30,29 @@ QString privateFolder()
     return {};
 }
 
-std::optional<OwnFile> lockFile(const QString& job)
+std::optional<OwnFile> lockFile(const QString& job, int flags)
 {
     struct stat found = {};
     const QString folder = privateFolder();
     if (folder.isEmpty() || ::stat(QFile::encodeName(job).constData(), &found) != 0)
         return std::nullopt;
     const QString name = u"%1/lavoro-%2-%3"_s.arg(folder).arg(found.st_dev).arg(found.st_ino);
-    return OwnFile(QFile::encodeName(name), O_RDWR | O_CREAT);
+    return OwnFile(QFile::encodeName(name), flags);
 }
 
 } // namespace
 
-JobLock::JobLock(const QString& job) : m_file(lockFile(job))
+JobLock::JobLock(const QString& job) : m_file(lockFile(job, O_RDWR | O_CREAT))
 {
     // Waits for those who look whether they are alone, which takes them a moment.
     if (m_file && m_file->isOpen())
         ::flock(m_file->descriptor(), LOCK_SH);
+}
+
+bool JobLock::isHeld(const QString& job)
+{
+    const std::optional<OwnFile> file = lockFile(job, O_RDWR);
+    return file && file->isOpen() && ::flock(file->descriptor(), LOCK_EX | LOCK_NB) != 0;
 }
 
 bool JobLock::isAlone() const

@@ -19,6 +19,10 @@ public:
     /// Holds nothing when there is no job of that path.
     explicit JobLock(const QString& job);
 
+    /// Whether anybody holds a lock on the job of that path, this process included. Leaves nothing
+    /// behind where nobody ever did.
+    [[nodiscard]] static bool isHeld(const QString& job);
+
     /// Whether nobody else holds a lock on the same job at this moment.
     [[nodiscard]] bool isAlone() const;
 
