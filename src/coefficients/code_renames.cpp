@@ -105,6 +105,15 @@ std::vector<Renames> renamedCodes(int group, const QString& stored, const QStrin
             found += after.at(row, CodeCell) == code ? 1 : 0;
         return found;
     };
+    // Rooms that refer to the code belong to the row that keeps it.
+    const auto isKept = [&](const QString& code) {
+        for (int row = 1; row <= std::min(rows, static_cast<int>(formerRows.size())); ++row)
+            if (const int former = formerRows[static_cast<std::size_t>(row) - 1];
+                former > 0 && after.at(row, CodeCell) == code &&
+                before.at(former, CodeCell) == code)
+                return true;
+        return false;
+    };
     std::vector<Renames> renames;
     for (int row = 1; row <= std::min(rows, static_cast<int>(formerRows.size())); ++row) {
         const int former = formerRows[static_cast<std::size_t>(row) - 1];
@@ -112,7 +121,7 @@ std::vector<Renames> renamedCodes(int group, const QString& stored, const QStrin
             continue;
         const QString& code = before.at(former, CodeCell);
         const QString& now = after.at(row, CodeCell);
-        if (!code.isEmpty() && !now.isEmpty() && code != now && !stands(former))
+        if (!code.isEmpty() && !now.isEmpty() && code != now && !stands(former) && !isKept(code))
             addTo(renames, {group, former, code, now, rowsOf(now) > 1});
     }
     return renames;

@@ -220,6 +220,7 @@ public:
         box.setDefaultButton(QMessageBox::Ok);
         auto* open = box.addButton(u"&Apri"_s, QMessageBox::ActionRole);
         auto* openFolder = box.addButton(u"Apri &cartella"_s, QMessageBox::ActionRole);
+        box.setEscapeButton(QMessageBox::Ok);
         box.exec();
         const QString opened = box.clickedButton() == open         ? path
                                : box.clickedButton() == openFolder ? QFileInfo(path).absolutePath()

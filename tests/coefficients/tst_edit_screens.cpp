@@ -190,8 +190,8 @@ private slots:
             u"choose: 2 vani usano [A]: rinominare?\nchoose: 1 vano usa [B]: rinominare?"_s,
             u"[X] [X] [Y] [Q] [D]"_s);
         row("onto another's", u"1.2=B"_s,
-            u"message: 2 vani usano [A], e restano come sono: il codice [B] è anche di un'altra "
-            "riga."_s,
+            u"choose: 2 vani usano [A], e restano come sono, perché il codice [B] è anche di "
+            "un'altra riga: valgono 0 finché non si scelgono di nuovo.&Memorizza"_s,
             as);
         row("moved down", u"+1 2.2=X"_s, u"choose: 2 vani usano [A]: rinominare?"_s,
             u"[X] [X] [B] [Q] [D]"_s);
@@ -205,6 +205,9 @@ private slots:
     }
     void renamedCodes()
     {
+        // Rooms of a code that another row keeps are that row's.
+        QVERIFY(coefficients::renamedCodes(1, u"1\tA\r\n2\tA\r\n"_s, u"1\tX\r\n2\tA\r\n"_s, {1, 2})
+                    .empty());
         QFETCH(QString, edits);
         QFETCH(QString, asked);
         QFETCH(QString, rooms);

@@ -165,10 +165,10 @@ std::optional<bool> Variabili::askWhetherToFollow(const Renames& renames)
             dialogs().choose(use + u": rinominare?"_s, {u"&Sì"_s, u"&No"_s});
         return answer ? std::optional(*answer == 0) : std::nullopt;
     }
-    dialogs().showMessage(
-        u"%1, e restano come sono: il codice [%2] è anche di un'altra riga."_s.arg(use,
-                                                                                   taken->after));
-    return false;
+    const QString question =
+        u"%1, e restano come sono, perché il codice [%2] è anche di un'altra "
+        "riga: valgono 0 finché non si scelgono di nuovo."_s.arg(use, taken->after);
+    return dialogs().choose(question, {u"&Memorizza"_s}) ? std::optional(false) : std::nullopt;
 }
 
 std::optional<Renames> Variabili::askForRenames()
