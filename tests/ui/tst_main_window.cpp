@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The window itself: start, end, titles, recent entries, panels, dropped files.
+#include "support/accessible_names.h"
 #include "support/columns.h"
 #include "support/runner.h"
 #include "ui/window_fixture.h"
@@ -260,6 +261,16 @@ private slots:
         QVERIFY(!session.panel(2).isEmpty());
         QVERIFY(session.window().findChild<QLabel*>(u"Stato3"_s)->isVisible());
         QTest::keyClick(&menu, Qt::Key_Escape);
+    }
+
+    /// With a screen inside and without.
+    void controlsAreNamed()
+    {
+        Session session;
+        QCOMPARE(namelessControls(session.window()), QStringList());
+        session.open();
+        QTest::mouseClick(session.toolbarButton(u"Parametri"_s), Qt::LeftButton);
+        QCOMPARE(namelessControls(session.window()), QStringList());
     }
 
     void dropsOfFiles()
