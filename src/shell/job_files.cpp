@@ -90,7 +90,7 @@ void JobFiles::chiudiLavoro()
 
 void JobFiles::NuovoLavoro()
 {
-    createJob([](const QString& path) { store::createJobFile(path); });
+    createJob(store::createJobFile);
 }
 
 void JobFiles::NuovoDaModello()
@@ -103,7 +103,7 @@ void JobFiles::NuovoDaModello()
         return;
     store::VerificaFormato(model, m_dialogs);
     if (!model.isEmpty())
-        createJob([&model](const QString& path) { store::createJobFile(path, model); });
+        createJob([&model](const QString& path) { store::createJobFromModel(path, model); });
 }
 
 void JobFiles::createJob(const std::function<void(const QString& path)>& operation)

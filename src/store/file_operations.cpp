@@ -132,7 +132,7 @@ void createJobFile(const QString& path)
     job.publish();
 }
 
-void createJobFile(const QString& path, const QString& model)
+void createJobFromModel(const QString& path, const QString& model)
 {
     Database source = Database::openCopyInMemory(model);
     ControllaVersione(source);
