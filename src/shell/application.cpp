@@ -79,6 +79,9 @@ void Application::fillFileMenu()
          job(&JobFiles::DuplicaLavoro), u"duplica"_s},
         {6, u"&Elimina ..."_s, u"Mette nel cestino il file di un lavoro"_s,
          job(&JobFiles::EliminaLavoro), u"elimina"_s},
+        {20, u"Nuovo da &modello ..."_s,
+         u"Crea un nuovo lavoro con gli elenchi e i testi di un altro e lo apre"_s,
+         job(&JobFiles::NuovoDaModello), u"nuovo"_s},
         {7},
         {8, u"Compattamento archivio"_s,
          u"Libera lo spazio inutilizzato di un archivio; lo stato di prima resta accanto come "

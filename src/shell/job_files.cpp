@@ -90,6 +90,24 @@ void JobFiles::chiudiLavoro()
 
 void JobFiles::NuovoLavoro()
 {
+    createJob(store::createJobFile);
+}
+
+void JobFiles::NuovoDaModello()
+{
+    QString model = askFile({.title = u"Selezionare il lavoro che fa da modello"_s,
+                             .filter = JobFilter,
+                             .flags = Request::FileMustExist,
+                             .initialFolder = m_job.JobFolder()});
+    if (model.isEmpty() || refusedAsWindowsJob(model))
+        return;
+    store::VerificaFormato(model, m_dialogs);
+    if (!model.isEmpty())
+        createJob([&model](const QString& path) { store::createJobFromModel(path, model); });
+}
+
+void JobFiles::createJob(const std::function<void(const QString& path)>& operation)
+{
     const QString path =
         askNewJob(u"Indicare codice lavoro"_s, store::NameRule::UpToFirstDot, m_job.JobFolder());
     if (path.isEmpty())
@@ -98,7 +116,7 @@ void JobFiles::NuovoLavoro()
     if (!documentsClosed())
         return;
     const widgets::StatusScope status(m_window, u"Creazione nuovo lavoro "_s + path);
-    store::createJobFile(path);
+    operation(path);
     chiudiLavoro();
     m_job.open(path);
 }

@@ -44,6 +44,10 @@ public:
     /// Creates a job and opens it.
     void NuovoLavoro();
 
+    /// Creates a job with the lists, codes, names and report text of one that the user chooses, and
+    /// opens it.
+    void NuovoDaModello();
+
     /// Opens a job that the user chooses; refused, as are the next two, while there are document
     /// windows.
     void ApriLavoro();
@@ -109,6 +113,8 @@ private:
     /// Whether the chosen file may be written anew, with no document window open any more.
     [[nodiscard]] bool mayReplace(const QString& path);
 
+    /// Asks for the path of a new job, has the operation make it, and opens it.
+    void createJob(const std::function<void(const QString& path)>& operation);
     void openVerified(QString path, Conversion conversion);
     void tellRestrictions();
     /// The path of the new job; empty when the user does not want one.

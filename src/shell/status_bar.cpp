@@ -2,6 +2,7 @@
 #include "shell/status_bar.h"
 
 #include "text/literals.h"
+#include "widgets/announcement.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -54,12 +55,12 @@ StatusBar::StatusBar(QWidget* parent)
     SetStatus({}, false);
 }
 
-ElidedLabel* StatusBar::addPanel(const QString& name, const QString& accessibleName,
+ElidedLabel* StatusBar::addPanel(const QString& name, const QString& description,
                                  Qt::TextElideMode mode, int stretch)
 {
     auto* panel = new ElidedLabel(mode, this);
     panel->setObjectName(name);
-    panel->setAccessibleName(accessibleName);
+    panel->setAccessibleDescription(description);
     // Widths that follow the stretch alone do not jump with every text.
     panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     panel->setContentsMargins(4, 0, 4, 0);
@@ -70,15 +71,15 @@ ElidedLabel* StatusBar::addPanel(const QString& name, const QString& accessibleN
 void StatusBar::SetStatus(const QString& text, bool busy)
 {
     if (text.isEmpty())
-        m_status->setText(u"Pronto"_s);
+        widgets::announce(*m_status, u"Pronto"_s);
     else
-        m_status->setText(busy ? text + u", Prego attendere..."_s : text);
+        widgets::announce(*m_status, busy ? text + u", Prego attendere..."_s : text);
     repaint();
 }
 
 void StatusBar::showJob(const QString& path)
 {
-    m_job->setText(path.isEmpty() ? QString() : u"Codice lavoro: "_s + path);
+    widgets::announce(*m_job, path.isEmpty() ? QString() : u"Codice lavoro: "_s + path);
 }
 
 } // namespace zelto::shell

@@ -47,8 +47,8 @@ public:
     void showJob(const QString& path);
 
 private:
-    ElidedLabel* addPanel(const QString& name, const QString& accessibleName,
-                          Qt::TextElideMode mode, int stretch);
+    ElidedLabel* addPanel(const QString& name, const QString& description, Qt::TextElideMode mode,
+                          int stretch);
 
     ElidedLabel* m_status;
     ElidedLabel* m_hint;

@@ -5,6 +5,7 @@
 #include "store/engine_errors.h"
 #include "store/files/file_names.h"
 #include "store/files/new_file.h"
+#include "store/format_check.h"
 #include "store/schema.h"
 #include "text/system_reason.h"
 
@@ -96,6 +97,29 @@ void requireDifferentTargets(const std::vector<FileCopy>& plan)
                         other->source, one->source, one->target));
 }
 
+/// What says how the building is calculated, not which building it is.
+bool isOfModel(const QString& field)
+{
+    static const QStringList OfBuilding{u"Chiave"_s, u"Descrizione"_s, u"Descrizionee"_s, u"Note"_s,
+                                        u"Data"_s};
+    return !OfBuilding.contains(field);
+}
+
+/// Of a table that has one record.
+void takeFromModel(Database& job, Database& model, const TableDef& table)
+{
+    addOnlyRecord(model, table.name);
+    const Record wanted = model.records(table.name, {}, table.primaryKey).record();
+    const Record present = job.records(table.name).record();
+    Record record = present;
+    for (std::size_t i = 0; const FieldDef& field : table.fields) {
+        if (isOfModel(field.name))
+            record[i] = wanted[i];
+        ++i;
+    }
+    job.writer(table).change(present, record);
+}
+
 } // namespace
 
 void createJobFile(const QString& path)
@@ -104,6 +128,21 @@ void createJobFile(const QString& path)
     {
         Database database = Database::create(job.path());
         CreaTabelleBase(database);
+    }
+    job.publish();
+}
+
+void createJobFromModel(const QString& path, const QString& model)
+{
+    Database source = Database::openCopyInMemory(model);
+    ControllaVersione(source);
+    ControllaTabelle(source);
+    NewFile job(path);
+    {
+        Database database = Database::create(job.path());
+        CreaTabelleBase(database);
+        for (const QStringView table : {TabellaDatiGenerali, TabellaVariabili})
+            takeFromModel(database, source, jobTable(table));
     }
     job.publish();
 }

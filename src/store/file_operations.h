@@ -18,6 +18,11 @@ enum class Existing { Refuse, Replace };
 /// A new job with a new job's records; FileExists when there is a file of that name.
 void createJobFile(const QString& path);
 
+/// A new job with the model's coefficient groups, staircase codes, names of special tables and
+/// report text. The model is only read, and may be of an earlier edition. FileExists as above, and
+/// what a model throws that cannot be read as a job.
+void createJobFromModel(const QString& path, const QString& model);
+
 /// A consistent copy of a database that other programs may be using. FileExists when there is a
 /// target already, and what opening the source throws.
 void copyDatabase(const QString& source, const QString& target);

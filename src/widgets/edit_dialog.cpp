@@ -3,6 +3,7 @@
 
 #include "store/files/database_error.h"
 #include "store/settings.h"
+#include "widgets/announcement.h"
 #include "widgets/column_widths.h"
 #include "widgets/dialogs.h"
 #include "widgets/keys.h"
@@ -44,7 +45,7 @@ EditDialog::EditDialog(const Screen& screen, Dialogs& dialogs, store::Settings& 
     setWindowTitle(screen.caption);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_remark->setObjectName(u"Stato"_s);
-    m_remark->setAccessibleName(u"Osservazioni"_s);
+    m_remark->setAccessibleDescription(u"Osservazioni"_s);
     m_remark->setWordWrap(true);
     m_grid.setObjectName(u"Lavori"_s);
     connect(&m_grid, &Grid::editorOpenedByKey, this, &EditDialog::markChanged);
@@ -145,7 +146,7 @@ void EditDialog::markChanged()
 
 void EditDialog::showRemark(const QString& text)
 {
-    m_remark->setText(text);
+    announce(*m_remark, text);
 }
 
 bool EditDialog::finishTyping()

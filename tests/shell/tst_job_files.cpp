@@ -245,6 +245,45 @@ private slots:
         QCOMPARE(made({}, u"altro"_s), desk.path(u"v.2/lavoro.ZLT"_s)); // cancelled
     }
 
+    /// All of how the building is calculated, nothing of which it is; the model stays as it is.
+    void newJobFromModel()
+    {
+        const QString chooses = u"open: Selezionare il lavoro che fa da modello, 4108, Tabelle "
+                                "Millessimi (*.ZLT)|*.zlt in []"_s;
+        JobDesk desk;
+        const QString model = desk.folder.example(u"MODELLO.ZLT"_s);
+        const QByteArray before = bytesOf(model);
+        const auto said = [&](const QStringList& answers) {
+            return desk.carryOut(&JobFiles::NuovoDaModello, answers);
+        };
+        QCOMPARE(said({}), chooses);
+        QCOMPARE(said({u"~/JET.ZLT"_s}), chooses + u'\n' + WindowsEdition);
+        QCOMPARE(said({u"~/TEXT.ZLT"_s}), chooses + u"\nreport: 3343"_s);
+        QVERIFY(said({u"~/OLD.ZLT"_s}).endsWith(u"eseguire la conversione dell'archivio"));
+        QCOMPARE(said({model, u"~/b"_s}).section(u'\n', -1), u"report: 3204"_s);
+        QCOMPARE(said({model, u"~/x"_s}).section(u'\n', 2),
+                 busy(u"Creazione nuovo lavoro ~/x.ZLT"_s, opened(u"x.ZLT"_s)));
+        QCOMPARE(bytesOf(model), before);
+
+        Database source = Database::open(model, OpenMode::ReadOnly);
+        Database& made = desk.jobs.job().JobDatabase();
+        QCOMPARE(made.records(TabellaVariabili).record(),
+                 source.records(TabellaVariabili).record());
+        const Record own = source.records(TabellaDatiGenerali).record();
+        const Record taken = made.records(TabellaDatiGenerali).record();
+        for (std::size_t field = 1; field < own.size(); ++field)
+            QCOMPARE(taken[field], field < 5 ? Value() : own[field]);
+        QCOMPARE(made.count(TabellaUnita), 1);
+        QCOMPARE(made.count(TabellaVani), 1);
+
+        // A model of an earlier edition has no lists.
+        said({u"~/EARLIER.ZLT"_s, u"~/y"_s});
+        QCOMPARE(desk.jobs.job().JobDatabase().records(TabellaVariabili).text(0), u" "_s);
+        QVERIFY(!Database::open(desk.path(u"EARLIER.ZLT"_s))
+                     .tableNames()
+                     .contains(TabellaVariabili.toString()));
+    }
+
     void nothingHalfMade_data() { writing(); }
     /// On a full disk, and in a folder that cannot be written.
     void nothingHalfMade()

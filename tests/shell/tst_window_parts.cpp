@@ -3,6 +3,7 @@
 #include "support/runner.h"
 #include "widgets/icons.h"
 
+#include <QAccessible>
 #include <QDirIterator>
 
 #include <cmath>
@@ -54,6 +55,20 @@ private slots:
         QCOMPARE(bar.width(), 1600);
         bar.showJob({});
         QVERIFY(panel->text().isEmpty());
+    }
+
+    /// What stands on the panels is what assistive technology reads of them.
+    void panelsAreRead()
+    {
+        StatusBar bar;
+        bar.SetStatus(u"Lettura"_s, true);
+        bar.showHint(u"Apre un lavoro"_s);
+        bar.showJob(u"/A.ZLT"_s);
+        QStringList read;
+        for (ElidedLabel* panel : bar.findChildren<ElidedLabel*>())
+            read << QAccessible::queryAccessibleInterface(panel)->text(QAccessible::Name);
+        QCOMPARE(read, QStringList({u"Lettura, Prego attendere..."_s, u"Apre un lavoro"_s,
+                                    u"Codice lavoro: /A.ZLT"_s}));
     }
 
     /// Every icon is drawn and its outline can be told from a light and a dark window.

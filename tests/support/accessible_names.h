@@ -4,6 +4,7 @@
 #include "text/literals.h"
 
 #include <QAccessible>
+#include <QLabel>
 #include <QStringList>
 #include <QWidget>
 
@@ -16,6 +17,10 @@ inline QStringList namelessBelow(QAccessibleInterface& object)
     if (state.focusable && !state.invisible && object.text(QAccessible::Name).isEmpty())
         found << QString::fromLatin1(object.object()->metaObject()->className()) + u' ' +
                      object.object()->objectName();
+    if (const auto* label = qobject_cast<QLabel*>(object.object());
+        label != nullptr && !label->accessibleName().isEmpty() &&
+        !label->accessibleName().contains(label->text()))
+        found << u"text of label "_s + label->objectName();
     QAccessibleTableInterface* table = object.tableInterface();
     if (table == nullptr)
         for (int child = 0; child < object.childCount(); ++child)
@@ -30,7 +35,7 @@ inline QStringList namelessBelow(QAccessibleInterface& object)
 }
 
 /// The visible controls of a window, and cells of its tables, that assistive technology cannot
-/// name.
+/// name, and labels whose text a name hides.
 inline QStringList namelessControls(QWidget& window)
 {
     QAccessible::setActive(true);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The window itself: start, end, titles, recent entries, panels, dropped files.
+#include "support/accessible_names.h"
 #include "support/columns.h"
 #include "support/runner.h"
 #include "ui/window_fixture.h"
@@ -49,9 +50,9 @@ private slots:
         for (const QAction* entry : session.window().menuFile().actions())
             captions << (entry->isSeparator() ? u"-"_s : entry->text());
         QCOMPARE(captions.join(u'|'),
-                 u"&Nuovo ...|&Apri ...|&Duplica ...|&Elimina ...|-|Compattamento archivio|"
-                 u"Riparazione archivio|&Ripristina copia ...|-|Imposta stampante ...|-|&1 |&2 |"
-                 u"&3 |&4 |-|Uscita"_s);
+                 u"&Nuovo ...|&Apri ...|&Duplica ...|&Elimina ...|Nuovo da &modello ...|-|"
+                 u"Compattamento archivio|Riparazione archivio|&Ripristina copia ...|-|"
+                 u"Imposta stampante ...|-|&1 |&2 |&3 |&4 |-|Uscita"_s);
     }
 
     void busy()
@@ -104,6 +105,7 @@ private slots:
         row("Apri", u"~/rotto.zlt"_s, u"\nreport: 3343"_s, {});
         row("Duplica", u"~/C"_s, u"save: Selezionare Nuovo Nome del Lavoro"_s, u"~/C.ZLT"_s);
         row("Elimina", u"~/A.ZLT"_s, u"save: Selezionare Lavoro da Eliminare"_s, {});
+        row("Nuovo da modello", u"~/B.ZLT"_s, u"save: Indicare codice lavoro"_s, u"~/A.ZLT"_s);
         row("Compattamento", u"~/rotto.zlt"_s, u"report: 3343"_s, u"~/A.ZLT"_s);
         row("Riparazione", u"~/A.ZLT"_s, u"message: Il file «~/A.ZLT» era integro"_s, u"~/A.ZLT"_s);
         row("Ripristina copia", u"~/c"_s, u"copies: ~/A.ZLT ~/B.ZLT"_s, u"~/c.ZLT"_s);
@@ -259,6 +261,16 @@ private slots:
         QVERIFY(!session.panel(2).isEmpty());
         QVERIFY(session.window().findChild<QLabel*>(u"Stato3"_s)->isVisible());
         QTest::keyClick(&menu, Qt::Key_Escape);
+    }
+
+    /// With a screen inside and without.
+    void controlsAreNamed()
+    {
+        Session session;
+        QCOMPARE(namelessControls(session.window()), QStringList());
+        session.open();
+        QTest::mouseClick(session.toolbarButton(u"Parametri"_s), Qt::LeftButton);
+        QCOMPARE(namelessControls(session.window()), QStringList());
     }
 
     void dropsOfFiles()
