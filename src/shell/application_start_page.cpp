@@ -18,8 +18,9 @@ void Application::buildStartPage(const QString& example)
                                               : summaryOf(path);
     });
     constexpr int Nuovo = 3;
+    constexpr int NuovoDaModello = 20;
     constexpr int Apri = 4;
-    for (const int index : {Nuovo, Apri})
+    for (const int index : {Nuovo, NuovoDaModello, Apri})
         m_startPage->addCommand(m_window.menuFile().VoceFile(index));
     const auto add = [this](const QString& icon, const QString& caption, const QString& hint) {
         auto* action = new QAction(widgets::icon(icon), caption, m_startPage);
