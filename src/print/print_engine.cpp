@@ -37,6 +37,7 @@ void PrintEngine::BeginDocument()
     m_page.abandon();
     m_pages.claim();
     m_marks.clear();
+    m_lengths.clear();
     forgetSection();
     openPage(0);
 }
@@ -44,7 +45,7 @@ void PrintEngine::BeginDocument()
 void PrintEngine::NewPage()
 {
     if (isRecording()) {
-        m_page.close();
+        m_lengths[m_pageNumber] = m_page.close();
         openPage(m_pageNumber + 1);
         WriteState();
     } else if (m_surface != nullptr) {
@@ -90,7 +91,8 @@ void PrintEngine::EndDocument()
     }
     // No state record is longer with the fonts of the reports.
     constexpr qint64 SmallestPage = 61;
-    if (m_page.close() < SmallestPage) {
+    m_lengths[m_pageNumber] = m_page.close();
+    if (m_lengths[m_pageNumber] < SmallestPage) {
         QFile::remove(m_pages.pagePath(m_pageNumber));
         --m_pageNumber;
         --m_pageCount;

@@ -204,9 +204,10 @@ private:
     float m_charWidth = 144;
     int m_pageNumber = 0;
     int m_pageCount = 0;
-    PageMarks m_marks; ///< of the recorded pages
-    PageMark m_mark;   ///< of the page being recorded or drawn
-    QString m_section; ///< title of the one that the page belongs to
+    std::map<int, qint64> m_lengths; ///< of the recorded page files
+    PageMarks m_marks;               ///< of the recorded pages
+    PageMark m_mark;                 ///< of the page being recorded or drawn
+    QString m_section;               ///< title of the one that the page belongs to
     FontState m_font;
     mutable FontCache m_fonts;
     mutable std::shared_ptr<const FontMetrics> m_metrics; ///< of m_font, once it is needed

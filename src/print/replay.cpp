@@ -93,7 +93,10 @@ PageCondition PrintEngine::ReplayPage()
     QFile file;
     file.open(page.release(), QIODevice::ReadOnly | QIODevice::Unbuffered,
               QFileDevice::AutoCloseHandle);
-    return ReplayRecords(file);
+    const auto length = m_lengths.find(m_pageNumber);
+    const bool isCut = length != m_lengths.end() && file.size() != length->second;
+    const PageCondition condition = ReplayRecords(file);
+    return isCut && condition == PageCondition::Whole ? PageCondition::Damaged : condition;
 }
 
 PageCondition PrintEngine::ReplayRecords(QIODevice& device)

@@ -256,6 +256,11 @@ private slots:
             {[](const QString& page) { writeBytes(page, {}); }, u"è vuota"_s},
             {[](const QString& page) { writeBytes(page, bytesOf(page) + "scarto"); },
              u"è danneggiata"_s},
+            {[](const QString& page) {
+                 const QByteArray all = bytesOf(page); // cut off behind a record
+                 writeBytes(page, all.first(all.lastIndexOf('\n', -2) + 1));
+             },
+             u"è danneggiata"_s},
         };
         for (const auto& [spoil, said] : faults) {
             open(3);
