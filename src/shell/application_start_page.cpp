@@ -33,9 +33,9 @@ void Application::buildStartPage(const QString& example)
                     u"Apre una copia del condominio di esempio, tra i documenti"_s),
                 &QAction::triggered, this,
                 [this, example] { fromStartPage([this, &example] { openExample(example); }); });
-    connect(add(u"zelto"_s, u"La &guida"_s, u"Il primo fabbricato in dieci minuti"_s),
-            &QAction::triggered, this,
-            [this] { showChapter(u"Il primo fabbricato in dieci minuti"_s); });
+    const QString chapter = u"Il primo fabbricato in dieci minuti"_s;
+    connect(add(u"zelto"_s, u"La &guida"_s, chapter), &QAction::triggered, this,
+            [this, chapter] { showChapter(chapter); });
     connectStartPage();
     m_window.setStartPage(m_startPage);
 }
